@@ -1,0 +1,642 @@
+#include "engine.h"
+
+#include "values.h"
+
+#include <net_xml_public.h>
+
+#include <climits>
+#include <cstring>
+
+namespace netpublic {
+
+#ifdef NETPUBLIC_DESCRIBED
+thread_local const Watch *watch = nullptr;
+
+static void tell(Event event, const Table &table, const Row *row, void *record, TiXmlNode *node)
+{
+    if (watch != nullptr)
+        watch->happened(watch->context, event, table, row, record, node);
+}
+#else
+#define tell(event, table, row, record, node) static_cast<void>(0)
+#endif
+
+namespace {
+
+constexpr std::size_t longest_exact_name = 31;
+
+template <class Type> Type &member(void *record, const Row &row)
+{
+    return *reinterpret_cast<Type *>(static_cast<char *>(record) + row.offset);
+}
+
+template <class Type> const Type &member(const void *record, const Row &row)
+{
+    return *reinterpret_cast<const Type *>(static_cast<const char *>(record) + row.offset);
+}
+
+const Row *attachment(const Table &table, const Row &row, Kind kind)
+{
+    for (unsigned at = row.attached; at != 0; at = table.row(at).attached)
+        if (table.row(at).kind == kind)
+            return &table.row(at);
+    return nullptr;
+}
+
+// One walk over an element's children.
+struct Walk {
+    const Table &table;
+    void *record;
+    unsigned items;     // in the list whose number nothing keeps
+    bool full;          // a list that ends the walk when it is full
+    std::uint32_t seen; // bit i: a child has answered to key i; for the required ones
+
+    Place place() const
+    {
+        return table.place();
+    }
+    const char *function() const
+    {
+        return table.text(table.parser);
+    }
+};
+
+// Formats of rows are literals of the tables.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+
+template <class Argument> void complain(const Walk &walk, const Row &row, Argument argument)
+{
+    const char *line = walk.table.complaint(row);
+    if ((row.flags & row_plain) != 0)
+        log_plain(line, argument, walk.place().line);
+    else
+        log_error(walk.place(), line, argument, walk.place().line);
+}
+
+// The line of a row that is read, too, wants a text instead.
+void log_unspelled(const Table &table, const Row &row, int code)
+{
+    const bool only_written = &row >= &table.row(table.keys);
+    if (only_written && (row.flags & row_complains) != 0)
+        log_error(table.place(), table.complaint(row), code);
+}
+
+void log_unknown(const Table &table, const char *name)
+{
+    if (table.unknown != 0)
+        log_error(table.place(), table.text(table.unknown), name);
+}
+
+#pragma GCC diagnostic pop
+
+// The kinds that need room are functions of their own: the frames of read_record() and read_row() pile up with
+// the depth of a message.
+#define NETPUBLIC_LEAF [[gnu::noinline]]
+
+NETPUBLIC_LEAF int read_word(Walk &walk, const Row &row, TiXmlNode *child)
+{
+    const Limits &limits = walk.table.limit(row.limits);
+    const WordTable &words = *walk.table.ref(row.ref).words;
+    const char *text;
+    if (view_text(&text, static_cast<std::size_t>(limits.low), child) != 0)
+        return -1;
+    const auto *entry = (row.flags & word_prefix) != 0 ? find_prefix(words, text, std::strlen(text))
+                                                       : find_whole(words, text, (row.flags & word_exact) != 0);
+    if (entry != nullptr) {
+        member<int>(walk.record, row) = entry->code;
+        return 0;
+    }
+    if ((row.flags & (word_keep | word_otherwise)) == 0)
+        return -1;
+    if ((row.flags & row_complains) != 0)
+        complain(walk, row, text);
+    if ((row.flags & word_reported) != 0)
+        log_line(walk.table.failure, walk.place(), walk.function());
+    if ((row.flags & word_otherwise) != 0)
+        member<int>(walk.record, row) = limits.high;
+    return 0;
+}
+
+NETPUBLIC_LEAF int read_mask(Walk &walk, const Row &row, TiXmlNode *child)
+{
+    const Limits &limits = walk.table.limit(row.limits);
+    const WordTable &words = *walk.table.ref(row.ref).words;
+    int &mask = member<int>(walk.record, row);
+    const char *text;
+    if (view_text(&text, static_cast<std::size_t>(limits.low), child) != 0)
+        return -1;
+    const bool none = contains_folded(text, "none");
+    if (none && (row.flags & mask_none_clears) != 0) {
+        mask = 0;
+        return 0;
+    }
+    int found = 0;
+    for (const auto &entry : words)
+        if (entry.use != Use::write && contains_folded(text, words.text(entry)))
+            found = (row.flags & mask_last) != 0 ? entry.code : found | entry.code;
+    if ((row.flags & mask_last) == 0)
+        mask = found | ((row.flags & mask_accumulates) != 0 ? mask : limits.high);
+    else if (found != 0)
+        mask = found;
+    return none && found != 0 && (row.flags & mask_none_conflicts) != 0 ? -1 : 0;
+}
+
+NETPUBLIC_LEAF int read_events(Walk &walk, const Row &row, TiXmlNode *child)
+{
+    const WordTable &words = *walk.table.ref(row.ref).words;
+    const char *text;
+    if (view_text(&text, static_cast<std::size_t>(walk.table.limit(row.limits).low), child) != 0)
+        return -1;
+    if (contains_folded(text, "none"))
+        return 0;
+    for (const auto &entry : words)
+        if (entry.use != Use::write && contains_folded(text, words.text(entry)))
+            alarm_in_add_event(&member<time_section_t>(walk.record, row), entry.code);
+    return 0;
+}
+
+NETPUBLIC_LEAF int read_int_list(Walk &walk, const Row &row, TiXmlNode *child)
+{
+    const Limits &limits = walk.table.limit(row.limits);
+    const char *text;
+    if (view_text(&text, static_cast<std::size_t>(limits.low), child) != 0)
+        return -1;
+    // The function's parameter is not const, but it only reads the text.
+    return changeStringToIntTable(const_cast<char *>(text), &member<int>(walk.record, row), row.size, limits.high) < 0
+               ? -1
+               : 0;
+}
+
+// The next item of a list: a record or an int.
+int read_item(Walk &walk, const Row &row, TiXmlNode *child)
+{
+    const Row *count_row = attachment(walk.table, row, Kind::count);
+    unsigned &count = count_row != nullptr ? member<unsigned>(walk.record, *count_row) : walk.items;
+    unsigned index = count;
+    if (index >= row.size) {
+        if ((row.flags & list_stop) != 0) {
+            walk.full = true;
+            return 0;
+        }
+        if ((row.flags & list_last) == 0) {
+            if ((row.flags & row_complains) != 0)
+                complain(walk, row, walk.function());
+            return (row.flags & list_refuse) != 0 ? -1 : 0;
+        }
+        index = row.size - 1u;
+    }
+    char *first = &member<char>(walk.record, row);
+    if (row.kind == Kind::int_items) {
+        if (read_int(reinterpret_cast<int *>(first) + index, child) != 0)
+            return -1;
+    } else {
+        const Table &item = *walk.table.ref(row.ref).table;
+        if (read_record(item, first + std::size_t{index} * item.record_size, child) != 0)
+            return -1;
+    }
+    if (count < row.size)
+        ++count;
+    walk.full = (row.flags & list_stop) != 0 && count == row.size;
+    return 0;
+}
+
+NETPUBLIC_LEAF int read_counted(net_counted_text_t &text, TiXmlNode *child)
+{
+    if (read_text(text.text, sizeof text.text, child) != 0)
+        return -1;
+    text.capacity = sizeof text.text;
+    text.length = static_cast<int>(std::strlen(text.text));
+    return 0;
+}
+
+// What the row's kind makes of the child.
+int read_kind(Walk &walk, const Row &row, TiXmlNode *child)
+{
+    void *record = walk.record;
+    switch (row.kind) {
+    case Kind::integer: {
+        int &value = member<int>(record, row);
+        if (read_int(&value, child) != 0)
+            return -1;
+        if ((row.flags & row_checked) == 0)
+            return 0;
+        const Limits &range = walk.table.limit(row.limits);
+        return value < range.low || value > range.high ? -1 : 0;
+    }
+    case Kind::flag:
+        return read_flag(&member<int>(record, row), child);
+    case Kind::unsigned_integer:
+        return read_unsigned(&member<unsigned int>(record, row), child);
+    case Kind::int64:
+        return read_int64(&member<long long>(record, row), child);
+    case Kind::unsigned_longlong:
+        return read_unsignedlonglong(&member<unsigned long long>(record, row), child);
+    case Kind::real:
+        return read_float(&member<float>(record, row), child);
+    case Kind::text:
+        return read_text(&member<char>(record, row), static_cast<std::size_t>(walk.table.limit(row.limits).low) + 1,
+                         child);
+    case Kind::counted_text:
+        return read_counted(member<net_counted_text_t>(record, row), child);
+    case Kind::view:
+        return view_text(&member<const char *>(record, row), static_cast<std::size_t>(walk.table.limit(row.limits).low),
+                         child);
+    case Kind::word:
+        return read_word(walk, row, child);
+    case Kind::mask:
+        return read_mask(walk, row, child);
+    case Kind::events:
+        return read_events(walk, row, child);
+    case Kind::int_list:
+        return read_int_list(walk, row, child);
+    case Kind::group:
+        return read_record(*walk.table.ref(row.ref).table, &member<char>(record, row), child);
+    case Kind::list:
+    case Kind::int_items:
+        return read_item(walk, row, child);
+    case Kind::custom:
+        return walk.table.ref(row.ref).read(record, child);
+    case Kind::constant:
+    case Kind::preset:
+    case Kind::count:
+    case Kind::mark:
+    case Kind::condition:
+        break;
+    }
+    return -1; // no child answers to these rows
+}
+
+// The row's own line shows the value as stored, or the text that is no spelling.
+void log_own_line(const Walk &walk, const Row &row, TiXmlNode *child)
+{
+    const char *text = "";
+    switch (row.kind) {
+    case Kind::integer:
+    case Kind::flag:
+        complain(walk, row, member<int>(walk.record, row));
+        break;
+    case Kind::text:
+        complain(walk, row, &member<const char>(walk.record, row));
+        break;
+    case Kind::view:
+    case Kind::word:
+        if (row.kind == Kind::word && (row.flags & (word_keep | word_otherwise)) != 0)
+            break; // an unknown spelling is no refusal there; this text is something else
+        view_text(&text, static_cast<std::size_t>(walk.table.limit(row.limits).low), child);
+        complain(walk, row, text);
+        break;
+    default: // lists log by themselves what they do not hold
+        break;
+    }
+}
+
+// What there is to say about a refused child. -1.
+NETPUBLIC_LEAF int refuse(const Walk &walk, unsigned index, TiXmlNode *child)
+{
+    const Row &row = walk.table.row(index);
+    tell(Event::refused, walk.table, &row, walk.record, child);
+    if ((row.flags & row_quiet) != 0)
+        return -1;
+    if ((row.flags & row_complains) != 0)
+        log_own_line(walk, row, child);
+    log_line(walk.table.failure, walk.place(), walk.function());
+    return -1;
+}
+
+int read_row(Walk &walk, unsigned index, TiXmlNode *child)
+{
+    const Row &row = walk.table.row(index);
+    if (index < required_keys)
+        walk.seen |= 1u << index;
+    if ((row.flags & row_skipped) == 0 && read_kind(walk, row, child) != 0)
+        return -1;
+    tell(Event::taken, walk.table, &row, walk.record, child);
+    if (const Row *mark = attachment(walk.table, row, Kind::mark))
+        member<int>(walk.record, *mark) = walk.table.limit(mark->limits).low;
+    return 0;
+}
+
+// The first key from row `from` on that the name answers to.
+unsigned find_row(const Table &table, const char *name, unsigned from)
+{
+    const std::size_t length = std::strlen(name);
+    const bool exact = (table.flags & table_exact) != 0;
+    for (unsigned index = from; index < table.keys; ++index) {
+        const Row &row = table.row(index);
+        if (exact ? is_named(name, table.key(row))
+                  : length <= row.key_length && same_folded(name, table.key(row), length))
+            return index;
+    }
+    return no_row;
+}
+
+// The first row behind `index` that starts a chain of its own.
+unsigned next_chain(const Table &table, unsigned index)
+{
+    do
+        ++index;
+    while (index < table.keys && (table.row(index).flags & row_own_test) == 0);
+    return index;
+}
+
+// The row that the child answers to, or no_row. Children usually arrive in the order in which they are
+// written, with one left out now and then: a child that bears the full name of the likely row, or of the
+// row behind it, answers to no other; and to none at all if that row is only written.
+unsigned match(const Table &table, const TiXmlNode *child, unsigned &likely)
+{
+    const std::string &name = child->ValueStr();
+    unsigned tried = likely;
+    for (int attempt = 0; attempt < 2 && tried < table.rows; ++attempt) {
+        const Row &row = table.row(tried);
+        if (name.size() == row.key_length && (row.flags & row_shadowed) == 0 &&
+            std::memcmp(name.data(), table.key(row), row.key_length) == 0) {
+            likely = row.next;
+            return tried < table.keys ? tried : no_row;
+        }
+        tried = row.next;
+    }
+    const unsigned index = find_row(table, name.c_str(), 0);
+    if (index != no_row)
+        likely = table.row(index).next;
+    return index;
+}
+
+void prepare(const Table &table, void *record)
+{
+    if ((table.flags & table_clears) != 0)
+        std::memset(record, 0, table.record_size);
+    if (table.before != no_ref)
+        table.ref(table.before).before(record);
+    for (unsigned index = table.keys; index < table.rows; ++index)
+        if (table.row(index).kind == Kind::preset)
+            member<int>(record, table.row(index)) = table.limit(table.row(index).limits).low;
+}
+
+int finish(const Walk &walk, TiXmlNode *element)
+{
+    const Table &table = walk.table;
+    if ((table.flags & table_required) != 0)
+        for (unsigned index = 0; index < table.keys && index < required_keys; ++index)
+            if ((table.row(index).flags & row_required) != 0 && (walk.seen >> index & 1) == 0) {
+                tell(Event::missing, table, &table.row(index), walk.record, element);
+                log_line(table.failure, table.place(), walk.function());
+                return -1;
+            }
+    static_cast<void>(element);
+    return table.after != no_ref ? table.ref(table.after).after(walk.record) : 0;
+}
+
+} // namespace
+
+bool answers_to(const char *name, const char *key)
+{
+    return same_folded(name, key, std::strlen(name));
+}
+
+bool is_named(const char *name, const char *key)
+{
+    return same_folded(name, key, longest_exact_name);
+}
+
+bool is_component(const void *record, const TiXmlNode *node, const char *key)
+{
+    return record != nullptr && node != nullptr && (key == nullptr || answers_to(node->Value(), key));
+}
+
+int read_record(const Table &table, void *record, TiXmlNode *element)
+{
+    Walk walk = {table, record, 0, false, 0};
+    prepare(table, record);
+    unsigned likely = 0;
+    const bool one_chain = (table.flags & (table_own_tests | table_exact)) == 0;
+    for (TiXmlNode *child = element->FirstChild(); child != nullptr; child = child->NextSibling()) {
+        unsigned index = one_chain ? match(table, child, likely) : find_row(table, child->Value(), 0);
+        if (index == no_row) {
+            tell(Event::ignored, table, nullptr, record, child);
+            log_unknown(table, child->Value());
+            if ((table.flags & table_others_fail) != 0)
+                return -1;
+        } else {
+            do {
+                if (read_row(walk, index, child) != 0)
+                    return refuse(walk, index, child);
+                index = (table.flags & table_own_tests) != 0 ? find_row(table, child->Value(), next_chain(table, index))
+                                                             : no_row;
+            } while (index != no_row);
+        }
+        if (walk.full || (table.flags & table_first_only) != 0)
+            break;
+    }
+    return finish(walk, element);
+}
+
+unsigned find_child(const Table &table, const TiXmlNode *child, unsigned *likely)
+{
+    return match(table, child, *likely);
+}
+
+int read_child(const Table &table, void *record, unsigned row, TiXmlNode *child)
+{
+    Walk walk = {table, record, 0, false, 0};
+    return read_row(walk, row, child) != 0 ? refuse(walk, row, child) : 0;
+}
+
+int read_component(const Table &table, void *record, TiXmlNode *node, const char *key)
+{
+    return is_component(record, node, key) ? read_record(table, record, node) : -1;
+}
+
+int check_parser(const Table &message, const net_param_t *param, const TiXmlNode *node)
+{
+    if (param != nullptr && node != nullptr && param->data != nullptr &&
+        ((message.flags & (table_unchecked | table_read_any)) != 0 || param->dataSize == message.record_size))
+        return 0;
+    log_line(message.entry, message.place(), message.text(message.parser));
+    return -1;
+}
+
+int check_writer(const Table &message, const net_param_t *param, const TiXmlElement *parent)
+{
+    if (param != nullptr && parent != nullptr && param->data != nullptr &&
+        ((message.flags & (table_unchecked | table_write_any)) != 0 || param->dataSize == message.record_size))
+        return 0;
+    log_line(message.write_entry, message.place(), message.text(message.writer));
+    return -1;
+}
+
+int parse_message(const Table &message, net_param_t *param, TiXmlNode *node)
+{
+    if (check_parser(message, param, node) != 0 || read_record(message, param->data, node) != 0)
+        return -1;
+    if ((message.flags & table_sets_inited) != 0)
+        param->inited = 2;
+    return 0;
+}
+
+namespace {
+
+bool is_written(const Table &table, const void *record, const Row &row)
+{
+    const Row *condition = attachment(table, row, Kind::condition);
+    if (condition == nullptr)
+        return true;
+    const int value = member<int>(record, *condition);
+    switch (static_cast<When>(condition->limits)) {
+    case When::nonzero:
+        return value != 0;
+    case When::nonnegative:
+        return value >= 0;
+    case When::positive:
+        return value > 0;
+    }
+    return true;
+}
+
+// A text member; the host may have filled it to the last byte.
+void write_text(TiXmlElement *parent, const char *key, const char *text, std::size_t size)
+{
+    if (std::memchr(text, '\0', size) != nullptr)
+        append_text(parent, key, text);
+    else
+        append_text(parent, key, std::string(text, size).c_str());
+}
+
+int write_word(const Table &table, const Row &row, int code, TiXmlElement *parent)
+{
+    const WordTable &words = *table.ref(row.ref).words;
+    const char *word = word_of(words, code);
+    if (word == nullptr && (row.flags & word_fallback) != 0)
+        word = word_of(words, row.size);
+    if (word == nullptr) {
+        log_unspelled(table, row, code);
+        return -1;
+    }
+    append_text(parent, table.key(row), word);
+    return 0;
+}
+
+// These two have a text on the stack and stay out of write_record(), whose frames pile up.
+NETPUBLIC_LEAF void write_mask_words(const Table &table, const Row &row, int mask, TiXmlElement *parent)
+{
+    char text[128];
+    write_mask(*table.ref(row.ref).words, mask, text, sizeof text);
+    append_text(parent, table.key(row), text);
+}
+
+NETPUBLIC_LEAF int write_int_list(const Table &table, const Row &row, const int *values, TiXmlElement *parent)
+{
+    char text[128];
+    if (changeIntTableToString(text, sizeof text, const_cast<int *>(values), row.size, 0) != 0)
+        return -1;
+    append_text(parent, table.key(row), text);
+    return 0;
+}
+
+int write_items(const Table &table, const Row &row, const void *record, TiXmlElement *parent)
+{
+    const Row *count_row = attachment(table, row, Kind::count);
+    int count = count_row != nullptr ? member<int>(record, *count_row) : row.size;
+    if (count > row.size)
+        count = row.size;
+    const char *first = &member<char>(record, row);
+    for (int index = 0; index < count; ++index) {
+        if (row.kind == Kind::int_items) {
+            append_int(parent, table.key(row), reinterpret_cast<const int *>(first)[index]);
+        } else {
+            const Table &item = *table.ref(row.ref).table;
+            if (write_record(item, first + static_cast<std::size_t>(index) * item.record_size,
+                             append_element(parent, table.key(row))) != 0)
+                return -1;
+        }
+    }
+    return 0;
+}
+
+int write_row(const Table &table, const Row &row, const void *record, TiXmlElement *parent)
+{
+    const char *key = table.key(row);
+    switch (row.kind) {
+    case Kind::integer:
+    case Kind::flag:
+        append_int(parent, key, member<int>(record, row));
+        return 0;
+    case Kind::unsigned_integer:
+        append_unsigned(parent, key, member<unsigned int>(record, row));
+        return 0;
+    case Kind::int64:
+        append_longlong(parent, key, member<long long>(record, row));
+        return 0;
+    case Kind::unsigned_longlong:
+        append_unsignedlonglong(parent, key, member<unsigned long long>(record, row));
+        return 0;
+    case Kind::real:
+        append_float(parent, key, member<float>(record, row));
+        return 0;
+    case Kind::text:
+        write_text(parent, key, &member<char>(record, row), row.size);
+        return 0;
+    case Kind::counted_text: {
+        const auto &text = member<net_counted_text_t>(record, row);
+        write_text(parent, key, text.text, sizeof text.text);
+        return 0;
+    }
+    case Kind::word:
+        return write_word(table, row, member<int>(record, row), parent);
+    case Kind::mask:
+        write_mask_words(table, row, member<int>(record, row), parent);
+        return 0;
+    case Kind::int_list:
+        return write_int_list(table, row, &member<int>(record, row), parent);
+    case Kind::group:
+        return write_record(*table.ref(row.ref).table, &member<char>(record, row), append_element(parent, key));
+    case Kind::list:
+    case Kind::int_items:
+        return write_items(table, row, record, parent);
+    case Kind::custom:
+        return table.ref(row.ref + 1u).write(record, parent);
+    case Kind::constant:
+        append_int(parent, key, table.limit(row.limits).low);
+        return 0;
+    case Kind::view:
+    case Kind::events:
+    case Kind::preset:
+    case Kind::count:
+    case Kind::mark:
+    case Kind::condition:
+        break;
+    }
+    return -1; // these rows are never written
+}
+
+} // namespace
+
+int write_record(const Table &table, const void *record, TiXmlElement *element)
+{
+    for (unsigned place = 0; place < table.written; ++place) {
+        const Row &row = table.row(table.ordered(place));
+        if (is_written(table, record, row) && write_row(table, row, record, element) != 0)
+            return -1;
+    }
+    return 0;
+}
+
+int write_message(const Table &message, net_param_t *param, TiXmlElement *parent)
+{
+    return check_writer(message, param, parent) != 0 ? -1 : append_root(message, param->data, parent);
+}
+
+int append_root(const Table &message, const void *record, TiXmlElement *parent)
+{
+    // Built apart and linked last, so that a failure leaves the parent as it was.
+    auto *root = new TiXmlElement(message.text(message.root));
+    root->SetAttribute((message.flags & table_capital) != 0 ? "Version" : "version", "1.1");
+    if (write_record(message, record, root) != 0) {
+        delete root;
+        return -1;
+    }
+    parent->LinkEndChild(root);
+    return 0;
+}
+
+} // namespace netpublic

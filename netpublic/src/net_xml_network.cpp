@@ -1,0 +1,252 @@
+// Network settings: link type, DHCP, automatic DNS, addresses, DNS servers, service ports, NTP and DDNS.
+#include "engine.h"
+#include "registry.h"
+#include "values.h"
+
+#include <net_public.h>
+
+#include <cstring>
+
+namespace netpublic {
+namespace {
+
+constexpr int address_length = 15; // the longest dotted address
+constexpr int mac_length = 17;     // "00:11:22:33:44:55"
+constexpr int last_port = 65535;
+
+// Link and addresses ------------------------------------------------------------------------------
+
+constexpr Word link_list[] = {{0, "LAN"}, {1, "PPPOE"}, {2, "CDMA"}};
+constexpr auto links = words<link_list>();
+
+struct LinkFields : Description {
+    using T = net_link_v20_t;
+    static constexpr Field fields[] = {
+        word("type", AT(type), links).fallback(0).write_only(),
+    };
+    static constexpr Traits traits = HERE.writer("net_link_s2x", "LinkType");
+};
+constexpr auto link_message = describe<LinkFields>();
+
+// Only the first child counts: an "enable" behind another one is not looked for.
+struct DhcpFields : Description {
+    using T = net_dhcp_v20_t;
+    static constexpr Field fields[] = {
+        flag("enable", AT(enable)).required(),
+    };
+    static constexpr Traits traits =
+        HERE.parser("net_dhcp_x2s").writer("net_dhcp_s2x", "Dhcp").first_child_only().others_fail().sets_inited();
+};
+constexpr auto dhcp_message = describe<DhcpFields>();
+
+struct AutoDnsFields : Description {
+    using T = net_autodns_v20_t;
+    static constexpr Field fields[] = {
+        flag("enable", AT(enable)).required(),
+    };
+    static constexpr Traits traits = HERE.parser("net_autodns_x2s")
+                                         .writer("net_autodns_s2x", "AutoDns")
+                                         .first_child_only()
+                                         .others_fail()
+                                         .sets_inited();
+};
+constexpr auto autodns_message = describe<AutoDnsFields>();
+
+// The only address with a length of its own; its characters are not looked at.
+int read_mac(net_ethernet_v20_t &addresses, TiXmlNode *node)
+{
+    if (read_text(addresses.mac, mac_length + 1, node) != 0)
+        return -1;
+    return std::strlen(addresses.mac) == mac_length ? 0 : -1;
+}
+
+struct EthernetFields : Description {
+    using T = net_ethernet_v20_t;
+    static constexpr Field fields[] = {
+        text("ip", AT(ip)).upto(address_length), text("mask", AT(mask)).upto(address_length),
+        custom<read_mac>("mac", AT(mac)),        text("gateway", AT(gateway)).upto(address_length),
+        text("mac", AT(mac)).write_only(),
+    };
+    static constexpr auto written = order("ip", "mask", "mac", "gateway");
+    static constexpr Traits traits = HERE.parser("net_ethernet_x2s").writer("net_ethernet_s2x", "Ip").sets_inited();
+};
+constexpr auto ethernet_message = describe<EthernetFields>();
+
+struct DnsFields : Description {
+    using T = net_dns_info_v20_t;
+    static constexpr Field fields[] = {
+        text("dns1", AT(dns1)).upto(address_length),
+        text("dns2", AT(dns2)).upto(address_length),
+    };
+    static constexpr Traits traits = HERE.parser("net_dns_info_x2s").writer("net_dns_info_s2x", "Dns").sets_inited();
+};
+constexpr auto dns_message = describe<DnsFields>();
+
+// Services ----------------------------------------------------------------------------------------
+
+constexpr char surv_port_key[] = "serverPort";
+constexpr char http_port_key[] = "httpPort";
+constexpr char https_port_key[] = "httpsPort";
+constexpr char rtsp_port_key[] = "rtspPort";
+constexpr char rtmp_port_key[] = "rtmpPort";
+constexpr char onvif_port_key[] = "onvifPort";
+
+// The services differ in nothing but the name of the port.
+template <const auto &port_key> struct PortFields : Description {
+    using T = net_port_cfg_t;
+    static constexpr Field fields[] = {
+        integer(port_key, AT(port)).in(1, last_port),
+        integer("enable", AT(enable)).at_least(0),
+    };
+    static constexpr Traits traits = HERE.entry(Line::none).any_size_read();
+};
+constexpr auto surv_port_message = describe<PortFields<surv_port_key>>();
+constexpr auto http_port_message = describe<PortFields<http_port_key>>();
+constexpr auto https_port_message = describe<PortFields<https_port_key>>();
+constexpr auto rtsp_port_message = describe<PortFields<rtsp_port_key>>();
+constexpr auto rtmp_port_message = describe<PortFields<rtmp_port_key>>();
+constexpr auto onvif_port_message = describe<PortFields<onvif_port_key>>();
+
+struct NtpFields : Description {
+    using T = net_ntp_cfg_t;
+    static constexpr Field fields[] = {
+        flag("enable", AT(enable)), counted_text("server", AT(server)),
+        integer("synchronizeInterval", AT(synchronizeInterval)),
+        integer("port", AT(port)).in(0, last_port), // unlike a service's it may be 0
+    };
+    static constexpr Traits traits = HERE.entry(Line::none).any_size_read();
+};
+constexpr auto ntp_message = describe<NtpFields>();
+
+// "peatnuts" is the protocol's spelling.
+constexpr Word ddns_list[] = {{0, "kelvo"}, {1, "dyndns"}, {2, "peatnuts"}, {3, "3322"}, {4, "no-ip"}};
+constexpr auto ddns_types = words<ddns_list>();
+
+struct DdnsFields : Description {
+    using T = net_ddns_cfg_t;
+    static constexpr Field fields[] = {
+        flag("enable", AT(enable)),
+        word("ddnsType", AT(ddnsType), ddns_types).prefix(),
+        counted_text("ddnsName", AT(ddnsName)),
+        counted_text("userName", AT(userName)),
+        counted_text("password", AT(password)),
+    };
+    static constexpr Traits traits = HERE.entry(Line::none).any_size_read();
+};
+constexpr auto ddns_message = describe<DdnsFields>();
+
+} // namespace
+} // namespace netpublic
+
+using namespace netpublic;
+
+int net_link_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(link_message, param, parent);
+}
+
+int net_dhcp_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(dhcp_message, param, node);
+}
+
+int net_dhcp_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(dhcp_message, param, parent);
+}
+
+int net_autodns_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(autodns_message, param, node);
+}
+
+int net_autodns_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(autodns_message, param, parent);
+}
+
+int net_ethernet_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(ethernet_message, param, node);
+}
+
+int net_ethernet_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(ethernet_message, param, parent);
+}
+
+int net_dns_info_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(dns_message, param, node);
+}
+
+int net_dns_info_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(dns_message, param, parent);
+}
+
+int nets_param_surv_port_cfg_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(surv_port_message, param, node);
+}
+
+int nets_param_http_port_cfg_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(http_port_message, param, node);
+}
+
+int nets_param_https_port_cfg_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(https_port_message, param, node);
+}
+
+int nets_param_rtsp_port_cfg_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(rtsp_port_message, param, node);
+}
+
+int nets_param_rtmp_port_cfg_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(rtmp_port_message, param, node);
+}
+
+int nets_param_onvif_port_cfg_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(onvif_port_message, param, node);
+}
+
+int nets_param_ntp_cfg_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(ntp_message, param, node);
+}
+
+int nets_param_ddns_cfg_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(ddns_message, param, node);
+}
+
+int get_ddns_type_index(int *index, const char *text)
+{
+    if (index == nullptr || text == nullptr)
+        return -1;
+    const auto *entry = find_prefix(ddns_types, text, std::strlen(text));
+    if (entry == nullptr)
+        return -1;
+    *index = entry->code;
+    return 0;
+}
+
+MESSAGES(network, //
+         HOST_MESSAGE("link", net_link_v20_t, nullptr, net_link_s2x, link_message),
+         MESSAGE("dhcp", nets_param_dhcp_init, net_dhcp_x2s, net_dhcp_s2x, dhcp_message),
+         MESSAGE("autodns", nets_param_autodns_init, net_autodns_x2s, net_autodns_s2x, autodns_message),
+         MESSAGE("ethernet", nets_param_ethernet_init, net_ethernet_x2s, net_ethernet_s2x, ethernet_message),
+         MESSAGE("dns-info", nets_param_dns_info_init, net_dns_info_x2s, net_dns_info_s2x, dns_message),
+         HOST_MESSAGE("surv-port", net_port_cfg_t, nets_param_surv_port_cfg_x2s, nullptr, surv_port_message),
+         HOST_MESSAGE("http-port", net_port_cfg_t, nets_param_http_port_cfg_x2s, nullptr, http_port_message),
+         HOST_MESSAGE("https-port", net_port_cfg_t, nets_param_https_port_cfg_x2s, nullptr, https_port_message),
+         HOST_MESSAGE("rtsp-port", net_port_cfg_t, nets_param_rtsp_port_cfg_x2s, nullptr, rtsp_port_message),
+         HOST_MESSAGE("rtmp-port", net_port_cfg_t, nets_param_rtmp_port_cfg_x2s, nullptr, rtmp_port_message),
+         HOST_MESSAGE("onvif-port", net_port_cfg_t, nets_param_onvif_port_cfg_x2s, nullptr, onvif_port_message),
+         HOST_MESSAGE("ntp", net_ntp_cfg_t, nets_param_ntp_cfg_x2s, nullptr, ntp_message),
+         HOST_MESSAGE("ddns", net_ddns_cfg_t, nets_param_ddns_cfg_x2s, nullptr, ddns_message))

@@ -1,0 +1,671 @@
+// Pan, tilt and zoom: commands, presets, cruises, the serial line, zoom and focus, guard and positions.
+#include "engine.h"
+#include "registry.h"
+#include "tables.h"
+#include "values.h"
+
+#include <net_public.h>
+
+#include <cstring>
+
+namespace netpublic {
+namespace {
+
+constexpr int last_channel = 63;
+
+// The codes keep their gaps and their odd order: 22 to 24 are not used, and of the steps the decreasing
+// one has the smaller code.
+constexpr Word command_list[] = {
+    {NET_PTZ_STOP, "stop"},
+    {NET_PTZ_LEFT, "left"},
+    {NET_PTZ_RIGHT, "right"},
+    {NET_PTZ_UP, "up"},
+    {NET_PTZ_DOWN, "down"},
+    {NET_PTZ_LEFT_UP, "leftUp"},
+    {NET_PTZ_LEFT_DOWN, "leftDown"},
+    {NET_PTZ_RIGHT_UP, "rightUp"},
+    {NET_PTZ_RIGHT_DOWN, "rightDown"},
+    {NET_PTZ_IRIS_DEC, "irisDec"},
+    {NET_PTZ_IRIS_INC, "irisInc"},
+    {NET_PTZ_ZOOM_DEC, "zoomDec"},
+    {NET_PTZ_ZOOM_INC, "zoomInc"},
+    {NET_PTZ_FOCUS_DEC, "focusDec"},
+    {NET_PTZ_FOCUS_INC, "focusInc"},
+    {NET_PTZ_SET_POS, "setPos"},
+    {NET_PTZ_DEL_POS, "delPos"},
+    {NET_PTZ_TO_POS, "toPos"},
+    {NET_PTZ_AUTO, "auto"},
+    {NET_PTZ_HIGH_SPEED, "highSpeed"},
+    {NET_PTZ_START_PATROL, "startPatrol"},
+    {NET_PTZ_STOP_PATROL, "stopPatrol"},
+    {NET_PTZ_CLEAR_PATROL, "clearPatrol"},
+    {NET_PTZ_ENABLE_PATTERN, "enablePattern"},
+    {NET_PTZ_START_PATTERN, "startPattern"},
+    {NET_PTZ_STOP_PATTERN, "stopPattern"},
+    {NET_PTZ_START_SAVE_PATTERN, "startSavePattern"},
+    {NET_PTZ_STOP_SAVE_PATTERN, "stopSavePattern"},
+    {NET_PTZ_CLEAN_PATTERN, "cleanPattern"},
+    {NET_PTZ_ZOOM_POS, "zoomPos"},
+    {NET_PTZ_FOCUS_POS, "focusPos"},
+    {NET_PTZ_ZOOM_STEP_INC, "zoomStepInc"},
+    {NET_PTZ_ZOOM_STEP_DEC, "zoomStepDec"},
+    {NET_PTZ_FOCUS_STEP_INC, "focusStepInc"},
+    {NET_PTZ_FOCUS_STEP_DEC, "focusStepDec"},
+    {NET_PTZ_SET_GRD, "setGrd"},
+    {NET_PTZ_TO_GRD, "toGrd"},
+};
+constexpr auto commands = words<command_list>();
+
+// Movement commands -------------------------------------------------------------------------------
+
+struct ControlFields : Description {
+    using T = net_ptz_info_v20_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).in(0, last_channel),
+        word("command", AT(command), commands).upto(63),
+        integer("patrolId", AT(patrolId)).in(0, 5),
+        integer("keyPos", AT(keyPos)).in(0, 15),
+        integer("presetId", AT(presetId)).in(0, 63),
+        integer("patternId", AT(patternId)).in(0, 5),
+        integer("speed", AT(speed)).in(0, 100),
+        integer("dwellTime", AT(dwellTime)).at_least(1),
+    };
+    static constexpr Traits traits = HERE.parser("net_ptz_info_x2s").writer("net_ptz_info_s2x", "");
+};
+constexpr auto control_message = describe<ControlFields>();
+
+// Presets -----------------------------------------------------------------------------------------
+
+constexpr int preset_records = 256;
+
+struct PresetFields : Description {
+    using T = net_ptz_preset_v20_t;
+    static constexpr Field fields[] = {
+        integer("id", AT(id)).in(0, 255).required(),
+        word("command", AT(command), commands).upto(63),
+        text("name", AT(name)),
+        text("imageName", AT(imageName)),
+    };
+    static constexpr Field also_shown[] = {
+        shown("channelId", AT(channelId)),
+        shown("maxPresetNum", AT(maxPresetNum)),
+        shown("maxPresetPicNum", AT(maxPresetPicNum)),
+    };
+};
+constexpr auto preset_record = describe<PresetFields>();
+
+// What the message says of all its presets, which they are told after the walk.
+struct PresetWalk {
+    net_ptz_preset_v20_t *presets;
+    int count;
+    int channelId;
+    int maxPresetNum;
+    int maxPresetPicNum;
+};
+
+int read_preset_list(PresetWalk &walk, TiXmlNode *node)
+{
+    for (TiXmlNode *child = node->FirstChild(); child != nullptr && walk.count < preset_records;
+         child = child->NextSibling()) {
+        if (!answers_to(child->Value(), "preset") || read_record(preset_record, &walk.presets[walk.count], child) != 0)
+            return -1;
+        ++walk.count;
+    }
+    return 0;
+}
+
+struct PresetWalkFields : Description {
+    using T = PresetWalk;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).in(0, last_channel).required(),
+        integer("maxPresetNum", AT(maxPresetNum)),
+        integer("maxPresetPicNum", AT(maxPresetPicNum)),
+        custom<read_preset_list>("presetList", AT(presets)),
+    };
+};
+constexpr auto preset_walk = describe<PresetWalkFields>();
+
+// The payload, for the envelope's check and for the tools; its children are read by the walk.
+struct PresetListFields : Description {
+    using T = net_ptz_preset_list_v20_t;
+    static constexpr Field fields[] = {
+        list("preset", AT(preset), preset_record),
+    };
+    static constexpr Traits traits = HERE.parser("net_ptz_preset_x2s");
+};
+constexpr auto preset_message = describe<PresetListFields>();
+
+int read_presets(net_ptz_preset_list_v20_t &list, TiXmlNode *node)
+{
+    for (auto &preset : list.preset) {
+        preset.channelId = -1;
+        preset.command = -1;
+        preset.id = -1;
+        std::strncpy(preset.name, "invalid", sizeof preset.name);
+    }
+    PresetWalk walk = {list.preset, 0, 0, 0, 0};
+    if (read_record(preset_walk, &walk, node) != 0)
+        return -1;
+    for (int i = 0; i < walk.count; ++i) {
+        list.preset[i].channelId = walk.channelId;
+        list.preset[i].maxPresetNum = walk.maxPresetNum;
+        list.preset[i].maxPresetPicNum = walk.maxPresetPicNum;
+    }
+    return 0;
+}
+
+// Cruises -----------------------------------------------------------------------------------------
+
+constexpr int most_cruises = 6;
+constexpr int most_key_positions = 16; // of one cruise
+constexpr int cruise_records = 32;     // of the payload
+
+struct KeyPositionFields : Description {
+    using T = net_ptz_cruise_v20_t;
+    static constexpr Field fields[] = {
+        integer("keyPosId", AT(keyPosId)).in(0, 15).required(),
+        integer("presetId", AT(presetId)).in(-1, 255).required(),
+        integer("speed", AT(speed)).in(0, 100),
+        integer("dwellTime", AT(dwellTime)).at_least(1),
+        integer("trackEnable", AT(trackEnable)).marks(AT(hasTrackValue)),
+        integer("trackTime", AT(trackTime)).marks(AT(hasTrackValue)),
+    };
+    static constexpr Field also_shown[] = {
+        shown("channelId", AT(channelId)), shown("patrolId", AT(patrolId)), shown("enable", AT(enable)),
+        shown("starting", AT(starting)),   shown("cruising", AT(cruising)), shown("name", AT(name)),
+        shown("valueTable", AT(dayMask)),
+    };
+};
+constexpr auto key_position = describe<KeyPositionFields>();
+
+// The message is walked twice: first to check and count, without a payload, then to fill it. So a
+// refused message leaves the payload alone, and no table of all possible key positions is needed.
+struct CruiseWalk {
+    int channelId;
+    int cruises;
+    int count;                     // records
+    unsigned int off;              // the cruises that are switched off, by bit; known after the first walk
+    net_ptz_cruise_v20_t *records; // null in the first walk
+};
+
+struct Cruise {
+    net_ptz_cruise_v20_t *records; // for its key positions; null when they are only checked
+    int patrolId;
+    int enable;
+    int starting;
+    int cruising;
+    char name[32];
+    const char *valueTable; // null without one
+    int keyPositions;
+};
+
+void set_defaults(net_ptz_cruise_v20_t &record)
+{
+    record = net_ptz_cruise_v20_t{};
+    record.channelId = -1;
+    record.patrolId = -1;
+    record.keyPosId = -1;
+    record.presetId = -1;
+    record.reserved = 7;
+}
+
+int read_key_positions(Cruise &cruise, TiXmlNode *node)
+{
+    for (TiXmlNode *child = node->FirstChild(); child != nullptr && cruise.keyPositions < most_key_positions;
+         child = child->NextSibling()) {
+        if (!answers_to(child->Value(), "keyPos"))
+            continue;
+        net_ptz_cruise_v20_t nowhere;
+        net_ptz_cruise_v20_t &record = cruise.records != nullptr ? cruise.records[cruise.keyPositions] : nowhere;
+        set_defaults(record);
+        if (read_record(key_position, &record, child) != 0)
+            return -1;
+        ++cruise.keyPositions;
+    }
+    return 0;
+}
+
+struct CruiseFields : Description {
+    using T = Cruise;
+    static constexpr Field fields[] = {
+        integer("patrolId", AT(patrolId)).in(0, 5).required(),
+        flag("enable", AT(enable)),
+        flag("starting", AT(starting)),
+        flag("cruising", AT(cruising)),
+        text("name", AT(name)),
+        view("valueTable", AT(valueTable)).upto(168),
+        custom<read_key_positions>("keyPosList", AT(keyPositions)),
+    };
+};
+constexpr auto cruise_record = describe<CruiseFields>();
+
+// Seven runs of 24 characters; what a short table lacks is off.
+void read_day_masks(int (&masks)[7], const char *table)
+{
+    const std::size_t length = std::strlen(table);
+    for (std::size_t day = 0; day < 7; ++day) {
+        unsigned int mask = 0;
+        for (std::size_t hour = 0; hour < 24 && day * 24 + hour < length; ++hour)
+            if (table[day * 24 + hour] == '1')
+                mask |= 1u << hour;
+        masks[day] = static_cast<int>(mask);
+    }
+}
+
+// A cruise gives its own values to each of its key positions.
+void fill_records(const Cruise &cruise)
+{
+    for (int i = 0; i < cruise.keyPositions; ++i) {
+        net_ptz_cruise_v20_t &record = cruise.records[i];
+        record.patrolId = cruise.patrolId;
+        record.enable = 1;
+        record.starting = cruise.starting;
+        record.cruising = cruise.cruising;
+        std::memcpy(record.name, cruise.name, sizeof record.name);
+        if (cruise.valueTable != nullptr) {
+            record.hasValueTable = 1;
+            read_day_masks(record.dayMask, cruise.valueTable);
+        }
+    }
+}
+
+int read_cruise(CruiseWalk &walk, TiXmlNode *node)
+{
+    const unsigned int bit = 1u << walk.cruises;
+    net_ptz_cruise_v20_t *records = walk.records != nullptr ? walk.records + walk.count : nullptr;
+    Cruise cruise = {(walk.off & bit) == 0 ? records : nullptr, -1, 1, 0, 0, {}, nullptr, 0};
+    if (read_record(cruise_record, &cruise, node) != 0)
+        return -1;
+    if (cruise.enable == 0) {
+        // One that is switched off has a single record, whose other identifiers stay -1.
+        walk.off |= bit;
+        cruise.keyPositions = 1;
+        if (records != nullptr) {
+            set_defaults(*records);
+            records->patrolId = cruise.patrolId;
+        }
+    } else if (records != nullptr) {
+        fill_records(cruise);
+    }
+    walk.count += cruise.keyPositions;
+    return walk.count > cruise_records ? -1 : 0;
+}
+
+int read_cruise_list(CruiseWalk &walk, TiXmlNode *node)
+{
+    for (TiXmlNode *child = node->FirstChild(); child != nullptr && walk.cruises < most_cruises;
+         child = child->NextSibling(), ++walk.cruises)
+        if (!answers_to(child->Value(), "cruise") || read_cruise(walk, child) != 0)
+            return -1;
+    return 0;
+}
+
+struct CruiseWalkFields : Description {
+    using T = CruiseWalk;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).in(0, last_channel).required(),
+        custom<read_cruise_list>("cruiseList", AT(records)),
+    };
+};
+constexpr auto cruise_walk = describe<CruiseWalkFields>();
+
+// The payload, for the envelope's check and for the tools; its children are read by the walk.
+struct CruiseListFields : Description {
+    using T = net_ptz_cruise_list_v20_t;
+    static constexpr Field fields[] = {
+        list("keyPos", AT(keyPos), key_position),
+    };
+    static constexpr Traits traits = HERE.parser("net_ptz_cruise_x2s");
+};
+constexpr auto cruise_message = describe<CruiseListFields>();
+
+// Returns how many records the payload holds, or -1.
+int read_cruises(net_ptz_cruise_list_v20_t &list, TiXmlNode *node)
+{
+    CruiseWalk walk = {0, 0, 0, 0, nullptr};
+    if (read_record(cruise_walk, &walk, node) != 0)
+        return -1;
+    walk = {0, 0, 0, walk.off, list.keyPos};
+    if (read_record(cruise_walk, &walk, node) != 0)
+        return -1;
+    for (int i = 0; i < walk.count; ++i)
+        list.keyPos[i].channelId = walk.channelId;
+    return walk.count;
+}
+
+// Serial line -------------------------------------------------------------------------------------
+
+constexpr Word baud_rate_list[] = {{0, "1200"}, {1, "2400"}, {2, "4800"}, {3, "9600"}};
+constexpr auto baud_rates = words<baud_rate_list>();
+constexpr Word parity_list[] = {{0, "none"}, {1, "odd"}, {2, "even"}};
+constexpr auto parities = words<parity_list>();
+constexpr Word flow_control_list[] = {{0, "none"}, {1, "hard"}, {2, "xon:xoff"}};
+constexpr auto flow_controls = words<flow_control_list>();
+constexpr Word protocol_list[] = {{0, "PELCO_D"}, {1, "PELCO_P"}};
+constexpr auto protocols = words<protocol_list>();
+
+// A number, not a word: "09600" is 9600 too.
+int read_baud_rate(net_ptz_serial_v20_t &serial, TiXmlNode *node)
+{
+    constexpr int rates[] = {1200, 2400, 4800, 9600};
+    int rate;
+    if (read_int(&rate, node) != 0)
+        return -1;
+    for (int i = 0; i < 4; ++i)
+        if (rates[i] == rate) {
+            serial.param.baudRate = i;
+            return 0;
+        }
+    return -1;
+}
+
+// Kept as one less than it is on the wire.
+int read_stop_bit(net_ptz_serial_v20_t &serial, TiXmlNode *node)
+{
+    int bits;
+    if (read_int(&bits, node) != 0 || bits < 1 || bits > 2)
+        return -1;
+    serial.param.stopBit = bits - 1;
+    return 0;
+}
+
+int write_stop_bit(const net_ptz_serial_v20_t &serial, TiXmlElement *parent)
+{
+    append_longlong(parent, "stopBit", serial.param.stopBit + 1LL);
+    return 0;
+}
+
+struct SerialFields : Description {
+    using T = net_ptz_serial_v20_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(param.channelId)).in(0, last_channel),
+        custom<read_baud_rate>("baudRate", AT(param.baudRate)),
+        word("dataBit", AT(param.dataBit), data_bits).prefix().upto(15),
+        custom<read_stop_bit, write_stop_bit>("stopBit", AT(param.stopBit)),
+        word("parity", AT(param.parity), parities).fallback(0),
+        word("flowControl", AT(param.flowControl), flow_controls).fallback(0),
+        word("controlProtocol", AT(param.controlProtocol), protocols).kept().fallback(0),
+        // Stored in the same member as the protocol.
+        integer("decoderType", AT(param.controlProtocol)).at_least(0).read_only(),
+        integer("controlAddress", AT(param.controlAddress)).in(0, 255),
+        word("baudRate", AT(param.baudRate), baud_rates).fallback(3).write_only(),
+    };
+    static constexpr auto written = order("channelId", "baudRate", "dataBit", "stopBit", "parity", "flowControl",
+                                          "controlProtocol", "controlAddress");
+    static constexpr Traits traits = HERE.parser("net_ptz_param_x2s").writer("net_ptz_param_s2x", "Serial");
+};
+constexpr auto serial_message = describe<SerialFields>();
+
+// Zoom and focus ----------------------------------------------------------------------------------
+
+struct PositionFields : Description {
+    using T = net_zf_pos_v20_t;
+    static constexpr Field fields[] = {
+        integer("maxPos", AT(maxPos)),
+        integer("minPos", AT(minPos)),
+        integer("curPos", AT(curPos)),
+        integer("defPos", AT(defPos)).marks(AT(hasDefPos)),
+    };
+};
+constexpr auto position = describe<PositionFields>();
+
+struct ZoomFocusFields : Description {
+    using T = net_ptz_zoom_focus_info_v20_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).in(0, last_channel),
+        group("zoom", AT(zoom), position),
+        group("focus", AT(focus), position),
+    };
+    static constexpr Traits traits =
+        HERE.parser("nets_param_zoom_focus_info_x2s").writer("nets_param_zoom_focus_info_s2x", "PtzZoomFocus");
+};
+constexpr auto zoom_focus_message = describe<ZoomFocusFields>();
+
+struct MoveFields : Description {
+    using T = net_ptz_zoom_focus_start_v20_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).in(0, last_channel),
+        word("command", AT(command), commands).upto(63),
+        integer("movePos", AT(movePos)).at_least(0),
+    };
+    static constexpr Traits traits = HERE.parser("nets_param_start_zoom_focus_x2s");
+};
+constexpr auto move_message = describe<MoveFields>();
+
+// Guard, self-test, backlash, positions -----------------------------------------------------------
+
+struct GuardFields : Description {
+    using T = net_ptz_guard_v20_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).in(0, last_channel),
+        integer("benable", AT(benable)),
+        integer("timeout", AT(timeout)),
+        integer("needSetPos", AT(needSetPos)),
+        integer("bvalid", AT(bvalid)),
+        text("imageName", AT(imageName)),
+        word("command", AT(command), commands).upto(63),
+    };
+    static constexpr auto written = order("channelId", "timeout", "benable", "bvalid", "imageName");
+    static constexpr Traits traits = HERE.parser("nets_param_guard_x2s")
+                                         .writer("nets_param_guard_s2x", "PtzGuard")
+                                         .entry(Line::plain_param)
+                                         .failure(Line::xml_err);
+};
+constexpr auto guard_message = describe<GuardFields>();
+
+struct AutoTestFields : Description {
+    using T = net_auto_test_v20_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).in(0, last_channel),
+        integer("needPtAutotest", AT(needPtAutotest)),
+    };
+    static constexpr Traits traits = HERE.parser("net_ptz_auto_test_x2s");
+};
+constexpr auto auto_test_message = describe<AutoTestFields>();
+
+struct BacklashFields : Description {
+    using T = net_zf_backlash_v20_t;
+    static constexpr Field fields[] = {
+        unsigned_integer("fBacklash", AT(fBacklash)),
+        unsigned_integer("zBacklash", AT(zBacklash)),
+    };
+    static constexpr Traits traits =
+        HERE.parser("nets_param_zf_backlash_x2s").writer("nets_param_zf_backlash_s2x", "ZfBacklash");
+};
+constexpr auto backlash_message = describe<BacklashFields>();
+
+struct CurrentPositionFields : Description {
+    using T = net_ptz_curpos_v20_t;
+    static constexpr Field fields[] = {
+        integer("pPos", AT(pPos)),
+        integer("tPos", AT(tPos)),
+    };
+    static constexpr Traits traits =
+        HERE.parser("net_param_ptz_curpos_x2s").writer("net_param_ptz_curpos_s2x", "ptzCurPos");
+};
+constexpr auto current_position_message = describe<CurrentPositionFields>();
+
+// The snapshot stream is none of these.
+constexpr Word location_stream_list[] = {
+    {STREAM_TYPE_MAIN, "mainStream"},
+    {STREAM_TYPE_SUB, "subStream"},
+    {STREAM_TYPE_MOBILE, "mobileStream"},
+    {STREAM_TYPE_EXTERN, "externStream"},
+};
+constexpr auto location_streams = words<location_stream_list>();
+
+struct LocationFields : Description {
+    using T = net_ptz_3Dlocation_v20_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)),
+        real("topLeftX", AT(topLeftX)),
+        real("topLeftY", AT(topLeftY)),
+        real("width", AT(width)),
+        real("height", AT(height)),
+        integer("speed", AT(speed)),
+        word("streamType", AT(streamType), location_streams),
+    };
+    static constexpr Traits traits = HERE.parser("net_ptz_3Dlocation_x2s").failure(Line::param_error);
+};
+constexpr auto location_message = describe<LocationFields>();
+
+struct AlgorithmFields : Description {
+    using T = net_af_algorithm_v20_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)),
+        integer("algorithm", AT(algorithm)),
+    };
+    static constexpr Traits traits =
+        HERE.parser("net_af_algorithm_x2s").writer("net_af_algorithm_s2x", "afAlgorithm").failure(Line::param_error);
+};
+constexpr auto algorithm_message = describe<AlgorithmFields>();
+
+} // namespace
+} // namespace netpublic
+
+using namespace netpublic;
+
+int _get_ptz_cmd(const char *text)
+{
+    const auto *entry = text != nullptr ? find_whole(commands, text) : nullptr;
+    return entry != nullptr ? entry->code : -1;
+}
+
+int net_ptz_info_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(control_message, param, node);
+}
+
+int net_ptz_info_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return check_writer(control_message, param, parent); // it has no reply
+}
+
+int net_ptz_preset_x2s(net_param_t *param, TiXmlNode *node)
+{
+    if (check_parser(preset_message, param, node) != 0)
+        return -1;
+    return read_presets(*static_cast<net_ptz_preset_list_v20_t *>(param->data), node);
+}
+
+int net_ptz_preset_s2x(net_param_t *, TiXmlElement *)
+{
+    return 0; // it has no reply
+}
+
+int net_ptz_cruise_x2s(net_param_t *param, TiXmlNode *node)
+{
+    if (check_parser(cruise_message, param, node) != 0)
+        return -1;
+    const int count = read_cruises(*static_cast<net_ptz_cruise_list_v20_t *>(param->data), node);
+    if (count < 0)
+        return -1;
+    // From here on the envelope tells how many records are used.
+    param->dataSize = static_cast<unsigned int>(count) * static_cast<unsigned int>(sizeof(net_ptz_cruise_v20_t));
+    return 0;
+}
+
+int net_ptz_cruise_s2x(net_param_t *, TiXmlElement *)
+{
+    return 0; // it has no reply
+}
+
+int net_ptz_param_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(serial_message, param, node);
+}
+
+int net_ptz_param_s2x(tag_net_ptz_param_v20_t *record, TiXmlElement *parent)
+{
+    if (record == nullptr || parent == nullptr) {
+        log_line(Line::writer, NET_HERE, __func__);
+        return -1;
+    }
+    // The record stands at the head of the payload that the rows describe.
+    static_assert(offsetof(net_ptz_serial_v20_t, param) == 0, "the serial record heads its payload");
+    return append_root(serial_message, record, parent);
+}
+
+int nets_param_zoom_focus_info_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(zoom_focus_message, param, node);
+}
+
+int nets_param_zoom_focus_info_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(zoom_focus_message, param, parent);
+}
+
+int nets_param_start_zoom_focus_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(move_message, param, node);
+}
+
+int nets_param_guard_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(guard_message, param, node);
+}
+
+int nets_param_guard_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(guard_message, param, parent);
+}
+
+int net_ptz_auto_test_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(auto_test_message, param, node);
+}
+
+int nets_param_zf_backlash_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(backlash_message, param, node);
+}
+
+int nets_param_zf_backlash_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(backlash_message, param, parent);
+}
+
+int net_param_ptz_curpos_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(current_position_message, param, node);
+}
+
+int net_param_ptz_curpos_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(current_position_message, param, parent);
+}
+
+int net_ptz_3Dlocation_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(location_message, param, node);
+}
+
+int net_af_algorithm_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(algorithm_message, param, node);
+}
+
+int net_af_algorithm_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(algorithm_message, param, parent);
+}
+
+MESSAGES(ptz, //
+         MESSAGE("ptz", nets_param_ptz_info_init, net_ptz_info_x2s, net_ptz_info_s2x, control_message),
+         MESSAGE("ptz-preset", net_param_ptz_preset_init, net_ptz_preset_x2s, net_ptz_preset_s2x, preset_message),
+         MESSAGE("ptz-cruise", nets_param_ptz_cruise_init, net_ptz_cruise_x2s, net_ptz_cruise_s2x, cruise_message),
+         MESSAGE("ptz-serial", net_param_ptz_init, net_ptz_param_x2s, nullptr, serial_message),
+         MESSAGE("zoom-focus", nets_param_ptz_zoom_focus_info_init, nets_param_zoom_focus_info_x2s,
+                 nets_param_zoom_focus_info_s2x, zoom_focus_message),
+         MESSAGE("zoom-focus-move", nets_param_ptz_zoom_focus_start_init, nets_param_start_zoom_focus_x2s, nullptr,
+                 move_message),
+         MESSAGE("ptz-guard", nets_param_ptz_guard_init, nets_param_guard_x2s, nets_param_guard_s2x, guard_message),
+         MESSAGE("ptz-auto-test", nets_param_auto_test_init, net_ptz_auto_test_x2s, nullptr, auto_test_message),
+         MESSAGE("backlash", nets_param_zf_backlash_init, nets_param_zf_backlash_x2s, nets_param_zf_backlash_s2x,
+                 backlash_message),
+         MESSAGE("ptz-position", net_param_ptz_curpos_init, net_param_ptz_curpos_x2s, net_param_ptz_curpos_s2x,
+                 current_position_message),
+         MESSAGE("3d-location", net_param_ptz_3Dlocation_init, net_ptz_3Dlocation_x2s, nullptr, location_message),
+         MESSAGE("af-algorithm", net_param_af_algorithm_init, net_af_algorithm_x2s, net_af_algorithm_s2x,
+                 algorithm_message))

@@ -1,0 +1,280 @@
+// Recording: schedule, timing, switch, key and prompt of encrypted recordings, manual recording, deletion.
+#include "engine.h"
+#include "records.h"
+#include "registry.h"
+
+#include <net_public.h>
+
+namespace netpublic {
+namespace {
+
+constexpr char unknown_node[] = "not parse this node :%s"; // without a line break
+
+// Schedule ----------------------------------------------------------------------------------------
+
+constexpr int per_type = 1;
+constexpr int per_combination = 0;
+constexpr int motion_type = 0; // alarm type "MD"
+
+int read_types(net_record_schedule_v20_t &record, TiXmlNode *node)
+{
+    return get_type_schedule_list_from_xmlnode(&record.schedule, node, nullptr);
+}
+
+int read_combinations(net_record_schedule_v20_t &record, TiXmlNode *node)
+{
+    if (get_schedule_list_from_xmlnode(&record.schedule, node, nullptr) != 0) {
+        log_line(Line::plain_arrow, NET_HERE, "net_record_schedule_x2s");
+        return -1;
+    }
+    // Whatever types it names, a schedule of this form counts as one that mentions motion detection.
+    alarm_in_add_event(&record.schedule.types, motion_type);
+    return 0;
+}
+
+int write_schedule(const net_record_schedule_v20_t &record, TiXmlElement *parent)
+{
+    // The functions' parameter is not const, but they only read the schedule.
+    auto *schedule = const_cast<net_schedule_t *>(&record.schedule);
+    return record.scheduleFormat == per_type ? insert_type_schedule_list_to_xmlnode(schedule, parent)
+                                             : insert_schedule_list_to_xmlnode(schedule, parent);
+}
+
+struct ScheduleFields : Description {
+    using T = net_record_schedule_v20_t;
+    static constexpr Field fields[] = {
+        preset(AT(reserved), 0),
+        integer("channelId", AT(channelId)).in(0, 63),
+        flag("enable", AT(enable)),
+        custom<read_types, write_schedule>("typeScheduleList", AT(schedule)).marks(AT(scheduleFormat), per_type),
+        custom<read_combinations>("ScheduleList", AT(schedule)).marks(AT(scheduleFormat), per_combination),
+    };
+    // The one schedule is written in either form.
+    static constexpr auto written = order("channelId", "enable", "typeScheduleList");
+    static constexpr Traits traits = HERE.parser("net_record_schedule_x2s")
+                                         .writer("net_record_schedule_s2x", "Record")
+                                         .write_entry(Line::parser)
+                                         .any_size_written()
+                                         .sets_inited();
+};
+constexpr auto schedule_message = describe<ScheduleFields>();
+
+// Timing ------------------------------------------------------------------------------------------
+
+struct TimeListFields : Description {
+    using T = tag_record_time_list_t;
+    static constexpr Field fields[] = {
+        int_items("time", AT(time)).counted_by(AT(count)),
+        int_items("item", AT(time)).counted_by(AT(count)), // both spellings fill the same list
+    };
+    static constexpr Traits traits = HERE.clears();
+};
+constexpr auto time_list = describe<TimeListFields>();
+
+struct TimingFields : Description {
+    using T = net_record_cfg_v20_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).in(0, 63),   integer("cycle", AT(cycle)),
+        integer("recordDelayTime", AT(recordDelayTime)), integer("preRecordTime", AT(preRecordTime)),
+        integer("packageTime", AT(packageTime)),         group("cyclelist", AT(cyclelist), time_list),
+        group("timeList", AT(timeList), time_list),      integer("recordAbility", AT(recordAbility)),
+        integer("recordMaxTime", AT(recordMaxTime)),     integer("recordMinTime", AT(recordMinTime)),
+    };
+    static constexpr auto written = order("cycle", "recordDelayTime", "preRecordTime", "packageTime");
+    static constexpr Traits traits = HERE.parser("nets_rec_x2s")
+                                         .writer("net_record_cfg_s2x", "RecordCfg")
+                                         .entry(Line::none)
+                                         .write_entry(Line::parser)
+                                         .unknown(unknown_node)
+                                         .any_size();
+};
+constexpr auto timing_message = describe<TimingFields>();
+
+// Switch ------------------------------------------------------------------------------------------
+
+struct SwitchFields : Description {
+    using T = net_record_enable_t;
+    static constexpr Field fields[] = {
+        int64("enable", AT(enable)),
+        integer("mainSwitch", AT(mainSwitch)),
+    };
+    static constexpr Traits traits = HERE.parser("nets_record_enable_x2s")
+                                         .writer("nets_record_enable_s2x", "RecordEnable")
+                                         .entry(Line::none)
+                                         .write_entry(Line::parser)
+                                         .failure(Line::plain_arrow)
+                                         .any_size();
+};
+constexpr auto switch_message = describe<SwitchFields>();
+
+// Encrypted recordings ----------------------------------------------------------------------------
+
+// Only the state is written; key and prompt stay here.
+struct KeyAndPromptFields : Description {
+    using T = net_record_key_and_prompt_t;
+    static constexpr Field fields[] = {
+        text("key", AT(key)),
+        text("prompt", AT(prompt)),
+        integer("enable", AT(enable)),
+        integer("mode", AT(mode)),
+        integer("pwdValid", AT(pwdValid)).write_only(),
+    };
+    static constexpr auto written = order("enable", "pwdValid");
+    static constexpr Traits traits = HERE.parser("net_param_record_key_and_prompt_x2s")
+                                         .writer("net_param_record_key_and_prompt_s2x", "RecEncCfg")
+                                         .entry(Line::none)
+                                         .write_entry(Line::parser)
+                                         .any_size();
+};
+constexpr auto key_and_prompt_message = describe<KeyAndPromptFields>();
+
+struct DecryptKeyFields : Description {
+    using T = net_record_decrypt_key_t;
+    static constexpr Field fields[] = {
+        text("key", AT(key)),
+        text("fileName", AT(fileName)),
+        integer("type", AT(type)),
+    };
+    static constexpr Traits traits = HERE.parser("net_param_record_decrypt_key_x2s").entry(Line::none).any_size();
+};
+constexpr auto decrypt_key_message = describe<DecryptKeyFields>();
+
+struct PromptFields : Description {
+    using T = net_record_prompt_t;
+    static constexpr Field fields[] = {
+        text("prompt", AT(prompt)).write_only(),
+        text("fileName", AT(fileName)).write_only(),
+    };
+    static constexpr Traits traits =
+        HERE.writer("net_rec_prompt_s2x", "RecordPrompt").write_entry(Line::parser).any_size();
+};
+constexpr auto prompt_message = describe<PromptFields>();
+
+// Manual and delayed recording --------------------------------------------------------------------
+
+struct ManualFields : Description {
+    using T = net_manual_rec_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)),
+        integer("stat", AT(stat)),
+        integer("duration", AT(duration)),
+    };
+    static constexpr Traits traits = HERE.parser("net_manual_rec_x2s").entry(Line::none).any_size();
+};
+constexpr auto manual_message = describe<ManualFields>();
+
+struct DelayFields : Description {
+    using T = net_delay_rec_stat_t;
+    static constexpr Field fields[] = {
+        integer("delayRecStat", AT(delayRecStat)),
+    };
+    static constexpr Traits traits = HERE.parser("net_delay_rec_stat_x2s").entry(Line::none).any_size();
+};
+constexpr auto delay_message = describe<DelayFields>();
+
+// Deletion ----------------------------------------------------------------------------------------
+
+struct DeletionFields : Description {
+    using T = net_delete_record_file_t;
+    static constexpr Field fields[] = {
+        unsigned_longlong("chnbits", AT(chnbits)),
+        integer("streamType", AT(streamType)).at_most(4),
+        integer("bmerge", AT(bmerge)),
+        group("startTime", AT(startTime), time_record),
+        group("endTime", AT(endTime), time_record),
+    };
+    static constexpr Traits traits =
+        HERE.parser("net_delete_record_file_x2s").entry(Line::none).unknown(unknown_node).any_size();
+};
+constexpr auto deletion_message = describe<DeletionFields>();
+
+} // namespace
+} // namespace netpublic
+
+using namespace netpublic;
+
+int net_record_schedule_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(schedule_message, param, node);
+}
+
+int net_record_schedule_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(schedule_message, param, parent);
+}
+
+int nets_rec_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(timing_message, param, node);
+}
+
+int net_record_cfg_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(timing_message, param, parent);
+}
+
+int nets_record_enable_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(switch_message, param, node);
+}
+
+int nets_record_enable_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(switch_message, param, parent);
+}
+
+int net_param_record_key_and_prompt_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(key_and_prompt_message, param, node);
+}
+
+int net_param_record_key_and_prompt_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(key_and_prompt_message, param, parent);
+}
+
+int net_param_record_decrypt_key_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(decrypt_key_message, param, node);
+}
+
+int net_rec_prompt_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(prompt_message, param, parent);
+}
+
+int net_manual_rec_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(manual_message, param, node);
+}
+
+int net_delay_rec_stat_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(delay_message, param, node);
+}
+
+int net_delete_record_file_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(deletion_message, param, node);
+}
+
+int get_recordTimeList_from_xmlnode(tag_record_time_list_t *list, TiXmlNode *node, const char *key)
+{
+    return read_component(time_list, list, node, key);
+}
+
+MESSAGES(recode, //
+         MESSAGE("record-schedule", nets_param_rec_schedule_init, net_record_schedule_x2s, net_record_schedule_s2x,
+                 schedule_message),
+         MESSAGE("record-configuration", nets_param_rec_init, nets_rec_x2s, net_record_cfg_s2x, timing_message),
+         HOST_MESSAGE("record-switch", net_record_enable_t, nets_record_enable_x2s, nets_record_enable_s2x,
+                      switch_message),
+         HOST_MESSAGE("record-key-and-prompt", net_record_key_and_prompt_t, net_param_record_key_and_prompt_x2s,
+                      net_param_record_key_and_prompt_s2x, key_and_prompt_message),
+         HOST_MESSAGE("record-decrypt-key", net_record_decrypt_key_t, net_param_record_decrypt_key_x2s, nullptr,
+                      decrypt_key_message),
+         HOST_MESSAGE("record-prompt", net_record_prompt_t, nullptr, net_rec_prompt_s2x, prompt_message),
+         MESSAGE("manual-record", net_param_manual_rec_init, net_manual_rec_x2s, nullptr, manual_message),
+         MESSAGE("delayed-record", net_param_delay_rec_stat_init, net_delay_rec_stat_x2s, nullptr, delay_message),
+         HOST_MESSAGE("record-deletion", net_delete_record_file_t, net_delete_record_file_x2s, nullptr,
+                      deletion_message))

@@ -1,0 +1,531 @@
+// Finding and replaying recordings: day records, file search, replay, cover pictures, deletion.
+#include "engine.h"
+#include "records.h"
+#include "registry.h"
+#include "values.h"
+
+#include <net_public.h>
+
+namespace netpublic {
+namespace {
+
+// "snapStream" is no spelling here: it reads as the main stream, like any unknown word.
+constexpr Word stream_list[] = {{0, "mainStream"}, {1, "subStream"}, {2, "mobileStream"}, {4, "externStream"}};
+constexpr auto streams = words<stream_list>();
+constexpr int main_stream = 0;
+constexpr int longest_stream = 30; // characters
+
+// Day records -------------------------------------------------------------------------------------
+
+using Schedule = tag_net_recfile_schedule_v20_t;
+using DayRecord = tag_net_rec_info_v20_t;
+
+constexpr int days = 31;
+constexpr int no_recording = 0;
+constexpr Word day_type_list[] = {{no_recording, "none"}, {1, "normal"}, {2, "alarm"}, {3, "all"}};
+constexpr auto day_types = words<day_type_list>();
+
+struct DayType {
+    int index; // day of the month - 1
+    int type;
+};
+
+struct DayTypeFields : Description {
+    using T = DayType;
+    static constexpr Field fields[] = {
+        integer("index", AT(index)).in(0, days - 1).required(),
+        word("type", AT(type), day_types).upto(15).required(),
+    };
+};
+constexpr auto day_type = describe<DayTypeFields>();
+
+int read_day_types(DayRecord &record, TiXmlNode *list)
+{
+    int count = 0;
+    for (TiXmlNode *child = list->FirstChild(); child != nullptr && count < days; child = child->NextSibling()) {
+        DayType day = {0, no_recording};
+        if (!is_named(child->Value(), "dayType") || read_record(day_type, &day, child) != 0)
+            return -1;
+        record.dayType[day.index] = day.type;
+        ++count;
+    }
+    return 0;
+}
+
+struct DayRecordFields : Description {
+    using T = DayRecord;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).at_least(0),
+        custom<read_day_types>("dayTypeList", AT(dayType)),
+        text("uid", AT(uid)).quiet(),
+    };
+    static constexpr Traits traits = HERE.parser("get_day_record_list_from_xmlnode").failure(Line::parser);
+};
+constexpr auto day_record = describe<DayRecordFields>();
+
+struct DayRecordListFields : Description {
+    using T = Schedule;
+    static constexpr Field fields[] = {list("DayRecord", AT(records), day_record)};
+    static constexpr Traits traits = HERE.exact_names();
+};
+constexpr auto day_record_list = describe<DayRecordListFields>();
+
+int write_day_types(const DayRecord &record, int index, TiXmlElement *parent)
+{
+    TiXmlElement *list = append_element(parent, "dayTypeList");
+    // A negative type ends the month.
+    for (int day = 0; day < days && record.dayType[day] >= 0; ++day) {
+        const DayType written = {day, record.dayType[day]};
+        if (written.type == no_recording)
+            continue;
+        if (word_of(day_types, written.type) == nullptr) {
+            const Place here = NET_HERE;
+            log_error(here, "Func(%s) Line(%d) [%d]cRecType[%d]=%d\n", "net_day_rec_s2x", here.line, index, day,
+                      written.type);
+            return -1;
+        }
+        write_record(day_type, &written, append_element(list, "dayType"));
+    }
+    return 0;
+}
+
+int write_day_records(const Schedule &schedule, TiXmlElement *parent)
+{
+    TiXmlElement *list = append_element(parent, "DayRecordList");
+    int index = 0;
+    for (const DayRecord &record : schedule.records) {
+        if (record.channelId < 0)
+            break;
+        TiXmlElement *element = append_element(list, "DayRecord");
+        append_int(element, "index", index);
+        append_int(element, "channelId", record.channelId);
+        if (write_day_types(record, index, element) != 0)
+            return -1;
+        ++index;
+    }
+    return 0;
+}
+
+struct ScheduleFields : Description {
+    using T = Schedule;
+    static constexpr Field fields[] = {
+        preset(AT(records[1].channelId), -1), // ends an answer that holds one record
+        group("startTime", AT(startTime), time_record),
+        group("endTime", AT(endTime), time_record),
+        part("DayRecordList", day_record_list).read_only(),
+        custom<nullptr, write_day_records>("DayRecordList", AT(records)),
+    };
+    static constexpr Traits traits =
+        HERE.parser("net_day_rec_x2s").writer("net_day_rec_s2x", "DayRecords").sets_inited();
+};
+constexpr auto day_records_message = describe<ScheduleFields>();
+
+// File search -------------------------------------------------------------------------------------
+
+using FileInfo = tag_net_file_info_v20_t;
+
+// In the order in which they are written. The words are searched for anywhere in the text, so that
+// "intrusion" is read as NET_RECORD_IO as well: peers depend on it. "crossline" is never written.
+constexpr Word record_type_list[] = {
+    {NET_RECORD_MANUAL, "manual"},
+    {NET_RECORD_IO, "io"},
+    {NET_RECORD_MD, "md"},
+    {NET_RECORD_PIR, "pir"},
+    {NET_RECORD_SCHED, "sched"},
+    {NET_RECORD_PEOPLE, "people"},
+    {NET_RECORD_VEHICLE, "vehicle"},
+    {NET_RECORD_FACE, "face"},
+    {NET_RECORD_OTHER, "other"},
+    {NET_RECORD_DOG_CAT, "dog_cat"},
+    {NET_RECORD_VISITOR, "visitor"},
+    {NET_RECORD_PACKAGE, "package"},
+    {NET_RECORD_INTRUSION, "intrusion"},
+    {NET_RECORD_LOITERING, "loitering"},
+    {NET_RECORD_LEGACY, "legacy"},
+    {NET_RECORD_LOSS, "loss"},
+    {NET_RECORD_CRY, "cry"},
+    {NET_RECORD_CROSSLINE, "crossline", Use::read},
+};
+constexpr auto record_types = words<record_type_list>();
+
+constexpr Word file_type_list[] = {{0, "h264"}, {1, "mp4"}, {2, "flv"}};
+constexpr auto file_types = words<file_type_list>();
+
+// "none" says that no bit is set: bits that have no word give an empty text.
+int write_record_type(const FileInfo &info, TiXmlElement *parent)
+{
+    char text[128];
+    write_mask(record_types, info.recordType, text, sizeof text);
+    const bool wordless = info.recordType != 0 && is_named(text, "none");
+    append_text(parent, "recordType", wordless ? "" : text);
+    return 0;
+}
+
+int write_contains_audio(const FileInfo &info, TiXmlElement *parent)
+{
+    append_int(parent, "containsAudio", info.containsAudio != 0 ? 1 : 0);
+    return 0;
+}
+
+struct FileInfoFields : Description {
+    using T = FileInfo;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).at_least(0),
+        word("streamType", AT(streamType), streams).upto(longest_stream).otherwise(main_stream),
+        flag("supportSub", AT(supportSub)),
+        integer("handle", AT(handle)),
+        text("name", AT(name)),
+        integer("typeExtension", AT(typeExtension)),
+        mask("recordType", AT(recordType), record_types).none_conflicts().read_only(),
+        custom<nullptr, write_record_type>("recordType", AT(recordType)),
+        unsigned_integer("sizeL", AT(sizeL)),
+        unsigned_integer("sizeH", AT(sizeH)),
+        integer("FileCount", AT(FileCount)).at_least(0),
+        group("startTime", AT(startTime), time_record),
+        group("endTime", AT(endTime), time_record),
+        flag("containsAudio", AT(containsAudio)),
+        word("fileType", AT(fileType), file_types).kept(),
+        integer("playSpeed", AT(playSpeed)).in(0, 32),
+        text("uid", AT(uid)),
+        text("Id", AT(Id)),
+        unsigned_longlong("logicChnBitmap", AT(logicChnBitmap)),
+    };
+    static constexpr Traits traits = HERE.writer("net_file_file_s2x", "FileInfo");
+};
+constexpr auto file_info = describe<FileInfoFields>();
+
+// What the answer to a search says of a file; only written.
+struct FoundFileFields : Description {
+    using T = FileInfo;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)),
+        integer("handle", AT(handle)),
+        text("name", AT(name)),
+        custom<nullptr, write_contains_audio>("containsAudio", AT(containsAudio)),
+        custom<nullptr, write_record_type>("recordType", AT(recordType)),
+        constant("supportSub", 1), // whatever the record says
+        unsigned_integer("sizeL", AT(sizeL)),
+        unsigned_integer("sizeH", AT(sizeH)),
+        group("startTime", AT(startTime), time_record),
+        group("endTime", AT(endTime), time_record),
+    };
+    static constexpr auto written = order("channelId", "handle", "name", "containsAudio", "recordType", "supportSub",
+                                          "sizeL", "sizeH", "startTime", "endTime");
+};
+constexpr auto found_file = describe<FoundFileFields>();
+
+struct FileInfoListFields : Description {
+    using T = FileInfo;
+    static constexpr Field fields[] = {
+        preset(AT(playSpeed), 1),
+        part("FileInfo", file_info).read_only(),
+        part("FileInfo", found_file).write_only(),
+    };
+    static constexpr Traits traits = HERE.parser("net_file_info_list_x2s")
+                                         .writer("net_file_info_list_s2x", "FileInfoList")
+                                         .first_child_only()
+                                         .others_fail()
+                                         .sets_inited();
+};
+constexpr auto file_info_list_message = describe<FileInfoListFields>();
+
+struct ClientFileInfoListFields : Description {
+    using T = FileInfo;
+    static constexpr Field fields[] = {part("FileInfo", file_info)};
+    static constexpr Traits traits = HERE.parser("netc_file_info_list_x2s").first_child_only().others_fail();
+};
+constexpr auto client_file_info_list_message = describe<ClientFileInfoListFields>();
+
+// Replay ------------------------------------------------------------------------------------------
+
+struct ReplaySeekFields : Description {
+    using T = net_replay_seek_v20_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).at_least(0),
+        group("seekTime", AT(seekTime), time_record),
+        integer("seq", AT(seq)),
+    };
+    static constexpr Traits traits = HERE.parser("net_replay_seek_x2s").clears().sets_inited();
+};
+constexpr auto replay_seek_message = describe<ReplaySeekFields>();
+
+using Period = net_replay_period_v20_t;
+using Byte = unsigned char Period::*;
+
+template <Byte hour, Byte minute, Byte second> int read_clock(Period &period, TiXmlNode *node)
+{
+    int pts;
+    if (read_int(&pts, node) != 0 || pts < 0)
+        return -1;
+    return get_hms_from_pts(pts, &(period.*hour), &(period.*minute), &(period.*second));
+}
+
+template <Byte byte> int read_offset(Period &period, TiXmlNode *node)
+{
+    int offset;
+    if (read_int(&offset, node) != 0)
+        return -1;
+    period.*byte = static_cast<unsigned char>(offset);
+    return 0;
+}
+
+struct PeriodFields : Description {
+    using T = Period;
+    static constexpr Field fields[] = {
+        custom<read_clock<&Period::startHour, &Period::startMinute, &Period::startSecond>>("s", AT(startHour)),
+        custom<read_clock<&Period::endHour, &Period::endMinute, &Period::endSecond>>("e", AT(endHour)).own_test(),
+        custom<read_offset<&Period::offsetOfStart>>("offsetOfStart", AT(offsetOfStart)),
+        custom<read_offset<&Period::offsetOfEnd>>("offsetOfEnd", AT(offsetOfEnd)),
+    };
+};
+constexpr auto period = describe<PeriodFields>();
+
+struct TimesFields : Description {
+    using T = net_replay_duration_v20_t;
+    static constexpr Field fields[] = {
+        preset(AT(periodCount), 0),
+        list("i", AT(periods), period).counted_by(AT(periodCount)).complain("get too many period, ignore others\n"),
+    };
+    static constexpr Traits traits = HERE.parser("get_duration_times_from_xmlnode");
+};
+constexpr auto times = describe<TimesFields>();
+
+struct DurationFields : Description {
+    using T = net_replay_duration_v20_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).at_least(0),
+        word("streamType", AT(streamType), streams).upto(longest_stream).otherwise(main_stream),
+        text("uid", AT(uid)),
+        unsigned_longlong("logicChnBitmap", AT(logicChnBitmap)),
+        part("times", times),
+    };
+};
+constexpr auto duration = describe<DurationFields>();
+
+// A child named "d" is both the day and a duration.
+struct DurationListFields : Description {
+    using T = net_replay_duration_list_v20_t;
+    static constexpr Field fields[] = {
+        preset(AT(durationCount), 0),
+        integer("year", AT(year)).at_least(0),
+        integer("month", AT(month)).in(1, 12),
+        integer("day", AT(day)).in(1, 31),
+        list("duration", AT(durations), duration)
+            .own_test()
+            .counted_by(AT(durationCount))
+            .complain("get too many duration, ignore others\n"),
+    };
+    static constexpr Traits traits = HERE.parser("get_duration_list_from_xmlnode");
+};
+constexpr auto duration_list = describe<DurationListFields>();
+
+using ReplayStart = net_new_replay_start_v20_t;
+
+// The stream type is the durations' as well, whatever an earlier duration list says.
+int read_replay_stream(ReplayStart &start, TiXmlNode *node)
+{
+    const char *text;
+    if (view_text(&text, longest_stream, node) != 0)
+        return -1;
+    const WordTable::Entry *entry = find_whole(streams, text);
+    start.streamType = entry != nullptr ? entry->code : main_stream;
+    for (auto &each : start.durationList.durations)
+        each.streamType = start.streamType;
+    return 0;
+}
+
+struct ReplayStartFields : Description {
+    using T = ReplayStart;
+    static constexpr Field fields[] = {
+        integer("seq", AT(seq)),
+        custom<read_replay_stream>("streamType", AT(streamType)),
+        integer("playSpeed", AT(playSpeed)).at_most(32),
+        group("startTime", AT(startTime), time_record),
+        integer("sOffset", AT(sOffset)),
+        group("endTime", AT(endTime), time_record),
+        integer("eOffset", AT(eOffset)),
+        group("durationList", AT(durationList), duration_list),
+    };
+    static constexpr Traits traits = HERE.parser("nets_param_new_replay_start_x2s");
+};
+constexpr auto replay_start_message = describe<ReplayStartFields>();
+
+struct NewReplaySeekFields : Description {
+    using T = net_new_replay_seek_v20_t;
+    static constexpr Field fields[] = {
+        group("seekTime", AT(seekTime), time_record),
+        integer("seq", AT(seq)),
+        group("durationList", AT(durationList), duration_list),
+    };
+    static constexpr Traits traits = HERE.parser("nets_param_new_replay_seek_x2s").clears();
+};
+constexpr auto new_replay_seek_message = describe<NewReplaySeekFields>();
+
+// Deletion ----------------------------------------------------------------------------------------
+
+struct DeletedFileFields : Description {
+    using T = net_rec_del_item_t;
+    static constexpr Field fields[] = {text("fileIdentity", AT(fileIdentity))};
+    static constexpr Traits traits = HERE.parser("net_rec_del_x2s").failure(Line::plain_failed);
+};
+constexpr auto deleted_file = describe<DeletedFileFields>();
+
+struct DeletionFields : Description {
+    using T = net_rec_del_v20_t;
+    static constexpr Field fields[] = {list("item", AT(item), deleted_file).counted_by(AT(count))};
+    static constexpr Traits traits = HERE.parser("net_rec_del_x2s").clears();
+};
+constexpr auto deletion_message = describe<DeletionFields>();
+
+// Cover pictures ----------------------------------------------------------------------------------
+
+struct FrameListFields : Description {
+    using T = net_cover_preview_v20_t;
+    static constexpr Field fields[] = {
+        preset(AT(frameCount), 0),
+        int_items("frameNo", AT(frameNo)).counted_by(AT(frameCount)),
+    };
+};
+constexpr auto frame_list = describe<FrameListFields>();
+
+struct CoverPreviewFields : Description {
+    using T = net_cover_preview_v20_t;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)),
+        integer("destination", AT(destination)),
+        unsigned_longlong("logicChnBitmap", AT(logicChnBitmap)),
+        word("streamType", AT(streamType), streams).upto(longest_stream).otherwise(main_stream),
+        group("startTime", AT(startTime), time_record),
+        group("endTime", AT(endTime), time_record),
+        text("uid", AT(uid)),
+        part("frameList", frame_list),
+    };
+    static constexpr Traits traits = HERE.parser("net_cover_preview_x2s");
+};
+constexpr auto cover_preview_message = describe<CoverPreviewFields>();
+
+} // namespace
+} // namespace netpublic
+
+using namespace netpublic;
+
+int net_day_rec_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(day_records_message, param, node);
+}
+
+int net_day_rec_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(day_records_message, param, parent);
+}
+
+int net_file_info_list_x2s(net_param_t *param, TiXmlNode *node)
+{
+    // A search that names no file is over at once: neither the payload nor `inited` is touched.
+    if (node != nullptr && node->FirstChild() == nullptr)
+        return check_parser(file_info_list_message, param, node);
+    return parse_message(file_info_list_message, param, node);
+}
+
+int net_file_info_list_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(file_info_list_message, param, parent);
+}
+
+int netc_file_info_list_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(client_file_info_list_message, param, node);
+}
+
+int net_file_file_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    return write_message(file_info, param, parent);
+}
+
+int net_replay_seek_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(replay_seek_message, param, node);
+}
+
+int net_rec_del_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(deletion_message, param, node);
+}
+
+int net_cover_preview_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(cover_preview_message, param, node);
+}
+
+int nets_param_new_replay_start_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(replay_start_message, param, node);
+}
+
+int nets_param_new_replay_seek_x2s(net_param_t *param, TiXmlNode *node)
+{
+    return parse_message(new_replay_seek_message, param, node);
+}
+
+int get_day_type_list_from_xmlnode(tag_net_rec_info_v20_t *record, TiXmlNode *node)
+{
+    return is_component(record, node, nullptr) ? read_day_types(*record, node) : -1;
+}
+
+int get_day_record_list_from_xmlnode(tag_net_recfile_schedule_v20_t *schedule, TiXmlNode *node)
+{
+    if (is_component(schedule, node, nullptr))
+        return read_record(day_record_list, schedule, node);
+    log_line(Line::parser, NET_HERE, "get_day_record_list_from_xmlnode");
+    return -1;
+}
+
+int _get_file_info(tag_net_file_info_v20_t *info, TiXmlNode *node, const char *key)
+{
+    return read_component(file_info, info, node, key);
+}
+
+int get_hms_from_pts(int pts, unsigned char *hour, unsigned char *minute, unsigned char *second)
+{
+    if (hour == nullptr || minute == nullptr || second == nullptr)
+        return -1;
+    *hour = static_cast<unsigned char>(pts / 3600);
+    *minute = static_cast<unsigned char>(pts % 3600 / 60);
+    *second = static_cast<unsigned char>(pts % 60);
+    return 0;
+}
+
+int get_duration_item_from_xmlnode(net_replay_period_v20_t *item, TiXmlNode *node, const char *key)
+{
+    return read_component(period, item, node, key);
+}
+
+int get_duration_times_from_xmlnode(net_replay_duration_v20_t *item, TiXmlNode *node, const char *key)
+{
+    return read_component(times, item, node, key);
+}
+
+int get_duration_from_xmlnode(net_replay_duration_v20_t *item, TiXmlNode *node, const char *key)
+{
+    return read_component(duration, item, node, key);
+}
+
+int get_duration_list_from_xmlnode(net_replay_duration_list_v20_t *list, TiXmlNode *node, const char *key)
+{
+    return read_component(duration_list, list, node, key);
+}
+
+MESSAGES(replay, //
+         MESSAGE("day-record", net_param_day_record_init, net_day_rec_x2s, net_day_rec_s2x, day_records_message),
+         HOST_MESSAGE("file-info-list", tag_net_file_info_v20_t, net_file_info_list_x2s, net_file_info_list_s2x,
+                      file_info_list_message),
+         HOST_MESSAGE("client-file-info-list", tag_net_file_info_v20_t, netc_file_info_list_x2s, nullptr,
+                      client_file_info_list_message),
+         HOST_MESSAGE("file-file", tag_net_file_info_v20_t, nullptr, net_file_file_s2x, file_info),
+         HOST_MESSAGE("replay-seek", net_replay_seek_v20_t, net_replay_seek_x2s, nullptr, replay_seek_message),
+         HOST_MESSAGE("rec-del", net_rec_del_v20_t, net_rec_del_x2s, nullptr, deletion_message),
+         HOST_MESSAGE("cover-preview", net_cover_preview_v20_t, net_cover_preview_x2s, nullptr, cover_preview_message),
+         HOST_MESSAGE("new-replay-start", net_new_replay_start_v20_t, nets_param_new_replay_start_x2s, nullptr,
+                      replay_start_message),
+         HOST_MESSAGE("new-replay-seek", net_new_replay_seek_v20_t, nets_param_new_replay_seek_x2s, nullptr,
+                      new_replay_seek_message))

@@ -1,0 +1,22 @@
+// What a text from outside must satisfy before the XML library may parse it: the library recurses once
+// per nesting level and needs quadratic time for the attributes of one element.
+#ifndef NETPUBLIC_TEXT_GUARD_H
+#define NETPUBLIC_TEXT_GUARD_H
+
+#include <cstddef>
+
+namespace netpublic {
+
+constexpr std::size_t guarded_length = 64 * 1024; // characters
+constexpr int guarded_levels = 64;                // of nesting
+constexpr int guarded_attributes = 64;            // in one element
+
+// The XML library reads past a truncated UTF-8 sequence; so many zero bytes behind a text stop it.
+constexpr std::size_t guard_padding = 8;
+
+// Why the text must not be parsed; null when it may be. Whether it is well formed is the library's to say.
+const char *guard_text(const char *text, std::size_t length);
+
+} // namespace netpublic
+
+#endif

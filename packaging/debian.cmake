@@ -1,0 +1,35 @@
+# Debian packages of a build:  cpack --config build/armhf/CPackConfig.cmake -B build/packages
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME netpublic)
+set(CPACK_PACKAGE_VENDOR netpublic)
+set(CPACK_PACKAGE_CONTACT "netpublic maintainers")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+# CPack takes the build machine's architecture unless told otherwise.
+if(CMAKE_LIBRARY_ARCHITECTURE STREQUAL arm-linux-gnueabihf)
+    set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE armhf)
+endif()
+set(CPACK_COMPONENTS_ALL runtime development)
+if(TARGET netparam)
+    list(APPEND CPACK_COMPONENTS_ALL tools)
+endif()
+set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libnetpublic1)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${PROJECT_DESCRIPTION}")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libnetpublic-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
+    "libnetpublic1 (= ${PROJECT_VERSION}), libtinyxml-dev")
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "${PROJECT_DESCRIPTION} (development files)")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME netparam)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
+set(CPACK_COMPONENT_TOOLS_DESCRIPTION "Inspector of device-control protocol messages")
+# The host services are whoever links the library's to supply, so only packaged libraries are looked up.
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+
+include(CPack)

@@ -1,0 +1,252 @@
+#!/usr/bin/env bash
+# All checks, fast ones first. Installs what is missing (Debian), builds below build/, ends with
+# "N passed, N failed".
+#   ./test.sh                  everything
+#   ./test.sh format armhf     some sections
+#   ./test.sh --update golden  writes the golden files anew; read the difference before committing it
+set -uo pipefail
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+cd "$top" || exit 1
+# shellcheck source=packaging/packages.sh
+. packaging/packages.sh
+
+all_sections=(format build release asan armhf golden budgets consumer analysis fuzz)
+gates=tests/gates
+golden=tests/golden
+size_limit=98304
+stack_limit=1024
+fuzz_seconds=${FUZZ_SECONDS:-60}
+
+passed=0
+failed=0
+failures=()
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+
+pass() {
+    passed=$((passed + ${1:-1}))
+}
+
+fail() { # NAME [COUNT]
+    failed=$((failed + ${2:-1}))
+    failures+=("$1")
+    printf 'FAILED  %s\n' "$1"
+    sed 's/^/    /' "$log" | tail -n 60
+}
+
+# Runs a command as one check; its output shows only when it fails.
+check() { # NAME COMMAND...
+    local name=$1 start=$SECONDS
+    shift
+    if "$@" >"$log" 2>&1; then
+        pass
+        printf 'ok      %s (%d s)\n' "$name" $((SECONDS - start))
+    else
+        fail "$name"
+        return 1
+    fi
+}
+
+# As check, and shows what the command found out.
+measure() {
+    check "$@" && sed 's/^/        /' "$log"
+}
+
+# A locale with a decimal comma, for the tests that numbers on the wire do not follow the locale.
+comma_locale() {
+    local directory=$top/build/locale
+    [ -d "$directory/de_DE.UTF-8" ] || { mkdir -p "$directory" &&
+        localedef --no-archive -i de_DE -f UTF-8 "$directory/de_DE.UTF-8" >&2; }
+    echo "$directory"
+}
+
+# Runs a GoogleTest runner and counts its tests.
+check_tests() { # NAME COMMAND...
+    local name=$1 start=$SECONDS good bad skipped status=0
+    shift
+    LOCPATH=$(comma_locale) "$@" --gtest_brief=1 >"$log" 2>&1 || status=$?
+    good=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' "$log" | tail -n 1)
+    bad=$(grep -c '^\[  FAILED  \] .* ([0-9]* ms)$' "$log")
+    skipped=$(sed -n 's/^\[  SKIPPED \] \([0-9]*\) test.*/, \1 skipped/p' "$log" | tail -n 1)
+    pass "${good:-0}"
+    if [ "$status" = 0 ] && [ "${good:-0}" -gt 0 ]; then
+        printf 'ok      %s: %d tests%s (%d s)\n' "$name" "$good" "$skipped" $((SECONDS - start))
+    else
+        # A runner that dies, or leaks, fails although no test may have: one failure.
+        fail "$name" $((bad > 0 ? bad : 1))
+    fi
+}
+
+sources() {
+    find netpublic host tools tests fuzz bench \( -name '*.cpp' -o -name '*.h' -o -name '*.c' -o -name '*.inc' \) -print
+}
+
+configured=" "
+configure() { # PRESET
+    local tests=ON
+    [ "$1" = fuzz ] && tests=OFF
+    [[ $configured == *" $1 "* ]] && return
+    check "configure $1" cmake --preset "$1" -DNETPUBLIC_BUILD_TESTS=$tests && configured+="$1 "
+}
+
+build() { # PRESET TARGET...; no target: all
+    local preset=$1 target targets=()
+    shift
+    configure "$preset" || return 1
+    for target in "$@"; do
+        targets+=(--target "$target")
+    done
+    check "build $preset${1:+: $*}" cmake --build "build/$preset" "${targets[@]}"
+}
+
+# What the installation takes from a build.
+installables() {
+    echo netpublic netpublic_host
+    ! has tools/netparam || echo netparam
+}
+
+has() { # a directory that takes part in the build
+    [ -f "$1/CMakeLists.txt" ]
+}
+
+section_format() {
+    # shellcheck disable=SC2046 # no blanks in the tree's file names
+    check "formatting" clang-format-14 --dry-run -Werror $(sources)
+}
+
+section_build() {
+    build release
+}
+
+section_release() {
+    build release && check_tests "tests (release)" build/release/tests/netpublic_tests
+}
+
+section_asan() {
+    ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1:check_initialization_order=1
+    UBSAN_OPTIONS=print_stacktrace=1
+    export ASAN_OPTIONS UBSAN_OPTIONS
+    build asan-ubsan netpublic_tests &&
+        check_tests "tests (address, leak and undefined-behaviour sanitizers)" build/asan-ubsan/tests/netpublic_tests
+    unset ASAN_OPTIONS UBSAN_OPTIONS
+}
+
+section_armhf() {
+    build armhf netpublic_tests && check_tests "tests (armhf, emulated)" qemu-arm build/armhf/tests/netpublic_tests
+}
+
+update=no
+# Compares a command's output with a golden file, or writes the file.
+check_golden() { # FILE COMMAND...
+    local file=$golden/$1 fresh status=0
+    shift
+    fresh=$(mktemp)
+    if ! "$@" >"$fresh" 2>"$log"; then
+        fail "golden $file: cannot be made"
+    elif [ "$update" = yes ]; then
+        mkdir -p "$golden" && cp "$fresh" "$file" && echo "written $file"
+    else
+        check "golden $file" diff -u "$file" "$fresh" || status=1
+    fi
+    rm -f "$fresh"
+    return $status
+}
+
+installed_tree() {
+    local tmp
+    tmp=$(mktemp -d)
+    DESTDIR=$tmp cmake --install "$1" --prefix /usr >/dev/null && (cd "$tmp" && find . ! -type d -printf '%P %y %l\n' | sed 's/ f $//; s/ l / -> /' | LC_ALL=C sort)
+    rm -rf "$tmp"
+}
+
+section_golden() {
+    # shellcheck disable=SC2046 # names without blanks
+    build release $(installables) || return
+    check_golden symbols.txt python3 $gates/exports.py --list build/release/libnetpublic.so
+    check_golden installed.txt installed_tree build/release
+    check_golden layout-x86_64.txt python3 $gates/layout.py x86_64-linux-gnu netpublic/include
+    check_golden layout-armhf.txt python3 $gates/layout.py arm-linux-gnueabihf netpublic/include
+}
+
+library_size() {
+    local stripped size
+    stripped=$(mktemp)
+    arm-linux-gnueabihf-strip --strip-unneeded -o "$stripped" "$1"
+    size=$(stat -c %s "$stripped")
+    rm -f "$stripped"
+    echo "$size bytes stripped on armhf, $size_limit allowed"
+    [ "$size" -le "$size_limit" ]
+}
+
+section_budgets() {
+    build armhf netpublic || return
+    local objects=build/armhf/CMakeFiles/netpublic.dir
+    measure "exports are what the headers declare" python3 $gates/exports.py build/armhf/libnetpublic.so netpublic/include
+    measure "size" library_size build/armhf/libnetpublic.so
+    measure "stack" python3 $gates/stack.py arm-linux-gnueabihf-readelf $objects $gates/stack_rules.txt $stack_limit
+    measure "no static constructors, no writable data" python3 $gates/writable.py arm-linux-gnueabihf-objdump build/armhf/libnetpublic.so $objects
+}
+
+section_consumer() {
+    # shellcheck disable=SC2046 # names without blanks
+    build release $(installables) && check "consumer projects" $gates/consumer.sh build/release
+    # shellcheck disable=SC2046 # names without blanks
+    build armhf $(installables) && check "consumer projects (armhf, emulated)" $gates/consumer.sh build/armhf armhf
+}
+
+section_analysis() {
+    check "shell scripts" shellcheck -x demo.sh test.sh .ci/run packaging/packages.sh $gates/*.sh
+    mkdir -p build/cppcheck
+    check "cppcheck" cppcheck --quiet --error-exitcode=1 --std=c++17 --inline-suppr -j "$(nproc)" --cppcheck-build-dir=build/cppcheck \
+        --enable=warning,portability,performance --suppressions-list=$gates/cppcheck_suppressions.txt \
+        -I netpublic/include -I netpublic/src -DNETPUBLIC_DESCRIBED=1 netpublic/src host
+    configure release || return
+    check "clang-tidy" $gates/clang_tidy.sh build/release netpublic/src host tools
+}
+
+section_fuzz() {
+    has fuzz || { echo "skipped: no fuzz targets yet"; return; }
+    build fuzz || return
+    local targets target name corpus
+    mapfile -t targets < <(find build/fuzz/fuzz -maxdepth 1 -type f -executable -name 'fuzz_*')
+    for target in "${targets[@]}"; do
+        name=${target##*/fuzz_}
+        corpus=$(mktemp -d)
+        local arguments=("$corpus")
+        [ -d "fuzz/seeds/$name" ] && arguments+=("fuzz/seeds/$name")
+        [ -f "fuzz/$name.dict" ] && arguments+=("-dict=fuzz/$name.dict")
+        check "fuzz $name" "$target" -max_total_time=$((fuzz_seconds / ${#targets[@]})) -timeout=10 \
+            -print_final_stats=1 -artifact_prefix=build/fuzz/ "${arguments[@]}"
+        rm -rf "$corpus"
+    done
+}
+
+sections=()
+for argument in "$@"; do
+    if [ "$argument" = --update ]; then
+        update=yes
+    elif [[ " ${all_sections[*]} " == *" $argument "* ]]; then
+        sections+=("$argument")
+    else
+        echo "No such section: $argument. There are: ${all_sections[*]}" >&2
+        exit 2
+    fi
+done
+[ ${#sections[@]} -gt 0 ] || sections=("${all_sections[@]}")
+
+install_packages "${test_packages[@]}" || exit 1
+if command -v ccache >/dev/null; then
+    export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+fi
+
+for section in "${sections[@]}"; do
+    echo "== $section"
+    "section_$section"
+done
+
+if [ "$failed" -gt 0 ]; then
+    echo "Failed:"
+    printf '  %s\n' "${failures[@]}"
+fi
+echo "$passed passed, $failed failed"
+[ "$failed" = 0 ]

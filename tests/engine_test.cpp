@@ -1,0 +1,880 @@
+#include "engine.h"
+#include "records.h"
+#include "support.h"
+
+#include <net_public.h>
+
+#include <atomic>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <iterator>
+#include <memory>
+#include <new>
+#include <random>
+#include <string>
+#include <vector>
+
+// Counts what the C++ code of this program and of the XML library allocates.
+namespace {
+std::atomic<long> allocations{0};
+}
+
+// Not inlined: the compiler would take the pairs of new and free() for mistakes.
+[[gnu::noinline]] void *operator new(std::size_t size)
+{
+    ++allocations;
+    void *block = std::malloc(size != 0 ? size : 1);
+    if (block == nullptr)
+        std::abort();
+    return block;
+}
+[[gnu::noinline]] void operator delete(void *block) noexcept
+{
+    std::free(block);
+}
+[[gnu::noinline]] void operator delete(void *block, std::size_t) noexcept
+{
+    std::free(block);
+}
+
+namespace netpublic {
+namespace {
+
+using test::log_of;
+using test::print_children;
+using test::Xml;
+
+class EngineTest : public test::HostTest {};
+
+template <class Function> long allocations_of(Function function)
+{
+    const long before = allocations;
+    function();
+    return allocations - before;
+}
+
+// The likely row ------------------------------------------------------------------------------------
+
+// A record with room for every row; each child's text is its place among its siblings.
+struct Numbers {
+    int values[8];
+    int items[3];
+    int others[2];
+    int count;
+};
+
+#define VALUE(index) (Member<Numbers, int>{offsetof(Numbers, values) + (index) * sizeof(int), "value"})
+
+struct ChainFields : Description {
+    using T = Numbers;
+    static constexpr Field fields[] = {
+        integer("channelId", VALUE(0)), integer("enable", VALUE(1)), integer("width", VALUE(2)),
+        integer("height", VALUE(3)),    integer("scope", VALUE(4)),  constant("version", 1),
+    };
+    static constexpr auto written = order("channelId", "version", "width", "height", "enable");
+};
+
+// Keys that begin with each other, in the worse order and in the better one; written otherwise.
+struct ShadowedFields : Description {
+    using T = Numbers;
+    static constexpr Field fields[] = {
+        integer("sensitivity", VALUE(0)),
+        integer("sens", VALUE(1)),
+        integer("SENSITIVITYLIST", VALUE(2)),
+        integer("s", VALUE(3)),
+        integer("en", VALUE(4)),
+        integer("enable", VALUE(5)),
+        integer("ENABLE", VALUE(6)),
+        integer("sens", VALUE(7)),
+        constant("sensi", 1),
+        constant("id", 2),
+        constant("enabled", 3),
+    };
+    static constexpr auto written =
+        order("enable", "sensi", "s", "id", "sens", "enabled", "ENABLE", "sensitivity", "en");
+};
+
+struct OwnFields : Description {
+    using T = Numbers;
+    static constexpr Field fields[] = {
+        integer("min", VALUE(0)), integer("mode", VALUE(1)).own_test(), integer("model", VALUE(2)),
+        integer("max", VALUE(3)), integer("m", VALUE(4)).own_test(),    integer("mode", VALUE(5)).own_test(),
+        integer("x", VALUE(6)),
+    };
+};
+
+struct ExactFields : Description {
+    using T = Numbers;
+    static constexpr Field fields[] = {
+        integer("name", VALUE(0)),
+        integer("nameList", VALUE(1)),
+        integer("Name", VALUE(2)),
+        integer("a_name_that_is_longer_than_the_31_compared_characters", VALUE(3)),
+        integer("a_name_that_is_longer_than_the_31_others", VALUE(4)),
+    };
+    static constexpr auto written = order("nameList", "name");
+    static constexpr Traits traits = HERE.exact_names();
+};
+
+struct ListFields : Description {
+    using T = Numbers;
+    static constexpr Field fields[] = {
+        integer("count", VALUE(0)),
+        int_items("item", Member<Numbers, int[3]>{offsetof(Numbers, items), "items"}).counted_by(AT(count)),
+        integer("itemSize", VALUE(1)),
+        int_items("others", Member<Numbers, int[2]>{offsetof(Numbers, others), "others"}),
+        integer("other", VALUE(2)),
+        integer("write", VALUE(3)).write_only(),
+        integer("split", VALUE(4)).write_only(),
+        integer("split", VALUE(5)).read_only(),
+    };
+    static constexpr auto written = order("write", "itemSize", "split", "other", "item", "count", "others");
+};
+
+// Nothing to read at all.
+struct WrittenFields : Description {
+    using T = Numbers;
+    static constexpr Field fields[] = {constant("a", 1), preset(VALUE(0), 0), integer("b", VALUE(1)).write_only()};
+};
+
+constexpr auto chain_table = describe<ChainFields>();
+constexpr auto shadowed_table = describe<ShadowedFields>();
+constexpr auto own_table = describe<OwnFields>();
+constexpr auto exact_table = describe<ExactFields>();
+constexpr auto list_table = describe<ListFields>();
+constexpr auto written_table = describe<WrittenFields>();
+
+// The rule in plain words: the first key of which the name is a beginning takes the child, and behind
+// it each test of its own has its say again.
+bool plainly_matches(const std::string &name, const std::string &key, bool exact)
+{
+    const auto lower = [](std::string text) {
+        for (char &c : text)
+            c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+        return text;
+    };
+    if (exact)
+        return lower(name).substr(0, 31) == lower(key).substr(0, 31);
+    return name.size() <= key.size() && lower(name) == lower(key.substr(0, name.size()));
+}
+
+Numbers read_plainly(const Table &table, const std::vector<std::string> &names)
+{
+    Numbers numbers = {};
+    int others = 0;
+    for (std::size_t place = 0; place < names.size(); ++place) {
+        bool taken = false;
+        for (unsigned index = 0; index < table.keys; ++index) {
+            const Row &row = table.row(index);
+            if ((row.flags & row_own_test) != 0)
+                taken = false;
+            if (taken || !plainly_matches(names[place], table.key(row), (table.flags & table_exact) != 0))
+                continue;
+            taken = true;
+            int *member = reinterpret_cast<int *>(reinterpret_cast<char *>(&numbers) + row.offset);
+            if (row.kind == Kind::int_items) {
+                int &count = row.attached != 0 ? numbers.count : others;
+                if (count < row.size)
+                    member[count++] = static_cast<int>(place);
+            } else {
+                *member = static_cast<int>(place);
+            }
+        }
+    }
+    return numbers;
+}
+
+void expect_plain_reading(const Table &table, const std::vector<std::string> &names)
+{
+    TiXmlElement parent("p");
+    std::string shown;
+    for (std::size_t place = 0; place < names.size(); ++place) {
+        auto *child = new TiXmlElement(names[place].c_str());
+        child->LinkEndChild(new TiXmlText(std::to_string(place).c_str()));
+        parent.LinkEndChild(child);
+        shown += "'" + names[place] + "' ";
+    }
+    Numbers numbers = {};
+    ASSERT_EQ(read_record(table, &numbers, &parent), 0) << shown;
+    const Numbers expected = read_plainly(table, names);
+    ASSERT_EQ(std::memcmp(&numbers, &expected, sizeof numbers), 0) << shown;
+}
+
+TEST_F(EngineTest, TheLikelyRowIsNeverTheWrongOne)
+{
+    std::mt19937 random(7);
+    const auto below = [&](std::size_t bound) { return static_cast<std::size_t>(random()) % bound; };
+    for (const Table *table : {&chain_table.head, &shadowed_table.head, &own_table.head, &exact_table.head,
+                               &list_table.head, &written_table.head}) {
+        const auto key = [&](std::size_t index) {
+            return std::string(table->key(table->row(static_cast<unsigned>(index))));
+        };
+        const auto name = [&](std::size_t index) {
+            std::string text = key(index);
+            switch (below(8)) {
+            case 0:
+                text.resize(below(text.size() + 1));
+                break;
+            case 1:
+                text += 'x';
+                break;
+            case 2:
+                text[below(text.size())] ^= 0x20;
+                break;
+            default:
+                break;
+            }
+            return text;
+        };
+        for (int round = 0; round < 20000; ++round) {
+            std::vector<std::string> names;
+            if (round % 2 == 0) { // in writing order, as children usually come, now and then disturbed
+                for (unsigned place = 0; place < table->written; ++place)
+                    if (below(6) != 0)
+                        names.push_back(name(table->ordered(place)));
+                if (!names.empty() && below(2) == 0)
+                    std::swap(names[below(names.size())], names[below(names.size())]);
+            } else {
+                for (std::size_t count = below(10); count > 0; --count) {
+                    const std::size_t any = below(table->keys + table->written + 1U);
+                    names.push_back(any < table->keys ? name(any)
+                                    : any > table->keys
+                                        ? name(table->ordered(static_cast<unsigned>(any - table->keys - 1U)))
+                                        : "new");
+                }
+            }
+            expect_plain_reading(*table, names);
+            if (HasFatalFailure())
+                return;
+        }
+    }
+}
+
+// What a single name answers to ----------------------------------------------------------------------
+
+TEST_F(EngineTest, Names)
+{
+    EXPECT_TRUE(answers_to("", "key"));
+    EXPECT_TRUE(answers_to("K", "key"));
+    EXPECT_TRUE(answers_to("KEY", "key"));
+    EXPECT_FALSE(answers_to("keys", "key"));
+    EXPECT_FALSE(answers_to("ky", "key"));
+    EXPECT_TRUE(is_named("KEY", "key"));
+    EXPECT_FALSE(is_named("", "key"));
+    EXPECT_FALSE(is_named("ke", "key"));
+    EXPECT_FALSE(is_named("keys", "key"));
+    EXPECT_FALSE(is_named("k\xC9y", "k\xE9y")) << "only ASCII letters have two cases";
+}
+
+// Comments and texts are children whose names are their texts.
+TEST_F(EngineTest, CommentsAndTextsAreChildren)
+{
+    const auto read = [](const char *children) {
+        Xml node("<p>" + std::string(children) + "</p>");
+        Numbers numbers = {};
+        const int result = read_record(chain_table, &numbers, node);
+        return std::to_string(result) + " " + std::to_string(numbers.values[0]) + " " +
+               std::to_string(numbers.values[1]);
+    };
+    EXPECT_EQ(read("<channelId>1</channelId><!-- remark --><enable>2</enable>"), "0 1 2");
+    EXPECT_EQ(read("<channelId>1</channelId>remark<enable>2</enable>"), "0 1 2");
+    EXPECT_EQ(read("<channelId>1</channelId><!--chan--><enable>2</enable>"), "-1 1 0");
+    EXPECT_EQ(read("<channelId>1</channelId>enable<enable>2</enable>"), "-1 1 0");
+    EXPECT_EQ(read("<channelId>1</channelId><!----><enable>2</enable>"), "-1 1 0") << "empty: a beginning of any key";
+    EXPECT_EQ(read("<channelId>1</channelId><![CDATA[e]]><enable>2</enable>"), "-1 1 0");
+}
+
+// Rows ------------------------------------------------------------------------------------------------
+
+constexpr Word colour_list[] = {
+    {1, "red"}, {2, "redder"}, {4, "blue"}, {8, "rosy", Use::read}, {8, "pink", Use::write}};
+constexpr auto colours = words<colour_list>();
+
+struct Inner {
+    int a;
+    int b;
+};
+struct InnerFields : Description {
+    using T = Inner;
+    static constexpr Field fields[] = {integer("a", AT(a)).in(-1, 9), integer("b", AT(b))};
+};
+constexpr auto inner = describe<InnerFields>();
+
+struct Payload {
+    int number;
+    int seen;
+    int word;
+    int mask;
+    int preset;
+    float real;
+    char text[8];
+    net_counted_text_t counted;
+    int count;
+    Inner list[2];
+    Inner group;
+    int numbers[4];
+    time_section_t events;
+    long long big;
+    unsigned long long huge;
+    unsigned int natural;
+};
+
+int failing_write(const Payload &, TiXmlElement *parent)
+{
+    parent->LinkEndChild(new TiXmlElement("half"));
+    return -1;
+}
+
+template <class D> struct Message {
+    static constexpr auto table = describe<D>();
+};
+
+template <class D> std::string read(Payload &payload, const std::string &children)
+{
+    Xml node("<p>" + children + "</p>");
+    int result = 1;
+    const std::string log = log_of([&] { result = read_record(Message<D>::table, &payload, node); });
+    return log.empty() ? std::to_string(result) : std::to_string(result) + " " + log;
+}
+
+template <class D> std::string read(const std::string &children)
+{
+    Payload payload = {};
+    return read<D>(payload, children);
+}
+
+template <class D> std::string write(const Payload &payload)
+{
+    TiXmlElement parent("p");
+    const int result = write_record(Message<D>::table, &payload, &parent);
+    return std::to_string(result) + " " + print_children(parent);
+}
+
+struct MarkFields : Description {
+    using T = Payload;
+    static constexpr Field fields[] = {
+        preset(AT(preset), -1),
+        preset(AT(seen), 0),
+        integer("number", AT(number)).in(0, 9).marks(AT(seen), 5).read_only(),
+        integer("preset", AT(preset)).when(AT(seen), When::positive),
+        integer("always", AT(number)).write_only().when(AT(preset), When::nonnegative),
+        constant("version", 2),
+        text("text", AT(text)).when(AT(word)),
+    };
+};
+
+TEST_F(EngineTest, PresetsMarksAndConditions)
+{
+    Payload payload = {};
+    payload.seen = 77;
+    EXPECT_EQ(read<MarkFields>(payload, ""), "0");
+    EXPECT_EQ(payload.preset, -1) << "stored although nothing names it";
+    EXPECT_EQ(payload.seen, 0);
+    EXPECT_EQ(write<MarkFields>(payload), "0 <version>2</version>");
+    EXPECT_EQ(read<MarkFields>(payload, "<preset>4</preset><number>3</number><version>x</version><always>x</always>"),
+              "0")
+        << "no child answers to what is only written";
+    EXPECT_EQ(payload.preset, 4);
+    EXPECT_EQ(payload.seen, 5);
+    EXPECT_EQ(read<MarkFields>(payload, "<number>10</number>"), "-1");
+    EXPECT_EQ(payload.number, 10) << "stored, then refused";
+    EXPECT_EQ(payload.seen, 0) << "no mark for a refused child";
+    payload = {};
+    std::strcpy(payload.text, "hi");
+    EXPECT_EQ(write<MarkFields>(payload), "0 <always>0</always><version>2</version>");
+    payload.seen = payload.preset = payload.word = -1;
+    EXPECT_EQ(write<MarkFields>(payload), "0 <version>2</version><text>hi</text>");
+    payload.seen = 1;
+    payload.preset = INT_MIN;
+    EXPECT_EQ(write<MarkFields>(payload), "0 <preset>-2147483648</preset><version>2</version><text>hi</text>");
+}
+
+struct RequiredFields : Description {
+    using T = Payload;
+    static constexpr Field fields[] = {
+        integer("number", AT(number)).required(),
+        integer("numbers", AT(seen)),
+        flag("word", AT(word)).required(),
+    };
+    static constexpr Traits traits = HERE.parser("reader").failure(Line::plain_failed);
+};
+
+TEST_F(EngineTest, RequiredKeys)
+{
+    const std::string failed = "-1 func:reader line:# failed\n";
+    EXPECT_EQ(read<RequiredFields>("<word>1</word><number>1</number>"), "0");
+    EXPECT_EQ(read<RequiredFields>("<w>1</w><n>1</n>"), "0");
+    EXPECT_EQ(read<RequiredFields>("<word>1</word>"), failed);
+    EXPECT_EQ(read<RequiredFields>("<number>1</number>"), failed);
+    EXPECT_EQ(read<RequiredFields>("<numbers>1</numbers><word>1</word>"), failed) << "another key";
+    EXPECT_EQ(read<RequiredFields>(""), failed);
+    EXPECT_EQ(read<RequiredFields>("<number>1</number><word>2</word>"), failed) << "once, for the refused child";
+}
+
+// Lists: beyond the capacity of two.
+template <int policy> struct ListOf : Description {
+    using T = Payload;
+    static constexpr Field plain =
+        list("item", AT(list), inner).counted_by(AT(count)).complain("func:%s line:%d full\n");
+    static constexpr Field fields[] = {
+        policy == 0   ? plain
+        : policy == 1 ? plain.refuse_more()
+        : policy == 2 ? plain.overwrite_last()
+                      : plain.stop_when_full(),
+        integer("number", AT(number)),
+    };
+    static constexpr Traits traits = HERE.parser("reader").failure(Line::plain_failed);
+};
+
+std::string item(int a)
+{
+    return "<item><a>" + std::to_string(a) + "</a></item>";
+}
+
+TEST_F(EngineTest, ListsThatOverflow)
+{
+    const std::string two = item(1) + item(2), rest = item(3) + item(4) + "<number>9</number>";
+    const std::string full = "<red engine_test.cpp>func:reader line:# full\n";
+    Payload p = {};
+    EXPECT_EQ(read<ListOf<0>>(p, two + rest), "0 " + full + full) << "ignored, each with its line";
+    EXPECT_EQ(p.list[1].a, 2);
+    EXPECT_EQ(p.count, 2);
+    EXPECT_EQ(p.number, 9);
+    p = {};
+    EXPECT_EQ(read<ListOf<1>>(p, two + rest), "-1 " + full + "func:reader line:# failed\n");
+    EXPECT_EQ(p.list[1].a, 2);
+    EXPECT_EQ(p.number, 0);
+    p = {};
+    EXPECT_EQ(read<ListOf<2>>(p, two + rest), "0");
+    EXPECT_EQ(p.list[0].a, 1);
+    EXPECT_EQ(p.list[1].a, 4) << "the last one is overwritten";
+    EXPECT_EQ(p.count, 2);
+    EXPECT_EQ(p.number, 9);
+    p = {};
+    EXPECT_EQ(read<ListOf<3>>(p, two + rest), "0");
+    EXPECT_EQ(p.list[1].a, 2);
+    EXPECT_EQ(p.number, 0) << "the walk has ended";
+    p = {};
+    EXPECT_EQ(read<ListOf<3>>(p, "<number>8</number>" + two), "0");
+    EXPECT_EQ(p.number, 8);
+
+    // A refused item does not count, what was read of it stays.
+    p = {};
+    EXPECT_EQ(read<ListOf<0>>(p, item(1) + "<item><b>5</b><a>10</a></item>"), "-1 func:reader line:# failed\n");
+    EXPECT_EQ(p.count, 1);
+    EXPECT_EQ(p.list[1].b, 5);
+    EXPECT_EQ(p.list[1].a, 10);
+    // The count is the record's: the next walk goes on behind it, and one out of range is full.
+    EXPECT_EQ(read<ListOf<2>>(p, item(7)), "0");
+    EXPECT_EQ(p.list[1].a, 7);
+    EXPECT_EQ(p.count, 2);
+    for (int count : {-1, INT_MIN, 3, INT_MAX}) {
+        p.count = count;
+        EXPECT_EQ(read<ListOf<1>>(p, item(5)), "-1 " + full + "func:reader line:# failed\n");
+    }
+}
+
+struct WriteListFields : Description {
+    using T = Payload;
+    static constexpr Field fields[] = {
+        list("item", AT(list), inner).counted_by(AT(count)),
+        int_items("n", AT(numbers)),
+        group("group", AT(group), inner),
+        int_list("list", AT(numbers), 20, -1),
+    };
+};
+
+TEST_F(EngineTest, ListsAndGroupsWritten)
+{
+    Payload p = {};
+    p.list[0] = {1, 2};
+    p.list[1] = {3, 4};
+    p.group = {5, 6};
+    p.numbers[1] = -7;
+    const std::string rest = "<n>0</n><n>-7</n><n>0</n><n>0</n><group><a>5</a><b>6</b></group><list>0,-7</list>";
+    const std::string one = "<item><a>1</a><b>2</b></item>", two = "<item><a>3</a><b>4</b></item>";
+    p.count = 1;
+    EXPECT_EQ(write<WriteListFields>(p), "0 " + one + rest);
+    for (int count : {2, 3, INT_MAX}) {
+        p.count = count;
+        EXPECT_EQ(write<WriteListFields>(p), "0 " + one + two + rest);
+    }
+    for (int count : {0, -1, INT_MIN}) {
+        p.count = count;
+        EXPECT_EQ(write<WriteListFields>(p), "0 " + rest);
+    }
+    EXPECT_EQ(read<WriteListFields>(p, "<list>3,4</list>"), "0");
+    EXPECT_EQ(p.numbers[1], 4);
+    EXPECT_EQ(p.numbers[3], -1) << "what the text does not name";
+    EXPECT_EQ(read<WriteListFields>(p, "<list>" + std::string(20, ',') + "</list>"), "0");
+    EXPECT_EQ(read<WriteListFields>(p, "<list>" + std::string(21, ',') + "</list>"), "-1");
+    EXPECT_EQ(read<WriteListFields>(p, "<group><a>9</a></group>"), "0");
+    EXPECT_EQ(p.group.a, 9);
+    EXPECT_EQ(p.group.b, 6);
+}
+
+// Words.
+template <int policy> struct WordOf : Description {
+    using T = Payload;
+    static constexpr Field plain = word("word", AT(word), colours);
+    static constexpr Field fields[] = {
+        policy == 0   ? plain
+        : policy == 1 ? plain.prefix()
+        : policy == 2 ? plain.exact().upto(4)
+        : policy == 3 ? plain.kept().complain("unknown %s\n")
+        : policy == 4 ? plain.otherwise(99).reported()
+        : policy == 5 ? plain.fallback(4).complain("bad %s\n")
+                      : plain.complain_plainly("bad %s\n").quiet(),
+    };
+    static constexpr Traits traits = HERE.parser("reader").failure(Line::plain_failed);
+};
+
+struct WordWrittenFields : Description {
+    using T = Payload;
+    static constexpr Field fields[] = {
+        word("word", AT(word), colours).read_only().complain("unknown %s\n"),
+        word("word", AT(word), colours).write_only().complain("no word for %d\n"),
+    };
+    static constexpr Traits traits = HERE;
+};
+
+// The code that a text leaves in a member of 77, behind the result.
+template <int policy> std::string word_read(const std::string &text)
+{
+    Payload payload = {};
+    payload.word = 77;
+    const std::string result = read<WordOf<policy>>(payload, "<word>" + text + "</word>");
+    return std::to_string(payload.word) + ": " + result;
+}
+
+TEST_F(EngineTest, Words)
+{
+    const std::string failed = "func:reader line:# failed\n";
+    EXPECT_EQ(word_read<0>("Redder"), "2: 0");
+    EXPECT_EQ(word_read<0>("rosy"), "8: 0");
+    for (const char *text : {"redd", "redderr", "", "pink"})
+        EXPECT_EQ(word_read<0>(text), "77: -1 " + failed) << text;
+    EXPECT_EQ(word_read<0>(std::string(32, 'r')), "77: -1 " + failed);
+    EXPECT_EQ(word_read<1>("B"), "4: 0");
+    EXPECT_EQ(word_read<1>("red"), "1: 0");
+    EXPECT_EQ(word_read<1>("redd"), "2: 0");
+    EXPECT_EQ(word_read<1>(""), "1: 0") << "the empty text begins the first word";
+    EXPECT_EQ(word_read<1>("blues"), "77: -1 " + failed);
+    EXPECT_EQ(word_read<1>("pi"), "77: -1 " + failed) << "only written";
+    EXPECT_EQ(word_read<2>("blue"), "4: 0");
+    EXPECT_EQ(word_read<2>("Blue"), "77: -1 " + failed);
+    EXPECT_EQ(word_read<2>("redder"), "77: -1 " + failed) << "too long";
+    EXPECT_EQ(word_read<3>("green"), "77: 0 <red engine_test.cpp>unknown green\n");
+    EXPECT_EQ(word_read<3>("blue"), "4: 0");
+    EXPECT_EQ(word_read<3>(std::string(32, 'g')), "77: -1 " + failed) << "the line is for spellings only";
+    EXPECT_EQ(word_read<4>("green"), "99: 0 " + failed);
+    EXPECT_EQ(word_read<4>(std::string(32, 'g')), "77: -1 " + failed) << "too long is no spelling at all";
+    EXPECT_EQ(word_read<5>("green"), "77: -1 <red engine_test.cpp>bad green\n" + failed);
+    EXPECT_EQ(word_read<6>("green"), "77: -1") << "quiet";
+
+    Payload payload = {};
+    payload.word = 8;
+    EXPECT_EQ(write<WordOf<0>>(payload), "0 <word>pink</word>");
+    payload.word = 3;
+    EXPECT_EQ(write<WordOf<0>>(payload), "-1 ");
+    EXPECT_EQ(write<WordOf<5>>(payload), "0 <word>blue</word>");
+    EXPECT_EQ(log_of([&] { EXPECT_EQ(write<WordWrittenFields>(payload), "-1 "); }),
+              "<red engine_test.cpp>no word for 3\n");
+}
+
+// Masks.
+template <int policy> struct MaskOf : Description {
+    using T = Payload;
+    static constexpr Field plain = mask("mask", AT(mask), colours).upto(20);
+    static constexpr Field fields[] = {
+        policy == 0   ? plain
+        : policy == 1 ? plain.none_clears()
+        : policy == 2 ? plain.none_conflicts().accumulates()
+        : policy == 3 ? plain.last_wins()
+                      : plain.starting(0x100),
+    };
+};
+
+template <int policy> std::string mask_read(const std::string &text)
+{
+    Payload payload = {};
+    payload.mask = 0x40;
+    const std::string result = read<MaskOf<policy>>(payload, "<mask>" + text + "</mask>");
+    return std::to_string(payload.mask) + ": " + result;
+}
+
+TEST_F(EngineTest, Masks)
+{
+    EXPECT_EQ(mask_read<0>("BLUE,red"), "5: 0");
+    EXPECT_EQ(mask_read<0>("redder"), "3: 0") << "which contains \"red\"";
+    EXPECT_EQ(mask_read<0>("none,rosy"), "8: 0");
+    EXPECT_EQ(mask_read<0>(""), "0: 0");
+    EXPECT_EQ(mask_read<0>("pink"), "0: 0");
+    EXPECT_EQ(mask_read<0>(std::string(20, '-')), "0: 0");
+    EXPECT_EQ(mask_read<0>(std::string(21, '-')), "64: -1");
+    EXPECT_EQ(mask_read<1>("red,None"), "0: 0");
+    EXPECT_EQ(mask_read<2>("none"), "64: 0");
+    EXPECT_EQ(mask_read<2>("none,red"), "65: -1") << "stored, then refused";
+    EXPECT_EQ(mask_read<2>("red"), "65: 0");
+    EXPECT_EQ(mask_read<3>("blue,red"), "4: 0") << "the last of the table";
+    EXPECT_EQ(mask_read<3>("green"), "64: 0");
+    EXPECT_EQ(mask_read<4>("red"), "257: 0");
+    Payload payload = {};
+    payload.mask = 1 | 8 | 0x100;
+    EXPECT_EQ(write<MaskOf<0>>(payload), "0 <mask>red,pink</mask>");
+    payload.mask = 0x100;
+    EXPECT_EQ(write<MaskOf<0>>(payload), "0 <mask>none</mask>");
+}
+
+struct TextFields : Description {
+    using T = Payload;
+    static constexpr Field fields[] = {
+        text("text", AT(text)),
+        text("short", AT(text)).upto(3).complain("bad text '%s'\n").read_only(),
+        counted_text("counted", AT(counted)),
+        events("events", AT(events), colours).upto(12).read_only(),
+        integer("skipped", AT(number)).skipped().marks(AT(seen)),
+        int64("big", AT(big)),
+        unsigned_longlong("huge", AT(huge)),
+        unsigned_integer("natural", AT(natural)),
+        real("real", AT(real)),
+    };
+    static constexpr Traits traits = HERE;
+};
+
+TEST_F(EngineTest, TextsAndNumbers)
+{
+    Payload p = {};
+    EXPECT_EQ(read<TextFields>(p, "<text>1234567</text>"), "0");
+    EXPECT_STREQ(p.text, "1234567");
+    EXPECT_EQ(read<TextFields>(p, "<text>12345678</text>"), "-1");
+    EXPECT_STREQ(p.text, "");
+    EXPECT_EQ(read<TextFields>(p, "<short>123</short>"), "0");
+    EXPECT_STREQ(p.text, "123");
+    EXPECT_EQ(read<TextFields>(p, "<short>1234</short>"), "-1 <red engine_test.cpp>bad text ''\n");
+    EXPECT_EQ(read<TextFields>(p, "<counted>" + std::string(255, 'c') + "</counted>"), "0");
+    EXPECT_EQ(p.counted.capacity, 256);
+    EXPECT_EQ(p.counted.length, 255);
+    EXPECT_EQ(p.counted.text, std::string(255, 'c'));
+    EXPECT_EQ(read<TextFields>(p, "<counted/>"), "0");
+    EXPECT_EQ(p.counted.length, 0);
+    EXPECT_EQ(read<TextFields>(p, "<counted>" + std::string(256, 'c') + "</counted>"), "-1");
+    EXPECT_EQ(read<TextFields>(p, "<events>red,blue</events>"), "0");
+    EXPECT_EQ(read<TextFields>(p, "<events>rosy,none</events>"), "0");
+    EXPECT_EQ(read<TextFields>(p, "<events>rosy</events>"), "0");
+    EXPECT_EQ(p.events.bits[0], 1U << 1 | 1U << 4 | 1U << 8) << "accumulated; \"none\" adds nothing";
+    EXPECT_EQ(read<TextFields>(p, "<events>rosy---------</events>"), "-1");
+    EXPECT_EQ(read<TextFields>(p, "<skipped>rubbish</skipped>"), "0");
+    EXPECT_EQ(p.number, 0);
+    EXPECT_EQ(p.seen, 1);
+    EXPECT_EQ(read<TextFields>(p, "<big>-9223372036854775808</big><huge>18446744073709551615</huge>"
+                                  "<natural>4294967295</natural><real>0.1</real>"),
+              "0");
+    std::memset(p.text, 'f', sizeof p.text); // the host may fill it to the last byte
+    EXPECT_EQ(write<TextFields>(p),
+              "0 <text>ffffffff</text><counted></counted><skipped>0</skipped><big>-9223372036854775808</big>"
+              "<huge>18446744073709551615</huge><natural>4294967295</natural>"
+              "<real>0.1</real>");
+}
+
+void start(Payload &payload)
+{
+    payload.number = 100;
+}
+
+int check(Payload &payload)
+{
+    payload.seen = payload.number;
+    return payload.number > 200 ? -1 : 0;
+}
+
+struct HookFields : Description {
+    using T = Payload;
+    static constexpr Field fields[] = {preset(AT(preset), 3), integer("number", AT(number))};
+    static constexpr Traits traits = HERE.parser("hook_x2s")
+                                         .writer("hook_s2x", "Hook")
+                                         .clears()
+                                         .sets_inited()
+                                         .before<Payload, start>()
+                                         .after<Payload, check>()
+                                         .unknown("unknown %s\n");
+};
+
+struct StrictFields : Description {
+    using T = Payload;
+    static constexpr Field fields[] = {integer("number", AT(number)), integer("word", AT(word))};
+    static constexpr Traits traits = HERE.others_fail().exact_names().unknown("no %s\n");
+};
+
+struct FirstFields : Description {
+    using T = Payload;
+    static constexpr Field fields[] = {integer("number", AT(number)), integer("word", AT(word))};
+    static constexpr Traits traits = HERE.first_child_only();
+};
+
+TEST_F(EngineTest, Walks)
+{
+    Payload p;
+    std::memset(&p, 0x55, sizeof p);
+    EXPECT_EQ(read<HookFields>(p, "<x/>"), "0 <red engine_test.cpp>unknown x\n");
+    EXPECT_EQ(p.number, 100) << "the hook runs behind the clearing";
+    EXPECT_EQ(p.seen, 100);
+    EXPECT_EQ(p.preset, 3);
+    EXPECT_EQ(p.word, 0) << "cleared";
+    EXPECT_EQ(read<HookFields>(p, "<number>201</number>"), "-1");
+
+    EXPECT_EQ(read<StrictFields>(p, "<NUMBER>1</NUMBER><word>2</word>"), "0");
+    EXPECT_EQ(read<StrictFields>(p, "<number>3</number><wor>4</wor><word>5</word>"),
+              "-1 <red engine_test.cpp>no wor\n");
+    EXPECT_EQ(p.number, 3);
+    EXPECT_EQ(p.word, 2);
+    EXPECT_EQ(read<StrictFields>(p, "<!--c-->"), "-1 <red engine_test.cpp>no c\n");
+
+    p = {};
+    EXPECT_EQ(read<FirstFields>(p, "<number>1</number><word>2</word>"), "0");
+    EXPECT_EQ(p.number, 1);
+    EXPECT_EQ(p.word, 0);
+    EXPECT_EQ(read<FirstFields>(p, "<x/><word>2</word>"), "0");
+    EXPECT_EQ(p.word, 0);
+
+    // One child at a time: no hooks, no presets.
+    Xml node("<p><number>7</number><other>8</other><number>x</number></p>");
+    const Table &table = Message<HookFields>::table;
+    TiXmlNode *child = node.root()->FirstChild();
+    unsigned likely = 0;
+    p = {};
+    unsigned row = find_child(table, child, &likely);
+    ASSERT_EQ(row, 0U);
+    EXPECT_EQ(read_child(table, &p, row, child), 0);
+    EXPECT_EQ(p.number, 7);
+    EXPECT_EQ(p.preset, 0);
+    child = child->NextSibling();
+    EXPECT_EQ(find_child(table, child, &likely), no_row);
+    child = child->NextSibling();
+    row = find_child(table, child, &likely);
+    ASSERT_EQ(row, 0U);
+    EXPECT_EQ(read_child(table, &p, row, child), -1);
+}
+
+TEST_F(EngineTest, Messages)
+{
+    Payload p = {};
+    net_param_t param = {1, 0, 0, 0, 0, sizeof p, &p};
+    Xml good("<Hook><number>150</number></Hook>"), bad("<Hook><number>250</number></Hook>");
+    const Table &table = Message<HookFields>::table;
+    EXPECT_EQ(parse_message(table, &param, bad), -1);
+    EXPECT_EQ(param.inited, 1U);
+    EXPECT_EQ(parse_message(table, &param, good), 0);
+    EXPECT_EQ(param.inited, 2U);
+    EXPECT_EQ(p.number, 150);
+    TiXmlElement parent("p");
+    EXPECT_EQ(write_message(table, &param, &parent), 0);
+    EXPECT_EQ(print_children(parent), "<Hook version=\"1.1\"><number>150</number></Hook>");
+    param.dataSize = 1;
+    EXPECT_EQ(log_of([&] {
+                  EXPECT_EQ(parse_message(table, &param, good), -1);
+                  EXPECT_EQ(write_message(table, &param, &parent), -1);
+              }),
+              "<red engine_test.cpp>Func(hook_x2s) Line(#) \n<red engine_test.cpp>func:hook_s2x line:#\n");
+    Inner record = {};
+    Xml inside("<inn><a>4</a></inn>");
+    EXPECT_EQ(read_component(inner, &record, inside, "inner"), 0);
+    EXPECT_EQ(read_component(inner, &record, inside, "in"), -1);
+    EXPECT_EQ(read_component(inner, nullptr, inside, nullptr), -1);
+    EXPECT_EQ(read_component(inner, &record, nullptr, nullptr), -1);
+    EXPECT_EQ(record.a, 4);
+}
+
+struct FailingFields : Description {
+    using T = Payload;
+    static constexpr Field fields[] = {
+        integer("number", AT(number)),
+        group("group", AT(group), inner),
+        custom<nullptr, failing_write>("bad", AT(number)),
+        integer("behind", AT(number)).write_only(),
+    };
+    static constexpr Traits traits = HERE.writer("failing_s2x", "Failing").any_size().capital_version();
+};
+
+TEST_F(EngineTest, AFailingWriterLeavesTheParentAlone)
+{
+    Payload p = {};
+    net_param_t param = {1, 0, 0, 0, 0, 5, &p};
+    TiXmlElement parent("p");
+    parent.LinkEndChild(new TiXmlElement("before"));
+    EXPECT_EQ(write_message(Message<FailingFields>::table, &param, &parent), -1);
+    EXPECT_EQ(print_children(parent), "<before />");
+}
+
+// Heap -----------------------------------------------------------------------------------------------
+
+constexpr char motion_request[] =
+    "<MD><channelId>1</channelId><enable>1</enable><width>8</width><height>3</height>"
+    "<scope><columns>8</columns><rows>3</rows><valueTable>gUL/</valueTable></scope>"
+    "<sensitivityInfoList><sensitivityInfo><id>0</id></sensitivityInfo><sensitivityInfo><id>1</id></sensitivityInfo>"
+    "<sensitivityInfo><id>2</id></sensitivityInfo><sensitivityInfo><id>3</id></sensitivityInfo></sensitivityInfoList>"
+    "<sensInfoNew><sensInfoList><sensInfo><priority>1</priority></sensInfo></sensInfoList></sensInfoNew>"
+    "<timeBlockList><timeBlock><enable>1</enable><weekDay>Monday</weekDay><beginHour>1</beginHour>"
+    "<endHour>9</endHour></timeBlock></timeBlockList>"
+    "<handleException><handleType>io,push</handleType><chnHandleType>1,1</chnHandleType></handleException></MD>";
+
+TEST_F(EngineTest, ParsersAllocateNothingAndWritersOnlyTheirResult)
+{
+    auto motion = std::make_unique<tag_net_pic_motion_cfg_v20_t>();
+    net_param_t param = {1, 0, 0, 0, 0, sizeof *motion, motion.get()};
+    Xml request(motion_request);
+    TiXmlElement *root = request.root();
+    EXPECT_EQ(allocations_of([&] { EXPECT_EQ(net_md_x2s(&param, root), 0); }), 0);
+    EXPECT_EQ(net_host_memory().total, 0U);
+
+    TiXmlElement parent("p");
+    const long written = allocations_of([&] { EXPECT_EQ(net_md_s2x(&param, &parent), 0); });
+    EXPECT_EQ(net_host_memory().total, 2U) << "the cells and the packed bytes";
+    TiXmlNode *copy = nullptr;
+    const long copied = allocations_of([&] { copy = parent.FirstChild()->Clone(); });
+    EXPECT_LE(written, copied) << "more than the nodes of the result";
+    EXPECT_GT(written, 50);
+    delete copy;
+
+    // The same for the toolkit's own writers, and for schedules both ways.
+    net_schedule_t schedule = {};
+    schedule.types.bits[0] = 0x5;
+    schedule.section[3][3].bits[0] = 0x5;
+    TiXmlElement lists("p");
+    const long schedules = allocations_of([&] {
+        EXPECT_EQ(insert_type_schedule_list_to_xmlnode(&schedule, &lists), 0);
+        EXPECT_EQ(insert_schedule_list_to_xmlnode(&schedule, &lists), 0);
+    });
+    const long cloned = allocations_of([&] { copy = lists.Clone(); });
+    delete copy;
+    EXPECT_LE(schedules, cloned);
+    EXPECT_EQ(allocations_of([&] {
+                  EXPECT_EQ(get_type_schedule_list_from_xmlnode(&schedule, lists.FirstChild(), nullptr), 0);
+                  EXPECT_EQ(get_schedule_list_from_xmlnode(&schedule, lists.LastChild(), nullptr), 0);
+              }),
+              0);
+    EXPECT_EQ(net_host_memory().total, 2U);
+}
+
+#ifdef NETPUBLIC_DESCRIBED
+// What the tools hear of a walk: the rows that took the children, and where it failed.
+TEST_F(EngineTest, ToolsCanWatchAWalk)
+{
+    std::string heard;
+    const Watch listener = {
+        &heard, [](void *context, Event event, const Table &table, const Row *row, void *, TiXmlNode *node) {
+            const char *const names[] = {"taken", "ignored", "refused", "missing"};
+            *static_cast<std::string *>(context) += std::string(names[static_cast<int>(event)]) + " " + node->Value() +
+                                                    ":" + (row != nullptr ? table.key(*row) : "") + "; ";
+        }};
+    watch = &listener;
+    EXPECT_EQ(read<RequiredFields>("<n>1</n><x/><numbers>x</numbers>"), "-1 func:reader line:# failed\n");
+    EXPECT_EQ(read<RequiredFields>("<n>1</n>"), "-1 func:reader line:# failed\n");
+    watch = nullptr;
+    EXPECT_EQ(heard, "taken n:number; ignored x:; refused numbers:numbers; taken n:number; missing p:word; ");
+}
+#endif
+
+} // namespace
+} // namespace netpublic

@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Runs clang-tidy over the sources below some directories, as many at once as there are processors.
+#   clang_tidy.sh BUILD_DIR DIRECTORY...
+set -euo pipefail
+export build=$1
+shift
+# shellcheck disable=SC2016 # expanded by the inner shell
+find "$@" -name '*.cpp' -print0 | xargs -0 -r -n 1 -P "$(nproc)" bash -c '
+    set -o pipefail
+    clang-tidy-14 --quiet -p "$build" "$1" 2>&1 | { grep -E ": (error|warning): " || true; }' tidy

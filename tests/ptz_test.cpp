@@ -1,0 +1,388 @@
+// Pan, tilt and zoom: what each message stores, refuses and writes.
+#include "support.h"
+
+#include <net_public.h>
+
+#include <cstring>
+#include <string>
+
+using namespace test;
+
+namespace {
+
+class PtzTest : public HostTest {};
+
+std::string element(const char *name, const std::string &inside)
+{
+    return "<" + std::string(name) + ">" + inside + "</" + name + ">";
+}
+
+std::string repeated(int count, const std::string &text)
+{
+    std::string all;
+    for (int i = 0; i < count; ++i)
+        all += text;
+    return all;
+}
+
+std::string key_positions(int count)
+{
+    return element("keyPosList", repeated(count, "<keyPos><keyPosId>1</keyPosId><presetId>-1</presetId></keyPos>"));
+}
+
+} // namespace
+
+TEST_F(PtzTest, CommandsAreWholeWordsWithTheirOddCodes)
+{
+    const struct {
+        const char *text;
+        int code;
+    } words[] = {
+        {"STOP", 0},         {"Stop", 0},         {"sto", -1},          {"stopp", -1},        {"", -1},
+        {"rightDown", 8},    {"irisDec", 9},      {"irisInc", 10},      {"setPos", 15},       {"toPos", 16},
+        {"delPos", 17},      {"highSpeed", 19},   {"stopPatrol", 21},   {"clearPatrol", 25},  {"cleanPattern", 31},
+        {"zoomStepDec", 34}, {"zoomStepInc", 35}, {"focusStepDec", 36}, {"focusStepInc", 37}, {"setGrd", 38},
+        {"toGrd", 39},
+    };
+    for (const auto &word : words)
+        EXPECT_EQ(_get_ptz_cmd(word.text), word.code) << word.text;
+    EXPECT_EQ(_get_ptz_cmd(nullptr), -1);
+}
+
+TEST_F(PtzTest, ControlStoresItsFields)
+{
+    Envelope<net_ptz_info_v20_t> message(nets_param_ptz_info_init);
+    EXPECT_EQ(message.read(net_ptz_info_x2s,
+                           "<PtzControl><channelId>63</channelId><command>LEFTUP</command><patrolId>5</patrolId>"
+                           "<keyPos>15</keyPos><presetId>63</presetId><patternId>5</patternId><speed>100</speed>"
+                           "<dwellTime>1</dwellTime><other>x</other></PtzControl>"),
+              0);
+    EXPECT_EQ(message->channelId, 63);
+    EXPECT_EQ(message->command, 5);
+    EXPECT_EQ(message->patrolId, 5);
+    EXPECT_EQ(message->keyPos, 15);
+    EXPECT_EQ(message->presetId, 63);
+    EXPECT_EQ(message->patternId, 5);
+    EXPECT_EQ(message->speed, 100);
+    EXPECT_EQ(message->dwellTime, 1);
+    EXPECT_EQ(message.param.inited, 1u);
+    EXPECT_EQ(message.write(net_ptz_info_s2x), "") << "it only checks the envelope";
+    // "p" answers to the first of the four keys that begin with it.
+    EXPECT_EQ(message.read(net_ptz_info_x2s, "<PtzControl><p>3</p></PtzControl>"), 0);
+    EXPECT_EQ(message->patrolId, 3);
+}
+
+TEST_F(PtzTest, ControlRefusesWhatIsOutOfRange)
+{
+    for (const char *body :
+         {"<channelId>64</channelId>", "<channelId>-1</channelId>", "<command>walk</command>", "<patrolId>6</patrolId>",
+          "<keyPos>16</keyPos>", "<presetId>64</presetId>", "<patternId>6</patternId>", "<speed>101</speed>",
+          "<speed>-1</speed>", "<dwellTime>0</dwellTime>", "<dwellTime>-5</dwellTime>"}) {
+        Envelope<net_ptz_info_v20_t> message(nets_param_ptz_info_init);
+        EXPECT_EQ(message.read(net_ptz_info_x2s, "<PtzControl><presetId>7</presetId>" + std::string(body) +
+                                                     "<keyPos>2</keyPos></PtzControl>"),
+                  -1)
+            << body;
+        EXPECT_EQ(message->keyPos == 2, false) << "nothing behind a refused child is read";
+    }
+    Envelope<net_ptz_info_v20_t> message(nets_param_ptz_info_init);
+    message.param.dataSize = 28;
+    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(net_ptz_info_x2s, "<PtzControl/>"), -1); }),
+              "<red net_xml_ptz.cpp>Func(net_ptz_info_x2s) Line(#) \n");
+    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.write(net_ptz_info_s2x), "failed"); }),
+              "<red net_xml_ptz.cpp>func:net_ptz_info_s2x line:#\n");
+}
+
+TEST_F(PtzTest, PresetsCarryTheMessagesValues)
+{
+    Envelope<net_ptz_preset_list_v20_t> message(net_param_ptz_preset_init, channel(9));
+    EXPECT_EQ(message.read(net_ptz_preset_x2s,
+                           "<PtzPreset><presetList><preset><id>255</id><command>setPos</command><name>gate</name>"
+                           "<imageName>gate.jpg</imageName></preset><pre><id>0</id></pre></presetList>"
+                           "<maxPresetNum>64</maxPresetNum><maxPresetPicNum>16</maxPresetPicNum>"
+                           "<channelId>2</channelId></PtzPreset>"),
+              0);
+    const auto *preset = message->preset;
+    EXPECT_EQ(preset[0].channelId, 2) << "also when the channel comes last";
+    EXPECT_EQ(preset[0].command, 15);
+    EXPECT_EQ(preset[0].id, 255);
+    EXPECT_STREQ(preset[0].name, "gate");
+    EXPECT_STREQ(preset[0].imageName, "gate.jpg");
+    EXPECT_EQ(preset[0].maxPresetNum, 64);
+    EXPECT_EQ(preset[0].maxPresetPicNum, 16);
+    EXPECT_EQ(preset[1].id, 0);
+    EXPECT_EQ(preset[1].command, -1);
+    EXPECT_STREQ(preset[1].name, "invalid");
+    EXPECT_EQ(preset[1].maxPresetPicNum, 16);
+    for (int i : {2, 255}) {
+        EXPECT_EQ(preset[i].channelId, -1);
+        EXPECT_EQ(preset[i].command, -1);
+        EXPECT_EQ(preset[i].id, -1);
+        EXPECT_STREQ(preset[i].name, "invalid");
+        EXPECT_EQ(preset[i].maxPresetNum, 0);
+    }
+    EXPECT_EQ(message.write(net_ptz_preset_s2x), "");
+}
+
+TEST_F(PtzTest, PresetListsAreStrictAndBounded)
+{
+    const std::string good = "<preset><id>1</id></preset>";
+    const auto body = [](const std::string &presets) {
+        return "<P><channelId>0</channelId>" + element("presetList", presets) + "</P>";
+    };
+    const auto result = [&](const std::string &text) {
+        Envelope<net_ptz_preset_list_v20_t> message(net_param_ptz_preset_init);
+        return message.read(net_ptz_preset_x2s, text);
+    };
+    EXPECT_EQ(result("<P>" + element("presetList", good) + "</P>"), -1) << "no channel";
+    EXPECT_EQ(result(body("<preset><id>256</id></preset>")), -1);
+    EXPECT_EQ(result(body("<preset><id>-1</id></preset>")), -1);
+    EXPECT_EQ(result(body("<preset><name>x</name></preset>")), -1) << "no id";
+    EXPECT_EQ(result(body("<preset><id>1</id><command>sto</command></preset>")), -1);
+    EXPECT_EQ(result(body(good + "<other/>")), -1) << "not a preset";
+    EXPECT_EQ(result(body(repeated(256, good))), 0);
+    EXPECT_EQ(result(body(repeated(256, good) + "<other/>")), 0) << "what follows the 256th is not looked at";
+}
+
+TEST_F(PtzTest, CruisesSpreadTheirValuesOverTheirKeyPositions)
+{
+    net_ext_t extension = channel(9);
+    extension.patrolId = 4;
+    Envelope<net_ptz_cruise_list_v20_t> message(nets_param_ptz_cruise_init, extension);
+    const std::string table = std::string(24, '1') + "010" + std::string(20, '0') + "1";
+    EXPECT_EQ(message.read(net_ptz_cruise_x2s,
+                           "<PtzPatrol><cruiseList><cruise><patrolId>5</patrolId><starting>1</starting>"
+                           "<cruising>0</cruising><name>yard</name>" +
+                               element("valueTable", table) +
+                               "<keyPosList><keyPos><keyPosId>3</keyPosId><presetId>255</presetId><speed>100</speed>"
+                               "<dwellTime>9</dwellTime></keyPos><note/><keyPos><keyPosId>15</keyPosId>"
+                               "<presetId>-1</presetId><trackTime>8</trackTime></keyPos></keyPosList></cruise>"
+                               "<cruise><enable>0</enable><patrolId>2</patrolId><name>off</name>" +
+                               key_positions(16) + "</cruise></cruiseList><channelId>6</channelId></PtzPatrol>"),
+              0);
+    EXPECT_EQ(message.param.dataSize, 3 * 116u);
+    const auto *record = message->keyPos;
+    EXPECT_EQ(record[0].channelId, 6);
+    EXPECT_EQ(record[0].patrolId, 5);
+    EXPECT_EQ(record[0].enable, 1) << "without the element it is on";
+    EXPECT_EQ(record[0].starting, 1);
+    EXPECT_STREQ(record[0].name, "yard");
+    EXPECT_EQ(record[0].hasValueTable, 1);
+    EXPECT_EQ(record[0].dayMask[0], 0xffffff);
+    EXPECT_EQ(record[0].dayMask[1], 0x800002);
+    EXPECT_EQ(record[0].dayMask[2], 0) << "the table ends early";
+    EXPECT_EQ(record[0].keyPosId, 3);
+    EXPECT_EQ(record[0].presetId, 255);
+    EXPECT_EQ(record[0].speed, 100);
+    EXPECT_EQ(record[0].dwellTime, 9);
+    EXPECT_EQ(record[0].hasTrackValue, 0);
+    EXPECT_EQ(record[0].reserved, 7);
+    EXPECT_EQ(record[1].keyPosId, 15);
+    EXPECT_EQ(record[1].presetId, -1);
+    EXPECT_EQ(record[1].trackTime, 8);
+    EXPECT_EQ(record[1].hasTrackValue, 1);
+    EXPECT_STREQ(record[1].name, "yard");
+    // A cruise that is switched off: one record, without its key positions.
+    EXPECT_EQ(record[2].channelId, 6);
+    EXPECT_EQ(record[2].patrolId, 2);
+    EXPECT_EQ(record[2].enable, 0);
+    EXPECT_STREQ(record[2].name, "");
+    EXPECT_EQ(record[2].keyPosId, -1);
+    EXPECT_EQ(record[2].presetId, -1);
+    const net_ptz_cruise_v20_t unused{};
+    EXPECT_EQ(std::memcmp(&record[3], &unused, sizeof unused), 0) << "records behind the last one stay as they were";
+    EXPECT_EQ(message.write(net_ptz_cruise_s2x), "");
+}
+
+TEST_F(PtzTest, CruisesBeyondTheirLimits)
+{
+    const auto cruise = [](const std::string &inside) {
+        return "<cruise><patrolId>0</patrolId>" + inside + "</cruise>";
+    };
+    const auto body = [](const std::string &cruises) {
+        return "<P><channelId>0</channelId>" + element("cruiseList", cruises) + "</P>";
+    };
+    const auto records = [&](const std::string &text) {
+        Envelope<net_ptz_cruise_list_v20_t> message(nets_param_ptz_cruise_init, channel(3));
+        const net_ptz_cruise_list_v20_t before = *message;
+        if (message.read(net_ptz_cruise_x2s, text) == 0)
+            return static_cast<int>(message.param.dataSize / 116);
+        EXPECT_EQ(std::memcmp(&before, message.payload(), sizeof before), 0) << "a refused message leaves the payload";
+        EXPECT_EQ(message.param.dataSize, 3712u);
+        return -1;
+    };
+    EXPECT_EQ(records(body(cruise(key_positions(17)))), 16) << "the rest is cut";
+    EXPECT_EQ(records(body(repeated(2, cruise(key_positions(16))))), 32);
+    EXPECT_EQ(records(body(repeated(2, cruise(key_positions(16))) + cruise(key_positions(1)))), -1) << "33 records";
+    EXPECT_EQ(records(body(repeated(6, cruise("")) + "<other/>")), 0) << "what follows the sixth is not looked at";
+    EXPECT_EQ(records(body(cruise(key_positions(16)) + cruise(key_positions(15)) +
+                           cruise("<enable>0</enable>" + key_positions(16)))),
+              32)
+        << "key positions of a cruise that is off do not count";
+    EXPECT_EQ(records(body(cruise(key_positions(3)) + "<other/>")), -1) << "not a cruise";
+    EXPECT_EQ(records(body("<cruise>" + key_positions(1) + "</cruise>")), -1) << "no patrol";
+    EXPECT_EQ(records("<P>" + element("cruiseList", cruise("")) + "</P>"), -1) << "no channel";
+    EXPECT_EQ(records(body(cruise(element("valueTable", std::string(169, '1'))))), -1);
+    for (const char *position :
+         {"<presetId>0</presetId>", "<keyPosId>0</keyPosId>", "<keyPosId>16</keyPosId><presetId>0</presetId>",
+          "<keyPosId>0</keyPosId><presetId>-2</presetId>", "<keyPosId>0</keyPosId><presetId>256</presetId>",
+          "<keyPosId>0</keyPosId><presetId>0</presetId><dwellTime>0</dwellTime>"})
+        EXPECT_EQ(records(body(cruise(element("keyPosList", element("keyPos", position))))), -1) << position;
+}
+
+TEST_F(PtzTest, SerialLineBothWays)
+{
+    Envelope<net_ptz_serial_v20_t> message(net_param_ptz_init);
+    EXPECT_EQ(message.read(net_ptz_param_x2s,
+                           "<Serial><channelId>1</channelId><baudRate>2400</baudRate><dataBit>cs7</dataBit>"
+                           "<stopBit>2</stopBit><parity>EVEN</parity><flowControl>xon:xoff</flowControl>"
+                           "<controlProtocol>pelco_p</controlProtocol><controlAddress>255</controlAddress></Serial>"),
+              0);
+    tag_net_ptz_param_v20_t &line = message->param;
+    EXPECT_EQ(line.baudRate, 1);
+    EXPECT_EQ(line.dataBit, 1);
+    EXPECT_EQ(line.stopBit, 1);
+    EXPECT_EQ(line.parity, 2);
+    EXPECT_EQ(line.flowControl, 2);
+    EXPECT_EQ(line.controlProtocol, 1);
+    EXPECT_EQ(line.controlAddress, 255);
+
+    const auto written_line = [&] {
+        TiXmlElement parent("body");
+        EXPECT_EQ(net_ptz_param_s2x(&line, &parent), 0);
+        return print_children(parent);
+    };
+    EXPECT_EQ(written_line(), "<Serial version=\"1.1\"><channelId>1</channelId><baudRate>2400</baudRate>"
+                              "<dataBit>CS7</dataBit><stopBit>2</stopBit><parity>even</parity>"
+                              "<flowControl>xon:xoff</flowControl><controlProtocol>PELCO_P</controlProtocol>"
+                              "<controlAddress>255</controlAddress></Serial>");
+    // Indexes without a word are written as the table's fallback.
+    line = {1, 7, 0, 0, 9, -1, 4, 0};
+    EXPECT_EQ(written_line(), "<Serial version=\"1.1\"><channelId>1</channelId><baudRate>9600</baudRate>"
+                              "<dataBit>CS8</dataBit><stopBit>1</stopBit><parity>none</parity>"
+                              "<flowControl>none</flowControl><controlProtocol>PELCO_D</controlProtocol>"
+                              "<controlAddress>0</controlAddress></Serial>");
+    line.dataBit = 4;
+    TiXmlElement parent("body");
+    EXPECT_EQ(net_ptz_param_s2x(&line, &parent), -1);
+    EXPECT_EQ(print_children(parent), "");
+    EXPECT_EQ(net_ptz_param_s2x(nullptr, &parent), -1);
+    EXPECT_EQ(net_ptz_param_s2x(&line, nullptr), -1);
+}
+
+TEST_F(PtzTest, SerialLineRefusals)
+{
+    const auto result = [](const std::string &body, tag_net_ptz_param_v20_t *stored = nullptr) {
+        Envelope<net_ptz_serial_v20_t> message(net_param_ptz_init);
+        message->param.controlProtocol = 5;
+        const int outcome = message.read(net_ptz_param_x2s, "<Serial>" + body + "</Serial>");
+        if (stored != nullptr)
+            *stored = message->param;
+        return outcome;
+    };
+    for (const char *body : {"<baudRate>19200</baudRate>", "<baudRate>1</baudRate>", "<dataBit>CS9</dataBit>",
+                             "<stopBit>0</stopBit>", "<stopBit>3</stopBit>", "<parity>mark</parity>",
+                             "<flowControl>xon</flowControl>", "<decoderType>-1</decoderType>",
+                             "<controlAddress>256</controlAddress>", "<controlAddress>-1</controlAddress>"})
+        EXPECT_EQ(result(body), -1) << body;
+    tag_net_ptz_param_v20_t stored;
+    EXPECT_EQ(result("<controlProtocol>PELCO_X</controlProtocol>", &stored), 0);
+    EXPECT_EQ(stored.controlProtocol, 5) << "an unknown protocol changes nothing";
+    EXPECT_EQ(result("<decoderType>12</decoderType>", &stored), 0);
+    EXPECT_EQ(stored.controlProtocol, 12) << "both land in one field";
+}
+
+TEST_F(PtzTest, ZoomFocusAndItsMove)
+{
+    Envelope<net_ptz_zoom_focus_info_v20_t> message(nets_param_ptz_zoom_focus_info_init);
+    const std::string body = "<channelId>3</channelId><zoom><maxPos>33</maxPos><minPos>-1</minPos><curPos>12</curPos>"
+                             "<defPos>4</defPos></zoom><focus><maxPos>248</maxPos><minPos>0</minPos><curPos>9</curPos>";
+    EXPECT_EQ(message.read(nets_param_zoom_focus_info_x2s, "<Z>" + body + "</focus></Z>"), 0);
+    EXPECT_EQ(message->zoom.minPos, -1);
+    EXPECT_EQ(message->zoom.defPos, 4);
+    EXPECT_EQ(message->zoom.hasDefPos, 1);
+    EXPECT_EQ(message->focus.curPos, 9);
+    EXPECT_EQ(message->focus.hasDefPos, 0);
+    EXPECT_EQ(message.write(nets_param_zoom_focus_info_s2x),
+              "<PtzZoomFocus version=\"1.1\">" + body + "<defPos>0</defPos></focus></PtzZoomFocus>");
+
+    Envelope<net_ptz_zoom_focus_start_v20_t> move(nets_param_ptz_zoom_focus_start_init);
+    EXPECT_EQ(move.read(nets_param_start_zoom_focus_x2s,
+                        "<M><channelId>1</channelId><command>focusPos</command><movePos>0</movePos></M>"),
+              0);
+    EXPECT_EQ(move->command, 33);
+    EXPECT_EQ(move.read(nets_param_start_zoom_focus_x2s, "<M><movePos>-1</movePos></M>"), -1);
+    EXPECT_EQ(move.read(nets_param_start_zoom_focus_x2s, "<M><channelId>64</channelId></M>"), -1);
+}
+
+TEST_F(PtzTest, GuardHasLinesOfItsOwn)
+{
+    Envelope<net_ptz_guard_v20_t> message(nets_param_ptz_guard_init);
+    EXPECT_EQ(message.read(nets_param_guard_x2s,
+                           "<G><channelId>2</channelId><benable>1</benable><timeout>60</timeout>"
+                           "<needSetPos>1</needSetPos><bvalid>1</bvalid><imageName>a.jpg</imageName>"
+                           "<command>toGrd</command></G>"),
+              0);
+    EXPECT_EQ(message->command, 39);
+    EXPECT_EQ(message->needSetPos, 1);
+    EXPECT_EQ(message.write(nets_param_guard_s2x),
+              "<PtzGuard version=\"1.1\"><channelId>2</channelId><timeout>60</timeout><benable>1</benable>"
+              "<bvalid>1</bvalid><imageName>a.jpg</imageName></PtzGuard>");
+    EXPECT_EQ(log_of([&] {
+                  EXPECT_EQ(
+                      message.read(nets_param_guard_x2s, "<G><imageName>" + std::string(32, 'x') + "</imageName></G>"),
+                      -1);
+              }),
+              "<red net_xml_ptz.cpp>xml err\n");
+    message.param.dataSize = 0;
+    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(nets_param_guard_x2s, "<G/>"), -1); }), "param err\n");
+}
+
+TEST_F(PtzTest, SmallMessagesBothWays)
+{
+    Envelope<net_auto_test_v20_t> test(nets_param_auto_test_init);
+    EXPECT_EQ(test.read(net_ptz_auto_test_x2s, "<T><channelId>1</channelId><needPtAutotest>9</needPtAutotest></T>"), 0);
+    EXPECT_EQ(test->needPtAutotest, 9);
+
+    Envelope<net_zf_backlash_v20_t> backlash(nets_param_zf_backlash_init);
+    EXPECT_EQ(
+        backlash.read(nets_param_zf_backlash_x2s, "<B><zBacklash>3000000000</zBacklash><fBacklash>2</fBacklash></B>"),
+        0);
+    EXPECT_EQ(backlash->zBacklash, 3000000000u);
+    EXPECT_EQ(backlash.write(nets_param_zf_backlash_s2x),
+              "<ZfBacklash version=\"1.1\"><fBacklash>2</fBacklash><zBacklash>3000000000</zBacklash></ZfBacklash>");
+
+    Envelope<net_ptz_curpos_v20_t> position(net_param_ptz_curpos_init);
+    EXPECT_EQ(position.read(net_param_ptz_curpos_x2s, "<P><tPos>-4</tPos><pPos>7</pPos></P>"), 0);
+    EXPECT_EQ(position.write(net_param_ptz_curpos_s2x),
+              "<ptzCurPos version=\"1.1\"><pPos>7</pPos><tPos>-4</tPos></ptzCurPos>");
+
+    Envelope<net_af_algorithm_v20_t> algorithm(net_param_af_algorithm_init);
+    EXPECT_EQ(algorithm.read(net_af_algorithm_x2s, "<A><channelId>70</channelId><algorithm>2</algorithm></A>"), 0);
+    EXPECT_EQ(algorithm.write(net_af_algorithm_s2x),
+              "<afAlgorithm version=\"1.1\"><channelId>70</channelId><algorithm>2</algorithm></afAlgorithm>");
+    EXPECT_EQ(log_of([&] { EXPECT_EQ(algorithm.read(net_af_algorithm_x2s, "<A><algorithm>x</algorithm></A>"), -1); }),
+              "<red net_xml_ptz.cpp>param error");
+}
+
+TEST_F(PtzTest, LocationNamesItsStream)
+{
+    Envelope<net_ptz_3Dlocation_v20_t> message(net_param_ptz_3Dlocation_init);
+    EXPECT_EQ(message.read(net_ptz_3Dlocation_x2s,
+                           "<L><channelId>-3</channelId><topLeftX>0.25</topLeftX><topLeftY>0.5</topLeftY>"
+                           "<width>0.125</width><height>1</height><speed>7</speed>"
+                           "<streamType>EXTERNSTREAM</streamType></L>"),
+              0);
+    EXPECT_EQ(message->channelId, -3);
+    EXPECT_EQ(message->topLeftX, 0.25f);
+    EXPECT_EQ(message->height, 1.0f);
+    EXPECT_EQ(message->streamType, STREAM_TYPE_EXTERN);
+    for (const char *word : {"snapStream", "main", ""})
+        EXPECT_EQ(log_of([&] {
+                      EXPECT_EQ(message.read(net_ptz_3Dlocation_x2s,
+                                             "<L><streamType>" + std::string(word) + "</streamType></L>"),
+                                -1);
+                  }),
+                  "<red net_xml_ptz.cpp>param error")
+            << word;
+}

@@ -1,0 +1,203 @@
+#include "support.h"
+
+#include <net_public.h>
+#include <unistd.h>
+
+#include <cstring>
+
+namespace test {
+namespace {
+
+constexpr int garbage = 0xA5;
+constexpr std::size_t padding = 8; // the XML library reads past the end of a cut UTF-8 sequence
+
+bool starts(const std::string &text, std::size_t at, const char *with)
+{
+    return text.compare(at, std::strlen(with), with) == 0;
+}
+
+bool is_digit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+std::size_t skip_digits(const std::string &text, std::size_t at)
+{
+    while (at < text.size() && is_digit(text[at]))
+        ++at;
+    return at;
+}
+
+// The end of a location prefix "ESC[0;3xm[file:line]:ESC[0m" at a position, with its short form.
+std::size_t read_prefix(const std::string &log, std::size_t at, std::string &shortened)
+{
+    const bool red = starts(log, at, "\033[0;31m[");
+    if (!red && !starts(log, at, "\033[0;32m["))
+        return at;
+    const char end[] = "]:\033[0m";
+    const std::size_t file = at + std::strlen("\033[0;31m[");
+    const std::size_t colon = log.find(':', file);
+    if (colon == std::string::npos)
+        return at;
+    const std::size_t close = skip_digits(log, colon + 1);
+    if (close == colon + 1 || !starts(log, close, end))
+        return at;
+    shortened = std::string(red ? "<red " : "<green ") + log.substr(file, colon - file) + ">";
+    return close + std::strlen(end);
+}
+
+// The position of the number after "line" and its separator at a position; 0 when there is none.
+std::size_t find_line_number(const std::string &log, std::size_t at)
+{
+    if (!starts(log, at, "Line") && !starts(log, at, "line"))
+        return 0;
+    const std::size_t separator = at + std::strlen("Line");
+    std::size_t number = separator;
+    for (const char *mark : {":", "(", "[", "\xEF\xBC\x9A"}) {
+        if (starts(log, separator, mark)) {
+            number = separator + std::strlen(mark);
+            break;
+        }
+    }
+    if (number == separator)
+        return 0;
+    while (number < log.size() && log[number] == ' ')
+        ++number;
+    return number < log.size() && is_digit(log[number]) ? number : 0;
+}
+
+} // namespace
+
+void HostTest::SetUp()
+{
+    net_host_reset();
+    net_host().block_fill = garbage;
+    live_ = net_host_memory().live;
+}
+
+void HostTest::TearDown()
+{
+    EXPECT_EQ(net_host_memory().live, live_) << "blocks of net_malloc() left behind (or released too often)";
+    net_host_reset();
+}
+
+Xml::Xml(const std::string &text)
+{
+    const std::string padded = text + std::string(padding, '\0');
+    document_.Parse(padded.c_str(), nullptr, TIXML_ENCODING_UTF8);
+    EXPECT_FALSE(document_.Error()) << document_.ErrorDesc() << " in " << text;
+    EXPECT_NE(document_.RootElement(), nullptr) << "no root element in " << text;
+}
+
+TiXmlElement *Xml::root()
+{
+    return document_.RootElement();
+}
+
+std::string print(const TiXmlNode &node)
+{
+    TiXmlPrinter printer;
+    printer.SetStreamPrinting();
+    node.Accept(&printer);
+    return printer.Str();
+}
+
+std::string print_children(const TiXmlNode &node)
+{
+    std::string text;
+    for (const TiXmlNode *child = node.FirstChild(); child != nullptr; child = child->NextSibling())
+        text += print(*child);
+    return text;
+}
+
+Output::Output() : saved_(-1), file_(tmpfile())
+{
+    fflush(stdout);
+    saved_ = dup(STDOUT_FILENO);
+    EXPECT_NE(file_, nullptr);
+    EXPECT_NE(saved_, -1);
+    if (file_ != nullptr) {
+        EXPECT_NE(dup2(fileno(file_), STDOUT_FILENO), -1);
+    }
+}
+
+Output::~Output()
+{
+    text();
+}
+
+const std::string &Output::text()
+{
+    if (saved_ != -1) {
+        fflush(stdout);
+        dup2(saved_, STDOUT_FILENO);
+        close(saved_);
+        saved_ = -1;
+    }
+    if (file_ != nullptr) {
+        rewind(file_);
+        char part[4096];
+        for (std::size_t got; (got = fread(part, 1, sizeof(part), file_)) > 0;)
+            text_.append(part, got);
+        fclose(file_);
+        file_ = nullptr;
+    }
+    return text_;
+}
+
+std::string tidy(const std::string &log)
+{
+    std::string result;
+    for (std::size_t at = 0; at < log.size();) {
+        std::string shortened;
+        const std::size_t behind = read_prefix(log, at, shortened);
+        if (behind != at) {
+            result += shortened;
+            at = behind;
+        } else if (const std::size_t number = find_line_number(log, at); number != 0) {
+            result += log.substr(at, number - at) + "#";
+            at = skip_digits(log, number);
+        } else {
+            result += log[at++];
+        }
+    }
+    return result;
+}
+
+std::string written(net_param_t *param, Writer writer)
+{
+    TiXmlElement parent("body");
+    const int result = writer(param, &parent);
+    if (result == 0)
+        return print_children(parent);
+    EXPECT_EQ(result, -1);
+    EXPECT_EQ(parent.FirstChild(), nullptr) << "a failing writer left " << print(parent);
+    return "failed";
+}
+
+AnyEnvelope::AnyEnvelope()
+{
+    std::memset(&param, garbage, sizeof(param));
+    param.data = nullptr;
+}
+
+AnyEnvelope::~AnyEnvelope()
+{
+    if (param.data != nullptr)
+        net_free(&param.data);
+}
+
+int AnyEnvelope::read(Parser parser, const std::string &text)
+{
+    Xml body(text);
+    return parser(&param, body.root());
+}
+
+net_ext_t channel(int id)
+{
+    net_ext_t ext{};
+    ext.channelId = id;
+    return ext;
+}
+
+} // namespace test

@@ -1,0 +1,29 @@
+// What a row accepts, in words, and why it refused a child.
+#ifndef NETPARAM_ACCEPT_H
+#define NETPARAM_ACCEPT_H
+
+#include "table.h"
+
+#include <string>
+#include <vector>
+
+namespace netparam {
+
+// "a whole number from 1 to 155"; empty when only the message's own code knows.
+std::string accepted_by(const netpublic::Table &table, const netpublic::Row &row);
+
+struct Verdict {
+    std::string reason;
+    std::string accepted;
+    bool text_is_to_blame; // or else the element
+};
+
+// Of a child that the row has refused; `record` is as the reader left it.
+Verdict judge(const netpublic::Table &table, const netpublic::Row &row, const void *record, const TiXmlNode &node);
+
+// The spellings that can be read, or that can be written.
+std::vector<std::string> spellings(const netpublic::WordTable &words, netpublic::Use direction);
+
+} // namespace netparam
+
+#endif

@@ -1,0 +1,194 @@
+#include "document.h"
+
+#include "failure.h"
+#include "secrets.h"
+
+#include "text_guard.h"
+#include "words.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace netparam {
+namespace {
+
+constexpr std::size_t longest_text = 4 * 1024 * 1024;
+
+[[noreturn]] void unreadable(const std::string &name, int error)
+{
+    throw Failure(exit_file, printable(name) + ": " + std::strerror(error));
+}
+
+std::string read_file(const std::string &path, const std::string &name)
+{
+    const auto close = [](std::FILE *file) {
+        if (file != stdin)
+            std::fclose(file);
+    };
+    const std::unique_ptr<std::FILE, decltype(close)> file(path == "-" ? stdin : std::fopen(path.c_str(), "rb"), close);
+    if (file == nullptr)
+        unreadable(name, errno);
+    std::string text;
+    char buffer[65536];
+    for (std::size_t length; (length = std::fread(buffer, 1, sizeof buffer, file.get())) > 0;) {
+        text.append(buffer, length);
+        if (text.size() > longest_text)
+            throw Failure(exit_malformed, printable(name) + ": more than " + std::to_string(longest_text) +
+                                              " bytes; nothing was parsed");
+    }
+    if (std::ferror(file.get()) != 0)
+        unreadable(name, errno);
+    return text;
+}
+
+// Where the line begins. The XML library takes "\r\n" and "\n\r" for one line break, too.
+std::size_t line_start(const std::string &text, int row)
+{
+    std::size_t at = 0;
+    for (int line = 1; line < row; ++line) {
+        at = text.find_first_of("\r\n", at);
+        if (at == std::string::npos)
+            return text.size();
+        const char other = text[at] == '\r' ? '\n' : '\r';
+        at += at + 1 < text.size() && text[at + 1] == other ? 2 : 1;
+    }
+    return at;
+}
+
+bool has_name(const TiXmlNode &node, const char *name)
+{
+    return lower(node.ValueStr()) == name;
+}
+
+} // namespace
+
+Document::Document(const std::string &path)
+    : name_(path == "-" ? "standard input" : path), text_(read_file(path, name_))
+{
+    parse();
+}
+
+void Document::malformed(Spot spot, const std::string &what) const
+{
+    std::string text = at(spot) + ": not well-formed XML: " + printable(what) + "\n" + excerpt(spot, {}, false);
+    text.pop_back(); // the last line break
+    throw Failure(exit_malformed, text);
+}
+
+void Document::parse()
+{
+    if (const std::size_t zero = text_.find('\0'); zero != std::string::npos) {
+        const int row = 1 + static_cast<int>(std::count(text_.begin(), text_.begin() + static_cast<long>(zero), '\n'));
+        throw Failure(exit_malformed, at({row, 0}) + ": a zero byte in the text; nothing was parsed");
+    }
+    // Nesting and attributes only: how long the text may be is the tool's own affair.
+    if (const char *why = netpublic::guard_text(text_.c_str(), std::min(text_.size(), netpublic::guarded_length)))
+        throw Failure(exit_malformed, printable(name_) + ": " + why + "; nothing was parsed");
+    padded_ = text_ + std::string(netpublic::guard_padding, '\0');
+    tree_.SetTabSize(1);
+    tree_.Parse(padded_.c_str());
+    if (tree_.Error())
+        malformed({tree_.ErrorRow(), tree_.ErrorCol()}, tree_.ErrorDesc());
+    if (tree_.RootElement() == nullptr)
+        malformed({}, "there is no root element");
+    if (has_name(*tree_.RootElement(), "body") && tree_.RootElement()->FirstChildElement() == nullptr)
+        malformed(spot_of(*tree_.RootElement()), "the body holds no message");
+}
+
+TiXmlElement &Document::body()
+{
+    TiXmlElement *root = tree_.RootElement();
+    return has_name(*root, "body") ? *root->FirstChildElement() : *root;
+}
+
+std::string Document::at(Spot spot) const
+{
+    std::string place = printable(name_);
+    if (spot.row > 0)
+        place += ":" + std::to_string(spot.row);
+    if (spot.row > 0 && spot.column > 0)
+        place += ":" + std::to_string(spot.column);
+    return place;
+}
+
+std::string Document::excerpt(Spot spot, const Style &style, bool show_secrets) const
+{
+    if (spot.row < 1 || spot.column < 1)
+        return "";
+    const std::string text = show_secrets ? text_ : masked(text_);
+    const std::size_t start = line_start(text, spot.row);
+    const std::string line = text.substr(start, text.find_first_of("\r\n", start) - start);
+
+    // The library counts characters where the text is UTF-8, and bytes elsewhere.
+    const bool utf8 = text.compare(0, 3, "\xEF\xBB\xBF") == 0 || netpublic::contains_folded(text.c_str(), "<?xml");
+    std::size_t caret = 0;
+    for (int column = 1; column < spot.column && caret < line.size(); ++column)
+        caret += utf8 ? sequence_length(line, caret) : 1;
+
+    // A window on long lines, such as those with grids.
+    constexpr std::size_t before = 60, behind = 40;
+    std::size_t first = caret > before ? caret - before : 0;
+    while (first > 0 && (static_cast<unsigned char>(line[first]) & 0xC0) == 0x80)
+        --first;
+    std::size_t last = std::min(line.size(), caret + behind);
+    while (last < line.size() && (static_cast<unsigned char>(line[last]) & 0xC0) == 0x80)
+        ++last;
+
+    const auto shown = [&](std::size_t from, std::size_t to) {
+        std::string part = line.substr(from, to - from);
+        std::replace(part.begin(), part.end(), '\t', ' ');
+        return printable(part);
+    };
+    const std::string ahead = (first > 0 ? "..." : "") + shown(first, caret);
+    std::size_t indent = 0;
+    for (const char c : ahead)
+        indent += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+    const std::string number = std::to_string(spot.row);
+    const std::string margin(number.size() < 5 ? 5 - number.size() : 0, ' ');
+    return margin + style.faint(number + " |") + " " + ahead + shown(caret, last) + (last < line.size() ? "..." : "") +
+           "\n" + margin + std::string(number.size(), ' ') + style.faint(" |") + " " + std::string(indent, ' ') +
+           style.error("^") + "\n";
+}
+
+Spot spot_of(const TiXmlNode &node)
+{
+    return {node.Row(), node.Column()};
+}
+
+Spot spot_of_text(const TiXmlNode &node)
+{
+    const TiXmlNode *first = node.FirstChild();
+    return first != nullptr && first->Type() == TiXmlNode::TINYXML_TEXT ? spot_of(*first) : spot_of(node);
+}
+
+std::string path_of(const TiXmlNode &node)
+{
+    std::string path;
+    for (const TiXmlNode *at = &node; at != nullptr && at->Type() != TiXmlNode::TINYXML_DOCUMENT; at = at->Parent()) {
+        // The body around a message is no part of it.
+        const TiXmlNode *parent = at->Parent();
+        const bool is_root = parent == nullptr || parent->Type() == TiXmlNode::TINYXML_DOCUMENT;
+        if (is_root && at != &node && has_name(*at, "body"))
+            break;
+        std::string step = at->Type() == TiXmlNode::TINYXML_ELEMENT   ? printable(at->ValueStr())
+                           : at->Type() == TiXmlNode::TINYXML_COMMENT ? "(comment)"
+                                                                      : "(text)";
+        int place = 1, others = 0;
+        for (const TiXmlNode *sibling = at->PreviousSibling(); sibling != nullptr; sibling = sibling->PreviousSibling())
+            place += sibling->Type() == at->Type() && sibling->ValueStr() == at->ValueStr();
+        for (const TiXmlNode *sibling = at->NextSibling(); sibling != nullptr && others == 0;
+             sibling = sibling->NextSibling())
+            others += sibling->Type() == at->Type() && sibling->ValueStr() == at->ValueStr();
+        if (place + others > 1)
+            step += "[" + std::to_string(place) + "]";
+        if (!path.empty())
+            step += "/";
+        path.insert(0, step);
+    }
+    return path;
+}
+
+} // namespace netparam

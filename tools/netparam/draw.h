@@ -1,0 +1,27 @@
+// Tables of cells as characters.
+#ifndef NETPARAM_DRAW_H
+#define NETPARAM_DRAW_H
+
+#include <net_types.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace netparam {
+
+// One character a cell; rows and columns that all are alike are not left out.
+std::vector<std::string> draw_grid(int columns, int rows, const std::function<int(int column, int row)> &cell);
+
+// Seven lines of 24 hours under a scale; `mark` gives an hour's character.
+std::vector<std::string> draw_week(const std::function<char(int day, int hour)> &mark);
+
+// The alarm types of a set, joined by commas; "none".
+std::string alarm_types_of(const time_section_t &set);
+
+// A weekly table of alarm types: a letter for each set that occurs, explained below the table.
+std::vector<std::string> draw_schedule(const time_section_t (&section)[7][24]);
+
+} // namespace netparam
+
+#endif

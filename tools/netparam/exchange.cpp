@@ -1,0 +1,133 @@
+#include "commands.h"
+#include "report.h"
+#include "secrets.h"
+
+#include <net_public.h>
+
+namespace netparam {
+namespace {
+
+// As the host logs it: through the library's filter, and without what the filter lets pass.
+std::string logged_form(const std::string &xml, const Options &options)
+{
+    if (options.show_secrets)
+        return xml;
+    return masked(net_xml_printf_filter(xml.c_str()));
+}
+
+// Grids are long, and drawn elsewhere.
+std::string shortened(const std::string &line)
+{
+    constexpr std::size_t longest = 120, kept = 48;
+    const std::size_t open = line.find('>'), close = line.rfind("</");
+    if (line.size() <= longest || open == std::string::npos || close == std::string::npos || close - open <= kept)
+        return line;
+    return line.substr(0, open + 1 + kept) + "... (" + std::to_string(close - open - 1) + " bytes)" +
+           line.substr(close);
+}
+
+void print_xml(std::ostream &out, const std::string &heading, const TiXmlNode &node, const Options &options)
+{
+    TiXmlPrinter printer;
+    printer.SetIndent("  ");
+    node.Accept(&printer);
+    const std::string xml = logged_form(printer.Str(), options);
+    out << options.style.heading(heading) << '\n';
+    for (std::size_t at = 0; at < xml.size();) {
+        const std::size_t end = std::min(xml.find('\n', at), xml.size());
+        out << "  " << printable(options.full ? xml.substr(at, end - at) : shortened(xml.substr(at, end - at))) << '\n';
+        at = end + 1;
+    }
+}
+
+void print_extension(std::ostream &out, const net_ext_t &extension, const Options &options)
+{
+    out << options.style.heading("Extension") << '\n';
+    const auto number = [&](const char *name, int value) {
+        if (value != 0)
+            out << "  " << name << ' ' << value << '\n';
+    };
+    out << "  channelId " << extension.channelId << '\n';
+    number("inputId", extension.inputId);
+    number("outputId", extension.outputId);
+    number("patrolId", extension.patrolId);
+    number("binaryData", extension.binaryData);
+    number("encryptLen", extension.encryptLen);
+    number("encryptPos", extension.encryptPos);
+    if (extension.userName[0] != '\0')
+        out << "  userName " << in_quotes(extension.userName) << '\n';
+    if (extension.token[0] != '\0')
+        out << "  token " << (options.show_secrets ? in_quotes(extension.token) : hidden) << '\n';
+    number("rfID", extension.rfId);
+    number("chnType", extension.chnType);
+    number("streamType", extension.streamType);
+}
+
+// The words that a payload's codes lack are the usual reason why a writer fails.
+void print_wordless(std::ostream &errors, const std::vector<Item> &items, const std::string &path)
+{
+    constexpr char mark[] = "(has no word)";
+    for (const Item &item : items) {
+        if (item.text.find(mark) != std::string::npos && item.items.empty())
+            errors << "  " << path << item.name << ' ' << item.text << '\n';
+        print_wordless(errors, item.items, item.list ? path : path + item.name + "/");
+    }
+}
+
+ExitCode refused(std::ostream &out, std::ostream &errors, const Session &session, const Document &document,
+                 const Options &options)
+{
+    out.flush();
+    print_ignored(errors, *session.trace(), document, options);
+    print_refusal(errors, session, document, options);
+    print_log(errors, session, options.style);
+    return exit_refused;
+}
+
+} // namespace
+
+ExitCode exchange(std::ostream &out, std::ostream &errors, const Options &options)
+{
+    const Entry &entry = find_message(options.message);
+    if (entry.parses() && !entry.writes() && options.file.empty())
+        throw Failure(exit_usage, entry.name() + " is only parsed: it needs a FILE");
+    if (!entry.parses() && !options.file.empty())
+        throw Failure(exit_usage, entry.name() + " has no parser: leave out the FILE");
+    Session session(entry, options);
+
+    if (Document *document = session.extension_document()) {
+        print_xml(out, "Request, extension header", *document->tree().RootElement(), options);
+        if (!session.read_extension())
+            return refused(out, errors, session, *document, options);
+    }
+    if (Document *document = session.body_document())
+        print_xml(out, "Request, body", *document->tree().RootElement(), options);
+    print_extension(out, session.extension(), options);
+    session.prepare();
+    if (Document *document = session.body_document()) {
+        if (!session.parse())
+            return refused(out, errors, session, *document, options);
+        print_ignored(errors, *session.trace(), *document, options);
+    }
+    const std::vector<Item> items = payload_items(session, entry, options);
+    out << options.style.heading("Payload, " + title(entry, session)) << '\n';
+    print_items(out, items, options.style);
+
+    ExitCode code = exit_ok;
+    if (!entry.writes()) {
+        out << options.style.heading("Reply") << "\n  none: the library does not write this message\n";
+    } else if (const TiXmlElement *reply = session.write()) {
+        print_xml(out, "Reply", *reply, options);
+    } else {
+        out.flush();
+        errors << entry.message->writer << ": " << options.style.error("refused:")
+               << " the payload cannot be written\n";
+        print_wordless(errors, items, "");
+        code = exit_refused;
+    }
+    out.flush();
+    print_log(errors, session, options.style);
+    return code;
+}
+
+} // namespace netparam

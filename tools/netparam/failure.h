@@ -1,0 +1,35 @@
+// How a command ends when it cannot do what it was asked.
+#ifndef NETPARAM_FAILURE_H
+#define NETPARAM_FAILURE_H
+
+#include <stdexcept>
+#include <string>
+
+namespace netparam {
+
+// The exit codes are part of the interface: scripts rely on them.
+enum ExitCode : int {
+    exit_ok = 0,
+    exit_refused = 1,   // the library refused a value, an extension header or a payload
+    exit_usage = 2,     // no such message, option or verb
+    exit_file = 3,      // a file that cannot be read, or output that cannot be written
+    exit_malformed = 4, // text that is not well-formed XML, or not fit to be parsed
+    exit_fault = 70,    // a fault of the tool or the library itself
+};
+
+class Failure : public std::runtime_error {
+public:
+    Failure(ExitCode code, const std::string &text) : std::runtime_error(text), code_(code) {}
+
+    ExitCode code() const
+    {
+        return code_;
+    }
+
+private:
+    ExitCode code_;
+};
+
+} // namespace netparam
+
+#endif

@@ -1,0 +1,91 @@
+#include "commands.h"
+#include "messages.h"
+#include "text.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace netparam {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string id_of(const Entry &entry)
+{
+    return entry.initialiser != nullptr && entry.initialiser->id >= 0 ? std::to_string(entry.initialiser->id) : "-";
+}
+
+std::string initialiser_of(const Entry &entry)
+{
+    return entry.initialiser != nullptr ? entry.initialiser->name : "(the host prepares it)";
+}
+
+bool matches(const Entry &entry, const std::string &filter)
+{
+    std::vector<std::string> texts = {entry.name(), initialiser_of(entry), entry.root()};
+    if (entry.parses())
+        texts.emplace_back(entry.message->parser);
+    if (entry.writes())
+        texts.emplace_back(entry.message->writer);
+    const auto contains = [&](const std::string &text) { return lower(text).find(lower(filter)) != std::string::npos; };
+    return id_of(entry) == filter || std::any_of(texts.begin(), texts.end(), contains);
+}
+
+Json to_json(const Entry &entry)
+{
+    Json row;
+    row["name"] = entry.message != nullptr ? Json(entry.name()) : Json();
+    row["id"] = id_of(entry) != "-" ? Json(entry.initialiser->id) : Json();
+    row["size"] = entry.size();
+    row["initialiser"] = entry.initialiser != nullptr ? Json(entry.initialiser->name) : Json();
+    row["parser"] = entry.parses() ? Json(entry.message->parser) : Json();
+    row["writer"] = entry.writes() ? Json(entry.message->writer) : Json();
+    row["root"] = entry.root().empty() ? Json() : Json(entry.root());
+    return row;
+}
+
+using Line = std::vector<std::string>;
+
+void print(std::ostream &out, const std::vector<Line> &lines)
+{
+    Line::size_type columns = lines.front().size();
+    std::vector<std::size_t> widths(columns);
+    for (const Line &line : lines)
+        for (std::size_t i = 0; i < columns; ++i)
+            widths[i] = std::max(widths[i], line[i].size());
+    for (const Line &line : lines) {
+        std::string text;
+        for (std::size_t i = 0; i < columns; ++i) {
+            const std::string padding(widths[i] - line[i].size(), ' ');
+            const bool number = i == 1 || i == 2;
+            text += (number ? padding + line[i] : line[i] + padding) + "  ";
+        }
+        text.erase(text.find_last_not_of(' ') + 1);
+        out << text << '\n';
+    }
+}
+
+} // namespace
+
+ExitCode list_messages(std::ostream &out, const std::string &filter, bool json)
+{
+    std::vector<Line> lines = {{"NAME", "ID", "SIZE", "DIRECTIONS", "INITIALISER"}};
+    Json rows = Json::array();
+    for (const Entry &entry : entries()) {
+        if (!matches(entry, filter))
+            continue;
+        lines.push_back({entry.name(), id_of(entry), entry.size() > 0 ? std::to_string(entry.size()) : "-",
+                         entry.directions(), initialiser_of(entry)});
+        rows.push_back(to_json(entry));
+    }
+    if (json)
+        out << rows.dump(2) << '\n';
+    else if (lines.size() == 1)
+        throw Failure(exit_usage, "nothing in the catalogue matches " + in_quotes(filter));
+    else
+        print(out, lines);
+    return exit_ok;
+}
+
+} // namespace netparam

@@ -1,0 +1,155 @@
+#include "messages.h"
+
+#include "failure.h"
+#include "nearest.h"
+#include "text.h"
+
+#include <algorithm>
+
+namespace netparam {
+namespace {
+
+using netpublic::Message;
+
+std::vector<const Message *> registered()
+{
+    std::vector<const Message *> messages;
+#define NETPARAM_COLLECT(domain)                                                                                       \
+    for (const Message &message : netpublic::domain##_messages())                                                      \
+        messages.push_back(&message);
+    NETPUBLIC_DOMAINS(NETPARAM_COLLECT)
+#undef NETPARAM_COLLECT
+    return messages;
+}
+
+std::vector<Entry> join()
+{
+    std::vector<Entry> all;
+    std::vector<const Message *> left = registered();
+    for (const netpublic::Initialiser &initialiser : netpublic::initialisers) {
+        const auto mine = [&](const Message *message) { return message->initialise == initialiser.function; };
+        for (const Message *message : left)
+            if (mine(message))
+                all.push_back({message, &initialiser});
+        if (std::none_of(left.begin(), left.end(), mine))
+            all.push_back({nullptr, &initialiser});
+        left.erase(std::remove_if(left.begin(), left.end(), mine), left.end());
+    }
+    for (const Message *message : left)
+        all.push_back({message, nullptr});
+    return all;
+}
+
+// "CoverPreview", "cover-preview" and "cover_preview" are the same.
+std::string simplified(std::string name)
+{
+    name.erase(std::remove_if(name.begin(), name.end(), [](char c) { return c == '-' || c == '_'; }), name.end());
+    return lower(name);
+}
+
+std::string without_suffix(const std::string &name)
+{
+    const std::size_t length = name.size();
+    return length > 4 ? name.substr(0, length - 4) : name; // "_x2s" and "_s2x"
+}
+
+// All names of a message but its own.
+std::vector<std::string> aliases(const Entry &entry)
+{
+    std::vector<std::string> names;
+    if (entry.initialiser != nullptr)
+        names.emplace_back(entry.initialiser->name);
+    if (entry.parses())
+        names.insert(names.end(), {entry.message->parser, without_suffix(entry.message->parser)});
+    if (entry.writes())
+        names.insert(names.end(), {entry.message->writer, without_suffix(entry.message->writer)});
+    if (!entry.root().empty())
+        names.push_back(entry.root());
+    return names;
+}
+
+bool bears(const Entry &entry, const std::string &wanted)
+{
+    const std::vector<std::string> names = aliases(entry);
+    return std::any_of(names.begin(), names.end(), [&](const std::string &name) { return simplified(name) == wanted; });
+}
+
+[[noreturn]] void unknown(const std::string &name)
+{
+    std::vector<std::string> names; // the messages' own ones first
+    for (const Entry &entry : entries())
+        if (entry.message != nullptr)
+            names.push_back(entry.name());
+    for (const Entry &entry : entries()) {
+        const std::vector<std::string> more = aliases(entry);
+        names.insert(names.end(), more.begin(), more.end());
+    }
+    const std::vector<std::string> near = nearest(name, names);
+    throw Failure(exit_usage, "no message is called " + in_quotes(name) +
+                                  (near.empty() ? "; \"netparam list\" shows them all"
+                                                : "; did you mean " + joined(near, ", ") + "?"));
+}
+
+} // namespace
+
+std::string Entry::name() const
+{
+    return message != nullptr ? message->name : "-";
+}
+
+bool Entry::parses() const
+{
+    return message != nullptr && message->parse != nullptr;
+}
+
+bool Entry::writes() const
+{
+    return message != nullptr && message->write != nullptr;
+}
+
+std::string Entry::directions() const
+{
+    return parses() && writes() ? "parse write" : parses() ? "parse" : writes() ? "write" : "-";
+}
+
+std::string Entry::root() const
+{
+    return writes() && message->written != nullptr ? message->written->text(message->written->root) : "";
+}
+
+unsigned int Entry::size() const
+{
+    return initialiser != nullptr && initialiser->size > 0 ? initialiser->size : message != nullptr ? message->size : 0;
+}
+
+const std::vector<Entry> &entries()
+{
+    static const std::vector<Entry> all = join();
+    return all;
+}
+
+const Entry &find_message(const std::string &name)
+{
+    const std::string wanted = simplified(name);
+    std::vector<const Entry *> found;
+    for (const Entry &entry : entries())
+        if (entry.message != nullptr && simplified(entry.name()) == wanted)
+            return entry;
+        else if (bears(entry, wanted))
+            found.push_back(&entry);
+    if (found.empty())
+        unknown(name);
+    if (found.size() == 1 && found.front()->message == nullptr)
+        throw Failure(exit_usage, std::string(found.front()->initialiser->name) +
+                                      " stands in the catalogue, but the library has neither parser nor writer for it");
+    if (found.size() > 1) {
+        std::vector<std::string> names;
+        names.reserve(found.size());
+        for (const Entry *entry : found)
+            names.push_back(entry->name());
+        throw Failure(exit_usage, in_quotes(name) + " may be any of these messages: " + joined(names, ", "));
+    }
+    return *found.front();
+}
+
+} // namespace netparam

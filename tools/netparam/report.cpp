@@ -1,0 +1,174 @@
+#include "report.h"
+
+#include <algorithm>
+
+namespace netparam {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::size_t widest(const std::vector<Item> &items, const std::string &path)
+{
+    std::size_t width = 0;
+    for (const Item &item : items) {
+        const std::string name = path + item.name;
+        width = std::max(width, item.items.empty() ? name.size() : widest(item.items, item.list ? path : name + "/"));
+    }
+    return width;
+}
+
+void print_level(std::ostream &out, const std::vector<Item> &items, const std::string &path, std::size_t width,
+                 const Style &style)
+{
+    for (const Item &item : items) {
+        const std::string name = path + item.name;
+        if (!item.items.empty()) {
+            print_level(out, item.items, item.list ? path : name + "/", width, style);
+            continue;
+        }
+        out << "  " << name << std::string(width - std::min(width, name.size()) + 2, ' ') << item.text << '\n';
+        for (const std::string &line : item.drawing)
+            out << "      " << style.faint(line) << '\n';
+    }
+}
+
+// The library's lines without their colours; a line break ends each.
+std::vector<std::string> log_lines(const Session &session)
+{
+    std::vector<std::string> lines(1);
+    const std::string log = session.log();
+    for (std::size_t at = 0; at < log.size(); ++at) {
+        if (log[at] == '\033' && at + 1 < log.size() && log[at + 1] == '[')
+            at = std::min(log.find('m', at), log.size());
+        else if (log[at] == '\n')
+            lines.emplace_back();
+        else
+            lines.back() += log[at];
+    }
+    if (lines.back().empty())
+        lines.pop_back();
+    for (std::string &line : lines)
+        line = printable(line);
+    return lines;
+}
+
+constexpr char as_a_whole[] = "the message as a whole is refused, although each of its elements was read";
+
+} // namespace
+
+void print_items(std::ostream &out, const std::vector<Item> &items, const Style &style)
+{
+    constexpr std::size_t widest_column = 44;
+    print_level(out, items, "", std::min(widest(items, ""), widest_column), style);
+}
+
+void print_refusal(std::ostream &out, const Session &session, const Document &document, const Options &options)
+{
+    const Refusal *refusal = session.trace()->refusal();
+    const Style &style = options.style;
+    if (refusal == nullptr) {
+        out << document.at({}) << ": " << style.error("refused:") << ' ' << as_a_whole << '\n';
+        return;
+    }
+    out << document.at(refusal->spot) << ": " << style.error("refused:") << ' ' << refusal->reason << '\n';
+    out << document.excerpt(refusal->spot, style, options.show_secrets);
+    out << "  element   " << refusal->path;
+    const std::string name = refusal->path.substr(refusal->path.rfind('/') + 1);
+    if (!refusal->key.empty() && name.substr(0, name.find('[')) != refusal->key)
+        out << "  (key " << refusal->key << ")";
+    out << '\n';
+    if (!refusal->read.empty())
+        out << "  read      " << refusal->read << '\n';
+    if (!refusal->accepted.empty())
+        out << "  accepted  " << refusal->accepted << '\n';
+}
+
+void print_ignored(std::ostream &out, const Trace &trace, const Document &document, const Options &options)
+{
+    for (const Ignored &ignored : trace.ignored()) {
+        out << document.at(ignored.spot) << ": " << options.style.note("note:") << ' ' << ignored.path
+            << " is ignored: no key answers to it";
+        if (!ignored.near.empty())
+            out << "; did you mean " << ignored.near.front() << "?";
+        out << '\n';
+    }
+    if (trace.ignored_in_all() > trace.ignored().size())
+        out << document.at({}) << ": " << options.style.note("note:") << ' ' << trace.ignored_in_all()
+            << " children are ignored in all\n";
+}
+
+void print_log(std::ostream &out, const Session &session, const Style &style)
+{
+    const std::vector<std::string> lines = log_lines(session);
+    if (lines.empty())
+        return;
+    out << style.heading("The library's log") << '\n';
+    for (const std::string &line : lines)
+        out << "  " << line << '\n';
+}
+
+Json refusal_json(const Session &session, const Document &document)
+{
+    const Refusal *refusal = session.trace()->refusal();
+    if (refusal == nullptr)
+        return {{"file", document.name()}, {"reason", as_a_whole}};
+    return {{"file", document.name()},       {"line", refusal->spot.row}, {"column", refusal->spot.column},
+            {"element", refusal->path},      {"key", refusal->key},       {"read", refusal->read},
+            {"accepted", refusal->accepted}, {"reason", refusal->reason}};
+}
+
+Json ignored_json(const Trace &trace)
+{
+    Json list = Json::array();
+    for (const Ignored &ignored : trace.ignored())
+        list.push_back({{"line", ignored.spot.row}, {"column", ignored.spot.column}, {"element", ignored.path}});
+    return list;
+}
+
+Json log_json(const Session &session)
+{
+    return log_lines(session);
+}
+
+std::vector<Item> payload_items(const Session &session, const Entry &entry, const Options &options)
+{
+    const netpublic::Table *table = entry.message->read != nullptr ? entry.message->read : entry.message->written;
+    const net_param_t &param = session.envelope();
+    const std::size_t records = session.records();
+    if (table == nullptr || param.data == nullptr || table->record_size > records * param.dataSize)
+        return {};
+    const char *data = static_cast<const char *>(param.data);
+    if (records <= 1 || table->record_size != param.dataSize)
+        return dump(*table, data, options.show_secrets);
+    // A list of records; those behind the last used one are left out.
+    std::size_t used = records;
+    while (used > 1 && std::all_of(data + (used - 1) * param.dataSize, data + used * param.dataSize,
+                                   [](char byte) { return byte == 0; }))
+        --used;
+    Item list;
+    list.name = "record";
+    list.list = true;
+    for (std::size_t i = 0; i < used; ++i) {
+        Item record;
+        record.name = "record[" + std::to_string(i) + "]";
+        record.items = dump(*table, data + i * param.dataSize, options.show_secrets);
+        list.items.push_back(record);
+    }
+    return {list};
+}
+
+std::string title(const Entry &entry, const Session &session)
+{
+    const net_param_t &param = session.envelope();
+    std::string text = entry.name() + ": ";
+    if (entry.initialiser != nullptr)
+        text += std::string(entry.initialiser->name) + ", id " + std::to_string(param.paramId) + ", ";
+    else
+        text += "prepared by the host, ";
+    text += std::to_string(param.dataSize) + " bytes";
+    if (session.records() > 1)
+        text += " a record, " + std::to_string(session.records()) + " records";
+    return text;
+}
+
+} // namespace netparam

@@ -1,0 +1,34 @@
+// What people read: payloads, refusals, notes and the library's log.
+#ifndef NETPARAM_REPORT_H
+#define NETPARAM_REPORT_H
+
+#include "dump.h"
+#include "session.h"
+
+#include <ostream>
+
+namespace netparam {
+
+// "path  value", drawings below.
+void print_items(std::ostream &out, const std::vector<Item> &items, const Style &style);
+
+// Why the text was refused; for a reading that failed.
+void print_refusal(std::ostream &out, const Session &session, const Document &document, const Options &options);
+// Children that no key answers to.
+void print_ignored(std::ostream &out, const Trace &trace, const Document &document, const Options &options);
+// The library's own lines, if there are any.
+void print_log(std::ostream &out, const Session &session, const Style &style);
+
+nlohmann::ordered_json refusal_json(const Session &session, const Document &document);
+nlohmann::ordered_json ignored_json(const Trace &trace);
+nlohmann::ordered_json log_json(const Session &session);
+
+// The payload by its rows; nothing when no rows say what it is.
+std::vector<Item> payload_items(const Session &session, const Entry &entry, const Options &options);
+
+// "md: nets_param_md_init, id 1903, 22340 bytes".
+std::string title(const Entry &entry, const Session &session);
+
+} // namespace netparam
+
+#endif

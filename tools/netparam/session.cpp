@@ -1,0 +1,102 @@
+#include "session.h"
+
+#include "capture.h"
+#include "failure.h"
+#include "secrets.h"
+
+#include <net_host_standin.h>
+#include <net_public.h>
+
+#include <cstring>
+
+namespace netparam {
+namespace {
+
+constexpr unsigned int own_module = 0x400, wifi_module = 0x1000;
+constexpr unsigned int errors = 0x1, traces = 0x4 | 0x8;
+
+} // namespace
+
+Session::Session(const Entry &entry, const Options &options) : entry_(entry), options_(options)
+{
+    modulemask = own_module | (options.traces ? wifi_module : 0);
+    loglevel = errors | (options.traces ? traces : 0);
+    if (!options.extension.empty())
+        extension_document_.emplace(options.extension);
+    if (!options.file.empty())
+        body_document_.emplace(options.file);
+}
+
+Session::~Session()
+{
+    if (param_.data != nullptr)
+        net_free(&param_.data);
+}
+
+bool Session::read_extension()
+{
+    if (!extension_document_)
+        return true;
+    std::string text = extension_document_->text();
+    trace_ = std::make_unique<Trace>(options_.show_secrets);
+    const int result = logged(log_, [&] { return net_exten_x2s(text.data(), &extension_); });
+    trace_->stop();
+    return result == 0;
+}
+
+void Session::prepare()
+{
+    if (entry_.initialiser != nullptr) {
+        if (logged(log_, [&] { return entry_.initialiser->function(&param_, &extension_); }) != 0)
+            throw Failure(exit_fault, std::string(entry_.initialiser->name) + "() failed\n" + log());
+        allocated_ = param_.data != nullptr ? net_host_memory().last_size : 0;
+    }
+    if (param_.data != nullptr)
+        return;
+    // The host's own preparations.
+    const netpublic::Table *table = entry_.message->read != nullptr ? entry_.message->read : entry_.message->written;
+    const unsigned int size = entry_.message->size > 0 ? entry_.message->size
+                              : table != nullptr       ? table->record_size
+                                                       : 0;
+    if (size == 0)
+        return;
+    param_.inited = 1;
+    param_.dataSize = size;
+    param_.data = net_malloc(size);
+    if (param_.data == nullptr)
+        throw Failure(exit_fault, "no memory for the payload");
+    std::memset(param_.data, 0, size);
+    allocated_ = size;
+}
+
+bool Session::parse()
+{
+    trace_ = std::make_unique<Trace>(options_.show_secrets);
+    const int result = logged(log_, [&] { return entry_.message->parse(&param_, &body_document_->body()); });
+    trace_->stop();
+    return result == 0;
+}
+
+const TiXmlElement *Session::write()
+{
+    const int result = logged(log_, [&] { return entry_.message->write(&param_, &reply_); });
+    return result == 0 ? reply_.FirstChildElement() : nullptr;
+}
+
+std::size_t Session::records() const
+{
+    return param_.dataSize > 0 ? allocated_ / param_.dataSize : 0;
+}
+
+std::string Session::log() const
+{
+    if (options_.show_secrets)
+        return log_;
+    std::string text = log_;
+    for (const auto *document : {&extension_document_, &body_document_})
+        if (*document)
+            text = without(text, secrets_in((*document)->tree()));
+    return text;
+}
+
+} // namespace netparam

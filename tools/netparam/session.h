@@ -1,0 +1,85 @@
+// One exchange with the library, as the host leads it: extension header, initialiser, parser, writer.
+#ifndef NETPARAM_SESSION_H
+#define NETPARAM_SESSION_H
+
+#include "document.h"
+#include "messages.h"
+#include "trace.h"
+
+#include <net_types.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace netparam {
+
+// What the commands have in common.
+struct Options {
+    std::string message;
+    std::string file;      // empty for none
+    std::string extension; // empty for none
+    bool json = false;
+    bool show_secrets = false;
+    bool full = false;   // do not shorten long texts
+    bool traces = false; // have the library log its traces, too
+    Style style;
+};
+
+class Session {
+public:
+    Session(const Entry &entry, const Options &options);
+    ~Session();
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
+
+    // The extension header of the request, if there is one; false when it is refused.
+    bool read_extension();
+    // The initialiser, or the host's preparations. A failure is a fault.
+    void prepare();
+    // The body; false when it is refused.
+    bool parse();
+    // The reply's root under a parent of its own; null when the writer refuses.
+    const TiXmlElement *write();
+
+    const net_param_t &envelope() const
+    {
+        return param_;
+    }
+    const net_ext_t &extension() const
+    {
+        return extension_;
+    }
+    Document *extension_document()
+    {
+        return extension_document_ ? &*extension_document_ : nullptr;
+    }
+    Document *body_document()
+    {
+        return body_document_ ? &*body_document_ : nullptr;
+    }
+    // Of the latest reading.
+    const Trace *trace() const
+    {
+        return trace_.get();
+    }
+    // How many records of `dataSize` bytes were allocated; lists have several.
+    std::size_t records() const;
+    // What the library has logged so far, secrets hidden.
+    std::string log() const;
+
+private:
+    const Entry &entry_;
+    const Options &options_;
+    net_param_t param_ = {};
+    net_ext_t extension_ = {};
+    std::size_t allocated_ = 0;
+    std::optional<Document> extension_document_, body_document_;
+    std::unique_ptr<Trace> trace_;
+    TiXmlElement reply_{"reply"};
+    std::string log_;
+};
+
+} // namespace netparam
+
+#endif

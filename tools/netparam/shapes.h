@@ -1,0 +1,42 @@
+// Values by the shape of their member: as text for people, as JSON for programs, as a drawing.
+#ifndef NETPARAM_SHAPES_H
+#define NETPARAM_SHAPES_H
+
+#include "item.h"
+#include "table.h"
+
+#include <cstring>
+#include <functional>
+
+namespace netparam {
+
+template <class Type> Type load(const char *at)
+{
+    Type value;
+    std::memcpy(&value, at, sizeof value);
+    return value;
+}
+
+bool all_zero(const char *bytes, std::size_t size);
+
+void set(Item &item, const std::string &text, nlohmann::ordered_json value);
+void set_text(Item &item, const char *text, std::size_t size);
+// One element of a member. False when its shape says nothing.
+bool set_scalar(Item &item, const char *at, const netpublic::Detail &detail);
+// Numbers in one line; zeros at the end are only counted.
+void set_numbers(Item &item, const char *at, const netpublic::Detail &detail, std::size_t count);
+
+// What the record says of a grid's size under either key, or the limit.
+using SizeLimit = std::function<int(const char *key, const char *other, int limit)>;
+// Grids are stored row after row or column after column; they always have more columns than rows.
+void set_grid(Item &item, const char *at, const netpublic::Detail &detail, const SizeLimit &size);
+// 7 x 24 numbers, and 7 x 24 sets of alarm types.
+void set_week(Item &item, const char *at);
+void set_schedule(Item &item, const char *section);
+
+void set_word(Item &item, const netpublic::WordTable &words, int code);
+void set_mask(Item &item, const netpublic::WordTable &words, unsigned int mask);
+
+} // namespace netparam
+
+#endif

@@ -1,0 +1,49 @@
+// Texts from outside, made fit for a terminal.
+#ifndef NETPARAM_TEXT_H
+#define NETPARAM_TEXT_H
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace netparam {
+
+// Control characters and broken UTF-8 become \xNN, so that no file can steer the terminal.
+std::string printable(std::string_view text);
+// The same between quotes; cut with an ellipsis beyond `longest` bytes.
+std::string in_quotes(std::string_view text, std::size_t longest = 200);
+
+std::string joined(const std::vector<std::string> &texts, std::string_view separator);
+std::string lower(std::string text);
+
+// Bytes of the UTF-8 sequence at `at`; 1 where there is none.
+std::size_t sequence_length(std::string_view text, std::size_t at);
+
+// Colour, if the terminal wants it.
+struct Style {
+    bool colour = false;
+
+    std::string error(std::string_view text) const
+    {
+        return in("1;31", text);
+    }
+    std::string note(std::string_view text) const
+    {
+        return in("1;36", text);
+    }
+    std::string heading(std::string_view text) const
+    {
+        return in("1", text);
+    }
+    std::string faint(std::string_view text) const
+    {
+        return in("2", text);
+    }
+
+private:
+    std::string in(const char *code, std::string_view text) const;
+};
+
+} // namespace netparam
+
+#endif

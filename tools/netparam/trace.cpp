@@ -1,0 +1,142 @@
+#include "trace.h"
+
+#include "accept.h"
+#include "nearest.h"
+#include "secrets.h"
+
+namespace netparam {
+namespace {
+
+using netpublic::Event;
+using netpublic::Row;
+using netpublic::Table;
+
+constexpr std::size_t most_ignored = 20;
+
+bool lies_within(const TiXmlNode *node, const TiXmlNode &outer)
+{
+    while (node != nullptr && node != &outer)
+        node = node->Parent();
+    return node != nullptr;
+}
+
+// The library may read in a second walk what it skips in the first: then the rows know the key at least.
+bool is_known(const Table &table, const TiXmlNode &node)
+{
+    for (unsigned i = table.keys; i < table.rows; ++i)
+        if (netpublic::is_named(node.Value(), table.key(table.row(i))))
+            return true;
+    return false;
+}
+
+std::vector<std::string> keys_of(const Table &table)
+{
+    std::vector<std::string> keys;
+    for (unsigned i = 0; i < table.keys; ++i)
+        keys.emplace_back(table.key(table.row(i)));
+    return keys;
+}
+
+Refusal of_value(const Table &table, const Row &row, const void *record, const TiXmlNode &node, bool show_secrets)
+{
+    const Verdict verdict = judge(table, row, record, node);
+    Refusal refusal;
+    refusal.spot = verdict.text_is_to_blame ? spot_of_text(node) : spot_of(node);
+    refusal.path = path_of(node);
+    refusal.key = table.key(row);
+    refusal.reason = verdict.reason;
+    refusal.accepted = verdict.accepted;
+    const char *text = node.ToElement() != nullptr ? node.ToElement()->GetText() : nullptr;
+    if (text != nullptr) {
+        const bool hide = !show_secrets && (is_secret(refusal.key) || may_be_secret(node.ValueStr()));
+        refusal.read = hide ? hidden : in_quotes(text, 80);
+    }
+    return refusal;
+}
+
+Refusal of_missing(const Table &table, const Row &row, const TiXmlNode &element)
+{
+    Refusal refusal;
+    refusal.spot = spot_of(element);
+    refusal.path = path_of(element);
+    refusal.key = table.key(row);
+    refusal.reason = "the child \"" + refusal.key + "\" is missing";
+    refusal.accepted = refusal.key + ": " + accepted_by(table, row);
+    return refusal;
+}
+
+Refusal of_stranger(const Table &table, const TiXmlNode &node)
+{
+    Refusal refusal;
+    refusal.spot = spot_of(node);
+    refusal.path = path_of(node);
+    refusal.reason = "no such child is accepted here";
+    refusal.accepted = joined(keys_of(table), ", ");
+    return refusal;
+}
+
+} // namespace
+
+Trace::Trace(bool show_secrets) : watch_{this, happened}, show_secrets_(show_secrets)
+{
+    netpublic::watch = &watch_;
+}
+
+Trace::~Trace()
+{
+    stop();
+}
+
+void Trace::stop()
+{
+    if (listening_)
+        netpublic::watch = nullptr;
+    listening_ = false;
+}
+
+void Trace::happened(void *self, Event event, const Table &table, const Row *row, void *record, TiXmlNode *node)
+{
+    Trace &trace = *static_cast<Trace *>(self);
+    switch (event) {
+    case Event::taken:
+        ++trace.taken_;
+        trace.refused_ = false; // the message's own code has put up with it
+        break;
+    case Event::ignored:
+        if ((table.flags & netpublic::table_others_fail) != 0)
+            trace.refuse(of_stranger(table, *node), *node);
+        else
+            trace.ignore(table, *node);
+        break;
+    case Event::refused:
+        // Refusals come from the inside out; the innermost one is the reason for the others.
+        if (trace.refused_ && lies_within(trace.outermost_, *node))
+            trace.outermost_ = node;
+        else
+            trace.refuse(of_value(table, *row, record, *node, trace.show_secrets_), *node);
+        break;
+    case Event::missing:
+        trace.refuse(of_missing(table, *row, *node), *node);
+        break;
+    }
+}
+
+void Trace::refuse(const Refusal &refusal, const TiXmlNode &node)
+{
+    refusal_ = refusal;
+    outermost_ = &node;
+    refused_ = true;
+}
+
+void Trace::ignore(const Table &table, const TiXmlNode &node)
+{
+    refused_ = false;
+    // A comment takes part in the matching, but nobody means a key by it.
+    if (node.ToElement() == nullptr || is_known(table, node))
+        return;
+    ++ignored_in_all_;
+    if (ignored_.size() < most_ignored)
+        ignored_.push_back({spot_of(node), path_of(node), nearest(node.ValueStr(), keys_of(table), 1)});
+}
+
+} // namespace netparam
