@@ -13,7 +13,8 @@ cd "$top" || exit 1
 all_sections=(format build release asan armhf golden budgets consumer analysis fuzz)
 gates=tests/gates
 golden=tests/golden
-size_limit=98304
+size_goal=98304 # bytes; what the library is to shrink to
+size_limit=172032 # what it must not grow beyond meanwhile
 stack_limit=1024
 fuzz_seconds=${FUZZ_SECONDS:-60}
 
@@ -77,6 +78,18 @@ check_tests() { # NAME COMMAND...
     fi
 }
 
+# Runs the inspector's tests and counts them.
+check_inspector() { # NETPARAM
+    local start=$SECONDS count
+    if python3 tests/netparam_test.py "$1" >"$log" 2>&1; then
+        count=$(sed -n 's/^Ran \([0-9]*\) tests.*/\1/p' "$log")
+        pass "${count:-0}"
+        printf 'ok      inspector: %d tests (%d s)\n' "${count:-0}" $((SECONDS - start))
+    else
+        fail "inspector"
+    fi
+}
+
 sources() {
     find netpublic host tools tests fuzz bench \( -name '*.cpp' -o -name '*.h' -o -name '*.c' -o -name '*.inc' \) -print
 }
@@ -119,7 +132,9 @@ section_build() {
 }
 
 section_release() {
-    build release && check_tests "tests (release)" build/release/tests/netpublic_tests
+    build release || return
+    check_tests "tests (release)" build/release/tests/netpublic_tests
+    check_inspector build/release/tools/netparam/netparam
 }
 
 section_asan() {
@@ -174,7 +189,7 @@ library_size() {
     arm-linux-gnueabihf-strip --strip-unneeded -o "$stripped" "$1"
     size=$(stat -c %s "$stripped")
     rm -f "$stripped"
-    echo "$size bytes stripped on armhf, $size_limit allowed"
+    echo "$size bytes stripped on armhf, $size_limit allowed, $size_goal wanted"
     [ "$size" -le "$size_limit" ]
 }
 

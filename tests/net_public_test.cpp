@@ -595,6 +595,8 @@ TEST_F(RandomAndTimeTest, TooLongStringHasAGateOfItsOwn)
     EXPECT_EQ(output_of(fail), "");
     modulemask = 0x8000000;
     EXPECT_EQ(log_of(fail), "<red net_public.cpp>buf len:8 is less than str len:9\n");
+    EXPECT_EQ(log_of([] { EXPECT_EQ(net_random_string(nullptr, -1, 3), -1); }),
+              "<red net_public.cpp>buf len:-1 is less than str len:3\n");
     loglevel = 0xFFFFFFFE;
     EXPECT_EQ(output_of(fail), "");
     EXPECT_TRUE(text.untouched_from(0));

@@ -46,8 +46,10 @@ TEST_F(ReadmeTest, Refusals)
     EXPECT_EQ(exchanged(header, ""), "-1 ");
     EXPECT_EQ(exchanged(header, "<MD><enable>"), "-1 ");
     EXPECT_EQ(exchanged(header, "<MD><enable>2</enable></MD>"), "-1 ");
-    net_host_fail_allocation(1);
-    EXPECT_EQ(exchanged(header, request), "-1 ");
+    for (unsigned long which : {1, 2}) { // the header's copy, the payload
+        net_host_fail_allocation(which);
+        EXPECT_EQ(exchanged(header, request), "-1 ") << which;
+    }
 }
 
 } // namespace

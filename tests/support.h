@@ -106,8 +106,8 @@ public:
 };
 
 // An initialised envelope and its payload:
-//     Envelope<net_md_cfg_t> message(net_param_md_init);
-//     EXPECT_EQ(message.read(net_param_md_x2s, "<MD><channelId>1</channelId></MD>"), 0);
+//     Envelope<tag_net_pic_motion_cfg_v20_t> message(nets_param_md_init);
+//     EXPECT_EQ(message.read(net_md_x2s, "<MD><channelId>1</channelId></MD>"), 0);
 //     EXPECT_EQ(message->channelId, 1);
 template <class Payload> class Envelope : public AnyEnvelope {
 public:

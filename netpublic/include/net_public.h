@@ -6,10 +6,10 @@
  * One exchange, driven by the host:
  *
  *     net_param_t param;
- *     net_param_md_init(&param, &ext);            // stamps the envelope, allocates the payload
- *     net_param_md_x2s(&param, body);             // request: XML to structure
+ *     nets_param_md_init(&param, &ext);           // stamps the envelope, allocates the payload
+ *     net_md_x2s(&param, body);                   // request: XML to structure
  *     ...                                         // act on it, or fill in the reply
- *     net_param_md_s2x(&param, parent);           // reply: structure to XML
+ *     net_md_s2x(&param, parent);                 // reply: structure to XML
  *     net_free(&param.data);
  *
  * Functions return 0 on success and -1 on failure unless they say otherwise; a null required

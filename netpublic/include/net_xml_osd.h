@@ -84,7 +84,8 @@ NETPUBLIC_API int nets_osd_chn_s2x(net_param_t *param, TiXmlElement *parent);
 /** Parses privacy masks into the ones held, see get_shelter_from_xmlnode(). @param param tag_net_shelter_cfg_v20_t */
 NETPUBLIC_API int nets_pic_shelter_x2s(net_param_t *param, TiXmlNode *node);
 /**
- * Appends "PicShelter" with the masks held.
+ * Appends "PicShelter" with the masks held; "maxNum" is left out while it is unknown, and a mask that holds only
+ * its id is written with "enable" 0.
  * @param param payload tag_net_shelter_cfg_v20_t
  * @param parent gets the element
  */

@@ -266,7 +266,8 @@ NETPUBLIC_API int net_ipc_version_x2s(net_param_t *param, TiXmlNode *node);
 
 /** @} */
 /** @name Component readers
- * A null record or node is -1, and so is a name that does not answer to @p key, unless that is null.
+ * A null record or node is -1 and logged; so is, without a log line, a name that does not answer to @p key, unless
+ * that is null.
  * @{ */
 
 /** Reads the second factor of a login. */
@@ -276,7 +277,7 @@ NETPUBLIC_API int get_auth_mode_info_from_xmlnode(net_auth_mode_info_t *info, Ti
  * At least one of "userId" and "userName" is required.
  */
 NETPUBLIC_API int get_user_from_xmlnode(tag_net_userinfo_all__v20_t *user, TiXmlNode *node, const char *key);
-/** Reads a user who is online; the record is cleared first. */
+/** Reads a user who is online; the record is cleared first, also when the name does not answer. */
 NETPUBLIC_API int get_online_user_from_xmlnode(tag_net_userinfo_online_v20_t *user, TiXmlNode *node, const char *key);
 /** Reads a shared user; the level is -1 when the element does not tell. A state that is not accepted is logged. */
 NETPUBLIC_API int get_shared_user_from_xmlnode(net_shared_user_info_t *user, TiXmlNode *node, const char *key);

@@ -403,13 +403,13 @@ constexpr unsigned int random_string_module = 0x8000000; // not this library's o
 
 int net_random_string(char *buf, int bufLen, int strLen)
 {
-    if (buf == nullptr || bufLen < 0)
-        return -1;
     if (strLen > bufLen) {
         if ((modulemask & random_string_module) != 0 && (loglevel & log_errors) != 0)
             log_red(NET_HERE, "buf len:%d is less than str len:%d\n", bufLen, strLen);
         return -1;
     }
+    if (buf == nullptr || bufLen < 0)
+        return -1;
     std::memset(buf, 0, static_cast<std::size_t>(bufLen));
     std::srand(static_cast<unsigned int>(std::time(nullptr)));
     for (int i = 0; i < strLen; ++i)

@@ -108,7 +108,7 @@ int merge_mask(tag_net_shelter_cfg_v20_t &config, TiXmlNode *node)
     using Mine = tag_net_shelter_v20_t;
     static constexpr int Mine::*partial[] = {&Mine::layer,    &Mine::color, &Mine::topLeftX,
                                              &Mine::topLeftY, &Mine::width, &Mine::height};
-    Mask mask;
+    Mask mask = {};
     if (read_record(mask_record, &mask, node) != 0)
         return -1;
     Mine *place = place_of(config, mask.values.id);

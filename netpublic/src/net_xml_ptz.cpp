@@ -215,7 +215,7 @@ int read_key_positions(Cruise &cruise, TiXmlNode *node)
          child = child->NextSibling()) {
         if (!answers_to(child->Value(), "keyPos"))
             continue;
-        net_ptz_cruise_v20_t nowhere;
+        net_ptz_cruise_v20_t nowhere = {};
         net_ptz_cruise_v20_t &record = cruise.records != nullptr ? cruise.records[cruise.keyPositions] : nowhere;
         set_defaults(record);
         if (read_record(key_position, &record, child) != 0)

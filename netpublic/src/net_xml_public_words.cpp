@@ -70,8 +70,7 @@ std::size_t join(char *out, std::size_t room, const int *table, int count)
 {
     std::size_t at = 0;
     for (int i = 0; i < count && at < room; ++i) {
-        char item[12];
-        item[0] = ',';
+        char item[12] = {','};
         const char *begin = i == 0 ? item + 1 : item;
         const char *end = std::to_chars(item + 1, item + sizeof(item), table[i]).ptr;
         for (; begin != end && at < room; ++begin)

@@ -26,9 +26,8 @@
 // The domains whose files hold a list.
 #define NETPUBLIC_DOMAINS(DOMAIN)                                                                                      \
     DOMAIN(alarm)                                                                                                      \
-    DOMAIN(stream)                                                                                                     \
-    DOMAIN(recode) DOMAIN(system) DOMAIN(replay) DOMAIN(snap) DOMAIN(timelapse) DOMAIN(ptz) DOMAIN(support) DOMAIN(network)        \
-        DOMAIN(osd) DOMAIN(user)
+    DOMAIN(stream) DOMAIN(recode) DOMAIN(replay) DOMAIN(snap) DOMAIN(timelapse) DOMAIN(system) DOMAIN(support)         \
+        DOMAIN(network) DOMAIN(ptz) DOMAIN(osd) DOMAIN(user)
 
 namespace netpublic {
 

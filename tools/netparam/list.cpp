@@ -11,9 +11,21 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+// An initialiser that does nothing has no id.
+bool has_id(const Entry &entry)
+{
+    return entry.initialiser != nullptr && entry.initialiser->id >= 0;
+}
+
 std::string id_of(const Entry &entry)
 {
-    return entry.initialiser != nullptr && entry.initialiser->id >= 0 ? std::to_string(entry.initialiser->id) : "-";
+    return has_id(entry) ? std::to_string(entry.initialiser->id) : "-";
+}
+
+// Absent texts are null.
+Json optional(const std::string &text)
+{
+    return text.empty() ? Json() : Json(text);
 }
 
 std::string initialiser_of(const Entry &entry)
@@ -23,11 +35,8 @@ std::string initialiser_of(const Entry &entry)
 
 bool matches(const Entry &entry, const std::string &filter)
 {
-    std::vector<std::string> texts = {entry.name(), initialiser_of(entry), entry.root()};
-    if (entry.parses())
-        texts.emplace_back(entry.message->parser);
-    if (entry.writes())
-        texts.emplace_back(entry.message->writer);
+    const std::vector<std::string> texts = {entry.name(), initialiser_of(entry), entry.parser(), entry.writer(),
+                                            entry.root()};
     const auto contains = [&](const std::string &text) { return lower(text).find(lower(filter)) != std::string::npos; };
     return id_of(entry) == filter || std::any_of(texts.begin(), texts.end(), contains);
 }
@@ -35,13 +44,13 @@ bool matches(const Entry &entry, const std::string &filter)
 Json to_json(const Entry &entry)
 {
     Json row;
-    row["name"] = entry.message != nullptr ? Json(entry.name()) : Json();
-    row["id"] = id_of(entry) != "-" ? Json(entry.initialiser->id) : Json();
+    row["name"] = optional(entry.message != nullptr ? entry.name() : "");
+    row["id"] = has_id(entry) ? Json(entry.initialiser->id) : Json();
     row["size"] = entry.size();
-    row["initialiser"] = entry.initialiser != nullptr ? Json(entry.initialiser->name) : Json();
-    row["parser"] = entry.parses() ? Json(entry.message->parser) : Json();
-    row["writer"] = entry.writes() ? Json(entry.message->writer) : Json();
-    row["root"] = entry.root().empty() ? Json() : Json(entry.root());
+    row["initialiser"] = optional(entry.initialiser != nullptr ? entry.initialiser->name : "");
+    row["parser"] = optional(entry.parser());
+    row["writer"] = optional(entry.writer());
+    row["root"] = optional(entry.root());
     return row;
 }
 

@@ -60,9 +60,9 @@ std::vector<std::string> aliases(const Entry &entry)
     if (entry.initialiser != nullptr)
         names.emplace_back(entry.initialiser->name);
     if (entry.parses())
-        names.insert(names.end(), {entry.message->parser, without_suffix(entry.message->parser)});
+        names.insert(names.end(), {entry.parser(), without_suffix(entry.parser())});
     if (entry.writes())
-        names.insert(names.end(), {entry.message->writer, without_suffix(entry.message->writer)});
+        names.insert(names.end(), {entry.writer(), without_suffix(entry.writer())});
     if (!entry.root().empty())
         names.push_back(entry.root());
     return names;
@@ -110,6 +110,16 @@ bool Entry::writes() const
 std::string Entry::directions() const
 {
     return parses() && writes() ? "parse write" : parses() ? "parse" : writes() ? "write" : "-";
+}
+
+std::string Entry::parser() const
+{
+    return message != nullptr && message->parse != nullptr ? message->parser : "";
+}
+
+std::string Entry::writer() const
+{
+    return message != nullptr && message->write != nullptr ? message->writer : "";
 }
 
 std::string Entry::root() const

@@ -20,6 +20,9 @@ struct Entry {
     bool parses() const;
     bool writes() const;
     std::string directions() const;
+    // Names of the functions; empty without one.
+    std::string parser() const;
+    std::string writer() const;
     // The root element that is written; empty when unknown.
     std::string root() const;
     // Size of the payload; 0 without one.
