@@ -73,7 +73,7 @@ int decoded_slowly(Bytes &bits, const std::string &in)
     std::size_t count = 0;
     if (in.size() % 4 != 0)
         return -1;
-    for (std::size_t at = 0; at < in.size(); at += 4) {
+    for (std::size_t at = 0; at < in.size() && count < bits.size(); at += 4) {
         int value[4];
         for (std::size_t i = 0; i < 4; ++i) {
             if (is_base64_char(in[at + i]) == 0)
@@ -161,8 +161,11 @@ TEST_F(Base64Test, text_to_bits)
     EXPECT_EQ(decode(bits, "QQ=A!!!!"), 8) << "padding ends the text";
     EXPECT_EQ(decode(bits, "QQ"), -1);
     EXPECT_EQ(decode(bits, "Q Q="), -1);
-    EXPECT_EQ(decode(bits, "////AAA!"), -1) << "beyond the capacity, too";
-    EXPECT_EQ(bits, Bytes(12, 1)) << "the groups in front are decoded";
+    EXPECT_EQ(decode(bits, "////AAA!"), 12) << "nothing is looked at beyond the capacity";
+    Bytes more(30, 9);
+    EXPECT_EQ(decode(more, "////AAA!"), -1);
+    EXPECT_EQ(more[23], 1) << "the groups in front are decoded";
+    EXPECT_EQ(more[24], 0);
     Bytes full(15500);
     EXPECT_EQ(decode(full, std::string(2584, '/')), 15500);
     EXPECT_EQ(full, Bytes(15500, 1));

@@ -182,7 +182,7 @@ NETPUBLIC_API int EncodeBinaryArrayToBase64(unsigned char *bits, char *out, int 
  * @param bits gets one byte per bit, 0 or 1; all maxBits bytes are written, those without data as 0
  * @param maxBits the most bits to store; 15500 for a full grid
  * @param in, inLength the text, without line breaks, and its length in characters. What follows a
- *        padded group is ignored; everything in front of it must be base64, even beyond maxBits
+ *        padded group, or the group that fills the bits, is ignored
  * @return the number of bits stored, a multiple of 8 unless it is maxBits; -1 for a null pointer, a
  *         negative maxBits, a length that is negative or no multiple of 4, or a character that is no
  *         base64 (the bits in front of its group have been stored)

@@ -104,6 +104,17 @@ struct Field {
     std::uint32_t shown_offset = 0;
 #endif
 
+    // The field itself, if it is of such a kind; what is said of another kind does not compile.
+    constexpr Field of(Kind one, Kind other) const
+    {
+        if (kind != one && kind != other)
+            wrong_description("rows of this kind know no such thing");
+        return *this;
+    }
+    constexpr Field of(Kind one) const
+    {
+        return of(one, one);
+    }
     constexpr Field with(std::uint16_t flag) const
     {
         Field changed = *this;
@@ -221,6 +232,9 @@ struct Field {
     // Texts: the longest accepted, in characters.
     constexpr Field upto(std::int32_t characters) const
     {
+        if (kind != Kind::text && kind != Kind::view && kind != Kind::word && kind != Kind::mask &&
+            kind != Kind::events)
+            wrong_description("only a text has a length");
         if (kind == Kind::text && characters >= static_cast<std::int32_t>(size))
             wrong_description("the text does not fit its member");
         return limited_to(characters, limits.high);
@@ -230,73 +244,75 @@ struct Field {
     // spelling does (refused by default).
     constexpr Field prefix() const
     {
-        return with(word_prefix);
+        return of(Kind::word).with(word_prefix);
     }
     constexpr Field exact() const
     {
-        return with(word_exact);
+        return of(Kind::word).with(word_exact);
     }
     constexpr Field kept() const
     {
-        return with(word_keep);
+        return of(Kind::word).with(word_keep);
     }
     constexpr Field otherwise(int code) const
     {
-        return limited_to(limits.low, code).with(word_otherwise);
+        return of(Kind::word).limited_to(limits.low, code).with(word_otherwise);
     }
     constexpr Field reported() const
     {
-        return with(word_reported);
+        return of(Kind::word).with(word_reported);
     }
     // Codes without a spelling are written as this code's.
     constexpr Field fallback(unsigned int code) const
     {
-        Field changed = with(word_fallback);
+        Field changed = of(Kind::word).with(word_fallback);
         changed.size = code;
         return changed;
     }
 
-    // Masks.
+    // Masks: what the word "none" in the text does (nothing by default), whether the spellings found are
+    // added to what the member holds, whether only the last of the table's counts, and the mask to start from.
     constexpr Field none_clears() const
     {
-        return with(mask_none_clears);
+        return of(Kind::mask).with(mask_none_clears);
     }
     constexpr Field none_conflicts() const
     {
-        return with(mask_none_conflicts);
+        return of(Kind::mask).with(mask_none_conflicts);
     }
     constexpr Field accumulates() const
     {
-        return with(mask_accumulates);
+        return of(Kind::mask).with(mask_accumulates);
     }
     constexpr Field last_wins() const
     {
-        return with(mask_last);
+        return of(Kind::mask).with(mask_last);
     }
     constexpr Field starting(std::int32_t mask) const
     {
-        return limited_to(limits.low, mask);
+        return of(Kind::mask).limited_to(limits.low, mask);
     }
 
-    // Lists: where the number of items is kept (in the walk itself by default), and what happens to
-    // items beyond the capacity (skipped by default).
+    // Lists: where the number of items is kept, and what happens to items beyond the capacity (skipped by
+    // default). A count that a member keeps goes on from what the member holds: a preset() resets it. Without
+    // a member the walk itself counts, for one list of the record, and all items are written.
     template <class Record> constexpr Field counted_by(Member<Record, int> member) const
     {
-        Field changed = *this;
+        Field changed = of(Kind::list, Kind::int_items);
         changed.count = {true, member.offset, 0};
         return changed;
     }
     constexpr Field refuse_more() const
     {
-        return with(list_refuse);
+        return of(Kind::list, Kind::int_items).with(list_refuse);
     }
     constexpr Field overwrite_last() const
     {
-        return with(list_last);
+        return of(Kind::list, Kind::int_items).with(list_last);
     }
     constexpr Field stop_when_full() const
     {
-        return with(list_stop);
+        return of(Kind::list, Kind::int_items).with(list_stop);
     }
 };
 

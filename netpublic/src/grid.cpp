@@ -126,7 +126,7 @@ Cells scan_cells(const char *text, int length, int max_cells)
         return {0, false};
     long long count = 0;
     bool valid = true;
-    for (const char *end = text + length; text != end; text += 4) {
+    for (const char *end = text + length; text != end && count < max_cells; text += 4) {
         const int classes =
             base64_classes[text[0]] | base64_classes[text[1]] | base64_classes[text[2]] | base64_classes[text[3]];
         if (classes < base64_padding) {

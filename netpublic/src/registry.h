@@ -26,8 +26,9 @@
 // The domains whose files hold a list.
 #define NETPUBLIC_DOMAINS(DOMAIN)                                                                                      \
     DOMAIN(alarm)                                                                                                      \
-    DOMAIN(stream) DOMAIN(recode) DOMAIN(replay) DOMAIN(snap) DOMAIN(timelapse) DOMAIN(system) DOMAIN(support)         \
-        DOMAIN(network) DOMAIN(ptz) DOMAIN(osd) DOMAIN(user)
+    DOMAIN(stream)                                                                                                     \
+    DOMAIN(recode) DOMAIN(replay) DOMAIN(snap) DOMAIN(timelapse) DOMAIN(system) DOMAIN(support) DOMAIN(network)        \
+        DOMAIN(ptz) DOMAIN(osd) DOMAIN(user)
 
 namespace netpublic {
 
@@ -95,13 +96,12 @@ template <class Read, class Written> constexpr Message message(Message names, co
 #define HOST_MESSAGE(name, payload, parser, writer, ...)                                                               \
     ::netpublic::message({name, "", #parser, #writer, nullptr, parser, writer, sizeof(payload), nullptr, nullptr},     \
                          __VA_ARGS__)
+// Defined by its full name, so that a domain that NETPUBLIC_DOMAINS lacks does not compile.
 #define MESSAGES(domain, ...)                                                                                          \
-    namespace netpublic {                                                                                              \
-    Messages domain##_messages()                                                                                       \
+    netpublic::Messages netpublic::domain##_messages()                                                                 \
     {                                                                                                                  \
         static constexpr Message list[] = {__VA_ARGS__};                                                               \
         return {list, sizeof list / sizeof list[0]};                                                                   \
-    }                                                                                                                  \
     }
 
 } // namespace netpublic

@@ -1,6 +1,6 @@
 // A message's description as the engine reads it: one block per record, without pointers except the
 // references that need them, so that a thousand rows cost a shared library few load-time relocations.
-// This is the only unit that knows the packed form; description.h builds it.
+// This unit and description.h, which builds the block, are the only ones that know the packed form.
 #ifndef NETPUBLIC_TABLE_H
 #define NETPUBLIC_TABLE_H
 
@@ -113,7 +113,7 @@ struct Row {
     std::uint32_t offset;  // of the member in its record
     std::uint16_t size;    // bytes of a text, capacity of a list
     std::uint8_t ref;      // first of its references, or no_ref
-    std::uint8_t limits;   // which limits: a range, or (longest text, other code)
+    std::uint8_t limits;   // which limits: a range, or (longest text, other code); a condition's When
     std::uint8_t attached; // its count, mark or condition: a row behind the keys; 0 for none
     std::uint8_t next;     // the row whose name the following child most likely bears
     std::uint16_t flags;
