@@ -91,7 +91,11 @@ check_inspector() { # NETPARAM
 }
 
 sources() {
-    find netpublic host tools tests fuzz bench \( -name '*.cpp' -o -name '*.h' -o -name '*.c' -o -name '*.inc' \) -print
+    local directories=() directory
+    for directory in netpublic host tools tests fuzz bench; do
+        [ -d "$directory" ] && directories+=("$directory")
+    done
+    find "${directories[@]}" \( -name '*.cpp' -o -name '*.h' -o -name '*.c' -o -name '*.inc' \) -print
 }
 
 configured=" "

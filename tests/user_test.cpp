@@ -411,6 +411,10 @@ TEST_F(UserTest, SharedUsersKeepTheirPositions)
     EXPECT_EQ(message->user[1].userLevel, 0) << "an empty record";
     EXPECT_STREQ(message->user[2].userId, "c");
     EXPECT_EQ(message->user[2].userLevel, 0);
+    EXPECT_EQ(message.read(net_shared_user_list_x2s, "<L><gap/><user><userId>b</userId></user></L>"), 0);
+    EXPECT_STREQ(message->user[0].userId, "") << "no user of an earlier message in a gap";
+    EXPECT_EQ(message->user[0].userLevel, 0);
+    EXPECT_STREQ(message->user[1].userId, "b");
     EXPECT_EQ(message.read(net_shared_user_list_x2s,
                            "<L><user><userId>d</userId></user><user><userLevel>2</userLevel></user>"
                            "<user><userId>e</userId></user></L>"),

@@ -238,7 +238,7 @@ NETPUBLIC_API int net_auth_info_s2x(net_param_t *param, TiXmlElement *parent);
 NETPUBLIC_API int net_shared_user_cfg_x2s(net_param_t *param, TiXmlNode *node);
 /**
  * Parses shared users: of the first 20 children, a "user" fills the record of its position; the record of any
- * other child stays empty.
+ * other child is emptied.
  * @param param payload net_shared_user_list_t; its size is not compared
  * @param node the body
  */
@@ -266,8 +266,8 @@ NETPUBLIC_API int net_ipc_version_x2s(net_param_t *param, TiXmlNode *node);
 
 /** @} */
 /** @name Component readers
- * A null record or node is -1 and logged; so is, without a log line, a name that does not answer to @p key, unless
- * that is null.
+ * A null record or node is -1 and logged. A name that does not answer to @p key is -1 without a log line; a null key
+ * takes any name.
  * @{ */
 
 /** Reads the second factor of a login. */

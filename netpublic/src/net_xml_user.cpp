@@ -402,16 +402,20 @@ int net_shared_user_cfg_x2s(net_param_t *param, TiXmlNode *node)
     return parse_message(shared_user_message, param, node);
 }
 
-// The record follows the child's position: a child of another name leaves a gap.
+// The record follows the child's position: a child of another name leaves an empty one, also where an
+// earlier message has left a user.
 int net_shared_user_list_x2s(net_param_t *param, TiXmlNode *node)
 {
     if (check_parser(shared_users_message, param, node) != 0)
         return -1;
     auto *user = static_cast<net_shared_user_info_t *>(param->data);
     TiXmlNode *child = node->FirstChild();
-    for (int i = 0; i < most_users && child != nullptr; ++i, child = child->NextSibling())
-        if (answers_to(child->Value(), shared_user_key) && read_record(shared_user_record, &user[i], child) != 0)
+    for (int i = 0; i < most_users && child != nullptr; ++i, child = child->NextSibling()) {
+        if (!answers_to(child->Value(), shared_user_key))
+            user[i] = net_shared_user_info_t{};
+        else if (read_record(shared_user_record, &user[i], child) != 0)
             return -1;
+    }
     return 0;
 }
 

@@ -24,11 +24,21 @@
 #include <cstddef>
 
 // The domains whose files hold a list.
-#define NETPUBLIC_DOMAINS(DOMAIN)                                                                                      \
-    DOMAIN(alarm)                                                                                                      \
-    DOMAIN(stream)                                                                                                     \
-    DOMAIN(recode) DOMAIN(replay) DOMAIN(snap) DOMAIN(timelapse) DOMAIN(system) DOMAIN(support) DOMAIN(network)        \
-        DOMAIN(ptz) DOMAIN(osd) DOMAIN(user)
+// clang-format off
+#define NETPUBLIC_DOMAINS(DOMAIN) \
+    DOMAIN(alarm) \
+    DOMAIN(stream) \
+    DOMAIN(recode) \
+    DOMAIN(replay) \
+    DOMAIN(snap) \
+    DOMAIN(timelapse) \
+    DOMAIN(system) \
+    DOMAIN(support) \
+    DOMAIN(network) \
+    DOMAIN(ptz) \
+    DOMAIN(osd) \
+    DOMAIN(user)
+// clang-format on
 
 namespace netpublic {
 
