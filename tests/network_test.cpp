@@ -22,12 +22,6 @@ template <class Payload> int host_payload(net_param_t *param, net_ext_t *ext)
 
 const std::string x16(16, 'x');
 
-std::string example(const char *name)
-{
-    std::ifstream file(std::string(NETPUBLIC_EXAMPLES_DIR "/") + name + ".xml");
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 } // namespace
 
 TEST_F(NetworkTest, LinkTypeIsOnlyWritten)

@@ -35,12 +35,6 @@ void expect_mask(const tag_net_shelter_v20_t &mask, const tag_net_shelter_v20_t 
     EXPECT_EQ(mask.height, expected.height);
 }
 
-std::string example(const char *name)
-{
-    std::ifstream file(std::string(NETPUBLIC_EXAMPLES_DIR "/") + name + ".xml");
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 } // namespace
 
 TEST_F(OsdTest, DateOverlay)

@@ -17,14 +17,6 @@ std::string element(const char *name, const std::string &inside)
     return "<" + std::string(name) + ">" + inside + "</" + name + ">";
 }
 
-std::string repeated(int count, const std::string &text)
-{
-    std::string all;
-    for (int i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
-
 std::string key_positions(int count)
 {
     return element("keyPosList", repeated(count, "<keyPos><keyPosId>1</keyPosId><presetId>-1</presetId></keyPos>"));

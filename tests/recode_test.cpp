@@ -10,7 +10,10 @@
 namespace {
 
 using test::Envelope;
+using test::example;
 using test::log_of;
+using test::prepared;
+using test::repeated;
 using test::Xml;
 
 constexpr int md = 0;
@@ -18,32 +21,9 @@ constexpr int io = 2;
 
 class RecodeTest : public test::HostTest {};
 
-// An envelope as the host prepares it for a message without an initialiser.
-template <class Payload> int prepared(net_param_t *param, net_ext_t *ext)
-{
-    return net_param_init_size_id(param, ext, sizeof(Payload), 1);
-}
-
-std::string example(const char *name)
-{
-    std::ifstream file(std::string(NETPUBLIC_EXAMPLES_DIR "/") + name);
-    std::stringstream text;
-    text << file.rdbuf();
-    EXPECT_FALSE(text.str().empty()) << name;
-    return text.str();
-}
-
 TiXmlElement *message_of(Xml &document)
 {
     return document.root()->FirstChildElement();
-}
-
-std::string repeated(int count, const std::string &text)
-{
-    std::string all;
-    while (count-- > 0)
-        all += text;
-    return all;
 }
 
 bool has(const time_section_t &set, int code)
@@ -143,7 +123,7 @@ TEST_F(RecodeTest, ScheduleRefusals)
 
 TEST_F(RecodeTest, ScheduleExamplesComeBack)
 {
-    for (const char *name : {"record_schedule_types.xml", "record_schedule_combinations.xml"}) {
+    for (const char *name : {"record_schedule_types", "record_schedule_combinations"}) {
         Xml document(example(name));
         Envelope<Schedule> first(nets_param_rec_schedule_init), second(nets_param_rec_schedule_init);
         ASSERT_EQ(net_record_schedule_x2s(&first.param, message_of(document)), 0) << name;
@@ -193,7 +173,7 @@ TEST_F(RecodeTest, TimingIsRead)
     EXPECT_EQ(message.read(nets_rec_x2s, "<RecordCfg><channelId>64</channelId></RecordCfg>"), -1);
     EXPECT_EQ(message->channelId, 64);
 
-    Xml document(example("record_configuration.xml"));
+    Xml document(example("record_configuration"));
     EXPECT_EQ(log_of([&] { EXPECT_EQ(nets_rec_x2s(&message.param, message_of(document)), 0); }), "");
     EXPECT_EQ(message->cyclelist.count, 6);
     EXPECT_EQ(message->timeList.time[3], 120);
@@ -318,7 +298,7 @@ TEST_F(RecodeTest, ManualAndDelayedRecording)
 TEST_F(RecodeTest, Deletion)
 {
     Envelope<net_delete_record_file_t> message(prepared<net_delete_record_file_t>);
-    Xml document(example("record_deletion.xml"));
+    Xml document(example("record_deletion"));
     ASSERT_EQ(net_delete_record_file_x2s(&message.param, message_of(document)), 0);
     EXPECT_EQ(message->chnbits, 0x8000000000000003ULL);
     EXPECT_EQ(message->streamType, 0);

@@ -12,39 +12,19 @@
 namespace {
 
 using test::Envelope;
+using test::example;
 using test::log_of;
+using test::prepared;
 using test::print;
 using test::print_children;
+using test::repeated;
 using test::Xml;
 
 class StreamTest : public test::HostTest {};
 
-// An envelope as the host prepares it for a message without an initialiser.
-template <class Payload> int prepared(net_param_t *param, net_ext_t *ext)
-{
-    return net_param_init_size_id(param, ext, sizeof(Payload), 1);
-}
-
-std::string example(const char *name)
-{
-    std::ifstream file(std::string(NETPUBLIC_EXAMPLES_DIR "/") + name);
-    std::stringstream text;
-    text << file.rdbuf();
-    EXPECT_FALSE(text.str().empty()) << name;
-    return text.str();
-}
-
 TiXmlElement *message_of(Xml &document)
 {
     return document.root()->FirstChildElement();
-}
-
-std::string repeated(int count, const std::string &text)
-{
-    std::string all;
-    while (count-- > 0)
-        all += text;
-    return all;
 }
 
 bool starts(const std::string &text, const std::string &with)
@@ -449,7 +429,7 @@ protected:
     // Entries of different printed sizes.
     EncodingListWriter() : list_(net_param_enc_list_init)
     {
-        Xml document(example("encoding_list.xml"));
+        Xml document(example("encoding_list"));
         EXPECT_EQ(xml_enc_info_list_x2s(&list_.param, message_of(document)), 0);
         count_ = static_cast<int>(list_.param.reserved1);
         EXPECT_EQ(count_, 16);
@@ -606,7 +586,7 @@ TEST_F(EncodingListWriter, RefusedArgumentsLeaveTheCursor)
 
 TEST_F(EncodingListWriter, TheExampleComesBackAsItIs)
 {
-    Xml document(example("encoding_list.xml"));
+    Xml document(example("encoding_list"));
     int cursor = 0;
     EXPECT_EQ(page(count_, &cursor, 1 << 20), print(*message_of(document)));
 }
@@ -743,23 +723,23 @@ TEST_F(StreamTest, FileHeaderRefusals)
 
 TEST_F(StreamTest, ExamplesAreRead)
 {
-    Xml settings(example("encoder_settings.xml"));
+    Xml settings(example("encoder_settings"));
     Envelope<net_enc_cfg_v20_t> encoder(nets_param_enc_init);
     ASSERT_EQ(net_enc_x2s(&encoder.param, message_of(settings)), 0);
     EXPECT_EQ(encoder->thirdStream.width, 640);
     EXPECT_EQ(encoder->mainStream.videoEncTypeDefaulted, 0);
 
-    Xml information(example("stream_information.xml"));
+    Xml information(example("stream_information"));
     Envelope<net_stream_info_list_v20_t> streams(prepared<net_stream_info_list_v20_t>);
     ASSERT_EQ(nets_param_stream_info_x2s(&streams.param, message_of(information)), 0);
     EXPECT_EQ(streams->entries[1].channelBits, 2u);
 
-    Xml preview(example("preview.xml"));
+    Xml preview(example("preview"));
     Envelope<net_preview_v20_t> live(prepared<net_preview_v20_t>);
     ASSERT_EQ(net_preview_x2s(&live.param, message_of(preview)), 0);
     EXPECT_EQ(live->streamType, STREAM_TYPE_SUB);
 
-    Xml replay(example("replay_header.xml"));
+    Xml replay(example("replay_header"));
     Envelope<net_replay_header_v20_t> header(net_param_replay_header_init);
     ASSERT_EQ(net_param_replay_header_x2s(&header.param, message_of(replay)), 0);
     EXPECT_EQ(header->seq, 17);

@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <fstream>
+#include <sstream>
 
 namespace test {
 namespace {
@@ -198,6 +200,28 @@ net_ext_t channel(int id)
     net_ext_t ext{};
     ext.channelId = id;
     return ext;
+}
+
+std::string example(const std::string &name)
+{
+    std::ifstream file(NETPUBLIC_EXAMPLES_DIR "/" + name + ".xml");
+    std::stringstream text;
+    text << file.rdbuf();
+    EXPECT_FALSE(text.str().empty()) << name;
+    return text.str();
+}
+
+std::string repeated(int count, const std::string &text)
+{
+    std::string all;
+    while (count-- > 0)
+        all += text;
+    return all;
+}
+
+int prepare(net_param_t *param, net_ext_t *ext, std::size_t size)
+{
+    return net_param_init_size_id(param, ext, static_cast<unsigned int>(size), 1);
 }
 
 } // namespace test

@@ -25,14 +25,6 @@ std::string element(const std::string &name, const std::string &inside)
     return "<" + name + ">" + inside + "</" + name + ">";
 }
 
-std::string repeated(int count, const std::string &text)
-{
-    std::string all;
-    for (int i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
-
 // The log of a refused child. Source lines that stand bare behind a comma become "#".
 template <class Payload> std::string refusal(Envelope<Payload> &message, Parser parser, const std::string &text)
 {
@@ -48,12 +40,6 @@ std::string entry_line(const char *function)
 }
 
 const std::string x32(32, 'x');
-
-std::string example(const char *name)
-{
-    std::ifstream file(std::string(NETPUBLIC_EXAMPLES_DIR "/") + name + ".xml");
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 } // namespace
 

@@ -504,16 +504,17 @@ NETPUBLIC_API int net_support_s2x(net_param_t *param, TiXmlElement *parent);
  * @param support the payload
  * @param node the item
  * @param key checked against the node's name when not null
- * @param ptzPreset set to 1 when the item carries a "ptzPreset"
+ * @param ptzPreset set to 1 when the item carries a "ptzPreset", also one that is refused; else left alone
+ * @return 0 or -1
  */
 NETPUBLIC_API int get_item_from_xmlnode(tag_net_support_v20_t *support, TiXmlNode *node, char *key, int *ptzPreset);
-/** Reads "IOTsupport"; bits are only added. */
+/** Reads "IOTsupport"; bits are only added. @return 0 or -1 */
 NETPUBLIC_API int get_iot_support_from_xmlnode(tag_net_support_v20_t *support, TiXmlNode *node);
-/** Reads "smartPlug"; bits are only added. */
+/** Reads "smartPlug"; bits are only added. @return 0 or -1 */
 NETPUBLIC_API int get_smartPlug_from_xmlnode(net_iot_linkage_support_t *support, TiXmlNode *node);
-/** Reads "alertorBell"; bits are only added. */
+/** Reads "alertorBell"; bits are only added. @return 0 or -1 */
 NETPUBLIC_API int get_alertorBell_from_xmlnode(net_iot_linkage_support_t *support, TiXmlNode *node);
-/** Reads "alertorLight"; bits are only added. */
+/** Reads "alertorLight"; bits are only added. @return 0 or -1 */
 NETPUBLIC_API int get_alertorLight_from_xmlnode(net_iot_linkage_support_t *support, TiXmlNode *node);
 
 /** @} */
