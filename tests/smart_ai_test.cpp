@@ -244,30 +244,43 @@ std::string writer_line(const std::string &name)
     return line + "func:" + name + "_s2x line:#\n";
 }
 
-TEST_F(SmartAiTest, FunctionsNameThemselves)
+TEST_F(SmartAiTest, WrongSizesAreRefused)
 {
     const struct {
+        Init init;
         Parser parser;
         Writer writer;
         const char *name;
     } cases[] = {
-        {net_smart_ai_crossline_detect_x2s, net_smart_ai_crossline_detect_s2x, "net_smart_ai_crossline_detect"},
-        {net_smart_ai_intrusion_detect_x2s, net_smart_ai_intrusion_detect_s2x, "net_smart_ai_intrusion_detect"},
-        {net_smart_ai_loitering_detect_x2s, net_smart_ai_loitering_detect_s2x, "net_smart_ai_loitering_detect"},
-        {net_smart_ai_legacy_detect_x2s, net_smart_ai_legacy_detect_s2x, "net_smart_ai_legacy_detect"},
-        {net_smart_ai_loss_detect_x2s, net_smart_ai_loss_detect_s2x, "net_smart_ai_loss_detect"},
-        {nets_param_ai_cfg_x2s, nets_param_ai_cfg_s2x, "nets_param_ai_cfg"},
-        {net_ai_area_detect_x2s, net_ai_area_detect_s2x, "net_ai_area_detect"},
-        {net_param_ai_track_limit_x2s, net_param_ai_track_limit_s2x, "net_param_ai_track_limit"},
-        {net_param_ai_track_task_x2s, net_param_ai_track_task_s2x, "net_param_ai_track_task"},
+        {net_param_smart_ai_crossline_detect_init, net_smart_ai_crossline_detect_x2s, net_smart_ai_crossline_detect_s2x,
+         "net_smart_ai_crossline_detect"},
+        {net_param_smart_ai_intrusion_detect_init, net_smart_ai_intrusion_detect_x2s, net_smart_ai_intrusion_detect_s2x,
+         "net_smart_ai_intrusion_detect"},
+        {net_param_smart_ai_loitering_detect_init, net_smart_ai_loitering_detect_x2s, net_smart_ai_loitering_detect_s2x,
+         "net_smart_ai_loitering_detect"},
+        {net_param_smart_ai_legacy_detect_init, net_smart_ai_legacy_detect_x2s, net_smart_ai_legacy_detect_s2x,
+         "net_smart_ai_legacy_detect"},
+        {net_param_smart_ai_loss_detect_init, net_smart_ai_loss_detect_x2s, net_smart_ai_loss_detect_s2x,
+         "net_smart_ai_loss_detect"},
+        {nets_param_ai_cfg_init, nets_param_ai_cfg_x2s, nets_param_ai_cfg_s2x, "nets_param_ai_cfg"},
+        {nets_param_ai_area_detect_init, net_ai_area_detect_x2s, net_ai_area_detect_s2x, "net_ai_area_detect"},
+        {net_param_ai_track_limit_init, net_param_ai_track_limit_x2s, net_param_ai_track_limit_s2x,
+         "net_param_ai_track_limit"},
+        {net_param_ai_track_task_init, net_param_ai_track_task_x2s, net_param_ai_track_task_s2x,
+         "net_param_ai_track_task"},
     };
     for (const auto &one : cases) {
         AnyEnvelope message;
-        message.param.dataSize = 0;
-        EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(one.parser, "<l/>"), -1); }), parser_line(one.name));
-        EXPECT_EQ(log_of([&] { EXPECT_EQ(message.write(one.writer), "failed"); }), writer_line(one.name));
-        EXPECT_EQ(one.parser(nullptr, nullptr), -1);
-        EXPECT_EQ(one.writer(nullptr, nullptr), -1);
+        net_ext_t ext = channel(1);
+        ASSERT_EQ(one.init(&message.param, &ext), 0);
+        const unsigned int size = message.param.dataSize;
+        for (const unsigned int wrong : {size - 4, size + 4}) {
+            message.param.dataSize = wrong;
+            EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(one.parser, "<l/>"), -1); }), parser_line(one.name));
+            EXPECT_EQ(log_of([&] { EXPECT_EQ(message.write(one.writer), "failed"); }), writer_line(one.name));
+        }
+        EXPECT_EQ(log_of([&] { EXPECT_EQ(one.parser(nullptr, nullptr), -1); }), parser_line(one.name));
+        EXPECT_EQ(log_of([&] { EXPECT_EQ(one.writer(nullptr, nullptr), -1); }), writer_line(one.name));
     }
 }
 

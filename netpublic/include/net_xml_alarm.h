@@ -203,7 +203,7 @@ NETPUBLIC_API int net_alarm_report_s2x(net_param_t *param, TiXmlElement *parent)
 /** Parses "DayNightEvent" children into a net_day_night_report_t; `inited` becomes 2. @return 0 or -1 */
 NETPUBLIC_API int net_day_night_report_x2s(net_param_t *param, TiXmlNode *node);
 
-/** Reads one "AlarmEvent"; masks and event sets only grow. */
+/** Reads one "AlarmEvent". `status` and the event sets only grow; a detection's object masks are replaced. */
 NETPUBLIC_API int get_AlarmEvent_from_xmlnode(net_state_v20_t *state, TiXmlNode *node, const char *key);
 /** Reads one "DayNightEvent". */
 NETPUBLIC_API int get_day_night_event_from_xmlnode(net_day_night_state_v20_t *state, TiXmlNode *node, const char *key);
@@ -345,7 +345,7 @@ NETPUBLIC_API int get_alarm_video_file_list_from_xmlnode(tag_net_alarm_video_v20
  * have no words here.
  * @param out, size the buffer and its size in bytes
  * @param mask NET_SEARCH_TYPE_E
- * @return 0 or -1
+ * @return 0, or -1 for a null buffer or one that is too small, which is left as it was
  */
 NETPUBLIC_API int evt_log_alarm_type_to_string(char *out, unsigned int size, int mask);
 

@@ -897,7 +897,7 @@ constexpr auto directions = words<direction_list>();
 int read_code(int *code, const WordTable &words, TiXmlNode *node, const char *key)
 {
     const char *text;
-    if (!is_component(words.begin(), node, key) || view_text(&text, 31, node) != 0)
+    if (!is_component(code, node, key) || view_text(&text, 31, node) != 0)
         return -1;
     const auto *entry = find_whole(words, text);
     *code = entry != nullptr ? entry->code : 0;
@@ -1538,7 +1538,7 @@ int get_smart_ai_point_from_xmlnode(net_smart_ai_point_t *point, TiXmlNode *node
 
 int get_direction_from_xmlnode(NET_CROSSLINE_DETECT_DIRECTION_E *direction, TiXmlNode *node, const char *key)
 {
-    int code;
+    int code = 0;
     if (direction == nullptr || read_code(&code, directions, node, key) != 0)
         return -1;
     *direction = static_cast<NET_CROSSLINE_DETECT_DIRECTION_E>(code);
@@ -1547,7 +1547,7 @@ int get_direction_from_xmlnode(NET_CROSSLINE_DETECT_DIRECTION_E *direction, TiXm
 
 int get_op_from_xmlnode(NET_SMAER_AI_OP_E *op, TiXmlNode *node, const char *key)
 {
-    int code;
+    int code = 0;
     if (op == nullptr || read_code(&code, operations, node, key) != 0)
         return -1;
     *op = static_cast<NET_SMAER_AI_OP_E>(code);
