@@ -102,6 +102,7 @@ struct Field {
     std::uint32_t element_size = 0;
     const Table *shown_table = nullptr;
     std::uint32_t shown_offset = 0;
+    const WordTable *spelling = nullptr;
 #endif
 
     // The field itself, if it is of such a kind; what is said of another kind does not compile.
@@ -206,8 +207,30 @@ struct Field {
         changed.shown_offset = static_cast<std::uint32_t>(offset_there);
         return changed;
     }
+    // The spellings of a custom member's code or, where it is unsigned, of its bits.
+    constexpr Field spelled(const WordTable &words) const
+    {
+        Field changed = *this;
+        changed.spelling = &words;
+        return changed;
+    }
+    // Each number of a custom member holds a day's hours: bit h is hour h.
+    constexpr Field hours() const
+    {
+        Field changed = *this;
+        changed.shape = Shape::hours;
+        return changed;
+    }
 #else
     template <class Described> constexpr Field shown(const Described &, std::size_t = 0) const
+    {
+        return *this;
+    }
+    constexpr Field spelled(const WordTable &) const
+    {
+        return *this;
+    }
+    constexpr Field hours() const
     {
         return *this;
     }
@@ -876,9 +899,13 @@ template <class D> constexpr auto describe()
             if (is_key(D::fields[other]) && (field.key == nullptr || begins(D::fields[other].key, field.key)))
                 row.flags = static_cast<std::uint16_t>(row.flags | row_shadowed);
 #ifdef NETPUBLIC_DESCRIBED
-        out.details[index] = {
-            add_text(field.member_name), field.shape,       {field.dimensions[0], field.dimensions[1]},
-            field.element_size,          field.shown_table, field.shown_offset};
+        out.details[index] = {add_text(field.member_name),
+                              field.shape,
+                              {field.dimensions[0], field.dimensions[1]},
+                              field.element_size,
+                              field.shown_table,
+                              field.shown_offset,
+                              field.spelling};
 #endif
     }
 
@@ -897,8 +924,13 @@ template <class D> constexpr auto describe()
         out.rows[at].key = packed<std::uint16_t>(texts);
         out.rows[at].key_length = packed<std::uint8_t>(length_of(field.key));
         add_text(field.key);
-        out.details[at++] = {add_text(field.member_name), field.shape,       {field.dimensions[0], field.dimensions[1]},
-                             field.element_size,          field.shown_table, field.shown_offset};
+        out.details[at++] = {add_text(field.member_name),
+                             field.shape,
+                             {field.dimensions[0], field.dimensions[1]},
+                             field.element_size,
+                             field.shown_table,
+                             field.shown_offset,
+                             field.spelling};
     }
 #endif
 

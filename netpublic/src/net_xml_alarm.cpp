@@ -572,6 +572,11 @@ struct SmartFields : Description {
         unsigned_longlong("frameIndex", AT(frameIndex)),
         custom<read_smart_type>("smartAiType", AT(events)),
     };
+    static constexpr Field also_shown[] = {
+        shown("crossline", AT(crossline)).spelled(smart_objects),
+        shown("intrusion", AT(intrusion)).spelled(smart_objects),
+        shown("loitering", AT(loitering)).spelled(smart_objects),
+    };
     static constexpr Traits traits = HERE.parser("get_smart_ai_from_xmlnode").failure(Line::parser);
 };
 constexpr auto smart_record = describe<SmartFields>();
@@ -800,10 +805,17 @@ template <int capacity> int read_devices(net_find_event_log_t &search, TiXmlNode
     return get_query_device_from_xmlnode(search.devices, capacity, node, nullptr);
 }
 
+// Names the members; get_query_device_from_xmlnode() reads them.
+struct QueryDeviceFields : Description {
+    using T = net_query_deive_t;
+    static constexpr Field fields[] = {shown("logicChnBitmap", AT(logicChnBitmap)), shown("uid", AT(uid))};
+};
+constexpr auto query_device = describe<QueryDeviceFields>();
+
 struct FindEventLogFields : Description {
     using T = net_find_event_log_t;
     static constexpr Field fields[] = {
-        custom<read_devices<std::extent_v<decltype(T::devices)>>>("devices", AT(devices)),
+        custom<read_devices<std::extent_v<decltype(T::devices)>>>("devices", AT(devices)).shown(query_device),
         integer("logTypeBits", AT(logTypeBits)).at_least(0),
         integer("desc", AT(desc)).at_least(0),
         integer("notSearchVideo", AT(notSearchVideo)),

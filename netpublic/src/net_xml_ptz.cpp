@@ -171,9 +171,9 @@ struct KeyPositionFields : Description {
         integer("trackTime", AT(trackTime)).marks(AT(hasTrackValue)),
     };
     static constexpr Field also_shown[] = {
-        shown("channelId", AT(channelId)), shown("patrolId", AT(patrolId)), shown("enable", AT(enable)),
-        shown("starting", AT(starting)),   shown("cruising", AT(cruising)), shown("name", AT(name)),
-        shown("valueTable", AT(dayMask)),
+        shown("channelId", AT(channelId)),        shown("patrolId", AT(patrolId)), shown("enable", AT(enable)),
+        shown("starting", AT(starting)),          shown("cruising", AT(cruising)), shown("name", AT(name)),
+        shown("valueTable", AT(dayMask)).hours(),
     };
 };
 constexpr auto key_position = describe<KeyPositionFields>();

@@ -56,7 +56,7 @@ struct DayRecordFields : Description {
     using T = DayRecord;
     static constexpr Field fields[] = {
         integer("channelId", AT(channelId)).at_least(0),
-        custom<read_day_types>("dayTypeList", AT(dayType)),
+        custom<read_day_types>("dayTypeList", AT(dayType)).spelled(day_types),
         text("uid", AT(uid)).quiet(),
     };
     static constexpr Traits traits = HERE.parser("get_day_record_list_from_xmlnode").failure(Line::parser);

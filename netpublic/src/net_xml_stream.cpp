@@ -181,7 +181,12 @@ struct StreamInfoFields : Description {
     using T = net_stream_info_v20_t;
     static constexpr Field fields[] = {
         unsigned_longlong("channelBits", AT(channelBits)),
-        custom<read_encode_table, write_encode_tables>("encodeTable", AT(mainStream)),
+        custom<read_encode_table, write_encode_tables>("encodeTable", AT(mainStream))
+            .shown(encode_table, offsetof(TypedTable, table)),
+    };
+    // The other table of the same name.
+    static constexpr Field also_shown[] = {
+        shown("subStream", AT(subStream)).shown(encode_table, offsetof(TypedTable, table)),
     };
     static constexpr Traits traits = HERE.parser("get_streamInfo_from_xmlnode").failure(Line::plain);
 };
@@ -380,6 +385,16 @@ template <tag_net_file_time_v20_t FileHeader::*time> int read_header_time(FileHe
     return read_file_time(header.*time, node);
 }
 
+// Names the members; a time's children are read by their own record.
+struct FileTimeFields : Description {
+    using T = tag_net_file_time_v20_t;
+    static constexpr Field fields[] = {
+        shown("year", AT(year)), shown("month", AT(month)),   shown("day", AT(day)),
+        shown("hour", AT(hour)), shown("minute", AT(minute)), shown("second", AT(second)),
+    };
+};
+constexpr auto file_time = describe<FileTimeFields>();
+
 struct FileHeaderFields : Description {
     using T = FileHeader;
     static constexpr Field fields[] = {
@@ -388,8 +403,8 @@ struct FileHeaderFields : Description {
         unsigned_integer("height", AT(height)),
         custom<read_header_stream>("streamType", AT(streamType)),
         custom<read_frame_rate>("frameRate", AT(frameRate)),
-        custom<read_header_time<&FileHeader::beginTime>>("beginTime", AT(beginTime)),
-        custom<read_header_time<&FileHeader::endTime>>("endTime", AT(endTime)),
+        custom<read_header_time<&FileHeader::beginTime>>("beginTime", AT(beginTime)).shown(file_time),
+        custom<read_header_time<&FileHeader::endTime>>("endTime", AT(endTime)).shown(file_time),
     };
     static constexpr Traits traits = HERE.parser("get_file_header_from_xmlnode").failure(Line::parser);
 };

@@ -97,7 +97,7 @@ struct DeviceInfoFields : Description {
         custom<read_channel_number>("channelNum", AT(channelNum)),
         integer("analogChnNum", AT(analogChnNum)).at_least(0),
         integer("audioNum", AT(audioNum)).at_least(0).quiet(),
-        custom<read_resolution, write_resolution>("resolution", AT(resolution)),
+        custom<read_resolution, write_resolution>("resolution", AT(resolution)).shown(written_resolution),
         word("language", AT(language), languages).prefix().upto(15).kept().read_only(),
         flag("sdCard", AT(sdCard)).quiet(),
         word("ptzMode", AT(ptzMode), ptz_modes).upto(15).kept().reported().fallback(0),
@@ -253,6 +253,13 @@ struct DisksFields : Description {
     static constexpr Traits traits = HERE.parser("net_param_hdd_cfg_x2s").entry(Line::none).any_size();
 };
 constexpr auto disks_message = describe<DisksFields>();
+
+// Names the members; read_disk_slot() reads them.
+struct DiskSlotsFields : Description {
+    using T = net_hdd_init_v20_t;
+    static constexpr Field fields[] = {shown("count", AT(count)), shown("initId", AT(disk))};
+};
+[[maybe_unused]] constexpr auto disk_slots = describe<DiskSlotsFields>();
 
 // The slot follows the child's position, the count the children of that name, whether or not their ids
 // could be read; and the name may go on behind "HddInit".
@@ -418,7 +425,7 @@ struct ResolutionListFields : Description {
     using T = net_resolution_table_v20_t;
     static constexpr Field fields[] = {
         preset(AT(count), 0),
-        custom<read_listed_resolution>("resolution", AT(list)),
+        custom<read_listed_resolution>("resolution", AT(list)).shown(written_resolution),
     };
 };
 constexpr auto resolution_list = describe<ResolutionListFields>();
@@ -426,7 +433,7 @@ constexpr auto resolution_list = describe<ResolutionListFields>();
 struct ResolutionTableFields : Description {
     using T = net_resolution_table_v20_t;
     static constexpr Field fields[] = {
-        custom<read_current_resolution>("currentResolution", AT(current)),
+        custom<read_current_resolution>("currentResolution", AT(current)).shown(written_resolution),
         part("resolutionList", resolution_list),
     };
 };
@@ -631,7 +638,7 @@ MESSAGES(system, //
                  general_message),
          MESSAGE("dst", nets_param_dst_cfg_init, nets_param_dst_cfg_x2s, nets_dst_cfg_s2x, dst_message),
          HOST_MESSAGE("norm", net_video_form_v20_t, nets_sys_videoform_x2s, net_sys_videoform_cfg_s2x, norm_message),
-         MESSAGE("hdd-init", nets_param_init_hdd_init, nets_param_init_hdd_x2s, nullptr, nullptr),
+         MESSAGE("hdd-init", nets_param_init_hdd_init, nets_param_init_hdd_x2s, nullptr, disk_slots),
          MESSAGE("hdd-info", nets_param_hdd_cfg_init, net_param_hdd_cfg_x2s, nullptr, disks_message),
          HOST_MESSAGE("config-file", net_cfg_file_v20_t, nets_param_cfg_file_x2s, nets_log_s2x, config_file_message),
          HOST_MESSAGE("config-file-info", net_cfg_file_v20_t, net_cfg_file_info_x2s, nullptr, config_file_info_message),

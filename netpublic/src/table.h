@@ -149,6 +149,7 @@ enum class Shape : std::uint8_t {
     section,
     schedule, // net_schedule_t
     points,   // net_smart_ai_points_t
+    hours,    // int[7]: the days' hours; bit h is hour h
     record,
 };
 
@@ -160,6 +161,8 @@ struct Detail {
     // Rows that name the members of a custom row's record, and where that record begins in theirs.
     const Table *shown;
     std::uint32_t shown_offset;
+    // The spellings of a custom row's code or, where it is unsigned, of its bits.
+    const WordTable *words;
 };
 #endif
 

@@ -35,6 +35,15 @@ std::vector<std::string> draw_week(const std::function<char(int day, int hour)> 
     return lines;
 }
 
+std::vector<std::string> draw_month(int days, const std::function<char(int day)> &mark)
+{
+    std::string scale = "1   5    10   15   20   25   30", line;
+    scale.resize(static_cast<std::size_t>(std::clamp(days, 0, 31)), ' ');
+    for (int day = 0; day < days; ++day)
+        line += mark(day);
+    return {scale, line};
+}
+
 std::string alarm_types_of(const time_section_t &set)
 {
     std::string types;
@@ -47,7 +56,7 @@ std::string alarm_types_of(const time_section_t &set)
         const char *word = netpublic::word_of(netpublic::alarm_types, code - rule);
         types += word != nullptr ? word : "code " + std::to_string(code);
         if (ruled)
-            types += "[" + std::to_string(rule) + "]";
+            types += "_" + std::to_string(rule);
     }
     return types.empty() ? "none" : types;
 }

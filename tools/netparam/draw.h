@@ -16,6 +16,9 @@ std::vector<std::string> draw_grid(int columns, int rows, const std::function<in
 // Seven lines of 24 hours under a scale; `mark` gives an hour's character.
 std::vector<std::string> draw_week(const std::function<char(int day, int hour)> &mark);
 
+// Up to 31 days of a month under a scale.
+std::vector<std::string> draw_month(int days, const std::function<char(int day)> &mark);
+
 // The alarm types of a set, joined by commas; "none".
 std::string alarm_types_of(const time_section_t &set);
 

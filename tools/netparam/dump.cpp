@@ -1,9 +1,12 @@
 #include "dump.h"
 
+#include "picture.h"
 #include "secrets.h"
 #include "shapes.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <optional>
 
 namespace netparam {
 namespace {
@@ -68,6 +71,28 @@ void set_elements(Item &item, const char *at, std::size_t size, std::size_t coun
     }
 }
 
+// Codes or bits that have words.
+bool set_spelled(Item &item, const char *at, const Detail &detail, std::size_t count)
+{
+    constexpr std::size_t month = 31;
+    const auto set_one = [&detail](Item &one, const char *value) {
+        if (detail.shape == Shape::u32)
+            set_mask(one, *detail.words, load<std::uint32_t>(value));
+        else
+            set_word(one, *detail.words,
+                     detail.shape == Shape::u8 ? load<std::uint8_t>(value) : load<std::int32_t>(value));
+    };
+    if (detail.shape != Shape::u32 && detail.shape != Shape::i32 && detail.shape != Shape::u8)
+        return false;
+    if (count == 1)
+        set_one(item, at);
+    else if (count == month && detail.shape == Shape::i32)
+        set_month(item, *detail.words, at, month);
+    else
+        set_elements(item, at, detail.element_size, count, false, set_one);
+    return true;
+}
+
 // A member by its shape alone.
 bool set_shaped(Item &item, const View &view, const char *at, const Detail &detail)
 {
@@ -85,6 +110,8 @@ bool set_shaped(Item &item, const View &view, const char *at, const Detail &deta
         return true;
     }
     const bool week = first == 7 && second == 24;
+    if (detail.words != nullptr)
+        return set_spelled(item, at, detail, count);
     if (detail.shape == Shape::characters && second == 1) {
         set_text(item, at, first);
     } else if (detail.shape == Shape::characters) {
@@ -98,6 +125,8 @@ bool set_shaped(Item &item, const View &view, const char *at, const Detail &deta
         });
     } else if (detail.shape == Shape::i32 && week) {
         set_week(item, at);
+    } else if (detail.shape == Shape::hours && first == 7) {
+        set_hours(item, at);
     } else if (detail.shape == Shape::section && week) {
         set_schedule(item, at);
     } else if (detail.shape >= Shape::i32 && detail.shape <= Shape::u8) {
@@ -120,6 +149,35 @@ int stored_count(const View &view, const Row &row)
     return -1;
 }
 
+// Only what has a direction to be crossed in is a line; all other points surround an area.
+bool is_line(const Table &rule)
+{
+    for (unsigned i = 0; i < rule.keys; ++i)
+        if (std::strcmp(rule.key(rule.row(i)), "direction") == 0)
+            return true;
+    return false;
+}
+
+// The items that say where they lie in the picture, each marked with the last digit of its id.
+std::vector<Rectangle> rectangles_in(const std::vector<Item> &items)
+{
+    std::vector<Rectangle> rectangles;
+    for (const Item &item : items) {
+        const auto number = [&item](const char *name) -> std::optional<long long> {
+            for (const Item &member : item.items)
+                if (member.name == name && member.value.is_number_integer())
+                    return member.value.get<long long>();
+            return {};
+        };
+        const auto id = number("id"), left = number("topLeftX"), top = number("topLeftY"), width = number("width"),
+                   height = number("height");
+        if (left && top && width && height)
+            rectangles.push_back(
+                {static_cast<char>('0' + std::abs(id.value_or(0) % 10)), *left, *top, *width, *height});
+    }
+    return rectangles;
+}
+
 bool set_row(Item &item, const View &view, const Row &row, const Detail &detail)
 {
     const char *at = view.member(row);
@@ -134,6 +192,8 @@ bool set_row(Item &item, const View &view, const Row &row, const Detail &detail)
     case Kind::group: {
         const Table &inner = *table.ref(row.ref).table;
         item.items = dump_rows({inner, at, 0, inner.record_size, view.show_secrets});
+        if (detail.shape == Shape::points)
+            item.drawing = draw_points(load<net_smart_ai_points_t>(at), !is_line(table));
         return true;
     }
     case Kind::list: {
@@ -205,6 +265,8 @@ std::vector<Item> dump_rows(const View &view)
         item.name = name_of(view.table, i);
         if (!set_row(item, view, row, view.table.detail(i)))
             continue;
+        if (item.list)
+            item.drawing = draw_rectangles(rectangles_in(item.items));
         if (!view.show_secrets && is_secret(item.name) && item.items.empty())
             hide(item);
         items.push_back(item);

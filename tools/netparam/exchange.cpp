@@ -116,8 +116,11 @@ ExitCode exchange(std::ostream &out, std::ostream &errors, const Options &option
     ExitCode code = exit_ok;
     if (!entry.writes()) {
         out << options.style.heading("Reply") << "\n  none: the library does not write this message\n";
-    } else if (const TiXmlElement *reply = session.write()) {
-        print_xml(out, "Reply", *reply, options);
+    } else if (session.write()) {
+        if (const TiXmlElement *reply = session.reply())
+            print_xml(out, "Reply", *reply, options);
+        else
+            out << options.style.heading("Reply") << "\n  none: " << entry.writer() << "() writes nothing\n";
     } else {
         out.flush();
         errors << entry.message->writer << ": " << options.style.error("refused:")

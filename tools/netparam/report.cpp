@@ -24,9 +24,11 @@ void print_level(std::ostream &out, const std::vector<Item> &items, const std::s
         const std::string name = path + item.name;
         if (!item.items.empty()) {
             print_level(out, item.items, item.list ? path : name + "/", width, style);
-            continue;
+            if (!item.drawing.empty())
+                out << "  " << name << '\n';
+        } else {
+            out << "  " << name << std::string(width - std::min(width, name.size()) + 2, ' ') << item.text << '\n';
         }
-        out << "  " << name << std::string(width - std::min(width, name.size()) + 2, ' ') << item.text << '\n';
         for (const std::string &line : item.drawing)
             out << "      " << style.faint(line) << '\n';
     }
@@ -135,15 +137,15 @@ std::vector<Item> payload_items(const Session &session, const Entry &entry, cons
     const netpublic::Table *table = entry.message->read != nullptr ? entry.message->read : entry.message->written;
     const net_param_t &param = session.envelope();
     const std::size_t records = session.records();
-    if (table == nullptr || param.data == nullptr || table->record_size > records * param.dataSize)
+    if (table == nullptr || param.data == nullptr || table->record_size > session.allocated())
         return {};
     const char *data = static_cast<const char *>(param.data);
-    if (records <= 1 || table->record_size != param.dataSize)
+    if (records <= 1 || table->record_size != session.record_size())
         return dump(*table, data, options.show_secrets);
     // A list of records; those behind the last used one are left out.
+    const std::size_t size = session.record_size();
     std::size_t used = records;
-    while (used > 1 && std::all_of(data + (used - 1) * param.dataSize, data + used * param.dataSize,
-                                   [](char byte) { return byte == 0; }))
+    while (used > 1 && std::all_of(data + (used - 1) * size, data + used * size, [](char byte) { return byte == 0; }))
         --used;
     Item list;
     list.name = "record";
@@ -151,7 +153,7 @@ std::vector<Item> payload_items(const Session &session, const Entry &entry, cons
     for (std::size_t i = 0; i < used; ++i) {
         Item record;
         record.name = "record[" + std::to_string(i) + "]";
-        record.items = dump(*table, data + i * param.dataSize, options.show_secrets);
+        record.items = dump(*table, data + i * size, options.show_secrets);
         list.items.push_back(record);
     }
     return {list};

@@ -50,6 +50,7 @@ void Session::prepare()
         if (logged(log_, [&] { return entry_.initialiser->function(&param_, &extension_); }) != 0)
             throw Failure(exit_fault, std::string(entry_.initialiser->name) + "() failed\n" + log());
         allocated_ = param_.data != nullptr ? net_host_memory().last_size : 0;
+        record_size_ = param_.dataSize;
     }
     if (param_.data != nullptr)
         return;
@@ -66,7 +67,7 @@ void Session::prepare()
     if (param_.data == nullptr)
         throw Failure(exit_fault, "no memory for the payload");
     std::memset(param_.data, 0, size);
-    allocated_ = size;
+    allocated_ = record_size_ = size;
 }
 
 bool Session::parse()
@@ -77,15 +78,14 @@ bool Session::parse()
     return result == 0;
 }
 
-const TiXmlElement *Session::write()
+bool Session::write()
 {
-    const int result = logged(log_, [&] { return entry_.message->write(&param_, &reply_); });
-    return result == 0 ? reply_.FirstChildElement() : nullptr;
+    return logged(log_, [&] { return entry_.message->write(&param_, &reply_); }) == 0;
 }
 
 std::size_t Session::records() const
 {
-    return param_.dataSize > 0 ? allocated_ / param_.dataSize : 0;
+    return record_size_ > 0 ? allocated_ / record_size_ : 0;
 }
 
 std::string Session::log() const

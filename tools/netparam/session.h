@@ -39,8 +39,13 @@ public:
     void prepare();
     // The body; false when it is refused.
     bool parse();
-    // The reply's root under a parent of its own; null when the writer refuses.
-    const TiXmlElement *write();
+    // The reply, under a parent of its own; false when the writer refuses.
+    bool write();
+    // What was written; null when the writer has nothing to say.
+    const TiXmlElement *reply() const
+    {
+        return reply_.FirstChildElement();
+    }
 
     const net_param_t &envelope() const
     {
@@ -63,8 +68,18 @@ public:
     {
         return trace_.get();
     }
-    // How many records of `dataSize` bytes were allocated; lists have several.
+    // How many records were allocated; lists have several.
     std::size_t records() const;
+    // The envelope's `dataSize` as it was prepared; some parsers change it.
+    std::size_t record_size() const
+    {
+        return record_size_;
+    }
+    // Bytes of the payload.
+    std::size_t allocated() const
+    {
+        return allocated_;
+    }
     // What the library has logged so far, secrets hidden.
     std::string log() const;
 
@@ -73,7 +88,7 @@ private:
     const Options &options_;
     net_param_t param_ = {};
     net_ext_t extension_ = {};
-    std::size_t allocated_ = 0;
+    std::size_t allocated_ = 0, record_size_ = 0;
     std::optional<Document> extension_document_, body_document_;
     std::unique_ptr<Trace> trace_;
     TiXmlElement reply_{"reply"};

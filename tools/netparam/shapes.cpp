@@ -1,13 +1,16 @@
 #include "shapes.h"
 
 #include "draw.h"
+#include "picture.h"
 #include "text.h"
 
 #include <net_types.h>
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cstdlib>
+#include <map>
 
 namespace netparam {
 namespace {
@@ -37,6 +40,7 @@ void set_points(Item &item, const net_smart_ai_points_t &points)
         list.push_back({point.x, point.y});
     }
     set(item, text, list);
+    item.drawing = draw_points(points, true);
 }
 
 void fill_schedule(Item &item, const time_section_t (&section)[7][24])
@@ -102,6 +106,11 @@ void set_text(Item &item, const char *text, std::size_t size)
 {
     const std::string value(text, strnlen(text, size));
     set(item, in_quotes(value) + (value.size() == size ? " (not terminated)" : ""), value);
+    // A flag for each hour of the week.
+    if (value.size() == 7 * 24 && value.find_first_not_of("01") == std::string::npos)
+        item.drawing = draw_week([&](int day, int hour) {
+            return value[static_cast<std::size_t>(day) * 24 + static_cast<std::size_t>(hour)] == '0' ? '.' : '#';
+        });
 }
 
 bool set_scalar(Item &item, const char *at, const Detail &detail)
@@ -149,6 +158,7 @@ bool set_scalar(Item &item, const char *at, const Detail &detail)
     case Shape::record:
         set_unnamed(item, at, detail.element_size);
         return true;
+    case Shape::hours:
     case Shape::none:
         break;
     }
@@ -233,15 +243,60 @@ void set_mask(Item &item, const netpublic::WordTable &words, unsigned int mask)
 {
     std::vector<std::string> names;
     unsigned int unnamed = mask;
-    for (const auto &word : words)
-        if (word.use != netpublic::Use::read && (mask & static_cast<unsigned int>(word.code)) != 0) {
-            names.emplace_back(words.text(word));
-            unnamed &= ~static_cast<unsigned int>(word.code);
-        }
+    for (const auto &word : words) {
+        const auto bits = static_cast<unsigned int>(word.code);
+        if (bits == 0 || (mask & bits) != bits || (unnamed & bits) == 0)
+            continue; // a second spelling says nothing new
+        names.emplace_back(words.text(word));
+        unnamed &= ~bits;
+    }
     char number[16];
     std::snprintf(number, sizeof number, "0x%x", mask);
     const std::string text = mask == 0 ? "none" : joined(names, ",");
     set(item, text + (text.empty() ? "" : " ") + "(" + number + ")", unnamed == 0 ? Json(text) : Json(mask));
+}
+
+void set_hours(Item &item, const char *at)
+{
+    const auto cell = [at](int hour, int day) {
+        return static_cast<int>(load<std::uint32_t>(at + static_cast<std::size_t>(day) * 4) >> hour & 1U);
+    };
+    int set_hours = 0;
+    for (int slot = 0; slot < 7 * 24; ++slot)
+        set_hours += cell(slot % 24, slot / 24);
+    set(item, std::to_string(set_hours) + " of 168 hours", cells_json(24, 7, cell));
+    item.drawing = draw_week([&](int day, int hour) { return cell(hour, day) != 0 ? '#' : '.'; });
+}
+
+void set_month(Item &item, const netpublic::WordTable &words, const char *at, int days)
+{
+    std::map<int, char> letters;
+    std::string legend;
+    for (const auto &entry : words) {
+        const std::string word = words.text(entry);
+        char letter = word == "none" ? '.' : word.front();
+        for (const auto &other : letters)
+            if (other.second == letter)
+                letter = static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
+        letters[entry.code] = letter;
+        legend += (legend.empty() ? "" : ", ") + std::string(1, letter) + " = " + word;
+    }
+    const auto code = [at](int day) { return load<std::int32_t>(at + static_cast<std::size_t>(day) * 4); };
+    int recorded = 0;
+    Json values = Json::array();
+    for (int day = 0; day < days; ++day) {
+        recorded += code(day) > 0;
+        const char *word = netpublic::word_of(words, code(day));
+        values.push_back(word != nullptr ? Json(word) : Json(code(day)));
+    }
+    set(item, std::to_string(recorded) + " of " + std::to_string(days) + " days", values);
+    if (recorded == 0)
+        return;
+    item.drawing = draw_month(days, [&](int day) {
+        const auto found = letters.find(code(day));
+        return found != letters.end() ? found->second : code(day) < 0 ? '-' : '?';
+    });
+    item.drawing.push_back(legend);
 }
 
 void set_schedule(Item &item, const char *section)

@@ -33,6 +33,10 @@ void set_grid(Item &item, const char *at, const netpublic::Detail &detail, const
 // 7 x 24 numbers, and 7 x 24 sets of alarm types.
 void set_week(Item &item, const char *at);
 void set_schedule(Item &item, const char *section);
+// The hours of seven days as the bits of a number each.
+void set_hours(Item &item, const char *at);
+// A code for each day of a month, as the first letter of its word; "none" is a dot.
+void set_month(Item &item, const netpublic::WordTable &words, const char *at, int days);
 
 void set_word(Item &item, const netpublic::WordTable &words, int code);
 void set_mask(Item &item, const netpublic::WordTable &words, unsigned int mask);
