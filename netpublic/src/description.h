@@ -834,6 +834,17 @@ template <class D> constexpr auto describe()
         out.texts[texts++] = '\0';
         return at;
     };
+#ifdef NETPUBLIC_DESCRIBED
+    const auto detail_of = [&](const Field &field) {
+        return Detail{add_text(field.member_name),
+                      field.shape,
+                      {field.dimensions[0], field.dimensions[1]},
+                      field.element_size,
+                      field.shown_table,
+                      field.shown_offset,
+                      field.spelling};
+    };
+#endif
     const auto add_limits = [&](Limits pair, bool shared) {
         if (shared)
             for (std::size_t i = 0; i < limits; ++i)
@@ -899,13 +910,7 @@ template <class D> constexpr auto describe()
             if (is_key(D::fields[other]) && (field.key == nullptr || begins(D::fields[other].key, field.key)))
                 row.flags = static_cast<std::uint16_t>(row.flags | row_shadowed);
 #ifdef NETPUBLIC_DESCRIBED
-        out.details[index] = {add_text(field.member_name),
-                              field.shape,
-                              {field.dimensions[0], field.dimensions[1]},
-                              field.element_size,
-                              field.shown_table,
-                              field.shown_offset,
-                              field.spelling};
+        out.details[index] = detail_of(field);
 #endif
     }
 
@@ -924,13 +929,7 @@ template <class D> constexpr auto describe()
         out.rows[at].key = packed<std::uint16_t>(texts);
         out.rows[at].key_length = packed<std::uint8_t>(length_of(field.key));
         add_text(field.key);
-        out.details[at++] = {add_text(field.member_name),
-                             field.shape,
-                             {field.dimensions[0], field.dimensions[1]},
-                             field.element_size,
-                             field.shown_table,
-                             field.shown_offset,
-                             field.spelling};
+        out.details[at++] = detail_of(field);
     }
 #endif
 

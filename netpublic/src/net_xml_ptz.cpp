@@ -485,15 +485,6 @@ struct CurrentPositionFields : Description {
 };
 constexpr auto current_position_message = describe<CurrentPositionFields>();
 
-// The snapshot stream is none of these.
-constexpr Word location_stream_list[] = {
-    {STREAM_TYPE_MAIN, "mainStream"},
-    {STREAM_TYPE_SUB, "subStream"},
-    {STREAM_TYPE_MOBILE, "mobileStream"},
-    {STREAM_TYPE_EXTERN, "externStream"},
-};
-constexpr auto location_streams = words<location_stream_list>();
-
 struct LocationFields : Description {
     using T = net_ptz_3Dlocation_v20_t;
     static constexpr Field fields[] = {
@@ -503,7 +494,7 @@ struct LocationFields : Description {
         real("width", AT(width)),
         real("height", AT(height)),
         integer("speed", AT(speed)),
-        word("streamType", AT(streamType), location_streams),
+        word("streamType", AT(streamType), video_streams), // the snapshot stream is none of these
     };
     static constexpr Traits traits = HERE.parser("net_ptz_3Dlocation_x2s").failure(Line::param_error);
 };

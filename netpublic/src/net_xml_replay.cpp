@@ -2,6 +2,7 @@
 #include "engine.h"
 #include "records.h"
 #include "registry.h"
+#include "tables.h"
 #include "values.h"
 
 #include <net_public.h>
@@ -10,8 +11,6 @@ namespace netpublic {
 namespace {
 
 // "snapStream" is no spelling here: it reads as the main stream, like any unknown word.
-constexpr Word stream_list[] = {{0, "mainStream"}, {1, "subStream"}, {2, "mobileStream"}, {4, "externStream"}};
-constexpr auto streams = words<stream_list>();
 constexpr int main_stream = 0;
 constexpr int longest_stream = 30; // characters
 
@@ -171,7 +170,7 @@ struct FileInfoFields : Description {
     using T = FileInfo;
     static constexpr Field fields[] = {
         integer("channelId", AT(channelId)).at_least(0),
-        word("streamType", AT(streamType), streams).upto(longest_stream).otherwise(main_stream),
+        word("streamType", AT(streamType), video_streams).upto(longest_stream).otherwise(main_stream),
         flag("supportSub", AT(supportSub)),
         integer("handle", AT(handle)),
         text("name", AT(name)),
@@ -294,7 +293,7 @@ struct DurationFields : Description {
     using T = net_replay_duration_v20_t;
     static constexpr Field fields[] = {
         integer("channelId", AT(channelId)).at_least(0),
-        word("streamType", AT(streamType), streams).upto(longest_stream).otherwise(main_stream),
+        word("streamType", AT(streamType), video_streams).upto(longest_stream).otherwise(main_stream),
         text("uid", AT(uid)),
         unsigned_longlong("logicChnBitmap", AT(logicChnBitmap)),
         part("times", times),
@@ -327,7 +326,7 @@ int read_replay_stream(ReplayStart &start, TiXmlNode *node)
     const char *text;
     if (view_text(&text, longest_stream, node) != 0)
         return -1;
-    const WordTable::Entry *entry = find_whole(streams, text);
+    const WordTable::Entry *entry = find_whole(video_streams, text);
     start.streamType = entry != nullptr ? entry->code : main_stream;
     for (auto &each : start.durationList.durations)
         each.streamType = start.streamType;
@@ -394,7 +393,7 @@ struct CoverPreviewFields : Description {
         integer("channelId", AT(channelId)),
         integer("destination", AT(destination)),
         unsigned_longlong("logicChnBitmap", AT(logicChnBitmap)),
-        word("streamType", AT(streamType), streams).upto(longest_stream).otherwise(main_stream),
+        word("streamType", AT(streamType), video_streams).upto(longest_stream).otherwise(main_stream),
         group("startTime", AT(startTime), time_record),
         group("endTime", AT(endTime), time_record),
         text("uid", AT(uid)),

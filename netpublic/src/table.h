@@ -111,7 +111,7 @@ struct Row {
     std::uint8_t key_length;
     Kind kind;
     std::uint32_t offset;  // of the member in its record
-    std::uint16_t size;    // bytes of a text, capacity of a list
+    std::uint16_t size;    // bytes of a text, capacity of a list, code that a word falls back to
     std::uint8_t ref;      // first of its references, or no_ref
     std::uint8_t limits;   // which limits: a range, or (longest text, other code); a condition's When
     std::uint8_t attached; // its count, mark or condition: a row behind the keys; 0 for none
