@@ -1,4 +1,4 @@
-#include "commands.h"
+#include "command_line.h"
 #include "report.h"
 #include "secrets.h"
 
@@ -84,10 +84,9 @@ ExitCode refused(std::ostream &out, std::ostream &errors, const Session &session
     return exit_refused;
 }
 
-} // namespace
-
 ExitCode exchange(std::ostream &out, std::ostream &errors, const Options &options)
 {
+    options.settle();
     const Entry &entry = find_message(options.message);
     if (entry.parses() && !entry.writes() && options.file.empty())
         throw Failure(exit_usage, entry.name() + " is only parsed: it needs a FILE");
@@ -131,6 +130,17 @@ ExitCode exchange(std::ostream &out, std::ostream &errors, const Options &option
     out.flush();
     print_log(errors, session, options.style);
     return code;
+}
+
+} // namespace
+
+void add_exchange(CommandLine &line)
+{
+    const auto options = std::make_shared<Options>();
+    options->style = line.style;
+    CLI::App &verb =
+        line.add_verb("exchange", "Plays a whole exchange: header, request, payload, reply", options, exchange);
+    options->add_options(verb).add_flag("--full", options->full, "Do not shorten long texts");
 }
 
 } // namespace netparam

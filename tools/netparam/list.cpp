@@ -1,4 +1,4 @@
-#include "commands.h"
+#include "command_line.h"
 #include "messages.h"
 #include "text.h"
 
@@ -8,6 +8,11 @@
 
 namespace netparam {
 namespace {
+
+struct ListOptions {
+    std::string filter;
+    bool json = false;
+};
 
 using Json = nlohmann::ordered_json;
 
@@ -75,26 +80,36 @@ void print(std::ostream &out, const std::vector<Line> &lines)
     }
 }
 
-} // namespace
-
-ExitCode list_messages(std::ostream &out, const std::string &filter, bool json)
+ExitCode list(std::ostream &out, std::ostream & /*errors*/, const ListOptions &options)
 {
     std::vector<Line> lines = {{"NAME", "ID", "SIZE", "DIRECTIONS", "INITIALISER"}};
     Json rows = Json::array();
     for (const Entry &entry : entries()) {
-        if (!matches(entry, filter))
+        if (!matches(entry, options.filter))
             continue;
         lines.push_back({entry.name(), id_of(entry), entry.size() > 0 ? std::to_string(entry.size()) : "-",
                          entry.directions(), initialiser_of(entry)});
         rows.push_back(to_json(entry));
     }
-    if (json)
+    if (options.json)
         out << rows.dump(2) << '\n';
     else if (lines.size() == 1)
-        throw Failure(exit_usage, "nothing in the catalogue matches " + in_quotes(filter));
+        throw Failure(exit_usage, "nothing in the catalogue matches " + in_quotes(options.filter));
     else
         print(out, lines);
     return exit_ok;
+}
+
+} // namespace
+
+void add_list(CommandLine &line)
+{
+    const auto options = std::make_shared<ListOptions>();
+    CLI::App &verb = line.add_verb("list", "The catalogue of messages", options, list);
+    verb.add_option(
+        "TEXT", options->filter,
+        "Only messages with this text in their name, initialiser, functions or root element, or with this id");
+    verb.add_flag("--json", options->json, "As JSON");
 }
 
 } // namespace netparam

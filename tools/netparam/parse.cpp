@@ -1,4 +1,4 @@
-#include "commands.h"
+#include "command_line.h"
 #include "report.h"
 
 namespace netparam {
@@ -23,10 +23,9 @@ Json header_json(const Entry &entry, const Session &session)
     return json;
 }
 
-} // namespace
-
-ExitCode parse_body(std::ostream &out, std::ostream &errors, const Options &options)
+ExitCode parse(std::ostream &out, std::ostream &errors, const Options &options)
 {
+    options.settle();
     const Entry &entry = find_message(options.message);
     if (!entry.parses())
         throw Failure(exit_usage, entry.name() + " has no parser: it is only written");
@@ -63,6 +62,18 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, const Options &opti
         print_refusal(errors, session, *document, options);
     print_log(errors, session, options.style);
     return accepted ? exit_ok : exit_refused;
+}
+
+} // namespace
+
+void add_parse(CommandLine &line)
+{
+    const auto options = std::make_shared<Options>();
+    options->style = line.style;
+    CLI::App &verb =
+        line.add_verb("parse", "Reads a body and shows the payload that the firmware gets", options, parse);
+    options->add_options(verb).get_option("FILE")->required();
+    verb.add_flag("--json", options->json, "As JSON, with the names of the rows");
 }
 
 } // namespace netparam

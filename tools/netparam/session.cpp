@@ -17,6 +17,28 @@ constexpr unsigned int errors = 0x1, traces = 0x4 | 0x8;
 
 } // namespace
 
+CLI::App &Options::add_options(CLI::App &verb)
+{
+    verb.add_option("MESSAGE", message,
+                    "Its name, or that of its initialiser, parser, writer or root element; see \"netparam list\"")
+        ->required();
+    verb.add_option(
+        "FILE", file,
+        "XML text with the message's body element as root, or in a root called \"body\"; - is standard input");
+    verb.add_option("--ext", extension, "XML text of the request's extension header")->type_name("FILE");
+    verb.add_flag("--show-secrets", show_secrets, "Do not hide passwords, tokens, keys, signatures and codes");
+    verb.add_flag("--traces", traces, "Show the library's traces, too, not only its errors");
+    device.add_options(verb);
+    return verb;
+}
+
+void Options::settle() const
+{
+    if (file == "-" && extension == "-")
+        throw Failure(exit_usage, "only one of FILE and --ext can be standard input");
+    device.play();
+}
+
 Session::Session(const Entry &entry, const Options &options) : entry_(entry), options_(options)
 {
     modulemask = own_module | (options.traces ? wifi_module : 0);

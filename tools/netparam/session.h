@@ -2,6 +2,7 @@
 #ifndef NETPARAM_SESSION_H
 #define NETPARAM_SESSION_H
 
+#include "device.h"
 #include "document.h"
 #include "messages.h"
 #include "trace.h"
@@ -14,8 +15,9 @@
 
 namespace netparam {
 
-// What the commands have in common.
+// Which exchange, with which device.
 struct Options {
+    Device device;
     std::string message;
     std::string file;      // empty for none
     std::string extension; // empty for none
@@ -24,6 +26,11 @@ struct Options {
     bool full = false;   // do not shorten long texts
     bool traces = false; // have the library log its traces, too
     Style style;
+
+    // The arguments and options of every verb that plays an exchange.
+    CLI::App &add_options(CLI::App &verb);
+    // What the options alone cannot say; then the host answers as the device does. Fails with exit_usage.
+    void settle() const;
 };
 
 class Session {
