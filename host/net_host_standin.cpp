@@ -70,7 +70,7 @@ void *bc_malloc(unsigned int size)
     last_size = size;
     if (failing())
         return nullptr;
-    void *block = std::malloc(size);
+    void *block = answers.allocate != nullptr ? answers.allocate(size) : std::malloc(size);
     if (block == nullptr)
         return nullptr;
     if (answers.block_fill >= 0)
@@ -85,7 +85,10 @@ void bc_free(void *block)
     if (block == nullptr)
         return;
     --live;
-    std::free(block);
+    if (answers.release != nullptr)
+        answers.release(block);
+    else
+        std::free(block);
 }
 
 int bc_ntoa(unsigned int address, char *text, int size)

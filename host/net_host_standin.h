@@ -36,6 +36,11 @@ struct net_host_answers {
     bool tick_fixed = false;      /**< Let get_tick_count() answer @ref tick instead of the real time. */
     unsigned long long tick = 0;  /**< The fixed tick, milliseconds. */
     int block_fill = -1;          /**< Byte value that new blocks are filled with; -1 leaves them as they come. */
+
+    /** Serves bc_malloc() instead of the C library. Set it and @ref release together, while no block is live. */
+    void *(*allocate)(unsigned int size) = nullptr;
+    /** Serves bc_free() when @ref allocate is set. */
+    void (*release)(void *block) = nullptr;
 };
 
 /** What the allocator has done. */

@@ -1,58 +1,27 @@
 #include "engine.h"
+#include "memory.h"
 #include "records.h"
 #include "support.h"
 
 #include <net_public.h>
 
-#include <atomic>
 #include <climits>
-#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <memory>
-#include <new>
 #include <random>
 #include <string>
 #include <vector>
 
-// Counts what the C++ code of this program and of the XML library allocates.
-namespace {
-std::atomic<long> allocations{0};
-}
-
-// Not inlined: the compiler would take the pairs of new and free() for mistakes.
-[[gnu::noinline]] void *operator new(std::size_t size)
-{
-    ++allocations;
-    void *block = std::malloc(size != 0 ? size : 1);
-    if (block == nullptr)
-        std::abort();
-    return block;
-}
-[[gnu::noinline]] void operator delete(void *block) noexcept
-{
-    std::free(block);
-}
-[[gnu::noinline]] void operator delete(void *block, std::size_t) noexcept
-{
-    std::free(block);
-}
-
 namespace netpublic {
 namespace {
 
+using test::allocations_of;
 using test::log_of;
 using test::print_children;
 using test::Xml;
 
 class EngineTest : public test::HostTest {};
-
-template <class Function> long allocations_of(Function function)
-{
-    const long before = allocations;
-    function();
-    return allocations - before;
-}
 
 // The likely row ------------------------------------------------------------------------------------
 
@@ -581,6 +550,7 @@ TEST_F(EngineTest, Words)
     EXPECT_EQ(write<WordOf<5>>(payload), "0 <word>blue</word>");
     EXPECT_EQ(log_of([&] { EXPECT_EQ(write<WordWrittenFields>(payload), "-1 "); }),
               "<red engine_test.cpp>no word for 3\n");
+    EXPECT_EQ(log_of([&] { EXPECT_EQ(write<WordOf<6>>(payload), "-1 "); }), "") << "the line wants a text";
 }
 
 // Masks.

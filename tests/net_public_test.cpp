@@ -12,10 +12,12 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -305,6 +307,20 @@ TEST_F(InterfaceTest, LoopbackHasAddresses)
     EXPECT_EQ(lowest_free_descriptor(), free_descriptor);
 }
 
+// A real interface has a hardware address whose bytes differ; the kernel's text of it is the one wanted.
+TEST_F(InterfaceTest, HardwareAddressOfRealInterfaces)
+{
+    for (const auto &entry : std::filesystem::directory_iterator("/sys/class/net")) {
+        std::ifstream file(entry.path() / "address");
+        std::string kernel;
+        Buffer<32> ip;
+        Buffer<20> mac;
+        if (file >> kernel && net_ip_and_mac_get(entry.path().filename().c_str(), ip, mac) == 0) {
+            EXPECT_EQ(std::string(mac), kernel) << entry.path();
+        }
+    }
+}
+
 TEST_F(InterfaceTest, UnknownInterfaceHasNone)
 {
     const int free_descriptor = lowest_free_descriptor();
@@ -505,6 +521,12 @@ TEST_F(FileTest, SizeAndExistence)
     EXPECT_EQ(size, -5);
     EXPECT_EQ(nets_get_file_size(&path[0], &size), 0);
     EXPECT_EQ(size, 0);
+    // A file with a hole takes no room.
+    std::filesystem::resize_file(path, INT_MAX);
+    EXPECT_EQ(nets_get_file_size(&path[0], &size), 0);
+    EXPECT_EQ(size, INT_MAX);
+    std::filesystem::resize_file(path, INT_MAX + std::uintmax_t{1});
+    EXPECT_EQ(nets_get_file_size(&path[0], &size), -1);
     EXPECT_EQ(net_file_exist(nullptr), 0);
     EXPECT_EQ(net_file_exist(""), 0);
     EXPECT_EQ(net_file_exist(directory.c_str()), 1);
@@ -565,6 +587,7 @@ TEST_F(RandomAndTimeTest, StringFillsWhatIsAskedFor)
     EXPECT_EQ(net_random_string(text, 12, 0), 0);
     EXPECT_TRUE(text.zero_from(0));
     EXPECT_EQ(net_random_string(nullptr, 8, 8), -1);
+    EXPECT_EQ(net_random_string(text, 0, 0), 0);
 }
 
 TEST_F(RandomAndTimeTest, StringFollowsTheSeededGenerator)
@@ -964,6 +987,9 @@ TEST_F(ConversionTest, PointsChange)
     EXPECT_EQ(net_check_points_change(a, 0, b, 0), 0);
     EXPECT_EQ(net_check_points_change(a, -1, b, -1), 0);
     EXPECT_EQ(net_check_points_change(a, -1, b, 0), 1);
+    EXPECT_EQ(net_check_points_change(nullptr, 1, b, 1), 1);
+    EXPECT_EQ(net_check_points_change(a, 1, nullptr, 1), 1);
+    EXPECT_EQ(net_check_points_change(nullptr, 1, nullptr, 1), 0);
 }
 
 TEST_F(ConversionTest, Directions)

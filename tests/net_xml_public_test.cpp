@@ -597,9 +597,10 @@ TEST_F(ExtensionTest, RangesAndTheirLogLines)
 {
     net_host().alarm_inputs = 4;
     net_host().alarm_outputs = 0;
-    for (const char *good :
-         {"<channelId>2147483647</channelId>", "<inputId>3</inputId>", "<patrolId>0</patrolId>", "<rfID>0</rfID>",
-          "<encryptLen>0</encryptLen>", "<userName/>", "<streamType>mainStream</streamType>"}) {
+    for (const char *good : {"<channelId>0</channelId>", "<channelId>2147483647</channelId>", "<inputId>0</inputId>",
+                             "<inputId>3</inputId>", "<patrolId>0</patrolId>", "<patrolId>5</patrolId>",
+                             "<rfID>0</rfID>", "<rfID>31</rfID>", "<chnType>0</chnType>", "<encryptPos>0</encryptPos>",
+                             "<encryptLen>0</encryptLen>", "<userName/>", "<streamType>mainStream</streamType>"}) {
         net_ext_t ext = {};
         EXPECT_EQ(log_of([&] { EXPECT_EQ(read_child(ext, good), 0) << good; }), "");
     }

@@ -1,5 +1,5 @@
 // A lint over the tables of all registered messages.
-#include "registry.h"
+#include "messages.h"
 
 #include <engine.h>
 #include <gtest/gtest.h>
@@ -7,22 +7,11 @@
 #include <map>
 #include <set>
 #include <string>
-#include <vector>
 
 using namespace netpublic;
+using test::all_messages;
 
 namespace {
-
-std::vector<Message> all_messages()
-{
-    std::vector<Message> all;
-#define COLLECT(domain)                                                                                                \
-    for (const Message &message : domain##_messages())                                                                 \
-        all.push_back(message);
-    NETPUBLIC_DOMAINS(COLLECT)
-#undef COLLECT
-    return all;
-}
 
 bool is_nested(const Row &row)
 {

@@ -55,6 +55,7 @@ TEST(TextGuard, LimitsAreExact)
 {
     EXPECT_EQ(refusal(nested(64)), "");
     EXPECT_EQ(refusal(nested(65)), too_deep);
+    EXPECT_EQ(refusal("<a></a>" + nested(64)), "") << "what is closed is no level";
     EXPECT_EQ(refusal(nested(63, "<b/>")), "");
     EXPECT_EQ(refusal(nested(64, "<b/>")), too_deep) << "an empty element is a level too";
     EXPECT_EQ(refusal(nested(63, "<b/><b></b>")), "") << "siblings are no levels";
@@ -217,7 +218,7 @@ TEST(TextGuard, TheLibraryNeverFindsMoreThanTheGuard)
     EXPECT_GT(accepted, 1000) << "the guard refuses nearly everything";
 }
 
-// Hostile headers on the small stack that the firmware's threads have.
+// Hostile headers on the small stack that the firmware's threads have. P10, P11, P15.
 class HostileTest : public test::HostTest {};
 
 struct Job {

@@ -416,6 +416,8 @@ template <class Record, class Type>
 constexpr Field mask(const char *key, Member<Record, Type> member, const WordTable &words)
 {
     static_assert(sizeof(Type) == sizeof(int) && std::is_integral_v<Type>, "a 32-bit mask");
+    if (words.count > most_searched_words)
+        wrong_description("a text is searched for so many words");
     Field field = field_of(Kind::mask, key, member).limited_to(127, 0);
     field.refs[0] = Ref(&words);
     field.ref_count = 1;
@@ -425,6 +427,8 @@ constexpr Field mask(const char *key, Member<Record, Type> member, const WordTab
 template <class Record>
 constexpr Field events(const char *key, Member<Record, time_section_t> member, const WordTable &words)
 {
+    if (words.count > most_searched_words)
+        wrong_description("a text is searched for so many words");
     Field field = field_of(Kind::events, key, member).limited_to(127, 0).read_only();
     field.refs[0] = Ref(&words);
     field.ref_count = 1;

@@ -24,6 +24,7 @@ static void tell(Event event, const Table &table, const Row *row, void *record, 
 namespace {
 
 constexpr std::size_t longest_exact_name = 31;
+constexpr int likely_rows = 6; // tried before all keys are
 
 template <class Type> Type &member(void *record, const Row &row)
 {
@@ -131,10 +132,12 @@ NETPUBLIC_LEAF int read_mask(Walk &walk, const Row &row, TiXmlNode *child)
         mask = 0;
         return 0;
     }
+    const std::uint32_t bits = words_in(words, text);
     int found = 0;
-    for (const auto &entry : words)
-        if (entry.use != Use::write && contains_folded(text, words.text(entry)))
-            found = (row.flags & mask_last) != 0 ? entry.code : found | entry.code;
+    if ((row.flags & mask_last) == 0)
+        found = codes_of(words, bits);
+    else if (bits != 0)
+        found = words.begin()[31 - __builtin_clz(bits)].code;
     if ((row.flags & mask_last) == 0)
         mask = found | ((row.flags & mask_accumulates) != 0 ? mask : limits.high);
     else if (found != 0)
@@ -150,9 +153,8 @@ NETPUBLIC_LEAF int read_events(Walk &walk, const Row &row, TiXmlNode *child)
         return -1;
     if (contains_folded(text, "none"))
         return 0;
-    for (const auto &entry : words)
-        if (entry.use != Use::write && contains_folded(text, words.text(entry)))
-            alarm_in_add_event(&member<time_section_t>(walk.record, row), entry.code);
+    for (std::uint32_t found = words_in(words, text); found != 0; found &= found - 1)
+        alarm_in_add_event(&member<time_section_t>(walk.record, row), words.begin()[__builtin_ctz(found)].code);
     return 0;
 }
 
@@ -324,8 +326,10 @@ unsigned find_row(const Table &table, const char *name, unsigned from)
     const bool exact = (table.flags & table_exact) != 0;
     for (unsigned index = from; index < table.keys; ++index) {
         const Row &row = table.row(index);
-        if (exact ? is_named(name, table.key(row))
-                  : length <= row.key_length && same_folded(name, table.key(row), length))
+        const char *key = table.key(row);
+        if (length != 0 && !alike(*name, *key))
+            continue;
+        if (exact ? is_named(name, key) : length <= row.key_length && same_folded(name, key, length))
             return index;
     }
     return no_row;
@@ -341,13 +345,13 @@ unsigned next_chain(const Table &table, unsigned index)
 }
 
 // The row that the child answers to, or no_row. Children usually arrive in the order in which they are
-// written, with one left out now and then: a child that bears the full name of the likely row, or of the
-// row behind it, answers to no other; and to none at all if that row is only written.
+// written, with some left out: a child that bears the full name of the likely row, or of one of those
+// behind it, answers to no other; and to none at all if that row is only written.
 unsigned match(const Table &table, const TiXmlNode *child, unsigned &likely)
 {
     const std::string &name = child->ValueStr();
     unsigned tried = likely;
-    for (int attempt = 0; attempt < 2 && tried < table.rows; ++attempt) {
+    for (int attempt = 0; attempt < likely_rows && tried < table.rows; ++attempt) {
         const Row &row = table.row(tried);
         if (name.size() == row.key_length && (row.flags & row_shadowed) == 0 &&
             std::memcmp(name.data(), table.key(row), row.key_length) == 0) {
@@ -494,12 +498,10 @@ bool is_written(const Table &table, const void *record, const Row &row)
 }
 
 // A text member; the host may have filled it to the last byte.
-void write_text(TiXmlElement *parent, const char *key, const char *text, std::size_t size)
+int write_text(TiXmlElement *parent, const char *key, const char *text, std::size_t size)
 {
-    if (std::memchr(text, '\0', size) != nullptr)
-        append_text(parent, key, text);
-    else
-        append_text(parent, key, std::string(text, size).c_str());
+    return std::memchr(text, '\0', size) != nullptr ? append_text(parent, key, text)
+                                                    : append_text(parent, key, text, size);
 }
 
 int write_word(const Table &table, const Row &row, int code, TiXmlElement *parent)
@@ -512,16 +514,15 @@ int write_word(const Table &table, const Row &row, int code, TiXmlElement *paren
         log_unspelled(table, row, code);
         return -1;
     }
-    append_text(parent, table.key(row), word);
-    return 0;
+    return append_text(parent, table.key(row), word);
 }
 
 // These two have a text on the stack and stay out of write_record(), whose frames pile up.
-NETPUBLIC_LEAF void write_mask_words(const Table &table, const Row &row, int mask, TiXmlElement *parent)
+NETPUBLIC_LEAF int write_mask_words(const Table &table, const Row &row, int mask, TiXmlElement *parent)
 {
     char text[128];
     write_mask(*table.ref(row.ref).words, mask, text, sizeof text);
-    append_text(parent, table.key(row), text);
+    return append_text(parent, table.key(row), text);
 }
 
 NETPUBLIC_LEAF int write_int_list(const Table &table, const Row &row, const int *values, TiXmlElement *parent)
@@ -529,8 +530,7 @@ NETPUBLIC_LEAF int write_int_list(const Table &table, const Row &row, const int 
     char text[128];
     if (changeIntTableToString(text, sizeof text, const_cast<int *>(values), row.size, 0) != 0)
         return -1;
-    append_text(parent, table.key(row), text);
-    return 0;
+    return append_text(parent, table.key(row), text);
 }
 
 int write_items(const Table &table, const Row &row, const void *record, TiXmlElement *parent)
@@ -542,7 +542,8 @@ int write_items(const Table &table, const Row &row, const void *record, TiXmlEle
     const char *first = &member<char>(record, row);
     for (int index = 0; index < count; ++index) {
         if (row.kind == Kind::int_items) {
-            append_int(parent, table.key(row), reinterpret_cast<const int *>(first)[index]);
+            if (append_int(parent, table.key(row), reinterpret_cast<const int *>(first)[index]) != 0)
+                return -1;
         } else {
             const Table &item = *table.ref(row.ref).table;
             if (write_record(item, first + static_cast<std::size_t>(index) * item.record_size,
@@ -559,33 +560,25 @@ int write_row(const Table &table, const Row &row, const void *record, TiXmlEleme
     switch (row.kind) {
     case Kind::integer:
     case Kind::flag:
-        append_int(parent, key, member<int>(record, row));
-        return 0;
+        return append_int(parent, key, member<int>(record, row));
     case Kind::unsigned_integer:
-        append_unsigned(parent, key, member<unsigned int>(record, row));
-        return 0;
+        return append_unsigned(parent, key, member<unsigned int>(record, row));
     case Kind::int64:
-        append_longlong(parent, key, member<long long>(record, row));
-        return 0;
+        return append_longlong(parent, key, member<long long>(record, row));
     case Kind::unsigned_longlong:
-        append_unsignedlonglong(parent, key, member<unsigned long long>(record, row));
-        return 0;
+        return append_unsignedlonglong(parent, key, member<unsigned long long>(record, row));
     case Kind::real:
-        append_float(parent, key, member<float>(record, row));
-        return 0;
+        return append_float(parent, key, member<float>(record, row));
     case Kind::text:
-        write_text(parent, key, &member<char>(record, row), row.size);
-        return 0;
+        return write_text(parent, key, &member<char>(record, row), row.size);
     case Kind::counted_text: {
         const auto &text = member<net_counted_text_t>(record, row);
-        write_text(parent, key, text.text, sizeof text.text);
-        return 0;
+        return write_text(parent, key, text.text, sizeof text.text);
     }
     case Kind::word:
         return write_word(table, row, member<int>(record, row), parent);
     case Kind::mask:
-        write_mask_words(table, row, member<int>(record, row), parent);
-        return 0;
+        return write_mask_words(table, row, member<int>(record, row), parent);
     case Kind::int_list:
         return write_int_list(table, row, &member<int>(record, row), parent);
     case Kind::group:
@@ -596,8 +589,7 @@ int write_row(const Table &table, const Row &row, const void *record, TiXmlEleme
     case Kind::custom:
         return table.ref(row.ref + 1u).write(record, parent);
     case Kind::constant:
-        append_int(parent, key, table.limit(row.limits).low);
-        return 0;
+        return append_int(parent, key, table.limit(row.limits).low);
     case Kind::view:
     case Kind::events:
     case Kind::preset:
@@ -613,6 +605,8 @@ int write_row(const Table &table, const Row &row, const void *record, TiXmlEleme
 
 int write_record(const Table &table, const void *record, TiXmlElement *element)
 {
+    if (element == nullptr) // could not be made
+        return -1;
     for (unsigned place = 0; place < table.written; ++place) {
         const Row &row = table.row(table.ordered(place));
         if (is_written(table, record, row) && write_row(table, row, record, element) != 0)
@@ -629,8 +623,7 @@ int write_message(const Table &message, net_param_t *param, TiXmlElement *parent
 int append_root(const Table &message, const void *record, TiXmlElement *parent)
 {
     // Built apart and linked last, so that a failure leaves the parent as it was.
-    auto *root = new TiXmlElement(message.text(message.root));
-    root->SetAttribute((message.flags & table_capital) != 0 ? "Version" : "version", "1.1");
+    auto *root = new_element(message.text(message.root), (message.flags & table_capital) != 0 ? "Version" : "version");
     if (write_record(message, record, root) != 0) {
         delete root;
         return -1;

@@ -9,6 +9,7 @@ namespace netpublic {
 namespace {
 
 constexpr int cells_per_character = 6;
+constexpr int cells_a_group = 4 * cells_per_character;
 
 // The six cells of each character of the alphabet, in the slot of the character itself; padding has
 // six zeros. Two spare bytes let a slot be copied as one word.
@@ -52,25 +53,29 @@ constexpr int band_words = (grid_columns + 7) / 8;
 
 // Adds a row of cells to the columns' bytes, eight columns at a time. A cell is 0 or 1, so that no
 // column spills into the next.
-void add_row(std::uint64_t (&columns)[band_words], const unsigned char *cells, int bit)
+void add_row(std::uint64_t *columns, int words, const unsigned char *cells, int bit)
 {
-    for (std::uint64_t &eight : columns) {
+    for (; words > 0; --words, cells += sizeof(std::uint64_t)) {
         std::uint64_t row;
         std::memcpy(&row, cells, sizeof(row));
-        eight |= row << bit;
-        cells += sizeof(row);
+        *columns++ |= row << bit;
     }
 }
 
 void store_column(unsigned char *out, unsigned int bits, int height)
 {
-    if (height == band) {
+    if (height >= half_band) {
         std::memcpy(out, column_cells[bits & 15], half_band);
-        std::memcpy(out + half_band, column_cells[bits >> 4], half_band);
+        bits >>= half_band;
+        height -= half_band;
+        out += half_band;
+    }
+    if (height == half_band) {
+        std::memcpy(out, column_cells[bits], half_band);
         return;
     }
-    for (int i = 0; i < height; ++i)
-        out[i] = bits >> i & 1;
+    for (; height > 0; --height, bits >>= 1)
+        *out++ = bits & 1;
 }
 
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the first cell is the low byte of a word");
@@ -95,8 +100,20 @@ public:
         }
         while (used != 0 && count > 0)
             take(text, used, out, count);
+        // The two spare bytes of a slot are overwritten by the next cells.
+        for (; count >= cells_a_group + 2; count -= cells_a_group, text += 4, out += cells_a_group) {
+            std::memcpy(out, cells_of[text[0]], 8);
+            std::memcpy(out + 6, cells_of[text[1]], 8);
+            std::memcpy(out + 12, cells_of[text[2]], 8);
+            std::memcpy(out + 18, cells_of[text[3]], 8);
+        }
         for (; count >= 8; count -= cells_per_character, out += cells_per_character)
-            std::memcpy(out, cells_of[*text++], 8); // the two spare bytes are overwritten by the next cells
+            std::memcpy(out, cells_of[*text++], 8);
+        if (count >= cells_per_character) {
+            std::memcpy(out, cells_of[*text++], cells_per_character);
+            out += cells_per_character;
+            count -= cells_per_character;
+        }
         while (count > 0)
             take(text, used, out, count);
         text_ = text;
@@ -124,13 +141,14 @@ Cells scan_cells(const char *text, int length, int max_cells)
 {
     if (length < 0 || length % 4 != 0)
         return {0, false};
-    long long count = 0;
+    const unsigned int most = static_cast<unsigned int>(max_cells);
+    unsigned int count = 0;
     bool valid = true;
-    for (const char *end = text + length; text != end && count < max_cells; text += 4) {
+    for (const char *end = text + length; text != end && count < most; text += 4) {
         const int classes =
             base64_classes[text[0]] | base64_classes[text[1]] | base64_classes[text[2]] | base64_classes[text[3]];
         if (classes < base64_padding) {
-            count += 24;
+            count += cells_a_group;
             continue;
         }
         if ((classes & base64_foreign) != 0) {
@@ -146,9 +164,9 @@ Cells scan_cells(const char *text, int length, int max_cells)
             count += 16;
             break;
         }
-        count += 24;
+        count += cells_a_group;
     }
-    return {static_cast<int>(count < max_cells ? count : max_cells), valid};
+    return {static_cast<int>(count < most ? count : most), valid};
 }
 
 int count_cells(const char *text, int length, int max_cells)
@@ -177,12 +195,13 @@ void read_columns(const char *text, unsigned char *cells, int columns, int rows,
 {
     CellReader reader(text);
     unsigned char line[band_words * sizeof(std::uint64_t)] = {};
+    const int words = (columns + 7) / 8;
     for (int row = 0; row < rows; row += band) {
         const int height = rows - row < band ? rows - row : band;
         std::uint64_t turned[band_words] = {};
         for (int i = 0; i < height; ++i) {
             reader.next(line, columns);
-            add_row(turned, line, i);
+            add_row(turned, words, line, i);
         }
         unsigned char bits[sizeof(turned)];
         std::memcpy(bits, turned, sizeof(turned));

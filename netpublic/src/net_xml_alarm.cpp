@@ -50,11 +50,12 @@ int append_grid(TiXmlElement *parent, const char *key, const unsigned char *cell
     auto *bits = static_cast<unsigned char *>(scratch);
     char *text = static_cast<char *>(scratch) + count;
     constexpr int no_line_breaks = 20000;
+    int result = 0;
     collect(bits, cells, columns, rows, stride);
     if (EncodeBinaryArrayToBase64(bits, text, count, no_line_breaks) > 0)
-        append_text(parent, key, text);
+        result = append_text(parent, key, text);
     net_free(&scratch);
-    return 0;
+    return result;
 }
 
 // Motion detection --------------------------------------------------------------------------------
@@ -106,8 +107,8 @@ int write_scope(const Motion &motion, TiXmlElement *parent)
     if (columns < 1 || columns > grid_columns || rows < 1 || rows > grid_rows)
         return -1;
     TiXmlElement *scope = append_element(parent, "scope");
-    append_int(scope, "columns", columns);
-    append_int(scope, "rows", rows);
+    if (append_int(scope, "columns", columns) != 0 || append_int(scope, "rows", rows) != 0)
+        return -1;
     return append_grid(scope, "valueTable", motion.scope[0], columns, rows, grid_columns, collect_rows, "net_md_s2x");
 }
 
@@ -150,6 +151,7 @@ struct PrioritisedFields : Description {
     };
     static constexpr auto written =
         order("priority", "sensitivity", "beginHour", "beginMinute", "endHour", "endMinute");
+    static constexpr Field also_shown[] = {shown("enable", AT(period.enable))};
 };
 constexpr auto prioritised = describe<PrioritisedFields>();
 
@@ -185,7 +187,8 @@ int write_day_parts(const Motion &motion, TiXmlElement *parent)
     TiXmlElement *list = append_element(parent, "sensitivityInfoList");
     for (int i = 0; i < periods; ++i) {
         const PlacedPeriod placed = {i, 0, motion.sensitivityInfo[i]};
-        write_record(day_part, &placed, append_element(list, "sensitivityInfo"));
+        if (write_record(day_part, &placed, append_element(list, "sensitivityInfo")) != 0)
+            return -1;
     }
     return 0;
 }
@@ -201,11 +204,14 @@ int read_prioritised(net_md_sens_v20_t &sensitivity, TiXmlNode *node)
 int write_prioritised(const net_md_sens_v20_t &sensitivity, TiXmlElement *parent)
 {
     TiXmlElement *list = append_element(parent, "sensInfoList");
+    if (list == nullptr)
+        return -1;
     for (int i = 0; i < periods; ++i) {
         if (sensitivity.sensInfo[i].enable == 0)
             continue;
         const PlacedPeriod placed = {i, sensitivity.priority[i], sensitivity.sensInfo[i]};
-        write_record(prioritised, &placed, append_element(list, "sensInfo"));
+        if (write_record(prioritised, &placed, append_element(list, "sensInfo")) != 0)
+            return -1;
     }
     return 0;
 }
@@ -237,6 +243,8 @@ int read_arming(Motion &motion, TiXmlNode *node)
 int write_arming(const Motion &motion, TiXmlElement *parent)
 {
     TiXmlElement *list = append_element(parent, "timeBlockList");
+    if (list == nullptr)
+        return -1;
     for (int day = 0; day < 7; ++day) {
         // A slot is armed when it differs from the exception record's unused word, which is 0 in every
         // payload that comes from here.
@@ -244,7 +252,8 @@ int write_arming(const Motion &motion, TiXmlElement *parent)
         for (int hour = 0; hour < 24; ++hour)
             if (motion.timeBlock[day][hour] != motion.handleException.reserved)
                 armed |= 1u << hour;
-        append_time_blocks(list, day, armed);
+        if (append_time_blocks(list, day, armed) != 0)
+            return -1;
     }
     return 0;
 }
@@ -589,8 +598,7 @@ int write_ai_events(const net_state_v20_t &state, TiXmlElement *parent)
     };
     if (join_words(text, sizeof text, ai_events, is_set) != 0)
         return -1;
-    append_text(parent, "AItype", text);
-    return 0;
+    return append_text(parent, "AItype", text);
 }
 
 // Only which rules have fired; object masks, time stamp and frame are never written.
@@ -608,8 +616,8 @@ int write_smart(const net_state_v20_t &state, TiXmlElement *parent)
         if (list == nullptr)
             list = append_element(parent, "smartAiTypeList");
         TiXmlElement *entry = append_element(list, "smartAiType");
-        append_text(entry, "type", words.text(detection));
-        append_int(entry, "index", rules);
+        if (append_text(entry, "type", words.text(detection)) != 0 || append_int(entry, "index", rules) != 0)
+            return -1;
     }
     return 0;
 }
@@ -843,6 +851,8 @@ constexpr auto log_device = describe<LogDeviceFields>();
 int write_devices(const net_event_log_brief_t &brief, TiXmlElement *parent)
 {
     TiXmlElement *list = append_element(parent, "deviceStatistics");
+    if (list == nullptr)
+        return -1;
     for (const auto &device : brief.device)
         if (device.uid[0] != '\0' && write_record(log_device, &device, append_element(list, "device")) != 0)
             return -1;
@@ -922,8 +932,7 @@ int append_code(const WordTable &words, int code, const char *key, TiXmlElement 
     if (parent == nullptr)
         return -1;
     const char *word = word_of(words, code);
-    append_text(parent, key, word != nullptr ? word : word_of(words, 0));
-    return 0;
+    return append_text(parent, key, word != nullptr ? word : word_of(words, 0));
 }
 
 struct PointFields : Description {
@@ -1084,6 +1093,7 @@ struct AiCfgFields : Description {
     static constexpr auto written = order("channelId", "smartTrack", "smartTrackMode", "smartTrackModeAbility",
                                           "detectType", "smartTrackType", "smartTrackPt", "smartTrackObjectStopDelay",
                                           "smartTrackObjectDisappearDelay", "cryDetectAbility", "cryDetectLevel");
+    static constexpr Field also_shown[] = {shown("delayValid", AT(delayValid))};
     static constexpr Traits traits = HERE.parser("nets_param_ai_cfg_x2s").writer("nets_param_ai_cfg_s2x", "AiCfg");
 };
 constexpr auto ai_cfg = describe<AiCfgFields>();
@@ -1570,7 +1580,9 @@ int net_smart_ai_points_s2x(net_smart_ai_points_t *points, TiXmlElement *parent)
 {
     if (points == nullptr || parent == nullptr)
         return -1;
-    return write_record(points_record, points, append_element(parent, "pointList"));
+    const TiXmlNode *last = parent->LastChild();
+    return write_record(points_record, points, append_element(parent, "pointList")) != 0 ? remove_children(parent, last)
+                                                                                         : 0;
 }
 
 int net_smart_ai_direction_s2x(NET_CROSSLINE_DETECT_DIRECTION_E direction, TiXmlElement *parent)

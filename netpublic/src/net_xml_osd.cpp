@@ -128,8 +128,7 @@ int merge_mask(tag_net_shelter_cfg_v20_t &config, TiXmlNode *node)
 int write_enable(const tag_net_shelter_v20_t &mask, TiXmlElement *parent)
 {
     const int held = mask.layer | mask.color | mask.topLeftX | mask.topLeftY | mask.width | mask.height;
-    append_int(parent, "enable", held != 0 ? 1 : 0);
-    return 0;
+    return append_int(parent, "enable", held != 0 ? 1 : 0);
 }
 
 struct WrittenMaskFields : Description {

@@ -171,9 +171,16 @@ struct KeyPositionFields : Description {
         integer("trackTime", AT(trackTime)).marks(AT(hasTrackValue)),
     };
     static constexpr Field also_shown[] = {
-        shown("channelId", AT(channelId)),        shown("patrolId", AT(patrolId)), shown("enable", AT(enable)),
-        shown("starting", AT(starting)),          shown("cruising", AT(cruising)), shown("name", AT(name)),
+        shown("channelId", AT(channelId)),
+        shown("patrolId", AT(patrolId)),
+        shown("enable", AT(enable)),
+        shown("starting", AT(starting)),
+        shown("cruising", AT(cruising)),
+        shown("name", AT(name)),
         shown("valueTable", AT(dayMask)).hours(),
+        shown("hasValueTable", AT(hasValueTable)),
+        shown("hasTrackValue", AT(hasTrackValue)),
+        shown("reserved", AT(reserved)),
     };
 };
 constexpr auto key_position = describe<KeyPositionFields>();
@@ -264,7 +271,10 @@ void fill_records(const Cruise &cruise)
         std::memcpy(record.name, cruise.name, sizeof record.name);
         if (cruise.valueTable != nullptr) {
             record.hasValueTable = 1;
-            read_day_masks(record.dayMask, cruise.valueTable);
+            if (i == 0)
+                read_day_masks(record.dayMask, cruise.valueTable);
+            else
+                std::memcpy(record.dayMask, cruise.records->dayMask, sizeof record.dayMask);
         }
     }
 }
@@ -371,8 +381,7 @@ int read_stop_bit(net_ptz_serial_v20_t &serial, TiXmlNode *node)
 
 int write_stop_bit(const net_ptz_serial_v20_t &serial, TiXmlElement *parent)
 {
-    append_longlong(parent, "stopBit", serial.param.stopBit + 1LL);
-    return 0;
+    return append_longlong(parent, "stopBit", serial.param.stopBit + 1LL);
 }
 
 struct SerialFields : Description {
@@ -406,6 +415,7 @@ struct PositionFields : Description {
         integer("curPos", AT(curPos)),
         integer("defPos", AT(defPos)).marks(AT(hasDefPos)),
     };
+    static constexpr Field also_shown[] = {shown("hasDefPos", AT(hasDefPos))};
 };
 constexpr auto position = describe<PositionFields>();
 

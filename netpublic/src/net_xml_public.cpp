@@ -23,14 +23,12 @@ int read_value(int (*read)(Value *, const TiXmlNode *), Value *value, const TiXm
 }
 
 template <class Value>
-int append_value(void (*append)(TiXmlElement *, const char *, Value), TiXmlElement *parent, const char *name,
+int append_value(int (*append)(TiXmlElement *, const char *, Value), TiXmlElement *parent, const char *name,
                  Value value, int omit1, int omit2)
 {
     if (parent == nullptr || name == nullptr)
         return -1;
-    if (omit1 != 1 || omit2 != 1)
-        append(parent, name, value);
-    return 0;
+    return omit1 != 1 || omit2 != 1 ? append(parent, name, value) : 0;
 }
 
 // Its log line names the type, on purpose.
@@ -82,6 +80,13 @@ int read_devices(const Table &entry, void *list, int max, TiXmlNode *node, const
     return count;
 }
 
+// Appends the rows to an element of the host's; all of them or none.
+int write_component(const Table &table, const void *record, TiXmlElement *element)
+{
+    const TiXmlNode *last = element->LastChild();
+    return write_record(table, record, element) != 0 ? remove_children(element, last) : 0;
+}
+
 // The number of inputs and outputs is asked for each time.
 int read_input(net_ext_t &ext, TiXmlNode *node)
 {
@@ -122,7 +127,10 @@ constexpr auto extension = describe<ExtensionFields>();
 int read_extension(const char *text, net_ext_t *ext)
 {
     TiXmlDocument document;
-    document.Parse(text);
+    if (parse_text(document, text) != 0) {
+        log_error(NET_HERE, "xml parse failed:%s\n.", "out of memory");
+        return -1;
+    }
     if (document.Error()) {
         const char *description = document.ErrorDesc();
         log_error(NET_HERE, "xml parse failed:%s\n.", description != nullptr ? description : "error desc null");
@@ -264,7 +272,7 @@ int InsertChildToXmlElement_float(TiXmlElement *parent, const char *name, float 
 int InsertChildToXmlElement_time(TiXmlElement *parent, tag_net_time_v20_t *time)
 {
     if (parent != nullptr && time != nullptr)
-        write_record(time_record, time, parent);
+        write_component(time_record, time, parent);
     return -1; // also after success: callers must not take it for an error
 }
 
@@ -274,7 +282,7 @@ int net_int_value_s2x(net_int_value_t *value, TiXmlElement *element)
         log_line(Line::writer, NET_HERE, "net_int_value_s2x");
         return -1;
     }
-    return write_record(int_value_record, value, element);
+    return write_component(int_value_record, value, element);
 }
 
 int net_float_value_s2x(net_float_value_t *value, TiXmlElement *element)
@@ -283,20 +291,17 @@ int net_float_value_s2x(net_float_value_t *value, TiXmlElement *element)
         log_line(Line::writer, NET_HERE, "net_float_value_s2x");
         return -1;
     }
-    return write_record(float_value_record, value, element);
+    return write_component(float_value_record, value, element);
 }
 
 int net_get_exten_xml(TiXmlPrinter &printer, int channelId)
 {
-    TiXmlDocument document;
-    document.LinkEndChild(new TiXmlDeclaration("1.0", "UTF-8", ""));
-    auto *root = new TiXmlElement("Extension");
-    root->SetAttribute("version", "1.1");
-    append_int(root, "channelId", channelId);
-    document.LinkEndChild(root);
-    printer.SetIndent("");
-    document.Accept(&printer);
-    return 0;
+    auto *root = new_element("Extension", "version");
+    if (append_int(root, "channelId", channelId) != 0) {
+        delete root;
+        return -1;
+    }
+    return print_document(printer, root);
 }
 
 int net_exten_x2s(char *text, net_ext_t *ext)

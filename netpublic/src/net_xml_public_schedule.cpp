@@ -13,7 +13,8 @@ namespace {
 
 constexpr int days = 7;
 constexpr int hours_a_day = 24;
-constexpr int most_blocks = 168;
+constexpr int most_blocks = days * hours_a_day;
+constexpr int words_a_cell = sizeof(time_section_t) / sizeof(unsigned int);
 constexpr int most_combinations = 9;
 constexpr int alarm_types_total = alarm_type_last + 1;
 
@@ -62,13 +63,12 @@ int read_type_item(net_schedule_t &schedule, TiXmlNode *node)
     // A table that ends early clears the rest of the week.
     char hours[days * hours_a_day] = {};
     std::memcpy(hours, item.table, std::strlen(item.table));
-    const int bit = code % 32;
-    for (int day = 0; day < days; ++day)
-        for (int hour = 0; hour < hours_a_day; ++hour) {
-            unsigned int &word = schedule.section[day][hour].bits[code / 32];
-            const unsigned int on = hours[day * hours_a_day + hour] == '1';
-            word = (word & ~(1u << bit)) | on << bit;
-        }
+    const unsigned int bit = 1u << code % 32;
+    unsigned int *word = &schedule.section[0][0].bits[code / 32];
+    for (const char hour : hours) {
+        *word = hour == '1' ? *word | bit : *word & ~bit;
+        word += words_a_cell;
+    }
     return 0;
 }
 
@@ -113,14 +113,20 @@ int read_combination(net_schedule_t *schedule, TiXmlNode *node)
 // its types; the last one collects the hours that have none of them.
 struct Combination {
     char word[18];
-    unsigned int types; // over the first word of a cell
+    unsigned char types; // as classic_types_of() gives them
 };
-constexpr unsigned int classic_types = 0x10007;
 constexpr Combination combinations[] = {
-    {"IO", 0x4},           {"MD", 0x1},           {"videoloss", 0x2},       {"IO,MD", 0x5},
-    {"IO,videoloss", 0x6}, {"MD,videoloss", 0x3}, {"IO,MD,videoloss", 0x7}, {"Normal", 0x10000},
-    {"none", 0x0},
+    {"IO", 4},           {"MD", 1},           {"videoloss", 2},       {"IO,MD", 5},
+    {"IO,videoloss", 6}, {"MD,videoloss", 3}, {"IO,MD,videoloss", 7}, {"Normal", 8},
+    {"none", 0},
 };
+static_assert(sizeof combinations / sizeof combinations[0] == most_combinations, "all of them are written");
+
+// The types 0, 1, 2 and 16 of an hour; 9 and above are no combination that is written.
+unsigned int classic_types_of(const time_section_t &hour)
+{
+    return (hour.bits[0] & 7) | (hour.bits[0] >> 13 & 8);
+}
 
 } // namespace
 
@@ -138,7 +144,7 @@ int read_time_blocks(TiXmlNode *list, void *context, void (*apply)(void *context
     return 0;
 }
 
-void append_time_blocks(TiXmlElement *list, int weekday, unsigned int hours)
+int append_time_blocks(TiXmlElement *list, int weekday, unsigned int hours)
 {
     for (int hour = 0; hour < hours_a_day; ++hour) {
         if ((hours >> hour & 1) == 0)
@@ -147,8 +153,10 @@ void append_time_blocks(TiXmlElement *list, int weekday, unsigned int hours)
         while (hour + 1 < hours_a_day && (hours >> (hour + 1) & 1) != 0)
             ++hour;
         const TimeBlock block = {1, weekday, begin, hour};
-        write_record(time_block, &block, append_element(list, "timeBlock"));
+        if (write_record(time_block, &block, append_element(list, "timeBlock")) != 0)
+            return -1;
     }
+    return 0;
 }
 
 } // namespace netpublic
@@ -180,52 +188,77 @@ int get_schedule_list_from_xmlnode(net_schedule_t *schedule, TiXmlNode *node, co
     return 0;
 }
 
-int insert_type_schedule_list_to_xmlnode(net_schedule_t *schedule, TiXmlElement *parent)
+namespace {
+
+int write_type_schedule_list(const net_schedule_t &schedule, TiXmlElement *list)
 {
-    if (schedule == nullptr || parent == nullptr)
+    if (list == nullptr)
         return -1;
-    TiXmlElement *list = append_element(parent, "typeScheduleList");
     for (int code = 0; code < alarm_types_total; ++code) {
-        if (!alarm_in_check_event(&schedule->types, static_cast<unsigned int>(code)))
+        if (!alarm_in_check_event(&schedule.types, static_cast<unsigned int>(code)))
             continue;
         char type[64] = {};
         int index = 0;
         get_alarm_in_type_string(code, type, sizeof type, &index);
-        char table[days * hours_a_day + 1] = {};
-        for (int day = 0; day < days; ++day)
-            for (int hour = 0; hour < hours_a_day; ++hour)
-                table[day * hours_a_day + hour] =
-                    static_cast<char>('0' + (schedule->section[day][hour].bits[code / 32] >> code % 32 & 1));
+        char table[most_blocks + 1];
+        const unsigned int *word = &schedule.section[0][0].bits[code / 32];
+        for (int hour = 0; hour < most_blocks; ++hour, word += words_a_cell)
+            table[hour] = static_cast<char>('0' + (*word >> code % 32 & 1));
+        table[most_blocks] = '\0';
         TiXmlElement *item = append_element(list, "item");
-        append_text(item, "type", type);
-        if (code >= smart_ai_first && code <= smart_ai_last)
-            append_int(item, "index", index);
-        append_text(item, "valueTable", table);
+        const bool indexed = code >= smart_ai_first && code <= smart_ai_last;
+        if (append_text(item, "type", type) != 0 || (indexed && append_int(item, "index", index) != 0) ||
+            append_text(item, "valueTable", table) != 0)
+            return -1;
     }
     return 0;
+}
+
+int write_schedule_list(const net_schedule_t &schedule, TiXmlElement *list)
+{
+    if (list == nullptr)
+        return -1;
+    unsigned int hours_of[most_combinations][days] = {};
+    unsigned int present = 0;
+    for (int day = 0; day < days; ++day)
+        for (int hour = 0; hour < hours_a_day; ++hour) {
+            const unsigned int types = classic_types_of(schedule.section[day][hour]);
+            if (types < most_combinations)
+                hours_of[types][day] |= 1u << hour;
+            present |= 1u << types;
+        }
+    for (const Combination &combination : combinations) {
+        if ((present >> combination.types & 1) == 0)
+            continue;
+        TiXmlElement *entry = append_element(list, "Schedule");
+        if (append_text(entry, "alarmType", combination.word) != 0)
+            return -1;
+        TiXmlElement *blocks = append_element(entry, "timeBlockList");
+        for (int day = 0; day < days; ++day)
+            if (append_time_blocks(blocks, day, hours_of[combination.types][day]) != 0)
+                return -1;
+    }
+    return 0;
+}
+
+} // namespace
+
+// The lists are all there, or not at all.
+
+int insert_type_schedule_list_to_xmlnode(net_schedule_t *schedule, TiXmlElement *parent)
+{
+    if (schedule == nullptr || parent == nullptr)
+        return -1;
+    const TiXmlNode *last = parent->LastChild();
+    const int result = write_type_schedule_list(*schedule, append_element(parent, "typeScheduleList"));
+    return result != 0 ? remove_children(parent, last) : 0;
 }
 
 int insert_schedule_list_to_xmlnode(net_schedule_t *schedule, TiXmlElement *parent)
 {
     if (schedule == nullptr || parent == nullptr)
         return -1;
-    TiXmlElement *list = append_element(parent, "ScheduleList");
-    for (const Combination &combination : combinations) {
-        unsigned int marked[days] = {};
-        unsigned int any = 0;
-        for (int day = 0; day < days; ++day) {
-            for (int hour = 0; hour < hours_a_day; ++hour)
-                if ((schedule->section[day][hour].bits[0] & classic_types) == combination.types)
-                    marked[day] |= 1u << hour;
-            any |= marked[day];
-        }
-        if (any == 0)
-            continue;
-        TiXmlElement *entry = append_element(list, "Schedule");
-        append_text(entry, "alarmType", combination.word);
-        TiXmlElement *blocks = append_element(entry, "timeBlockList");
-        for (int day = 0; day < days; ++day)
-            append_time_blocks(blocks, day, marked[day]);
-    }
-    return 0;
+    const TiXmlNode *last = parent->LastChild();
+    const int result = write_schedule_list(*schedule, append_element(parent, "ScheduleList"));
+    return result != 0 ? remove_children(parent, last) : 0;
 }

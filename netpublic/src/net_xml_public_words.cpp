@@ -189,9 +189,11 @@ int get_alarm_in_type_intValue(int *code, char *text, int index)
 {
     if (code == nullptr || text == nullptr || index < 0 || index >= smart_ai_rules)
         return -1;
-    for (const auto &entry : alarm_types.head)
-        if (contains_folded(text, alarm_types.head.text(entry)))
-            *code = is_smart_ai(entry.code) ? entry.code + index : entry.code;
+    const std::uint32_t found = words_in(alarm_types, text);
+    if (found == 0)
+        return 0;
+    const int last = alarm_types.entries[31 - __builtin_clz(found)].code;
+    *code = is_smart_ai(last) ? last + index : last;
     return 0;
 }
 
@@ -260,16 +262,15 @@ int changeStringToIntTable(char *text, int *table, int count, int fill)
     while (*text != '\0' && filled < count) {
         const char *item = text;
         int value = 0;
-        bool plain = true; // nothing but digits
-        for (; *text != '\0' && *text != ','; ++text) {
-            if (text - item == longest_item)
-                return -1;
-            const unsigned digit = static_cast<unsigned char>(*text - '0');
-            plain = plain && digit <= 9 && text - item < safe_digits;
-            if (plain)
-                value = value * 10 + static_cast<int>(digit);
+        for (; static_cast<unsigned char>(*text - '0') <= 9 && text - item < safe_digits; ++text)
+            value = value * 10 + (*text - '0');
+        if (*text != '\0' && *text != ',') {
+            value = std::atoi(item); // which ends at the comma by itself
+            for (; *text != '\0' && *text != ','; ++text)
+                if (text - item == longest_item)
+                    return -1;
         }
-        table[filled++] = plain ? value : std::atoi(item); // which ends at the comma by itself
+        table[filled++] = value;
         if (*text == ',')
             ++text;
     }

@@ -51,6 +51,7 @@ struct ScheduleFields : Description {
     };
     // The one schedule is written in either form.
     static constexpr auto written = order("channelId", "enable", "typeScheduleList");
+    static constexpr Field also_shown[] = {shown("scheduleFormat", AT(scheduleFormat))};
     static constexpr Traits traits = HERE.parser("net_record_schedule_x2s")
                                          .writer("net_record_schedule_s2x", "Record")
                                          .write_entry(Line::parser)

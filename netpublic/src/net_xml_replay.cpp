@@ -72,6 +72,8 @@ constexpr auto day_record_list = describe<DayRecordListFields>();
 int write_day_types(const DayRecord &record, int index, TiXmlElement *parent)
 {
     TiXmlElement *list = append_element(parent, "dayTypeList");
+    if (list == nullptr)
+        return -1;
     // A negative type ends the month.
     for (int day = 0; day < days && record.dayType[day] >= 0; ++day) {
         const DayType written = {day, record.dayType[day]};
@@ -83,7 +85,8 @@ int write_day_types(const DayRecord &record, int index, TiXmlElement *parent)
                       written.type);
             return -1;
         }
-        write_record(day_type, &written, append_element(list, "dayType"));
+        if (write_record(day_type, &written, append_element(list, "dayType")) != 0)
+            return -1;
     }
     return 0;
 }
@@ -91,14 +94,15 @@ int write_day_types(const DayRecord &record, int index, TiXmlElement *parent)
 int write_day_records(const Schedule &schedule, TiXmlElement *parent)
 {
     TiXmlElement *list = append_element(parent, "DayRecordList");
+    if (list == nullptr)
+        return -1;
     int index = 0;
     for (const DayRecord &record : schedule.records) {
         if (record.channelId < 0)
             break;
         TiXmlElement *element = append_element(list, "DayRecord");
-        append_int(element, "index", index);
-        append_int(element, "channelId", record.channelId);
-        if (write_day_types(record, index, element) != 0)
+        if (append_int(element, "index", index) != 0 || append_int(element, "channelId", record.channelId) != 0 ||
+            write_day_types(record, index, element) != 0)
             return -1;
         ++index;
     }
@@ -156,14 +160,12 @@ int write_record_type(const FileInfo &info, TiXmlElement *parent)
     char text[128];
     write_mask(record_types, info.recordType, text, sizeof text);
     const bool wordless = info.recordType != 0 && is_named(text, "none");
-    append_text(parent, "recordType", wordless ? "" : text);
-    return 0;
+    return append_text(parent, "recordType", wordless ? "" : text);
 }
 
 int write_contains_audio(const FileInfo &info, TiXmlElement *parent)
 {
-    append_int(parent, "containsAudio", info.containsAudio != 0 ? 1 : 0);
-    return 0;
+    return append_int(parent, "containsAudio", info.containsAudio != 0 ? 1 : 0);
 }
 
 struct FileInfoFields : Description {
@@ -275,6 +277,12 @@ struct PeriodFields : Description {
         custom<read_clock<&Period::endHour, &Period::endMinute, &Period::endSecond>>("e", AT(endHour)).own_test(),
         custom<read_offset<&Period::offsetOfStart>>("offsetOfStart", AT(offsetOfStart)),
         custom<read_offset<&Period::offsetOfEnd>>("offsetOfEnd", AT(offsetOfEnd)),
+    };
+    static constexpr Field also_shown[] = {
+        shown("startMinute", AT(startMinute)),
+        shown("startSecond", AT(startSecond)),
+        shown("endMinute", AT(endMinute)),
+        shown("endSecond", AT(endSecond)),
     };
 };
 constexpr auto period = describe<PeriodFields>();

@@ -309,12 +309,13 @@ int read_encoding_list(net_param_t *param, TiXmlNode *node)
 // entry. Its closing tag and the "more" child are not counted.
 int write_encoding_list(const net_stream_info_v20_t *entries, int count, TiXmlElement *parent, int *cursor, int budget)
 {
-    auto *list = new TiXmlElement("StreamInfoList");
-    list->SetAttribute("version", "1.1");
+    auto *list = new_element("StreamInfoList", "version");
+    if (list == nullptr)
+        return -1;
     std::size_t size = printed_size(*list);
     int index = *cursor;
     for (; index < count; ++index) {
-        auto *entry = new TiXmlElement("StreamInfo");
+        auto *entry = new_element("StreamInfo");
         if (write_record(stream_info, &entries[index], entry) != 0) {
             delete entry;
             delete list;
@@ -324,7 +325,10 @@ int write_encoding_list(const net_stream_info_v20_t *entries, int count, TiXmlEl
         if (size > static_cast<std::size_t>(budget)) {
             log_error(NET_HERE, "encord table too big %d, cut down to less than %d\n", static_cast<int>(size), budget);
             delete entry;
-            append_int(list, "more", 1);
+            if (append_int(list, "more", 1) != 0) {
+                delete list;
+                return -1;
+            }
             break;
         }
         list->LinkEndChild(entry);

@@ -19,8 +19,7 @@ int append_language(TiXmlElement *parent, int code)
     if (code < 0)
         return -1;
     const char *word = word_of(languages, code);
-    append_text(parent, "language", word != nullptr ? word : word_of(languages, language_english));
-    return 0;
+    return append_text(parent, "language", word != nullptr ? word : word_of(languages, language_english));
 }
 
 template <class Record> int write_language(const Record &record, TiXmlElement *parent)
@@ -524,8 +523,7 @@ int nets_dst_cfg_s2x(net_param_t *param, TiXmlNode *parent)
 {
     if (param == nullptr || parent == nullptr || param->data == nullptr)
         return -1;
-    auto *root = new TiXmlElement("Dst");
-    root->SetAttribute("version", "1.1");
+    auto *root = new_element("Dst", "version");
     if (write_record(dst_message, param->data, root) != 0) {
         delete root;
         return -1;

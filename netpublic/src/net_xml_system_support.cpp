@@ -221,32 +221,30 @@ int write_items(const Support &support, TiXmlElement *parent)
 {
     for (int i = 0; i < support.count && i < NET_SUPPORT_CHANNELS; ++i) {
         TiXmlElement *item = append_element(parent, "item");
-        append_int(item, "chnID", i);
-        write_record(item_record, &support.channel[i], item);
+        if (append_int(item, "chnID", i) != 0 || write_record(item_record, &support.channel[i], item) != 0)
+            return -1;
     }
     return 0;
 }
 
 // Support -----------------------------------------------------------------------------------------
 
-void append_service(TiXmlElement *parent, const char *name, unsigned int version)
+int append_service(TiXmlElement *parent, const char *name, unsigned int version)
 {
     if (version == 0)
-        return;
+        return 0;
     TiXmlElement *item = append_element(parent, "item");
-    append_text(item, "name", name);
-    append_unsigned(item, "ver", version);
+    return append_text(item, "name", name) != 0 ? -1 : append_unsigned(item, "ver", version);
 }
 
 int write_smart_home(const Support &support, TiXmlElement *parent)
 {
     constexpr int cloud_smart_home = 8;
     TiXmlElement *home = append_element(parent, "smartHome");
-    if ((support.cloudVersion & cloud_smart_home) != 0)
-        append_int(home, "version", 1);
-    append_service(home, "googleHome", support.googleHomeVer);
-    append_service(home, "amazonAlexa", support.amazonAlexaVer);
-    return 0;
+    if (home == nullptr || ((support.cloudVersion & cloud_smart_home) != 0 && append_int(home, "version", 1) != 0) ||
+        append_service(home, "googleHome", support.googleHomeVer) != 0)
+        return -1;
+    return append_service(home, "amazonAlexa", support.amazonAlexaVer);
 }
 
 // A device that does not say which image features it has has all thirteen.
@@ -593,15 +591,16 @@ int append_share(TiXmlElement *module, int channel, Share share)
         share.names += std::strlen(share.names) + 1;
     }
     TiXmlElement *element = append_element(module, "subModule");
-    if (channel != no_channel)
-        append_int(element, "channelId", channel);
-    append_text(element, "abilityValue", list);
-    return 0;
+    if (channel != no_channel && append_int(element, "channelId", channel) != 0)
+        return -1;
+    return append_text(element, "abilityValue", list);
 }
 
 // What the module has without a channel, then channel by channel.
 int append_module(TiXmlElement *module, const Share &device, const Share &first_channel, int channels)
 {
+    if (module == nullptr)
+        return -1;
     if (device.count != 0 && append_share(module, no_channel, device) != 0)
         return -1;
     Share share = first_channel;

@@ -235,14 +235,14 @@ int write_files(const Search &search, TiXmlElement *parent)
     for (int index = 0; index < search.itemCount && index < most_files_written; ++index) {
         const File &file = search.item[index];
         TiXmlElement *item = append_element(parent, "item");
-        if (search.taskType == NET_TIMELAPSE_MP4) {
-            write_record(original, &file.original, append_element(item, "original"));
-            continue;
-        }
-        if ((file.flags & NET_TIMELAPSE_FILE_ORIGINAL) != 0)
-            write_record(picture, &file.original, append_element(item, "original"));
-        if ((file.flags & NET_TIMELAPSE_FILE_THUMBNAIL) != 0)
-            write_record(thumbnail, &file.thumbnail, append_element(item, "thumbnail"));
+        const bool film = search.taskType == NET_TIMELAPSE_MP4;
+        const Table &full = film ? original.head : picture.head;
+        if (item == nullptr || ((film || (file.flags & NET_TIMELAPSE_FILE_ORIGINAL) != 0) &&
+                                write_record(full, &file.original, append_element(item, "original")) != 0))
+            return -1;
+        if (!film && (file.flags & NET_TIMELAPSE_FILE_THUMBNAIL) != 0 &&
+            write_record(thumbnail, &file.thumbnail, append_element(item, "thumbnail")) != 0)
+            return -1;
     }
     return 0;
 }

@@ -19,7 +19,7 @@ struct TimeBlock {
 int read_time_blocks(TiXmlNode *list, void *context, void (*apply)(void *context, const TimeBlock &block));
 
 // Appends one enabled "timeBlock" for each longest run of the set hours; bit h is hour h.
-void append_time_blocks(TiXmlElement *list, int weekday, unsigned int hours);
+[[nodiscard]] int append_time_blocks(TiXmlElement *list, int weekday, unsigned int hours);
 
 } // namespace netpublic
 

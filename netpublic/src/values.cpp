@@ -54,8 +54,39 @@ char decimal_point()
     return *std::localeconv()->decimal_point;
 }
 
+// A plain decimal of up to nine digits, as nearly all are. Digits and scale are exact, so that the one
+// division rounds as the C library's conversion does. False for any other text.
+bool read_short_decimal(double &value, const char *text)
+{
+    const bool negative = *text == '-';
+    bool fraction = false;
+    int digits = 0;
+    std::uint32_t magnitude = 0;
+    std::uint32_t scale = 1;
+    for (text += negative; *text != '\0'; ++text) {
+        const std::uint32_t digit = static_cast<unsigned char>(*text - '0');
+        if (digit <= 9) {
+            if (++digits > safe_digits)
+                return false;
+            magnitude = magnitude * 10 + digit;
+            scale *= fraction ? 10 : 1;
+        } else if (*text == '.' && !fraction) {
+            fraction = true;
+        } else {
+            return false;
+        }
+    }
+    value = static_cast<double>(magnitude) / scale;
+    if (negative)
+        value = -value;
+    return digits != 0;
+}
+
 double to_double(const char *text)
 {
+    double value;
+    if (read_short_decimal(value, text))
+        return value;
     const char point = decimal_point();
     if (point == '.')
         return std::atof(text);
@@ -83,7 +114,51 @@ char *write_digits(char *end, std::uint64_t magnitude)
     return end;
 }
 
-void append_decimal(TiXmlElement *parent, const char *name, bool negative, std::uint64_t magnitude)
+// What gcvt() makes of eight significant digits, in front of `end`; null for a value that it would write with
+// an exponent, or that this does not try. Digits are exact: the scaled value fits 64 bits.
+char *write_short_float(char *end, float value)
+{
+    constexpr std::uint64_t least = 10000000; // of eight digits
+    std::uint32_t bits;
+    std::memcpy(&bits, &value, sizeof bits);
+    if (bits == 0) {
+        *--end = '0';
+        return end;
+    }
+    const double size = value < 0 ? -static_cast<double>(value) : static_cast<double>(value);
+    if (!(size >= 1e-4 && size < 1e8))
+        return nullptr;
+    // The value is scaled / 2^shift.
+    std::uint64_t scaled = (bits & 0x7fffff) | 0x800000;
+    int shift = 150 - static_cast<int>(bits >> 23 & 0xff);
+    if (shift < 0) {
+        scaled <<= -shift;
+        shift = 0;
+    }
+    int decimals = 0;
+    for (; scaled >> shift < least; scaled *= 10)
+        ++decimals;
+    auto digits = static_cast<std::uint32_t>(scaled >> shift);
+    const std::uint64_t twice_rest = (scaled - (std::uint64_t{digits} << shift)) * 2;
+    const std::uint64_t one = std::uint64_t{1} << shift;
+    if (twice_rest > one || (twice_rest == one && digits % 2 != 0))
+        ++digits;
+    if (digits == 10 * least)
+        return nullptr; // a digit more
+    for (; decimals > 0 && digits % 10 == 0; --decimals)
+        digits /= 10;
+    if (decimals > 0) {
+        for (; decimals > 0; --decimals, digits /= 10)
+            *--end = static_cast<char>('0' + digits % 10);
+        *--end = '.';
+    }
+    end = write_digits(end, digits);
+    if (value < 0)
+        *--end = '-';
+    return end;
+}
+
+int append_decimal(TiXmlElement *parent, const char *name, bool negative, std::uint64_t magnitude)
 {
     char text[24]; // 20 digits, a sign and the terminator
     char *end = text + sizeof text - 1;
@@ -91,7 +166,7 @@ void append_decimal(TiXmlElement *parent, const char *name, bool negative, std::
     char *first = write_digits(end, magnitude);
     if (negative)
         *--first = '-';
-    append_text(parent, name, first);
+    return append_text(parent, name, first);
 }
 
 } // namespace
@@ -189,50 +264,42 @@ int read_text(char *text, std::size_t size, const TiXmlNode *node)
     return 0;
 }
 
-TiXmlElement *append_element(TiXmlElement *parent, const char *name)
-{
-    auto *element = new TiXmlElement(name);
-    parent->LinkEndChild(element);
-    return element;
-}
-
-void append_text(TiXmlElement *parent, const char *name, const char *text)
-{
-    append_element(parent, name)->LinkEndChild(new TiXmlText(text));
-}
-
-void append_int(TiXmlElement *parent, const char *name, int value)
+int append_int(TiXmlElement *parent, const char *name, int value)
 {
     const auto bits = static_cast<unsigned int>(value);
-    append_decimal(parent, name, value < 0, value < 0 ? 0 - bits : bits);
+    return append_decimal(parent, name, value < 0, value < 0 ? 0 - bits : bits);
 }
 
-void append_unsigned(TiXmlElement *parent, const char *name, unsigned int value)
+int append_unsigned(TiXmlElement *parent, const char *name, unsigned int value)
 {
-    append_decimal(parent, name, false, value);
+    return append_decimal(parent, name, false, value);
 }
 
-void append_longlong(TiXmlElement *parent, const char *name, long long value)
+int append_longlong(TiXmlElement *parent, const char *name, long long value)
 {
     const auto bits = static_cast<std::uint64_t>(value);
-    append_decimal(parent, name, value < 0, value < 0 ? 0 - bits : bits);
+    return append_decimal(parent, name, value < 0, value < 0 ? 0 - bits : bits);
 }
 
-void append_unsignedlonglong(TiXmlElement *parent, const char *name, unsigned long long value)
+int append_unsignedlonglong(TiXmlElement *parent, const char *name, unsigned long long value)
 {
-    append_decimal(parent, name, false, value);
+    return append_decimal(parent, name, false, value);
 }
 
-void append_float(TiXmlElement *parent, const char *name, float value)
+int append_float(TiXmlElement *parent, const char *name, float value)
 {
     char text[32];
+    char *end = text + sizeof text - 1;
+    *end = '\0';
+    if (const char *first = write_short_float(end, value))
+        return append_text(parent, name, first);
     gcvt(static_cast<double>(value), 8, text);
     const char point = decimal_point();
     if (point != '.') {
         if (char *found = std::strchr(text, point))
             *found = '.';
     }
-    append_text(parent, name, text);
+    return append_text(parent, name, text);
 }
 
 } // namespace netpublic

@@ -41,14 +41,12 @@ int read_text(char *text, std::size_t size, const TiXmlNode *node);
 // The same without a copy: the text stays the tree's.
 int view_text(const char **text, std::size_t longest, const TiXmlNode *node);
 
-// Writers: link a new element as the parent's last child and return it.
-TiXmlElement *append_element(TiXmlElement *parent, const char *name);
-void append_text(TiXmlElement *parent, const char *name, const char *text);
-void append_int(TiXmlElement *parent, const char *name, int value);
-void append_unsigned(TiXmlElement *parent, const char *name, unsigned int value);
-void append_longlong(TiXmlElement *parent, const char *name, long long value);
-void append_unsignedlonglong(TiXmlElement *parent, const char *name, unsigned long long value);
-void append_float(TiXmlElement *parent, const char *name, float value);
+// Writers, which do as append_text().
+[[nodiscard]] int append_int(TiXmlElement *parent, const char *name, int value);
+[[nodiscard]] int append_unsigned(TiXmlElement *parent, const char *name, unsigned int value);
+[[nodiscard]] int append_longlong(TiXmlElement *parent, const char *name, long long value);
+[[nodiscard]] int append_unsignedlonglong(TiXmlElement *parent, const char *name, unsigned long long value);
+[[nodiscard]] int append_float(TiXmlElement *parent, const char *name, float value);
 
 } // namespace netpublic
 

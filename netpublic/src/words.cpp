@@ -7,7 +7,7 @@ namespace netpublic {
 bool same_folded(const char *a, const char *b, std::size_t length)
 {
     for (std::size_t i = 0; i < length; ++i) {
-        if (fold(a[i]) != fold(b[i]))
+        if (a[i] != b[i] && fold(a[i]) != fold(b[i]))
             return false;
         if (a[i] == '\0')
             break;
@@ -17,20 +17,20 @@ bool same_folded(const char *a, const char *b, std::size_t length)
 
 bool contains_folded(const char *text, const char *word)
 {
-    if (*word == '\0')
-        return true;
-    const int first = fold(*word);
+    const std::size_t length = std::strlen(word);
     for (; *text != '\0'; ++text)
-        if (fold(*text) == first && same_folded(text + 1, word + 1, std::strlen(word + 1)))
+        if (alike(*text, *word) && same_folded(text, word, length))
             return true;
-    return false;
+    return length == 0;
 }
 
 const WordTable::Entry *find_prefix(const WordTable &table, const char *text, std::size_t length)
 {
-    for (const auto &entry : table)
-        if (entry.use != Use::write && same_folded(text, table.text(entry), length))
+    for (const auto &entry : table) {
+        const char *word = table.text(entry);
+        if (entry.use != Use::write && (length == 0 || (alike(*text, *word) && same_folded(text, word, length))))
             return &entry;
+    }
     return nullptr;
 }
 
@@ -39,7 +39,8 @@ const WordTable::Entry *find_whole(const WordTable &table, const char *text, boo
     for (const auto &entry : table) {
         const char *word = table.text(entry);
         const std::size_t whole = entry.length + std::size_t{1}; // the terminator is part of the comparison
-        if (entry.use != Use::write && (exact ? std::strcmp(text, word) == 0 : same_folded(text, word, whole)))
+        if (entry.use != Use::write && alike(*text, *word) &&
+            (exact ? std::strcmp(text, word) == 0 : same_folded(text, word, whole)))
             return &entry;
     }
     return nullptr;
@@ -53,13 +54,44 @@ const char *word_of(const WordTable &table, int code)
     return nullptr;
 }
 
+std::uint32_t words_in(const WordTable &table, const char *text)
+{
+    constexpr unsigned letters = 32; // by the low bits of a character, the same for both cases of a letter
+    std::uint32_t beginning[letters] = {};
+    std::uint32_t found = 0;
+    std::uint32_t bit = 1;
+    for (const auto &entry : table) {
+        if (entry.use != Use::write) {
+            if (entry.length == 0)
+                found |= bit;
+            else
+                beginning[static_cast<unsigned char>(*table.text(entry)) % letters] |= bit;
+        }
+        bit <<= 1;
+    }
+    for (; *text != '\0'; ++text) {
+        std::uint32_t left = beginning[static_cast<unsigned char>(*text) % letters] & ~found;
+        for (; left != 0; left &= left - 1) {
+            const WordTable::Entry &entry = table.begin()[__builtin_ctz(left)];
+            const char *word = table.text(entry);
+            if ((entry.length == 1 || alike(text[1], word[1])) && same_folded(text, word, entry.length))
+                found |= left & (0 - left);
+        }
+    }
+    return found;
+}
+
+int codes_of(const WordTable &table, std::uint32_t found)
+{
+    int codes = 0;
+    for (; found != 0; found &= found - 1)
+        codes |= table.begin()[__builtin_ctz(found)].code;
+    return codes;
+}
+
 int mask_in(const WordTable &table, const char *text)
 {
-    int mask = 0;
-    for (const auto &entry : table)
-        if (entry.use != Use::write && contains_folded(text, table.text(entry)))
-            mask |= entry.code;
-    return mask;
+    return codes_of(table, words_in(table, text));
 }
 
 void write_mask(const WordTable &table, int mask, char *text, std::size_t size)

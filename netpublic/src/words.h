@@ -96,6 +96,11 @@ constexpr int fold(char c)
 {
     return c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c;
 }
+// False for two characters that differ, case aside; true for some of those, too: a test in front of a comparison.
+constexpr bool alike(char a, char b)
+{
+    return ((a ^ b) & ~('a' - 'A')) == 0;
+}
 // Whether the first `length` characters agree, or all of them up to a common end.
 bool same_folded(const char *a, const char *b, std::size_t length);
 // Whether the word occurs anywhere in the text; the empty word always does.
@@ -111,7 +116,13 @@ const WordTable::Entry *find_whole(const WordTable &table, const char *text, boo
 // The spelling that is written for a code; null when the table has none.
 const char *word_of(const WordTable &table, int code);
 
-// The codes of all spellings that the text contains anywhere, case aside, OR-ed together.
+// The spellings among the table's first 32 that the text contains anywhere, case aside: bit i stands for entry
+// i. What is only written is not looked for.
+constexpr unsigned most_searched_words = 32;
+std::uint32_t words_in(const WordTable &table, const char *text);
+
+// The codes of such spellings, OR-ed together.
+int codes_of(const WordTable &table, std::uint32_t found);
 int mask_in(const WordTable &table, const char *text);
 
 // Writes the spellings of the set bits, joined by commas, or "none"; cut at size - 1 characters.

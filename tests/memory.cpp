@@ -1,0 +1,123 @@
+#include "memory.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+#include <set>
+
+namespace test {
+namespace {
+
+std::atomic<long> total{0};
+std::atomic<long> live{0};
+
+thread_local long left = -1; // allocations until the failing one; negative: none fails
+thread_local bool stays = false;
+
+// Blocks since a Reclaim began, in memory that does not come from operator new.
+template <class Type> struct PlainMemory {
+    using value_type = Type;
+    PlainMemory() = default;
+    template <class Other> PlainMemory(const PlainMemory<Other> &) {}
+    Type *allocate(std::size_t count)
+    {
+        return static_cast<Type *>(std::malloc(count * sizeof(Type)));
+    }
+    void deallocate(Type *block, std::size_t)
+    {
+        std::free(block);
+    }
+    bool operator==(const PlainMemory &) const
+    {
+        return true;
+    }
+    bool operator!=(const PlainMemory &) const
+    {
+        return false;
+    }
+};
+using Blocks = std::set<void *, std::less<>, PlainMemory<void *>>;
+thread_local Blocks *watched = nullptr;
+
+bool fails()
+{
+    if (left < 0)
+        return false;
+    if (left > 0) {
+        --left;
+        return false;
+    }
+    if (!stays)
+        left = -1;
+    return true;
+}
+
+} // namespace
+
+long allocations()
+{
+    return total;
+}
+
+long live_blocks()
+{
+    return live;
+}
+
+FailingNew::FailingNew(long which, bool onwards)
+{
+    stays = onwards;
+    left = which - 1;
+}
+
+FailingNew::~FailingNew()
+{
+    left = -1;
+}
+
+static Blocks blocks;
+
+Reclaim::Reclaim()
+{
+    watched = &blocks;
+}
+
+Reclaim::~Reclaim()
+{
+    watched = nullptr;
+    live -= static_cast<long>(blocks.size());
+    for (void *block : blocks)
+        std::free(block);
+    blocks.clear();
+}
+
+} // namespace test
+
+// Not inlined: the compiler would take the pairs of new and free() for mistakes. The nothrow and array forms
+// of the standard library call these.
+[[gnu::noinline]] void *operator new(std::size_t size)
+{
+    if (test::fails())
+        throw std::bad_alloc();
+    void *block = std::malloc(size != 0 ? size : 1);
+    if (block == nullptr)
+        throw std::bad_alloc();
+    ++test::total;
+    ++test::live;
+    if (test::watched != nullptr)
+        test::watched->insert(block);
+    return block;
+}
+[[gnu::noinline]] void operator delete(void *block) noexcept
+{
+    if (block == nullptr)
+        return;
+    --test::live;
+    if (test::watched != nullptr)
+        test::watched->erase(block);
+    std::free(block);
+}
+[[gnu::noinline]] void operator delete(void *block, std::size_t) noexcept
+{
+    operator delete(block);
+}

@@ -1,0 +1,83 @@
+#include "messages.h"
+
+#include "memory.h"
+
+#include <net_public.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <map>
+
+namespace test {
+
+using netpublic::Message;
+
+std::vector<Message> all_messages()
+{
+    std::vector<Message> all;
+#define COLLECT(domain)                                                                                                \
+    for (const Message &message : netpublic::domain##_messages())                                                      \
+        all.push_back(message);
+    NETPUBLIC_DOMAINS(COLLECT)
+#undef COLLECT
+    return all;
+}
+
+const std::vector<std::string> &example_bodies()
+{
+    static const std::vector<std::string> texts = [] {
+        std::vector<std::string> names;
+        for (const auto &file : std::filesystem::directory_iterator(NETPUBLIC_EXAMPLES_DIR))
+            if (file.path().extension() == ".xml")
+                names.push_back(file.path().stem());
+        std::sort(names.begin(), names.end());
+        std::vector<std::string> bodies;
+        for (const std::string &name : names) {
+            Xml document(example(name));
+            for (TiXmlNode *body = document.root()->FirstChild(); body != nullptr; body = body->NextSibling())
+                if (body->ToElement() != nullptr)
+                    bodies.push_back(print(*body));
+        }
+        return bodies;
+    }();
+    return texts;
+}
+
+MessageEnvelope::MessageEnvelope(const Message &message)
+{
+    net_ext_t ext = {};
+    std::strcpy(ext.token, "system,streaming,PTZ,IO,alarm,image,replay,security,video,disk");
+    if (message.initialise != nullptr)
+        EXPECT_EQ(message.initialise(&param, &ext), 0) << message.name;
+    else
+        EXPECT_EQ(prepare(&param, &ext, message.size), 0) << message.name;
+    size_ = net_host_memory().last_size;
+}
+
+std::string best_example(const Message &message)
+{
+    static std::map<std::string, std::string> found;
+    std::string &best = found[message.name];
+    if (!best.empty())
+        return best;
+    long most = -1;
+    for (const std::string &text : example_bodies()) {
+        const Output quiet; // not every example is this message's
+        MessageEnvelope envelope(message);
+        if (message.parse != nullptr && envelope.read(message.parse, text) != 0)
+            continue;
+        long made = static_cast<long>(text.size());
+        TiXmlElement parent("body");
+        if (message.write != nullptr)
+            made = allocations_of([&] { message.write(&envelope.param, &parent); });
+        if (made > most) {
+            most = made;
+            best = text;
+        }
+    }
+    EXPECT_NE(best, "") << message.name << ": no example is accepted";
+    return best;
+}
+
+} // namespace test
