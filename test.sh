@@ -10,7 +10,7 @@ cd "$top" || exit 1
 # shellcheck source=packaging/packages.sh
 . packaging/packages.sh
 
-all_sections=(format build release asan armhf golden budgets consumer analysis fuzz)
+all_sections=(format build release asan armhf golden budgets consumer packages analysis fuzz)
 gates=tests/gates
 golden=tests/golden
 size_goal=98304 # bytes; what the library is to shrink to
@@ -211,11 +211,22 @@ section_consumer() {
     build release $(installables) && check "consumer projects" $gates/consumer.sh build/release
     # shellcheck disable=SC2046 # names without blanks
     build armhf $(installables) && check "consumer projects (armhf, emulated)" $gates/consumer.sh build/armhf armhf
+    check "inside another project, shared and static" $gates/subproject.sh
+}
+
+section_packages() {
+    # shellcheck disable=SC2046 # names without blanks
+    build release $(installables) && check "Debian packages" packaging/test_packages.sh build/release
+    # shellcheck disable=SC2046 # names without blanks
+    build armhf $(installables) && check "Debian packages (armhf, emulated)" packaging/test_packages.sh build/armhf armhf
+    check "Buildroot and Yocto recipes" packaging/test_recipes.sh
 }
 
 section_analysis() {
-    check "shell scripts" shellcheck -x demo.sh test.sh .ci/run packaging/packages.sh $gates/*.sh
-    mkdir -p build/cppcheck
+    check "shell scripts" shellcheck -x demo.sh test.sh .ci/run packaging/*.sh $gates/*.sh
+    mkdir -p build/cppcheck build/doc
+    check "API documentation" doxygen docs/Doxyfile
+    check "includes never point up" python3 $gates/floors.py docs/architecture.md
     check "cppcheck" cppcheck --quiet --error-exitcode=1 --std=c++17 --inline-suppr -j "$(nproc)" --cppcheck-build-dir=build/cppcheck \
         --enable=warning,portability,performance --suppressions-list=$gates/cppcheck_suppressions.txt \
         -I netpublic/include -I netpublic/src -DNETPUBLIC_DESCRIBED=1 netpublic/src host

@@ -5,14 +5,15 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/netpublic)
 
 install(TARGETS netpublic EXPORT netpublicTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 install(TARGETS netpublic_host EXPORT netpublicTargets
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 install(FILES ${NETPUBLIC_HEADERS} ${PROJECT_SOURCE_DIR}/host/net_host_standin.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/netpublic COMPONENT development)
 install(EXPORT netpublicTargets NAMESPACE netpublic:: DESTINATION ${package_dir} COMPONENT development)
 
-configure_package_config_file(cmake/netpublicConfig.cmake.in ${PROJECT_BINARY_DIR}/netpublicConfig.cmake
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/netpublicConfig.cmake.in ${PROJECT_BINARY_DIR}/netpublicConfig.cmake
     INSTALL_DESTINATION ${package_dir})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/netpublicConfigVersion.cmake
     COMPATIBILITY SameMajorVersion)
@@ -36,6 +37,23 @@ foreach(dir LIBDIR INCLUDEDIR)
         set(PC_${dir} "\${prefix}/${PC_${dir}}")
     endif()
 endforeach()
-configure_file(cmake/netpublic.pc.in ${PROJECT_BINARY_DIR}/netpublic.pc @ONLY)
+# Not every packaging of TinyXML brings a package file.
+find_package(PkgConfig QUIET)
+if(PkgConfig_FOUND)
+    pkg_check_modules(NETPUBLIC_TINYXML_PC QUIET tinyxml)
+endif()
+if(PkgConfig_FOUND AND NOT NETPUBLIC_TINYXML_PC_FOUND)
+    set(PC_REQUIRES "")
+    set(PC_TINYXML " -ltinyxml")
+else()
+    set(PC_REQUIRES "\nRequires: tinyxml")
+    set(PC_TINYXML "")
+endif()
+if(NETPUBLIC_BUILD_SHARED)
+    set(PC_STATIC_CFLAGS "")
+else()
+    set(PC_STATIC_CFLAGS " -DNETPUBLIC_STATIC")
+endif()
+configure_file(${PROJECT_SOURCE_DIR}/cmake/netpublic.pc.in ${PROJECT_BINARY_DIR}/netpublic.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/netpublic.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)

@@ -408,6 +408,7 @@ NETPUBLIC_API int net_param_cfg_modify_init(net_param_t *param, net_ext_t *ext);
 /** @name Messages without anything to initialise
  * They leave the envelope alone and return 0, so that the host can call an initialiser for every message.
  * @{ */
+/** Does nothing. @return 0 */
 NETPUBLIC_API int nets_param_fty_result_init(net_param_t *param, net_ext_t *ext);
 NETPUBLIC_API int net_param_fty_ir_cut_init(net_param_t *param, net_ext_t *ext);
 NETPUBLIC_API int nets_param_fty_range_init(net_param_t *param, net_ext_t *ext);

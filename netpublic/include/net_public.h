@@ -26,6 +26,7 @@
 
 #include "net_param_init.h"
 #include "net_types.h"
+#include "net_version.h"
 #include "net_xml_alarm.h"
 #include "net_xml_backup.h"
 #include "net_xml_buzzer.h"
@@ -201,7 +202,10 @@ NETPUBLIC_API void net_xml_filter(std::string &text, std::string openTag, std::s
 
 /**
  * Joins texts with a separator.
- * @param out, size zeroed first; left alone when the result would not fit
+ * @param out, size the buffer and its size in bytes, zeroed first; left alone when the result would not fit
+ * @param items, count the texts and their number
+ * @param sep the separator
+ * @return 0, or -1 for a negative count or a buffer that is too small
  */
 NETPUBLIC_API int string_join(char *out, unsigned int size, const char **items, int count, char sep);
 

@@ -8,8 +8,15 @@
 #ifndef NET_TYPES_H
 #define NET_TYPES_H
 
-/** Marks what the shared library exports; everything else in it is hidden. */
+/**
+ * Marks what the shared library exports; everything else in it is hidden. With NETPUBLIC_STATIC, which the
+ * CMake package and netpublic.pc of a static build define, nothing is exported.
+ */
+#ifdef NETPUBLIC_STATIC
+#define NETPUBLIC_API
+#else
 #define NETPUBLIC_API __attribute__((visibility("default")))
+#endif
 
 /**
  * The envelope of one message. The host owns it, usually on its stack; the payload belongs to the
@@ -52,34 +59,34 @@ enum STREAM_TYPE_E {
 
 /** A protocol value with its range, in the protocol's order. */
 struct net_int_value_t {
-    int min;
-    int max;
-    int cur;
-    int def;
+    int min; /**< Smallest value. */
+    int max; /**< Largest value. */
+    int cur; /**< Value in use. */
+    int def; /**< Default value. */
 };
 
 /** A protocol value with its range, in the protocol's order. */
 struct net_float_value_t {
-    float min;
-    float max;
-    float cur;
-    float def;
+    float min; /**< Smallest value. */
+    float max; /**< Largest value. */
+    float cur; /**< Value in use. */
+    float def; /**< Default value. */
 };
 
 /** A value with its range in the host's order. */
 struct intvalue_t {
-    int cur;
-    int min;
-    int max;
-    int def;
+    int cur; /**< Value in use. */
+    int min; /**< Smallest value. */
+    int max; /**< Largest value. */
+    int def; /**< Default value. */
 };
 
 /** A value with its range in the host's order. */
 struct floatvalue_t {
-    float cur;
-    float min;
-    float max;
-    float def;
+    float cur; /**< Value in use. */
+    float min; /**< Smallest value. */
+    float max; /**< Largest value. */
+    float def; /**< Default value. */
 };
 
 /** A calendar date and time of day; whether the day exists in its month is not checked. */
@@ -101,7 +108,7 @@ struct net_counted_text_t {
 
 /** A set of alarm-type codes 0 to 44: code c is bit c % 32 of word c / 32. */
 struct time_section_t {
-    unsigned int bits[2];
+    unsigned int bits[2]; /**< Word 0 holds codes 0 to 31, word 1 codes 32 to 44. */
 };
 
 /** A weekly schedule: which alarm types are active in which hour of the week. */
@@ -112,8 +119,8 @@ struct net_schedule_t {
 
 /** A point of the picture, normalised coordinates; no range is enforced. */
 struct point_t {
-    float x;
-    float y;
+    float x; /**< From the left; no range. */
+    float y; /**< From the top; no range. */
 };
 
 /** The protocol's own name for point_t. */
@@ -121,8 +128,8 @@ typedef point_t net_smart_ai_point_t;
 
 /** A polygon or line of at most 8 points. */
 struct net_smart_ai_points_t {
-    int pointNum; /**< Points held, 0 to 8. */
-    point_t points[8];
+    int pointNum;      /**< Points held, 0 to 8. */
+    point_t points[8]; /**< The corners in their order. */
 };
 
 /** The side of a trip wire that the host counts. */

@@ -57,11 +57,11 @@ struct tag_net_pic_motion_cfg_v20_t {
     int height;    /**< Grid rows, 1 to 100. */
     /** Row by row: scope[row][column] is 1 when the cell is watched. */
     unsigned char scope[NET_GRID_ROWS][NET_GRID_COLUMNS];
-    tag_net_sensitivity_info_v20_t sensitivityInfo[4];
-    net_md_sens_v20_t sensInfoNew;
-    tag_net_handle_exception_v20_t handleException;
-    int timeBlock[7][24]; /**< By weekday (0 Sunday) and hour; non-zero is armed. */
-    int usepir;           /**< Use the infrared sensor; no range. */
+    tag_net_sensitivity_info_v20_t sensitivityInfo[4]; /**< The four periods of the older list. */
+    net_md_sens_v20_t sensInfoNew;                     /**< The list of newer clients. */
+    tag_net_handle_exception_v20_t handleException;    /**< What to do about motion; read only. */
+    int timeBlock[7][24];                              /**< By weekday (0 Sunday) and hour; non-zero is armed. */
+    int usepir;                                        /**< Use the infrared sensor; no range. */
 };
 
 /** The grid of one detector. */
@@ -85,15 +85,15 @@ enum NET_ALARM_AREA_E {
 
 /** The detector areas of one channel. */
 struct net_alarm_area_t {
-    int chn;           /**< No range. */
-    unsigned int type; /**< Mask of the areas present, NET_ALARM_AREA_E. */
-    net_ai_area_t mdArea;
-    net_ai_area_t personArea;
-    net_ai_area_t vehicleArea;
-    net_ai_area_t faceArea;
-    net_ai_area_t dogCatArea;
-    net_ai_area_t otherArea;
-    net_ai_area_t packageArea;
+    int chn;                   /**< No range. */
+    unsigned int type;         /**< Mask of the areas present, NET_ALARM_AREA_E. */
+    net_ai_area_t mdArea;      /**< Where motion counts. */
+    net_ai_area_t personArea;  /**< Where people count. */
+    net_ai_area_t vehicleArea; /**< Where vehicles count. */
+    net_ai_area_t faceArea;    /**< Where faces count. */
+    net_ai_area_t dogCatArea;  /**< Where dogs and cats count. */
+    net_ai_area_t otherArea;   /**< Where other objects count. */
+    net_ai_area_t packageArea; /**< Where packages count. */
 };
 
 static_assert(sizeof(tag_net_sensitivity_info_v20_t) == 24, "tag_net_sensitivity_info_v20_t");
@@ -149,27 +149,27 @@ enum NET_ALARM_STATUS_E {
 
 /** The smart-AI part of an alarm report. Object masks: 1 people, 2 vehicle, 4 dog_cat. */
 struct net_smart_ai_stat_t {
-    time_section_t events;     /**< Codes 29 to 43. */
-    unsigned int crossline[3]; /**< Object mask per rule. Read only, like all below. */
-    unsigned int intrusion[3]; /**< Object mask per rule. */
-    unsigned int loitering[3]; /**< Object mask per rule. */
-    unsigned long long pts;
-    unsigned long long frameIndex;
+    time_section_t events;         /**< Codes 29 to 43. */
+    unsigned int crossline[3];     /**< Object mask per rule. Read only, like all below. */
+    unsigned int intrusion[3];     /**< Object mask per rule. */
+    unsigned int loitering[3];     /**< Object mask per rule. */
+    unsigned long long pts;        /**< Any number. */
+    unsigned long long frameIndex; /**< Any number. */
 };
 
 /** "AlarmEvent", the state of one channel; the payload of the writer. */
 struct net_state_v20_t {
-    int channelId;           /**< 0 and above. */
-    int status;              /**< Mask of NET_ALARM_STATUS_E. */
-    time_section_t aiEvents; /**< Codes 18 to 27 and 44. */
-    int recording;           /**< 0 or 1. */
-    int timeStamp;           /**< 0 and above. */
-    int previewOnly;         /**< 0 and above; read only, like all below. */
-    int timeSec;             /**< 0 and above. */
-    int timeUsec;            /**< 0 and above. */
-    int wakeAlarm;           /**< 0 and above. */
-    unsigned long long offset;
-    net_smart_ai_stat_t smartAi;
+    int channelId;               /**< 0 and above. */
+    int status;                  /**< Mask of NET_ALARM_STATUS_E. */
+    time_section_t aiEvents;     /**< Codes 18 to 27 and 44. */
+    int recording;               /**< 0 or 1. */
+    int timeStamp;               /**< 0 and above. */
+    int previewOnly;             /**< 0 and above; read only, like all below. */
+    int timeSec;                 /**< 0 and above. */
+    int timeUsec;                /**< 0 and above. */
+    int wakeAlarm;               /**< 0 and above. */
+    unsigned long long offset;   /**< Any number. */
+    net_smart_ai_stat_t smartAi; /**< The smart-AI detections; read only. */
 };
 
 /** The payload of the alarm-report parser. */
@@ -179,8 +179,8 @@ struct net_alarm_report_t {
 
 /** "DayNightEvent". */
 struct net_day_night_state_v20_t {
-    int switching;
-    int mode; /**< 0 day, 1 night, 2 led_day, 3 preset, 4 unknown. */
+    int switching; /**< Any number. */
+    int mode;      /**< 0 day, 1 night, 2 led_day, 3 preset, 4 unknown. */
 };
 
 /** The payload of the day/night-report parser. */
@@ -241,64 +241,66 @@ enum NET_SEARCH_TYPE_E {
 
 /** The criteria of an alarm-video search. */
 struct net_find_alarm_video_t {
-    int channelId;  /**< 0 to 63. */
-    char uid[32];   /**< Terminated. */
-    int fileHandle; /**< 0 and above. */
-    int streamType; /**< 0 to 4. */
-    int alarmType;  /**< Mask of NET_SEARCH_TYPE_E. */
-    int notSearchVideo;
+    int channelId;                     /**< 0 to 63. */
+    char uid[32];                      /**< Terminated. */
+    int fileHandle;                    /**< 0 and above. */
+    int streamType;                    /**< 0 to 4. */
+    int alarmType;                     /**< Mask of NET_SEARCH_TYPE_E. */
+    int notSearchVideo;                /**< Any number. */
     int destination;                   /**< -1 unless the request names one. */
     unsigned long long logicChnBitmap; /**< One bit per logical channel. */
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
+    tag_net_time_v20_t startTime;      /**< Start of the span. */
+    tag_net_time_v20_t endTime;        /**< End of the span. */
 };
 
 /** One video that was found. */
 struct net_alarm_video_item_t {
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
-    char fileId[256];  /**< Terminated. */
-    char fileName[31]; /**< Terminated. */
-    int typeExtension;
-    int alarmType; /**< Record-type code; several types OR-ed together. */
-    int bEncrypted;
+    tag_net_time_v20_t startTime; /**< Start of the span. */
+    tag_net_time_v20_t endTime;   /**< End of the span. */
+    char fileId[256];             /**< Terminated. */
+    char fileName[31];            /**< Terminated. */
+    int typeExtension;            /**< Any number. */
+    int alarmType;                /**< Record-type code; several types OR-ed together. */
+    int bEncrypted;               /**< Any number. */
 };
 
 /** The result of an alarm-video search. */
 struct tag_net_alarm_video_v20_t {
-    int channelId;  /**< 0 to 63. */
-    int fileHandle; /**< 0 and above. */
-    int bFinished;
+    int channelId;                   /**< 0 to 63. */
+    int fileHandle;                  /**< 0 and above. */
+    int bFinished;                   /**< Whether the search is over; any number. */
     int itemNum;                     /**< Items held, 0 to 60. */
     net_alarm_video_item_t item[60]; /**< Further ones are ignored. */
 };
 
 /** The criteria of an event-log search. The host provides this payload. */
 struct net_find_event_log_t {
-    int logTypeBits; /**< 0 and above. */
-    int desc;        /**< 0 and above. */
-    int alarmType;   /**< Mask of NET_SEARCH_TYPE_E; the parser only adds bits. */
-    int notSearchVideo;
-    int handle;
-    int maxEventCount; /**< 0 and above. */
-    net_query_deive_t devices[36];
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
+    int logTypeBits;               /**< 0 and above. */
+    int desc;                      /**< 0 and above. */
+    int alarmType;                 /**< Mask of NET_SEARCH_TYPE_E; the parser only adds bits. */
+    int notSearchVideo;            /**< Any number. */
+    int handle;                    /**< The host's handle; any number. */
+    int maxEventCount;             /**< 0 and above. */
+    net_query_deive_t devices[36]; /**< The devices asked about; further ones are ignored. */
+    tag_net_time_v20_t startTime;  /**< Start of the span. */
+    tag_net_time_v20_t endTime;    /**< End of the span. */
 };
 
 /** The events of one device. */
 struct net_event_log_device_t {
-    char uid[32]; /**< Terminated; empty when the record is unused. */
-    int eventCount;
-    int logicChnEventCount[2];
-    int logicChnNum; /**< Logical channels counted, 0 to 2. */
+    char uid[32];              /**< Terminated; empty when the record is unused. */
+    int eventCount;            /**< Any number. */
+    int logicChnEventCount[2]; /**< Per logical channel; any number. */
+    int logicChnNum;           /**< Logical channels counted, 0 to 2. */
 };
 
 /** "EventLogBrief", the summary of an event log. The host provides this payload. */
 struct net_event_log_brief_t {
-    int logType;
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
+    int logType;                  /**< Any number; read only. */
+    tag_net_time_v20_t startTime; /**< Start of the span. */
+    tag_net_time_v20_t endTime;   /**< End of the span. */
+    /** @{ */
+    /** Events of one kind; any number. Written only. */
     int mdCount;
     int peopleCount;
     int vehicleCount;
@@ -314,9 +316,10 @@ struct net_event_log_brief_t {
     int lossCount;
     int legacyCount;
     int linkageCount;
-    net_event_log_device_t device[36];
-    int dayNum; /**< Days counted; 30 are written at most. */
-    int dailyEventCount[30];
+    /** @} */
+    net_event_log_device_t device[36]; /**< Written are those with a `uid`. */
+    int dayNum;                        /**< Days counted; 30 are written at most. */
+    int dailyEventCount[30];           /**< Per day, in the order of the days; any number. */
 };
 
 static_assert(sizeof(net_find_alarm_video_t) == 112, "net_find_alarm_video_t");
@@ -364,110 +367,110 @@ enum NET_SMAER_AI_OP_E {
 
 /** One rule of line crossing. */
 struct net_crossline_detect_t {
-    int location;
-    int index;
-    char name[32];     /**< Terminated. */
-    char aiType[128];  /**< Terminated. */
-    int sesensitivity; /**< Spelled so, in the protocol too. */
-    net_smart_ai_points_t pointList;
-    NET_CROSSLINE_DETECT_DIRECTION_E direction;
+    int location;                               /**< Place of the rule; any number. */
+    int index;                                  /**< Number of the rule; any. */
+    char name[32];                              /**< Terminated. */
+    char aiType[128];                           /**< Terminated. */
+    int sesensitivity;                          /**< Spelled so, in the protocol too. */
+    net_smart_ai_points_t pointList;            /**< The line or polygon of the rule. */
+    NET_CROSSLINE_DETECT_DIRECTION_E direction; /**< The side that counts; an unknown word reads as none. */
 };
 
 /** One rule of intrusion. */
 struct net_intrusion_detect_t {
-    int location;
-    int index;
-    char name[32]; /**< Terminated. */
-    int sesensitivity;
-    char aiType[128]; /**< Terminated. */
-    int stayTime;
-    net_smart_ai_points_t pointList;
+    int location;                    /**< Place of the rule; any number. */
+    int index;                       /**< Number of the rule; any. */
+    char name[32];                   /**< Terminated. */
+    int sesensitivity;               /**< Any number. */
+    char aiType[128];                /**< Terminated. */
+    int stayTime;                    /**< Any number. */
+    net_smart_ai_points_t pointList; /**< The line or polygon of the rule. */
 };
 
 /** One rule of loitering. */
 struct net_loitering_detect_t {
-    int location;
-    int index;
-    char name[32]; /**< Terminated. */
-    int sesensitivity;
-    char aiType[128]; /**< Terminated. */
-    int stayTime;
-    net_smart_ai_points_t pointList;
+    int location;                    /**< Place of the rule; any number. */
+    int index;                       /**< Number of the rule; any. */
+    char name[32];                   /**< Terminated. */
+    int sesensitivity;               /**< Any number. */
+    char aiType[128];                /**< Terminated. */
+    int stayTime;                    /**< Any number. */
+    net_smart_ai_points_t pointList; /**< The line or polygon of the rule. */
 };
 
 /** One rule of left objects. */
 struct net_legacy_detect_t {
-    int location;
-    int index;
-    char name[32]; /**< Terminated. */
-    int timeThresh;
-    int sesensitivity;
-    net_smart_ai_points_t pointList;
+    int location;                    /**< Place of the rule; any number. */
+    int index;                       /**< Number of the rule; any. */
+    char name[32];                   /**< Terminated. */
+    int timeThresh;                  /**< Any number. */
+    int sesensitivity;               /**< Any number. */
+    net_smart_ai_points_t pointList; /**< The line or polygon of the rule. */
 };
 
 /** One rule of missing objects. */
 struct net_loss_detect_t {
-    int location;
-    int index;
-    char name[32]; /**< Terminated. */
-    int timeThresh;
-    int sesensitivity;
-    net_smart_ai_points_t pointList;
+    int location;                    /**< Place of the rule; any number. */
+    int index;                       /**< Number of the rule; any. */
+    char name[32];                   /**< Terminated. */
+    int timeThresh;                  /**< Any number. */
+    int sesensitivity;               /**< Any number. */
+    net_smart_ai_points_t pointList; /**< The line or polygon of the rule. */
 };
 
 /** "CrosslineDetect". */
 struct net_crossline_detect_list_t {
-    int channelId;
-    int maxNum; /**< Written unless 0. */
-    int num;    /**< Rules held, 0 to 4. */
-    NET_SMAER_AI_OP_E op;
-    int pointMinNum; /**< Both are written unless this one is 0. */
-    int pointMaxNUm; /**< Spelled so, in the protocol too. */
-    net_crossline_detect_t item[4];
+    int channelId;                  /**< Video channel; no range is checked here. */
+    int maxNum;                     /**< Written unless 0. */
+    int num;                        /**< Rules held, 0 to 4. */
+    NET_SMAER_AI_OP_E op;           /**< A NET_SMAER_AI_OP_E code. */
+    int pointMinNum;                /**< Both are written unless this one is 0. */
+    int pointMaxNUm;                /**< Spelled so, in the protocol too. */
+    net_crossline_detect_t item[4]; /**< The rules; `num` of them count. */
 };
 
 /** "IntrusionDetect"; fields as in net_crossline_detect_list_t. */
 struct net_intrusion_detect_list_t {
-    int channelId;
-    int maxNum;
-    int num;
-    NET_SMAER_AI_OP_E op;
-    int pointMinNum;
-    int pointMaxNUm;
-    net_intrusion_detect_t item[4];
+    int channelId;                  /**< Video channel; no range is checked here. */
+    int maxNum;                     /**< Most entries the device takes; any number. */
+    int num;                        /**< Rules held, 0 to 4. */
+    NET_SMAER_AI_OP_E op;           /**< A NET_SMAER_AI_OP_E code. */
+    int pointMinNum;                /**< Fewest points of a rule; any number. */
+    int pointMaxNUm;                /**< Most points of a rule; any number. */
+    net_intrusion_detect_t item[4]; /**< The rules; `num` of them count. */
 };
 
 /** "LoiteringDetect"; fields as in net_crossline_detect_list_t. */
 struct net_loitering_detect_list_t {
-    int channelId;
-    int maxNum;
-    int num;
-    NET_SMAER_AI_OP_E op;
-    int pointMinNum;
-    int pointMaxNUm;
-    net_loitering_detect_t item[4];
+    int channelId;                  /**< Video channel; no range is checked here. */
+    int maxNum;                     /**< Most entries the device takes; any number. */
+    int num;                        /**< Rules held, 0 to 4. */
+    NET_SMAER_AI_OP_E op;           /**< A NET_SMAER_AI_OP_E code. */
+    int pointMinNum;                /**< Fewest points of a rule; any number. */
+    int pointMaxNUm;                /**< Most points of a rule; any number. */
+    net_loitering_detect_t item[4]; /**< The rules; `num` of them count. */
 };
 
 /** "LegacyDetect"; fields as in net_crossline_detect_list_t. */
 struct net_legacy_detect_list_t {
-    int channelId;
-    int maxNum;
-    int num;
-    NET_SMAER_AI_OP_E op;
-    int pointMinNum;
-    int pointMaxNUm;
-    net_legacy_detect_t item[4];
+    int channelId;               /**< Video channel; no range is checked here. */
+    int maxNum;                  /**< Most entries the device takes; any number. */
+    int num;                     /**< Rules held, 0 to 4. */
+    NET_SMAER_AI_OP_E op;        /**< A NET_SMAER_AI_OP_E code. */
+    int pointMinNum;             /**< Fewest points of a rule; any number. */
+    int pointMaxNUm;             /**< Most points of a rule; any number. */
+    net_legacy_detect_t item[4]; /**< The rules; `num` of them count. */
 };
 
 /** "LossDetect"; fields as in net_crossline_detect_list_t. */
 struct net_loss_detect_list_t {
-    int channelId;
-    int maxNum;
-    int num;
-    NET_SMAER_AI_OP_E op;
-    int pointMinNum;
-    int pointMaxNUm;
-    net_loss_detect_t item[4];
+    int channelId;             /**< Video channel; no range is checked here. */
+    int maxNum;                /**< Most entries the device takes; any number. */
+    int num;                   /**< Rules held, 0 to 4. */
+    NET_SMAER_AI_OP_E op;      /**< A NET_SMAER_AI_OP_E code. */
+    int pointMinNum;           /**< Fewest points of a rule; any number. */
+    int pointMaxNUm;           /**< Most points of a rule; any number. */
+    net_loss_detect_t item[4]; /**< The rules; `num` of them count. */
 };
 
 static_assert(sizeof(net_crossline_detect_list_t) == 1000, "net_crossline_detect_list_t");
@@ -539,31 +542,34 @@ enum NET_AI_OBJECT_E {
 
 /** "AiCfg". */
 struct net_ai_cfg_t {
-    int channelId; /**< Up to 63. */
-    int smartTrack;
-    int detectType; /**< Mask of NET_AI_OBJECT_E; the "other" bit is read, never written. */
-    int smartTrackMode;
-    int smartTrackModeAbility; /**< Written when not negative. */
-    int smartTrackType;        /**< Mask of NET_AI_OBJECT_E. */
-    int smartTrackPt;
-    int delayValid; /**< 1 once a delay was parsed; else the delays are not written. */
-    int smartTrackObjectStopDelay;
-    int smartTrackObjectDisappearDelay;
-    int reserved; /**< The host's; neither read nor written. */
-    int cryDetectLevel;
-    int cryDetectAbility; /**< Written unless 0. */
+    int channelId;                      /**< Up to 63. */
+    int smartTrack;                     /**< Any number. */
+    int detectType;                     /**< Mask of NET_AI_OBJECT_E; the "other" bit is read, never written. */
+    int smartTrackMode;                 /**< Any number. */
+    int smartTrackModeAbility;          /**< Written when not negative. */
+    int smartTrackType;                 /**< Mask of NET_AI_OBJECT_E. */
+    int smartTrackPt;                   /**< Any number. */
+    int delayValid;                     /**< 1 once a delay was parsed; else the delays are not written. */
+    int smartTrackObjectStopDelay;      /**< Any number. */
+    int smartTrackObjectDisappearDelay; /**< Any number. */
+    int reserved;                       /**< The host's; neither read nor written. */
+    int cryDetectLevel;                 /**< Any number. */
+    int cryDetectAbility;               /**< Written unless 0. */
 };
 
 /** "AiDetectCfg", the detection area of one object type. */
 struct net_ai_area_detect_t {
     int chn;  /**< 0 to 63. */
     int type; /**< One bit of NET_AI_OBJECT_E. */
+    /** @{ */
+    /** Any number. */
     int sensitivity;
     int stayTime;
     float minTargetHeight;
     float minTargetWidth;
     float maxTargetHeight;
     float maxTargetWidth;
+    /** @} */
     int width;  /**< Columns, 1 to 155. */
     int height; /**< Rows, 1 to 100. */
     /** Column by column: cells[column][row]. */
@@ -572,17 +578,17 @@ struct net_ai_area_detect_t {
 
 /** "trackLimit", the limits of a pan-tilt track. */
 struct net_ai_track_limit_t {
-    int channelId;
-    int leftLimit;
-    int rightLimit;
+    int channelId;           /**< Video channel; no range is checked here. */
+    int leftLimit;           /**< Any number. */
+    int rightLimit;          /**< Any number. */
     char leftImageName[32];  /**< Terminated. */
     char rightImageName[32]; /**< Terminated. */
-    int reserved[2];
+    int reserved[2];         /**< Not interpreted here. */
 };
 
 /** "trackSchedule". */
 struct net_ai_track_task_t {
-    int channelId;
+    int channelId;       /**< Video channel; no range is checked here. */
     char timeTable[172]; /**< Terminated; carried as it is. */
 };
 
@@ -615,15 +621,15 @@ NETPUBLIC_API int net_param_ai_track_task_s2x(net_param_t *param, TiXmlElement *
 
 /** A command that switches a light. */
 struct net_floodlight_status_t {
-    int channel; /**< 0 to 63; the initialiser copies the request's. */
-    int status;
+    int channel;  /**< 0 to 63; the initialiser copies the request's. */
+    int status;   /**< Any number. */
     int duration; /**< 0 and above. */
 };
 
 /** The state of one light. */
 struct net_floodlight_state_t {
-    int channel; /**< 0 and above. */
-    int status;
+    int channel;  /**< 0 and above. */
+    int status;   /**< Any number. */
     int reserved; /**< Not filled. */
 };
 
@@ -634,63 +640,69 @@ struct net_floodlight_status_report_t {
 
 /** A daily period; no ranges. */
 struct net_floodlight_period_t {
+    /** @{ */
+    /** Any number. */
     int startHour;
     int startMin;
     int endHour;
     int endMin;
+    /** @} */
 };
 
 /** Between which light-sensor values it is day or night; no ranges. */
 struct net_light_sens_threshold_t {
-    int min;
-    int max;
+    int min; /**< Smallest value. */
+    int max; /**< Largest value. */
+    /** @{ */
+    /** Any number. */
     int lightCur;
     int darkCur;
     int lightDef;
     int darkDef;
+    /** @} */
 };
 
 /** One scheduled switch. */
 struct net_floodlight_schedule_item_t {
-    tag_net_time_v20_t time;
-    int enable;
-    int timeStamp;
-    int action;
-    int daymap;
+    tag_net_time_v20_t time; /**< A moment; no range is set beyond its own. */
+    int enable;              /**< Whether it is on; any number. */
+    int timeStamp;           /**< Any number. */
+    int action;              /**< Any number. */
+    int daymap;              /**< Any number. */
 };
 
 /** "FloodlightScheduleList". */
 struct net_floodlight_schedule_t {
-    int num; /**< Items held, 0 to 64. */
-    int maxNum;
+    int num;                                 /**< Items held, 0 to 64. */
+    int maxNum;                              /**< Most entries the device takes; any number. */
     net_floodlight_schedule_item_t item[64]; /**< Further ones are ignored. */
 };
 
 /** "nightLongViewMultiBrightness". */
 struct net_night_multi_brightness_t {
-    int enable;
-    net_int_value_t alarmBrightness;
-    net_int_value_t alarmDelay;
+    int enable;                      /**< Whether it is on; any number. */
+    net_int_value_t alarmBrightness; /**< Brightness while an alarm lasts. */
+    net_int_value_t alarmDelay;      /**< How long the light stays on. */
 };
 
 /** What a floodlight does and when. */
 struct net_floodlight_task_t {
-    int channel;   /**< 0 to 63. */
-    int alarmMode; /**< From "enable" or "alarmMode". */
-    int preview_auto;
-    int duration; /**< Of the light after an alarm. */
-    int brightness_min;
-    int brightness_max;
-    int brightness_cur;
-    net_floodlight_period_t schedule;
-    int auto_bright;   /**< 2 when the message does not carry it. */
-    int detectType;    /**< Mask of NET_AI_OBJECT_E; -1 when the message does not carry it. */
-    int lastAlarmMode; /**< -1 when the message does not carry it. */
-    net_light_sens_threshold_t lightSensThreshold;
-    net_floodlight_schedule_t FloodlightScheduleList;
-    net_night_multi_brightness_t nightLongViewMultiBrightness;
-    net_floodlight_period_t lightAlarmSchedule;
-    int reserved[4];
+    int channel;                      /**< 0 to 63. */
+    int alarmMode;                    /**< From "enable" or "alarmMode". */
+    int preview_auto;                 /**< Any number. */
+    int duration;                     /**< Of the light after an alarm. */
+    int brightness_min;               /**< Any number. */
+    int brightness_max;               /**< Any number. */
+    int brightness_cur;               /**< Any number. */
+    net_floodlight_period_t schedule; /**< A period of the day. */
+    int auto_bright;                  /**< 2 when the message does not carry it. */
+    int detectType;                   /**< Mask of NET_AI_OBJECT_E; -1 when the message does not carry it. */
+    int lastAlarmMode;                /**< -1 when the message does not carry it. */
+    net_light_sens_threshold_t lightSensThreshold;             /**< What counts as dark. */
+    net_floodlight_schedule_t FloodlightScheduleList;          /**< The times the light is switched. */
+    net_night_multi_brightness_t nightLongViewMultiBrightness; /**< Brightness at night. */
+    net_floodlight_period_t lightAlarmSchedule;                /**< A period of the day. */
+    int reserved[4];                                           /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_floodlight_status_t) == 12, "net_floodlight_status_t");
@@ -727,43 +739,43 @@ NETPUBLIC_API int get_night_multi_brightness_from_xmlnode(net_night_multi_bright
 
 /** The active scene. */
 struct net_scene_mode_cfg_t {
-    int reserved[2];
+    int reserved[2]; /**< Not interpreted here. */
 };
 
 /** The scenes' ids. */
 struct net_scene_list_id_t {
-    int reserved[6];
+    int reserved[6]; /**< Not interpreted here. */
 };
 
 /** One scene. */
 struct net_scene_t {
-    int reserved[116];
+    int reserved[116]; /**< Not interpreted here. */
 };
 
 /** The linkage rules. */
 struct net_linkage_list_t {
-    int reserved[1626];
+    int reserved[1626]; /**< Not interpreted here. */
 };
 
 /** A linkage rule to add. */
 struct net_linkage_add_t {
-    int reserved[1041];
+    int reserved[1041]; /**< Not interpreted here. */
 };
 
 /** A linkage rule to delete. */
 struct net_linkage_del_t {
-    int reserved[17];
+    int reserved[17]; /**< Not interpreted here. */
 };
 
 /** A linkage rule to change. */
 struct net_linkage_update_t {
-    int reserved[1041];
+    int reserved[1041]; /**< Not interpreted here. */
 };
 
 /** A radio alarm device. */
 struct net_rf_t {
-    int rfId; /**< The request's radio device. */
-    int reserved[241];
+    int rfId;          /**< The request's radio device. */
+    int reserved[241]; /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_scene_mode_cfg_t) == 8, "net_scene_mode_cfg_t");

@@ -9,26 +9,26 @@
 
 /** The FTP server of one channel. */
 struct net_ftp_cfg_t {
-    int channelId; /**< The request's channel. */
-    int reserved[304];
+    int channelId;     /**< The request's channel. */
+    int reserved[304]; /**< Not interpreted here. */
 };
 
 /** When one channel uploads by FTP. */
 struct net_ftp_task_t {
-    int channelId; /**< The request's channel. */
-    int reserved[340];
+    int channelId;     /**< The request's channel. */
+    int reserved[340]; /**< Not interpreted here. */
 };
 
 /** The mail account and the recipients of one channel. */
 struct net_email_cfg_t {
-    int channelId; /**< The request's channel. */
-    int reserved[366];
+    int channelId;     /**< The request's channel. */
+    int reserved[366]; /**< Not interpreted here. */
 };
 
 /** When one channel sends mail. */
 struct net_email_task_t {
-    int channelId; /**< The request's channel. */
-    int reserved[340];
+    int channelId;     /**< The request's channel. */
+    int reserved[340]; /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_ftp_cfg_t) == 1220, "net_ftp_cfg_t");

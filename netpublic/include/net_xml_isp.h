@@ -10,61 +10,61 @@
 
 /** The basic image settings of one channel. */
 struct net_isp_base_t {
-    int channelId; /**< The request's channel. */
-    int reserved[8];
+    int channelId;   /**< The request's channel. */
+    int reserved[8]; /**< Not interpreted here. */
 };
 
 /** The advanced image settings of one channel. */
 struct net_isp_advance_t {
-    int channelId; /**< The request's channel. */
-    int reserved[83];
+    int channelId;    /**< The request's channel. */
+    int reserved[83]; /**< Not interpreted here. */
 };
 
 /** The lamps of one channel. */
 struct net_led_state_t {
-    int channelId; /**< The request's channel. */
-    int reserved[6];
+    int channelId;   /**< The request's channel. */
+    int reserved[6]; /**< Not interpreted here. */
 };
 
 /** Between which brightness values a channel takes it for day or night. */
 struct net_day_night_threshold_t {
-    int channelId; /**< The request's channel. */
-    int reserved[5];
+    int channelId;   /**< The request's channel. */
+    int reserved[5]; /**< Not interpreted here. */
 };
 
 /** An adjustment of two lenses. */
 struct net_bino_adjust_t {
-    int reserved[6];
+    int reserved[6]; /**< Not interpreted here. */
 };
 
 /** The result of an adjustment of two lenses. */
 struct net_bino_adjust_result_t {
-    int reserved[6];
+    int reserved[6]; /**< Not interpreted here. */
 };
 
 /** The line width of the adjustment picture. */
 struct net_bino_linewidth_t {
-    int reserved[2];
+    int reserved[2]; /**< Not interpreted here. */
 };
 
 /** An adjustment of the lenses' offset. */
 struct net_offset_adjust_t {
-    int reserved[4];
+    int reserved[4]; /**< Not interpreted here. */
 };
 
 /** The result of an adjustment of the lenses' offset. */
 struct net_offset_adjust_result_t {
-    int reserved[3];
+    int reserved[3]; /**< Not interpreted here. */
 };
 
 /** How the pictures of two lenses are stitched. */
 struct net_bino_stitch_cfg_t {
-    int reserved[12];
+    int reserved[12]; /**< Not interpreted here. */
 };
 
 /** How a fisheye picture is shown. */
 struct net_fish_eye_cfg_t {
-    int reserved[6];
+    int reserved[6]; /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_isp_base_t) == 36, "net_isp_base_t");

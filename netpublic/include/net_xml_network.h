@@ -52,64 +52,64 @@ struct net_port_cfg_t {
 
 /** The NTP client. */
 struct net_ntp_cfg_t {
-    net_counted_text_t server;
-    int synchronizeInterval;
-    int port;   /**< 0 to 65535. */
-    int enable; /**< 0 or 1. */
+    net_counted_text_t server; /**< Counted text, at most 256 characters. */
+    int synchronizeInterval;   /**< Any number. */
+    int port;                  /**< 0 to 65535. */
+    int enable;                /**< 0 or 1. */
 };
 
 /** The DDNS client. */
 struct net_ddns_cfg_t {
-    int enable;   /**< 0 or 1. */
-    int ddnsType; /**< As get_ddns_type_index() tells. */
-    net_counted_text_t userName;
+    int enable;                  /**< 0 or 1. */
+    int ddnsType;                /**< As get_ddns_type_index() tells. */
+    net_counted_text_t userName; /**< Counted text, at most 256 characters. */
     net_counted_text_t password; /**< Secret. */
-    net_counted_text_t ddnsName;
+    net_counted_text_t ddnsName; /**< Counted text, at most 256 characters. */
 };
 
 /** Certificates: message 818. */
 struct net_cert_info_t {
-    int reserved[20610];
+    int reserved[20610]; /**< Not interpreted here. */
 };
 
 /** The device's uid: message 807. */
 struct net_uid_info_t {
-    int reserved[32];
+    int reserved[32]; /**< Not interpreted here. */
 };
 
 /** Wi-Fi signal: message 4101. */
 struct net_wifi_signal_t {
-    int reserved;
+    int reserved; /**< Not interpreted here. */
 };
 
 /** Wi-Fi settings: message 4201. */
 struct net_wifi_cfg_t {
-    int reserved[9173];
+    int reserved[9173]; /**< Not interpreted here. */
 };
 
 /** Access points in reach: message 4202. */
 struct net_scan_ap_t {
-    int reserved[8833];
+    int reserved[8833]; /**< Not interpreted here. */
 };
 
 /** Wi-Fi side band: message 4206. */
 struct net_wifi_sdb_t {
-    int reserved[2050];
+    int reserved[2050]; /**< Not interpreted here. */
 };
 
 /** Wi-Fi range extension: message 4207. */
 struct net_expand_wifi_t {
-    int reserved[619];
+    int reserved[619]; /**< Not interpreted here. */
 };
 
 /** Stations of the device's own wireless network: message 4208. */
 struct net_wlan_sta_info_t {
-    int reserved[1666];
+    int reserved[1666]; /**< Not interpreted here. */
 };
 
 /** The 4G module: message 6941. */
 struct net_4gmodule_info_t {
-    int reserved[14];
+    int reserved[14]; /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_link_v20_t) == 4, "net_link_v20_t");
@@ -137,12 +137,14 @@ static_assert(sizeof(net_4gmodule_info_t) == 56, "net_4gmodule_info_t");
 /** Appends "LinkType". @param param payload net_link_v20_t, set up by the host @param parent gets the element */
 NETPUBLIC_API int net_link_s2x(net_param_t *param, TiXmlElement *parent);
 
-/** Reads the body's first child, which must be "enable". @param param net_dhcp_v20_t; `inited` becomes 2 */
+/** Reads the body's first child, which must be "enable". @param param net_dhcp_v20_t; `inited` becomes 2 @param node
+ * the body */
 NETPUBLIC_API int net_dhcp_x2s(net_param_t *param, TiXmlNode *node);
 /** Appends "Dhcp". @param param payload net_dhcp_v20_t @param parent gets the element */
 NETPUBLIC_API int net_dhcp_s2x(net_param_t *param, TiXmlElement *parent);
 
-/** Reads the body's first child, which must be "enable". @param param net_autodns_v20_t; `inited` becomes 2 */
+/** Reads the body's first child, which must be "enable". @param param net_autodns_v20_t; `inited` becomes 2 @param node
+ * the body */
 NETPUBLIC_API int net_autodns_x2s(net_param_t *param, TiXmlNode *node);
 /** Appends "AutoDns". @param param payload net_autodns_v20_t @param parent gets the element */
 NETPUBLIC_API int net_autodns_s2x(net_param_t *param, TiXmlElement *parent);

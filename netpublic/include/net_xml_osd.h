@@ -21,44 +21,44 @@ class TiXmlNode;
 struct net_osd_date_v20_t {
     int channelId; /**< 0 and above. */
     int enable;    /**< 0 or 1. */
-    int topLeftX;
-    int topLeftY;
-    int width;    /**< 0 and above. */
-    int height;   /**< 0 and above. */
-    int language; /**< 0 Chinese, 1 any other. */
+    int topLeftX;  /**< Left edge; any number. */
+    int topLeftY;  /**< Upper edge; any number. */
+    int width;     /**< 0 and above. */
+    int height;    /**< 0 and above. */
+    int language;  /**< 0 Chinese, 1 any other. */
 };
 
 /** The overlay with the channel's name: message 1901. */
 struct net_osd_chn_v20_t {
-    int channelId; /**< 0 and above. */
-    char name[32]; /**< Terminated; passes net_check_dev_name(). */
-    int enable;    /**< 0 or 1. */
-    int topLeftX;
-    int topLeftY;
-    int enWatermark;
-    int enBgcolor;
-    int reserved[8];
+    int channelId;   /**< 0 and above. */
+    char name[32];   /**< Terminated; passes net_check_dev_name(). */
+    int enable;      /**< 0 or 1. */
+    int topLeftX;    /**< Left edge; any number. */
+    int topLeftY;    /**< Upper edge; any number. */
+    int enWatermark; /**< Any number. */
+    int enBgcolor;   /**< Any number. */
+    int reserved[8]; /**< Not interpreted here. */
 };
 
 /** A privacy mask: an opaque rectangle. */
 struct tag_net_shelter_v20_t {
-    int id; /**< 0 to 7. */
-    int layer;
-    int color;
-    int topLeftX;
-    int topLeftY;
-    int width;  /**< 0 and above. */
-    int height; /**< 0 and above. */
+    int id;       /**< 0 to 7. */
+    int layer;    /**< Any number. */
+    int color;    /**< Any number. */
+    int topLeftX; /**< Left edge; any number. */
+    int topLeftY; /**< Upper edge; any number. */
+    int width;    /**< 0 and above. */
+    int height;   /**< 0 and above. */
 };
 
 /** The privacy masks of a channel: message 1906. */
 struct tag_net_shelter_cfg_v20_t {
-    int channelId;    /**< 0 and above. */
-    int logicChannel; /**< 0 and above. */
-    int enable;       /**< 0 or 1. */
-    int shelterNum;   /**< Masks held, 0 to 8. */
-    int maxNum;       /**< 0 and above; -1 unknown, as the initialiser leaves it. */
-    tag_net_shelter_v20_t shelter[8];
+    int channelId;                    /**< 0 and above. */
+    int logicChannel;                 /**< 0 and above. */
+    int enable;                       /**< 0 or 1. */
+    int shelterNum;                   /**< Masks held, 0 to 8. */
+    int maxNum;                       /**< 0 and above; -1 unknown, as the initialiser leaves it. */
+    tag_net_shelter_v20_t shelter[8]; /**< Parsed masks are merged by identifier; `shelterNum` of them are written. */
 };
 
 static_assert(sizeof(net_osd_date_v20_t) == 28, "net_osd_date_v20_t");
@@ -81,7 +81,8 @@ NETPUBLIC_API int nets_osd_chn_x2s(net_param_t *param, TiXmlNode *node);
 /** Appends "OsdChn". @param param payload net_osd_chn_v20_t @param parent gets the element */
 NETPUBLIC_API int nets_osd_chn_s2x(net_param_t *param, TiXmlElement *parent);
 
-/** Parses privacy masks into the ones held, see get_shelter_from_xmlnode(). @param param tag_net_shelter_cfg_v20_t */
+/** Parses privacy masks into the ones held, see get_shelter_from_xmlnode(). @param param tag_net_shelter_cfg_v20_t
+ * @param node the body */
 NETPUBLIC_API int nets_pic_shelter_x2s(net_param_t *param, TiXmlNode *node);
 /**
  * Appends "PicShelter" with the masks held; "maxNum" is left out while it is unknown, and a mask that holds only

@@ -73,18 +73,18 @@ struct net_ptz_info_v20_t {
 
 /** A preset position. */
 struct net_ptz_preset_v20_t {
-    int channelId;      /**< 0 to 63; -1 in a record without preset. */
-    int command;        /**< A NET_PTZ_CMD_E code, or -1. */
-    int id;             /**< 0 to 255; -1 in a record without preset. */
-    char name[32];      /**< Terminated; "invalid" in a record without preset. */
-    char imageName[32]; /**< Terminated. */
-    int maxPresetNum;
-    int maxPresetPicNum;
+    int channelId;       /**< 0 to 63; -1 in a record without preset. */
+    int command;         /**< A NET_PTZ_CMD_E code, or -1. */
+    int id;              /**< 0 to 255; -1 in a record without preset. */
+    char name[32];       /**< Terminated; "invalid" in a record without preset. */
+    char imageName[32];  /**< Terminated. */
+    int maxPresetNum;    /**< Any number. */
+    int maxPresetPicNum; /**< Any number. */
 };
 
 /** The presets of a channel: message 4603. */
 struct net_ptz_preset_list_v20_t {
-    net_ptz_preset_v20_t preset[256];
+    net_ptz_preset_v20_t preset[256]; /**< In the order of the message. */
 };
 
 /** One key position of a cruise, together with the cruise's own values. */
@@ -101,15 +101,15 @@ struct net_ptz_cruise_v20_t {
     int presetId;      /**< -1 to 255. */
     int speed;         /**< 0 to 100. */
     int dwellTime;     /**< 1 and above. */
-    int trackEnable;
-    int trackTime;
+    int trackEnable;   /**< Any number. */
+    int trackTime;     /**< Any number. */
     int hasTrackValue; /**< 1 when the message gave `trackEnable` or `trackTime`. */
     int reserved;      /**< Set to 7 by the parser. */
 };
 
 /** The cruises of a channel: message 4604. The envelope's `dataSize` tells how many records are used. */
 struct net_ptz_cruise_list_v20_t {
-    net_ptz_cruise_v20_t keyPos[32];
+    net_ptz_cruise_v20_t keyPos[32]; /**< Further ones are refused. */
 };
 
 /** The serial line to an external dome. */
@@ -126,24 +126,24 @@ struct tag_net_ptz_param_v20_t {
 
 /** The payload of the serial line's message, 4501. */
 struct net_ptz_serial_v20_t {
-    tag_net_ptz_param_v20_t param;
-    int reserved[192];
+    tag_net_ptz_param_v20_t param; /**< The line; the only part in use. */
+    int reserved[192];             /**< Not interpreted here. */
 };
 
 /** A position of the zoom or the focus. */
 struct net_zf_pos_v20_t {
-    int maxPos;
-    int minPos;
-    int curPos;
-    int defPos;
+    int maxPos;    /**< Largest position; any number. */
+    int minPos;    /**< Smallest position; any number. */
+    int curPos;    /**< Current position; any number. */
+    int defPos;    /**< Default position; any number. */
     int hasDefPos; /**< Set to 1 when the message gave `defPos`. */
 };
 
 /** Zoom and focus positions: message 4606. */
 struct net_ptz_zoom_focus_info_v20_t {
-    int channelId; /**< 0 to 63. */
-    net_zf_pos_v20_t zoom;
-    net_zf_pos_v20_t focus;
+    int channelId;          /**< 0 to 63. */
+    net_zf_pos_v20_t zoom;  /**< Position of the zoom. */
+    net_zf_pos_v20_t focus; /**< Position of the focus. */
 };
 
 /** Moves the zoom or the focus: message 4607. */
@@ -157,24 +157,27 @@ struct net_ptz_zoom_focus_start_v20_t {
 struct net_ptz_guard_v20_t {
     int channelId; /**< 0 to 63. */
     int command;   /**< A NET_PTZ_CMD_E code. */
+    /** @{ */
+    /** Any number. */
     int benable;
     int bvalid;
     int timeout;
     int needSetPos;
+    /** @} */
     char imageName[32]; /**< Terminated. */
 };
 
 /** The self-test: message 4609. */
 struct net_auto_test_v20_t {
-    int channelId; /**< 0 to 63. */
-    int needPtAutotest;
-    int reserved;
+    int channelId;      /**< 0 to 63. */
+    int needPtAutotest; /**< Any number. */
+    int reserved;       /**< Not interpreted here. */
 };
 
 /** The play of the zoom and focus drives: message 4610. */
 struct net_zf_backlash_v20_t {
-    unsigned int zBacklash;
-    unsigned int fBacklash;
+    unsigned int zBacklash; /**< Any number. */
+    unsigned int fBacklash; /**< Any number. */
 };
 
 /** The current position: message 4611. */
@@ -185,24 +188,24 @@ struct net_ptz_curpos_v20_t {
 
 /** The rectangle to zoom to, in parts of the picture's size: message 4612. */
 struct net_ptz_3Dlocation_v20_t {
-    int channelId;
-    float topLeftX;
-    float topLeftY;
-    float width;
-    float height;
+    int channelId;            /**< Video channel; no range is checked here. */
+    float topLeftX;           /**< Left edge; any number. */
+    float topLeftY;           /**< Upper edge; any number. */
+    float width;              /**< Any number. */
+    float height;             /**< Any number. */
     STREAM_TYPE_E streamType; /**< Of the picture; the snapshot stream is refused. */
-    int speed;
+    int speed;                /**< Any number. */
 };
 
 /** The autofocus algorithm: message 4613. */
 struct net_af_algorithm_v20_t {
-    int channelId;
-    int algorithm;
+    int channelId; /**< Video channel; no range is checked here. */
+    int algorithm; /**< Any number. */
 };
 
 /** The result of the autofocus learning: message 6801. */
 struct net_af_learn_result_t {
-    int reserved[8];
+    int reserved[8]; /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_ptz_info_v20_t) == 32, "net_ptz_info_v20_t");
@@ -292,7 +295,8 @@ NETPUBLIC_API int net_param_ptz_curpos_x2s(net_param_t *param, TiXmlNode *node);
 /** Appends "ptzCurPos". @param param payload net_ptz_curpos_v20_t @param parent gets the element */
 NETPUBLIC_API int net_param_ptz_curpos_s2x(net_param_t *param, TiXmlElement *parent);
 
-/** Parses a rectangle to zoom to; an unknown stream type is refused. @param param net_ptz_3Dlocation_v20_t */
+/** Parses a rectangle to zoom to; an unknown stream type is refused. @param param net_ptz_3Dlocation_v20_t @param node
+ * the body */
 NETPUBLIC_API int net_ptz_3Dlocation_x2s(net_param_t *param, TiXmlNode *node);
 
 /** Parses the autofocus algorithm. @param param payload net_af_algorithm_v20_t @param node the body */

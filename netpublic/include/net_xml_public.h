@@ -24,9 +24,9 @@ class TiXmlPrinter;
 
 /** One entry of a device inspection query; spelled so. */
 struct net_video_inpsection_info_t {
-    int channelId; /**< 0 and above. */
-    int type;      /**< 0 and above. */
-    int checkFrame;
+    int channelId;  /**< 0 and above. */
+    int type;       /**< 0 and above. */
+    int checkFrame; /**< Any number. */
 };
 
 /** One entry of a device query; spelled so. */
@@ -90,10 +90,12 @@ NETPUBLIC_API int get_query_device_from_xmlnode(net_video_inpsection_info_t *lis
 NETPUBLIC_API int get_query_device_from_xmlnode(net_query_deive_t *list, int max, TiXmlNode *node, const char *key);
 
 /** @name Typed children
- * Append an element of the given name that holds the value as text. When both @p omit1 and @p omit2
- * are 1 nothing is written.
- * @return 0, or -1 when the parent, the name or the text is null
  * @{ */
+/**
+ * Appends an element of the given name that holds the value as text. When both omit1 and omit2 are 1,
+ * nothing is written. The texts are copied.
+ * @return 0, or -1 when the parent, the name or the text is null
+ */
 NETPUBLIC_API int InsertChildToXmlElement_string(TiXmlElement *parent, const char *name, const char *text, int omit1,
                                                  int omit2);
 NETPUBLIC_API int InsertChildToXmlElement_int(TiXmlElement *parent, const char *name, int value, int omit1, int omit2);
@@ -104,7 +106,7 @@ NETPUBLIC_API int InsertChildToXmlElement_int64(TiXmlElement *parent, const char
 NETPUBLIC_API int InsertChildToXmlElement_longlong(TiXmlElement *parent, const char *name, long long value);
 NETPUBLIC_API int InsertChildToXmlElement_unsignedlonglong(TiXmlElement *parent, const char *name,
                                                            unsigned long long value, int omit1, int omit2);
-/** Eight significant digits, with '.' as decimal point whatever the locale. */
+/** As the others, with eight significant digits and '.' as decimal point whatever the locale. */
 NETPUBLIC_API int InsertChildToXmlElement_float(TiXmlElement *parent, const char *name, float value, int omit1,
                                                 int omit2);
 /** @} */

@@ -9,23 +9,23 @@
 
 /** The id of a push client. */
 struct net_push_client_id_t {
-    int reserved[128];
+    int reserved[128]; /**< Not interpreted here. */
 };
 
 /** A new push listener. */
 struct net_create_push_listener_t {
-    int reserved[40];
+    int reserved[40]; /**< Not interpreted here. */
 };
 
 /** The state of a push client. */
 struct net_push_client_state_t {
-    int reserved[545];
+    int reserved[545]; /**< Not interpreted here. */
 };
 
 /** When one channel pushes. */
 struct net_push_task_t {
-    int channelId; /**< The request's channel. */
-    int reserved[339];
+    int channelId;     /**< The request's channel. */
+    int reserved[339]; /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_push_client_id_t) == 512, "net_push_client_id_t");

@@ -19,22 +19,24 @@ class TiXmlNode;
 
 /** The recording schedule of a channel: message 1101. */
 struct net_record_schedule_v20_t {
-    int channelId;      /**< 0 to 63. */
-    int enable;         /**< 0 or 1. */
-    int reserved;       /**< Set to 0 by the parser. */
-    int scheduleFormat; /**< 1 per type ("typeScheduleList"), 0 per combination ("ScheduleList"). */
-    net_schedule_t schedule;
+    int channelId;           /**< 0 to 63. */
+    int enable;              /**< 0 or 1. */
+    int reserved;            /**< Set to 0 by the parser. */
+    int scheduleFormat;      /**< 1 per type ("typeScheduleList"), 0 per combination ("ScheduleList"). */
+    net_schedule_t schedule; /**< What is recorded in which hour of the week. */
 };
 
 /** A list of times to choose from. */
 struct tag_record_time_list_t {
-    int count; /**< Times held, 0 to 32. */
-    int time[32];
+    int count;    /**< Times held, 0 to 32. */
+    int time[32]; /**< Any numbers. */
 };
 
 /** The timing of a channel's recordings: message 1201. */
 struct net_record_cfg_v20_t {
     int channelId; /**< 0 to 63. */
+    /** @{ */
+    /** Any number. */
     int cycle;
     int recordDelayTime;
     int preRecordTime;
@@ -42,21 +44,22 @@ struct net_record_cfg_v20_t {
     int recordAbility;
     int recordMaxTime;
     int recordMinTime;
-    tag_record_time_list_t cyclelist;
-    tag_record_time_list_t timeList;
+    /** @} */
+    tag_record_time_list_t cyclelist; /**< The cycles offered. */
+    tag_record_time_list_t timeList;  /**< The times offered. */
 };
 
 /** The recording switch. */
 struct net_record_enable_t {
-    long long enable;
-    int mainSwitch;
-    int reserved;
+    long long enable; /**< Whether it is on; any number. */
+    int mainSwitch;   /**< Any number. */
+    int reserved;     /**< Not interpreted here. */
 };
 
 /** Key and prompt of encrypted recordings. */
 struct net_record_key_and_prompt_t {
-    int mode;
-    int enable;
+    int mode;         /**< Any number. */
+    int enable;       /**< Whether it is on; any number. */
     int pwdValid;     /**< Written only. */
     char key[64];     /**< Secret. Terminated. */
     char prompt[256]; /**< Terminated. */
@@ -66,7 +69,7 @@ struct net_record_key_and_prompt_t {
 struct net_record_decrypt_key_t {
     char fileName[256]; /**< Terminated. */
     char key[64];       /**< Secret. Terminated. */
-    int type;
+    int type;           /**< Any number. */
 };
 
 /** The prompt for the key of an encrypted recording. */
@@ -77,39 +80,39 @@ struct net_record_prompt_t {
 
 /** Manual recording: message 2301. */
 struct net_manual_rec_t {
-    int channelId;
-    int stat;
-    int duration;
+    int channelId; /**< Video channel; no range is checked here. */
+    int stat;      /**< Any number. */
+    int duration;  /**< Any number. */
 };
 
 /** Delayed recording: message 1203. */
 struct net_delay_rec_stat_t {
-    int delayRecStat;
+    int delayRecStat; /**< Any number. */
 };
 
 /** Deletes the recordings of a period. */
 struct net_delete_record_file_t {
-    unsigned long long chnbits; /**< The channels: one bit each. */
-    int streamType;             /**< At most 4. */
-    int bmerge;
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
+    unsigned long long chnbits;   /**< The channels: one bit each. */
+    int streamType;               /**< At most 4. */
+    int bmerge;                   /**< Any number. */
+    tag_net_time_v20_t startTime; /**< Start of the span. */
+    tag_net_time_v20_t endTime;   /**< End of the span. */
 };
 
 /** Long-run mode: message 1204. */
 struct net_longrun_mode_cfg_t {
-    int channelId;
-    int reserved[261];
+    int channelId;     /**< Video channel; no range is checked here. */
+    int reserved[261]; /**< Not interpreted here. */
 };
 
 /** Power mode: message 1205. */
 struct net_power_mode_t {
-    int reserved[76];
+    int reserved[76]; /**< Not interpreted here. */
 };
 
 /** Battery flag: message 1206. */
 struct net_battery_flag_t {
-    int reserved;
+    int reserved; /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_record_schedule_v20_t) == 1368, "net_record_schedule_v20_t");
@@ -135,14 +138,17 @@ static_assert(sizeof(net_battery_flag_t) == 4, "net_battery_flag_t");
  * @param node the body
  */
 NETPUBLIC_API int net_record_schedule_x2s(net_param_t *param, TiXmlNode *node);
-/** Appends "Record", the schedule in the form that `scheduleFormat` names. @param param net_record_schedule_v20_t */
+/** Appends "Record", the schedule in the form that `scheduleFormat` names. @param param net_record_schedule_v20_t
+ * @param parent gets the element */
 NETPUBLIC_API int net_record_schedule_s2x(net_param_t *param, TiXmlElement *parent);
 
-/** Parses the timing of recordings; unknown children are logged and skipped. @param param net_record_cfg_v20_t */
+/** Parses the timing of recordings; unknown children are logged and skipped. @param param net_record_cfg_v20_t @param
+ * node the body */
 NETPUBLIC_API int nets_rec_x2s(net_param_t *param, TiXmlNode *node);
 /**
  * Appends "RecordCfg" with the cycle and the three times, without channel and lists.
  * @param param net_record_cfg_v20_t
+ * @param parent gets the element
  */
 NETPUBLIC_API int net_record_cfg_s2x(net_param_t *param, TiXmlElement *parent);
 
@@ -157,7 +163,8 @@ NETPUBLIC_API int nets_record_enable_s2x(net_param_t *param, TiXmlElement *paren
  * @param node the body
  */
 NETPUBLIC_API int net_param_record_key_and_prompt_x2s(net_param_t *param, TiXmlNode *node);
-/** Appends "RecEncCfg" with `enable` and `pwdValid`; the key stays here. @param param net_record_key_and_prompt_t */
+/** Appends "RecEncCfg" with `enable` and `pwdValid`; the key stays here. @param param net_record_key_and_prompt_t
+ * @param parent gets the element */
 NETPUBLIC_API int net_param_record_key_and_prompt_s2x(net_param_t *param, TiXmlElement *parent);
 
 /** Parses the key that opens a recording. @param param payload net_record_decrypt_key_t @param node the body */
@@ -175,7 +182,8 @@ NETPUBLIC_API int net_manual_rec_x2s(net_param_t *param, TiXmlNode *node);
 /** Parses the state of delayed recording. @param param payload net_delay_rec_stat_t @param node the body */
 NETPUBLIC_API int net_delay_rec_stat_x2s(net_param_t *param, TiXmlNode *node);
 
-/** Parses a deletion by period; unknown children are logged and skipped. @param param net_delete_record_file_t */
+/** Parses a deletion by period; unknown children are logged and skipped. @param param net_delete_record_file_t @param
+ * node the body */
 NETPUBLIC_API int net_delete_record_file_x2s(net_param_t *param, TiXmlNode *node);
 
 /**

@@ -49,93 +49,93 @@ struct tag_net_rec_info_v20_t {
 
 /** The search for days with recordings: message 5701. */
 struct tag_net_recfile_schedule_v20_t {
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
+    tag_net_time_v20_t startTime;      /**< Start of the span. */
+    tag_net_time_v20_t endTime;        /**< End of the span. */
     tag_net_rec_info_v20_t records[4]; /**< The writer stops at the first one with a negative channel. */
 };
 
 /** A recorded file, and the search for one. */
 struct tag_net_file_info_v20_t {
-    int channelId;  /**< 0 and above. */
-    int streamType; /**< A STREAM_TYPE_E code. */
-    int handle;
-    char name[32]; /**< Terminated. */
-    char Id[256];  /**< Terminated. */
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
-    int recordType; /**< NET_RECORD_TYPE_E bits. */
-    int typeExtension;
-    unsigned int sizeL; /**< Size in bytes, the low 32 bits. */
-    unsigned int sizeH; /**< Size in bytes, the high 32 bits. */
-    int reserved0;
-    int supportSub;    /**< 0 or 1; always written as 1. */
-    int fileType;      /**< 0 h264, 1 mp4, 2 flv. */
-    int containsAudio; /**< 0 or 1. */
-    int playSpeed;     /**< 0 to 32; set to 1 when a search starts. */
-    int FileCount;     /**< 0 and above. */
-    int reserved1;
+    int channelId;                     /**< 0 and above. */
+    int streamType;                    /**< A STREAM_TYPE_E code. */
+    int handle;                        /**< The host's handle; any number. */
+    char name[32];                     /**< Terminated. */
+    char Id[256];                      /**< Terminated. */
+    tag_net_time_v20_t startTime;      /**< Start of the span. */
+    tag_net_time_v20_t endTime;        /**< End of the span. */
+    int recordType;                    /**< NET_RECORD_TYPE_E bits. */
+    int typeExtension;                 /**< Any number. */
+    unsigned int sizeL;                /**< Size in bytes, the low 32 bits. */
+    unsigned int sizeH;                /**< Size in bytes, the high 32 bits. */
+    int reserved0;                     /**< Not interpreted here. */
+    int supportSub;                    /**< 0 or 1; always written as 1. */
+    int fileType;                      /**< 0 h264, 1 mp4, 2 flv. */
+    int containsAudio;                 /**< 0 or 1. */
+    int playSpeed;                     /**< 0 to 32; set to 1 when a search starts. */
+    int FileCount;                     /**< 0 and above. */
+    int reserved1;                     /**< Not interpreted here. */
     unsigned long long logicChnBitmap; /**< One bit per logical channel. */
     char uid[32];                      /**< Terminated. */
 };
 
 /** A stretch of a day. */
 struct net_replay_period_v20_t {
-    unsigned char startHour;
-    unsigned char startMinute;
-    unsigned char startSecond;
+    unsigned char startHour;     /**< 0 to 23 as a rule, see get_hms_from_pts(). */
+    unsigned char startMinute;   /**< 0 to 59. */
+    unsigned char startSecond;   /**< 0 to 59. */
     unsigned char offsetOfStart; /**< The low 8 bits. */
-    unsigned char endHour;
-    unsigned char endMinute;
-    unsigned char endSecond;
-    unsigned char offsetOfEnd; /**< The low 8 bits. */
+    unsigned char endHour;       /**< 0 to 23 as a rule, see get_hms_from_pts(). */
+    unsigned char endMinute;     /**< 0 to 59. */
+    unsigned char endSecond;     /**< 0 to 59. */
+    unsigned char offsetOfEnd;   /**< The low 8 bits. */
 };
 
 /** The stretches of a day that are replayed of one channel. */
 struct net_replay_duration_v20_t {
-    int channelId;   /**< 0 and above. */
-    int streamType;  /**< A STREAM_TYPE_E code. */
-    char uid[32];    /**< Terminated. */
-    int periodCount; /**< Periods held, 0 to 100. */
-    int reserved;
-    unsigned long long logicChnBitmap; /**< One bit per logical channel. */
-    net_replay_period_v20_t periods[100];
+    int channelId;                        /**< 0 and above. */
+    int streamType;                       /**< A STREAM_TYPE_E code. */
+    char uid[32];                         /**< Terminated. */
+    int periodCount;                      /**< Periods held, 0 to 100. */
+    int reserved;                         /**< Not interpreted here. */
+    unsigned long long logicChnBitmap;    /**< One bit per logical channel. */
+    net_replay_period_v20_t periods[100]; /**< Further ones are logged and ignored. */
 };
 
 /** What is replayed of a day, up to four channels. */
 struct net_replay_duration_list_v20_t {
-    int year;          /**< 0 and above. */
-    int month;         /**< 1 to 12. */
-    int day;           /**< 1 to 31. */
-    int durationCount; /**< Durations held, 0 to 4. */
-    net_replay_duration_v20_t durations[4];
+    int year;                               /**< 0 and above. */
+    int month;                              /**< 1 to 12. */
+    int day;                                /**< 1 to 31. */
+    int durationCount;                      /**< Durations held, 0 to 4. */
+    net_replay_duration_v20_t durations[4]; /**< Further ones are ignored. */
 };
 
 /** Starts a replay. */
 struct net_new_replay_start_v20_t {
-    int seq;
-    int playSpeed;  /**< At most 32. */
-    int streamType; /**< A STREAM_TYPE_E code; reading it sets the four durations' as well. */
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
-    int sOffset;
-    int eOffset;
-    int reserved;
-    net_replay_duration_list_v20_t durationList;
+    int seq;                      /**< Sequence number; any. */
+    int playSpeed;                /**< At most 32. */
+    int streamType;               /**< A STREAM_TYPE_E code; reading it sets the four durations' as well. */
+    tag_net_time_v20_t startTime; /**< Start of the span. */
+    tag_net_time_v20_t endTime;   /**< End of the span. */
+    int sOffset;                  /**< Any number. */
+    int eOffset;                  /**< Any number. */
+    int reserved;                 /**< Not interpreted here. */
+    net_replay_duration_list_v20_t durationList; /**< The spans to play. */
 };
 
 /** Moves a replay of several channels to another time. */
 struct net_new_replay_seek_v20_t {
-    tag_net_time_v20_t seekTime;
-    int seq;
-    int reserved;
-    net_replay_duration_list_v20_t durationList;
+    tag_net_time_v20_t seekTime;                 /**< The moment to play from. */
+    int seq;                                     /**< Sequence number; any. */
+    int reserved;                                /**< Not interpreted here. */
+    net_replay_duration_list_v20_t durationList; /**< The spans to play. */
 };
 
 /** Moves the replay of one channel to another time. */
 struct net_replay_seek_v20_t {
-    int channelId; /**< 0 and above. */
-    tag_net_time_v20_t seekTime;
-    int seq;
+    int channelId;               /**< 0 and above. */
+    tag_net_time_v20_t seekTime; /**< The moment to play from. */
+    int seq;                     /**< Sequence number; any. */
 };
 
 /** A recorded file to delete. */
@@ -145,22 +145,22 @@ struct net_rec_del_item_t {
 
 /** Deletes recorded files. */
 struct net_rec_del_v20_t {
-    int count; /**< Slots used, 0 to 40. */
-    net_rec_del_item_t item[40];
+    int count;                   /**< Slots used, 0 to 40. */
+    net_rec_del_item_t item[40]; /**< The files; further ones are ignored. */
 };
 
 /** Asks for cover pictures of a recording. */
 struct net_cover_preview_v20_t {
-    int channelId;
-    int destination;
+    int channelId;                     /**< Video channel; no range is checked here. */
+    int destination;                   /**< Any number. */
     unsigned long long logicChnBitmap; /**< One bit per logical channel. */
     int streamType;                    /**< A STREAM_TYPE_E code. */
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
-    int frameCount; /**< Numbers held, 0 to 40. */
-    int frameNo[40];
-    char uid[32]; /**< Terminated. */
-    int reserved[2];
+    tag_net_time_v20_t startTime;      /**< Start of the span. */
+    tag_net_time_v20_t endTime;        /**< End of the span. */
+    int frameCount;                    /**< Numbers held, 0 to 40. */
+    int frameNo[40];                   /**< Any numbers. */
+    char uid[32];                      /**< Terminated. */
+    int reserved[2];                   /**< Not interpreted here. */
 };
 
 static_assert(sizeof(tag_net_rec_info_v20_t) == 160, "tag_net_rec_info_v20_t");
@@ -216,7 +216,8 @@ NETPUBLIC_API int net_file_info_list_s2x(net_param_t *param, TiXmlElement *paren
  * @param node the "FileInfoList"
  */
 NETPUBLIC_API int netc_file_info_list_x2s(net_param_t *param, TiXmlNode *node);
-/** Appends "FileInfo" with all that _get_file_info() reads. @param param tag_net_file_info_v20_t, size checked */
+/** Appends "FileInfo" with all that _get_file_info() reads. @param param tag_net_file_info_v20_t, size checked @param
+ * parent gets the element */
 NETPUBLIC_API int net_file_file_s2x(net_param_t *param, TiXmlElement *parent);
 
 /**
@@ -237,6 +238,7 @@ NETPUBLIC_API int net_rec_del_x2s(net_param_t *param, TiXmlNode *node);
 /**
  * Parses a request for cover pictures; numbers beyond 40 are ignored and `inited` stays.
  * @param param net_cover_preview_v20_t
+ * @param node the body
  */
 NETPUBLIC_API int net_cover_preview_x2s(net_param_t *param, TiXmlNode *node);
 

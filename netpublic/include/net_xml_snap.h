@@ -16,50 +16,53 @@ class TiXmlNode;
 
 /** How a time-lapse snapshot is taken. */
 struct net_snap_tlp_t {
-    int specificTime;
-    int tlpType; /**< 1 for "IFrame", else 0. */
-    int width;   /**< Pixels. */
-    int height;  /**< Pixels. */
-    int encType;
-    int utcTime;
-    int iFrameOffset;
+    int specificTime; /**< Any number. */
+    int tlpType;      /**< 1 for "IFrame", else 0. */
+    int width;        /**< Pixels. */
+    int height;       /**< Pixels. */
+    int encType;      /**< Any number. */
+    int utcTime;      /**< Seconds since the epoch; any number. */
+    int iFrameOffset; /**< Any number. */
 };
 
 /** A request for a snapshot: message 5101. */
 struct net_snap_v20_t {
-    int channelId;    /**< 0 and above. */
-    int logicChannel; /**< 0 and above. */
-    int reserved;
-    int time;
-    int pictureSize;
-    char fileName[128]; /**< Terminated. */
-    int fullFrame;
-    int utcTime;
-    int streamType; /**< 0 main, 1 sub, 4 external. */
-    int snapType;   /**< 1 for a time-lapse picture, else 0. */
-    net_snap_tlp_t snapTlpParam;
+    int channelId;               /**< 0 and above. */
+    int logicChannel;            /**< 0 and above. */
+    int reserved;                /**< Not interpreted here. */
+    int time;                    /**< Any number. */
+    int pictureSize;             /**< Any number. */
+    char fileName[128];          /**< Terminated. */
+    int fullFrame;               /**< Any number. */
+    int utcTime;                 /**< Seconds since the epoch; any number. */
+    int streamType;              /**< 0 main, 1 sub, 4 external. */
+    int snapType;                /**< 1 for a time-lapse picture, else 0. */
+    net_snap_tlp_t snapTlpParam; /**< For time-lapse pictures. */
 };
 
 /** The file of a time-lapse snapshot: message 5120. */
 struct net_snaptlps_t {
-    int channelId; /**< 0 and above. */
-    unsigned int aiType;
-    int fileSize;       /**< Bytes. */
-    char fileName[128]; /**< Terminated. */
+    int channelId;       /**< 0 and above. */
+    unsigned int aiType; /**< Any number. */
+    int fileSize;        /**< Bytes. */
+    char fileName[128];  /**< Terminated. */
 };
 
 /** The settings of the crop: message 4702. */
 struct net_crop_cfg_t {
-    int channelId; /**< 0 to 63. */
-    int topLeftX;
-    int topLeftY;
+    int channelId;  /**< 0 to 63. */
+    int topLeftX;   /**< Left edge; any number. */
+    int topLeftY;   /**< Upper edge; any number. */
     int cropWidth;  /**< Pixels, 0 and above. */
     int cropHeight; /**< Pixels, 0 and above. */
+    /** @{ */
+    /** Pixels; any number. */
     int mainWidth;
     int mainHeight;
     int subWidth;
     int subHeight;
-    int version;
+    /** @} */
+    int version; /**< Any number. */
 };
 
 /** A request for a cropped snapshot. */
@@ -79,14 +82,14 @@ struct net_image_file_info_t {
 
 /** The switch of AI time-lapse snapshots: message 6989. */
 struct net_ai_snaptlps_t {
-    int enable;
-    int osdEnable;
+    int enable;    /**< Whether it is on; any number. */
+    int osdEnable; /**< Any number. */
 };
 
 /** The switch of a channel's time-lapse snapshots: message 6702. */
 struct net_snaptlps_enable_cfg_t {
-    int channelId;
-    int reserved;
+    int channelId; /**< Video channel; no range is checked here. */
+    int reserved;  /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_snap_tlp_t) == 28, "net_snap_tlp_t");
@@ -112,6 +115,7 @@ NETPUBLIC_API int nets_param_crop_x2s(net_param_t *param, TiXmlNode *node);
 /**
  * Parses a request for a cropped snapshot; "height" is not read, "heigth" is.
  * @param param payload net_crop_snap_t
+ * @param node the body
  */
 NETPUBLIC_API int nets_param_crop_snap_x2s(net_param_t *param, TiXmlNode *node);
 

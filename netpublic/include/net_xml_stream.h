@@ -19,24 +19,24 @@ class TiXmlNode;
 
 /** A request for a live stream. */
 struct net_preview_v20_t {
-    int channelId; /**< 0 and above. */
-    int handle;
+    int channelId;            /**< 0 and above. */
+    int handle;               /**< The host's handle; any number. */
     STREAM_TYPE_E streamType; /**< An unknown word, "snapStream" among them, reads as the main stream. */
-    int preRec;
-    int resolution;
-    int fps;
+    int preRec;               /**< Any number. */
+    int resolution;           /**< Any number. */
+    int fps;                  /**< Any number. */
 };
 
 /** The encoder settings of one stream. */
 struct net_compression_info_v20_t {
-    int audio;                /**< 1 with sound, else 0. */
-    char resolutionName[128]; /**< Written only. */
-    int width;                /**< Pixels, 0 and above. */
-    int height;               /**< Pixels, 0 and above. */
-    int encoderType;          /**< 1 constant bit rate, anything else variable; written only. */
-    int reserved0;
-    int frame; /**< Frames per second, 0 to 30. */
-    int reserved1;
+    int audio;                 /**< 1 with sound, else 0. */
+    char resolutionName[128];  /**< Written only. */
+    int width;                 /**< Pixels, 0 and above. */
+    int height;                /**< Pixels, 0 and above. */
+    int encoderType;           /**< 1 constant bit rate, anything else variable; written only. */
+    int reserved0;             /**< Not interpreted here. */
+    int frame;                 /**< Frames per second, 0 to 30. */
+    int reserved1;             /**< Not interpreted here. */
     int bitRate;               /**< 0 and above. */
     int videoEncType;          /**< 0 and above; chosen by the picture's size when the message does not tell. */
     int videoEncTypeDefaulted; /**< Set to 1 when the parser chose `videoEncType`; never reset by it. */
@@ -48,12 +48,12 @@ struct net_compression_info_v20_t {
 
 /** The encoder settings of a channel: message 4701. */
 struct net_enc_cfg_v20_t {
-    int channelId;          /**< 0 to 63. */
-    int isNoTranslateFrame; /**< 0 or 1. */
-    net_compression_info_v20_t mainStream;
-    net_compression_info_v20_t subStream;
-    net_compression_info_v20_t thirdStream;
-    int reserved;
+    int channelId;                          /**< 0 to 63. */
+    int isNoTranslateFrame;                 /**< 0 or 1. */
+    net_compression_info_v20_t mainStream;  /**< Settings of the main stream. */
+    net_compression_info_v20_t subStream;   /**< Settings of the sub stream. */
+    net_compression_info_v20_t thirdStream; /**< Settings of the third stream. */
+    int reserved;                           /**< Not interpreted here. */
 };
 
 /** A picture size. */
@@ -65,62 +65,62 @@ struct net_resolution_info_v20_t {
 
 /** What one stream can encode at one picture size. */
 struct net_encode_table_v20_t {
-    int videoEncType;
-    net_resolution_info_v20_t resolution;
-    int defaultFramerate;   /**< 0 and above. */
-    int defaultBitrate;     /**< 0 and above. */
-    int framerateTable[25]; /**< Frame rates to choose from; 0 behind the last. */
-    int bitrateTable[16];   /**< Bit rates to choose from; 0 behind the last. */
-    int defaultGop;         /**< 0 and above. */
+    int videoEncType;                     /**< Any number. */
+    net_resolution_info_v20_t resolution; /**< The picture size. */
+    int defaultFramerate;                 /**< 0 and above. */
+    int defaultBitrate;                   /**< 0 and above. */
+    int framerateTable[25];               /**< Frame rates to choose from; 0 behind the last. */
+    int bitrateTable[16];                 /**< Bit rates to choose from; 0 behind the last. */
+    int defaultGop;                       /**< 0 and above. */
 };
 
 /** What a set of channels can encode. */
 struct net_stream_info_v20_t {
-    unsigned long long channelBits; /**< The channels: one bit each. */
-    net_encode_table_v20_t mainStream;
-    net_encode_table_v20_t subStream;
+    unsigned long long channelBits;    /**< The channels: one bit each. */
+    net_encode_table_v20_t mainStream; /**< What the main stream can be. */
+    net_encode_table_v20_t subStream;  /**< What the sub stream can be. */
 };
 
 /** The stream information message. */
 struct net_stream_info_list_v20_t {
     net_stream_info_v20_t entries[16]; /**< Without a count; those behind the last one read stay as they are. */
-    int reserved[7680];
+    int reserved[7680];                /**< Not interpreted here. */
 };
 
 /** The encoding list: message 2801. The number of entries is the envelope's `reserved1`. */
 struct net_enc_list_v20_t {
-    net_stream_info_v20_t entries[16];
+    net_stream_info_v20_t entries[16]; /**< The envelope's `reserved1` says how many. */
 };
 
 /** A date and time in a recorded file: the low 8 bits of each number, of the year too (2023 is 0xE7). */
 struct tag_net_file_time_v20_t {
-    unsigned char year;
-    unsigned char month;
-    unsigned char day;
-    unsigned char hour;
-    unsigned char minute;
-    unsigned char second;
+    unsigned char year;   /**< The low 8 bits of the calendar year: 2023 is 0xE7. */
+    unsigned char month;  /**< 1 to 12. */
+    unsigned char day;    /**< 1 to 31. */
+    unsigned char hour;   /**< 0 to 23. */
+    unsigned char minute; /**< 0 to 59. */
+    unsigned char second; /**< 0 to 59. */
 };
 
 /** The header of a recorded file, as it stands in front of the replayed data; numbers are little-endian. */
 struct tag_net_file_header_v20_t {
-    char ver[4]; /**< The first four characters of the version, not terminated. */
-    unsigned char reserved[4];
-    unsigned int width;       /**< Pixels. */
-    unsigned int height;      /**< Pixels. */
-    unsigned char streamType; /**< A STREAM_TYPE_E code. */
-    unsigned char frameRate;  /**< Frames per second, the low 8 bits. */
-    tag_net_file_time_v20_t beginTime;
-    tag_net_file_time_v20_t endTime;
-    unsigned char padding[2];
+    char ver[4];                       /**< The first four characters of the version, not terminated. */
+    unsigned char reserved[4];         /**< Not interpreted here. */
+    unsigned int width;                /**< Pixels. */
+    unsigned int height;               /**< Pixels. */
+    unsigned char streamType;          /**< A STREAM_TYPE_E code. */
+    unsigned char frameRate;           /**< Frames per second, the low 8 bits. */
+    tag_net_file_time_v20_t beginTime; /**< Start of the recording. */
+    tag_net_file_time_v20_t endTime;   /**< End of the recording. */
+    unsigned char padding[2];          /**< Not interpreted here. */
 };
 
 /** The header of replayed data: message 2702. */
 struct net_replay_header_v20_t {
-    tag_net_file_header_v20_t streamHeader;
-    int frm_tm_sec;
-    int play_tm_ms;
-    int seq;
+    tag_net_file_header_v20_t streamHeader; /**< The header of the recorded file. */
+    int frm_tm_sec;                         /**< Any number. */
+    int play_tm_ms;                         /**< Any number. */
+    int seq;                                /**< Sequence number; any. */
 };
 
 static_assert(sizeof(net_preview_v20_t) == 24, "net_preview_v20_t");

@@ -23,44 +23,44 @@ class TiXmlNode;
 
 /** "DeviceInfo". */
 struct net_device_info_v20_t {
-    net_counted_text_t firmVersion;
-    int ioInputPortNum;  /**< 0 and above. */
-    int ioOutputPortNum; /**< 0 and above. */
-    int diskNum;         /**< 0 and above. */
-    int devType;         /**< Device type, see net_xml_device_info_s2x(). */
-    char detailType[64]; /**< Terminated; read only. */
-    int analogChnNum;    /**< 0 and above. */
-    int channelNum;      /**< 0 and above. */
-    int iotNum;          /**< Written only. */
-    int reserved;
+    net_counted_text_t firmVersion;       /**< At most 256 characters. */
+    int ioInputPortNum;                   /**< 0 and above. */
+    int ioOutputPortNum;                  /**< 0 and above. */
+    int diskNum;                          /**< 0 and above. */
+    int devType;                          /**< Device type, see net_xml_device_info_s2x(). */
+    char detailType[64];                  /**< Terminated; read only. */
+    int analogChnNum;                     /**< 0 and above. */
+    int channelNum;                       /**< 0 and above. */
+    int iotNum;                           /**< Written only. */
+    int reserved;                         /**< Not interpreted here. */
     int audioNum;                         /**< 0 and above. */
     int ipChannel;                        /**< Written only. */
     net_resolution_info_v20_t resolution; /**< Written when it is at least 1 x 1. */
     int language;                         /**< Code of get_language_string(). */
     int sdCard;                           /**< 0 or 1. */
     int ptzMode;                          /**< 0 none, 1 af, 2 ptz, 3 pt, 4 p. */
-    net_counted_text_t typeInfo;
-    int softVer;
-    int hardVer;
-    int panelVer;
-    int hdChannel1; /**< Written only, like the next three. */
-    int hdChannel2;
-    int hdChannel3;
-    int hdChannel4;
-    int norm;      /**< 0 PAL, 1 NTSC. */
-    int osdFormat; /**< Code of get_osd_format_string(). */
-    int b485;      /**< 0 or 1. */
-    int reserved2[2];
-    int bnasBind;            /**< Written only. */
-    int authMode;            /**< Written only. */
-    char secretCode[32];     /**< Terminated; written only, as "secretCode" and as "bootSecret". */
-    int binoType;            /**< -1 when absent, but 0 with two channels; read only. */
-    char bodyCode[128];      /**< Terminated. */
-    int needRotate;          /**< Read only. */
-    int deviceNum;           /**< Written only. */
-    int adaptorDeviceNum;    /**< Written only. */
-    float doorbellCoverCrop; /**< Read only. */
-    int sleep;               /**< -1 when absent; read only. */
+    net_counted_text_t typeInfo;          /**< At most 256 characters. */
+    int softVer;                          /**< Any number. */
+    int hardVer;                          /**< Any number. */
+    int panelVer;                         /**< Any number. */
+    int hdChannel1;                       /**< Written only, like the next three. */
+    int hdChannel2;                       /**< Any number. */
+    int hdChannel3;                       /**< Any number. */
+    int hdChannel4;                       /**< Any number. */
+    int norm;                             /**< 0 PAL, 1 NTSC. */
+    int osdFormat;                        /**< Code of get_osd_format_string(). */
+    int b485;                             /**< 0 or 1. */
+    int reserved2[2];                     /**< Not interpreted here. */
+    int bnasBind;                         /**< Written only. */
+    int authMode;                         /**< Written only. */
+    char secretCode[32];                  /**< Terminated; written only, as "secretCode" and as "bootSecret". */
+    int binoType;                         /**< -1 when absent, but 0 with two channels; read only. */
+    char bodyCode[128];                   /**< Terminated. */
+    int needRotate;                       /**< Read only. */
+    int deviceNum;                        /**< Written only. */
+    int adaptorDeviceNum;                 /**< Written only. */
+    float doorbellCoverCrop;              /**< Read only. */
+    int sleep;                            /**< -1 when absent; read only. */
 };
 static_assert(sizeof(net_device_info_v20_t) == 1020, "net_device_info_v20_t");
 
@@ -84,42 +84,42 @@ NETPUBLIC_API int net_xml_device_info_s2x(net_param_t *param, TiXmlElement *pare
 
 /** "SystemGeneral". */
 struct net_sys_general_v20_t {
-    int timeZone;
-    int osdFormat;  /**< Code of get_osd_format_string(). */
-    int timeFormat; /**< 0 and above. */
-    int year;       /**< 0 and above; 0 when absent. */
-    int month;      /**< 1 to 12. */
-    int day;        /**< 1 to 31. */
-    int hour;       /**< 0 to 23. */
-    int minute;     /**< 0 to 59. */
-    int second;     /**< 0 to 59. */
-    int deviceId;
+    int timeZone;        /**< Any number. */
+    int osdFormat;       /**< Code of get_osd_format_string(). */
+    int timeFormat;      /**< 0 and above. */
+    int year;            /**< 0 and above; 0 when absent. */
+    int month;           /**< 1 to 12. */
+    int day;             /**< 1 to 31. */
+    int hour;            /**< 0 to 23. */
+    int minute;          /**< 0 to 59. */
+    int second;          /**< 0 to 59. */
+    int deviceId;        /**< Any number. */
     int language;        /**< Code of get_language_string(). */
     char deviceName[32]; /**< Terminated; passes net_check_dev_name(). */
-    int loginLock;
-    int lockTime;
-    int allowedTimes;
-    int isDst; /**< -1 when absent. */
+    int loginLock;       /**< Any number. */
+    int lockTime;        /**< Any number. */
+    int allowedTimes;    /**< Any number. */
+    int isDst;           /**< -1 when absent. */
 };
 
 /** "Dst", daylight saving. The initialiser leaves the payload as it was allocated. */
 struct net_dst_cfg_v20_t {
-    int enable; /**< 0 or 1. */
-    int offset;
-    int reserved;
-    int startMonth; /**< 1 to 12. */
-    int startWeekIndex;
-    int startWeekday; /**< 0 Sunday to 6. */
-    int startHour;    /**< 0 to 23. */
-    int startMinute;  /**< 0 to 59. */
-    int startSecond;  /**< 0 to 59. */
-    int endMonth;     /**< 1 to 12. */
-    int endWeekIndex;
-    int endWeekday; /**< 0 Sunday to 6. */
-    int endHour;    /**< 0 to 23. */
-    int endMinute;  /**< 0 to 59. */
-    int endSecond;  /**< 0 to 59. */
-    int dstVersion; /**< Written only, as a child "version". */
+    int enable;         /**< 0 or 1. */
+    int offset;         /**< Any number. */
+    int reserved;       /**< Not interpreted here. */
+    int startMonth;     /**< 1 to 12. */
+    int startWeekIndex; /**< Any number. */
+    int startWeekday;   /**< 0 Sunday to 6. */
+    int startHour;      /**< 0 to 23. */
+    int startMinute;    /**< 0 to 59. */
+    int startSecond;    /**< 0 to 59. */
+    int endMonth;       /**< 1 to 12. */
+    int endWeekIndex;   /**< Any number. */
+    int endWeekday;     /**< 0 Sunday to 6. */
+    int endHour;        /**< 0 to 23. */
+    int endMinute;      /**< 0 to 59. */
+    int endSecond;      /**< 0 to 59. */
+    int dstVersion;     /**< Written only, as a child "version". */
 };
 
 /** "Norm", the video standard. The host provides this payload. */
@@ -166,6 +166,8 @@ struct net_hdd_init_v20_t {
 /** One disk. */
 struct net_hdd_disk_v20_t {
     int number; /**< -1 after initialisation. */
+    /** @{ */
+    /** As the device counts them; any number. */
     int capacity;
     int capacityM;
     int format;
@@ -174,7 +176,8 @@ struct net_hdd_disk_v20_t {
     int remainSizeM;
     unsigned long long capacityV2;
     unsigned long long remainSizeV2;
-    int reserved[2];
+    /** @} */
+    int reserved[2]; /**< Not interpreted here. */
 };
 
 /** The disks of the device. */
@@ -202,11 +205,11 @@ NETPUBLIC_API int net_param_hdd_cfg_x2s(net_param_t *param, TiXmlNode *node);
 /** A configuration file on its way. */
 struct net_cfg_file_v20_t {
     unsigned long long channelBits; /**< One bit per channel; read by net_cfg_file_info_x2s() only. */
-    net_counted_text_t fileName;
-    unsigned int fileSize; /**< Bytes. */
-    unsigned int curSize;  /**< Bytes. */
-    int updateParameter;   /**< 0 or 1. */
-    int usedForFactory;    /**< Read only. */
+    net_counted_text_t fileName;    /**< Counted text, at most 256 characters. */
+    unsigned int fileSize;          /**< Bytes. */
+    unsigned int curSize;           /**< Bytes. */
+    int updateParameter;            /**< 0 or 1. */
+    int usedForFactory;             /**< Read only. */
 };
 
 /** "AutoReboot". */
@@ -220,6 +223,8 @@ struct net_auto_reboot_v20_t {
 
 /** Which settings go back to the factory's; each 0 or 1. */
 struct net_restore_cfg_v20_t {
+    /** @{ */
+    /** 0 or 1. */
     int all;
     int display;
     int recording;
@@ -229,6 +234,7 @@ struct net_restore_cfg_v20_t {
     int system;
     int wifi;
     int IPC;
+    /** @} */
 };
 
 static_assert(sizeof(net_cfg_file_v20_t) == 288, "net_cfg_file_v20_t");
@@ -254,13 +260,15 @@ NETPUBLIC_API int nets_param_restore_cfg_x2s(net_param_t *param, TiXmlNode *node
 
 /** "PerformanceInfo". */
 struct net_performance_v20_t {
-    int cpuUseRate;
-    int codeRate;
-    int netDataRate;
+    int cpuUseRate;  /**< Any number. */
+    int codeRate;    /**< Any number. */
+    int netDataRate; /**< Any number. */
 };
 
 /** The versions of a device. */
 struct net_version_v20_t {
+    /** @{ */
+    /** Counted text, at most 256 characters. */
     net_counted_text_t name;
     net_counted_text_t type;
     net_counted_text_t serialNumber;
@@ -275,49 +283,50 @@ struct net_version_v20_t {
     net_counted_text_t helpVersion;
     net_counted_text_t pakSuffix;
     net_counted_text_t aiVersion;
+    /** @} */
 };
 
 /** The versions of the device on one channel. */
 struct net_chn_version_v20_t {
-    int channelId; /**< The request's channel. */
-    net_version_v20_t version;
+    int channelId;             /**< The request's channel. */
+    net_version_v20_t version; /**< The versions. */
 };
 
 /** The resolutions of the local output. */
 struct net_resolution_table_v20_t {
-    int count; /**< Listed resolutions, 0 to 32. */
-    net_resolution_info_v20_t current;
-    net_resolution_info_v20_t list[32];
+    int count;                          /**< Listed resolutions, 0 to 32. */
+    net_resolution_info_v20_t current;  /**< The one in use. */
+    net_resolution_info_v20_t list[32]; /**< Those offered; more are refused. */
 };
 
 /** Transparency of the local menus; 0 and above. */
 struct net_ui_trans_v20_t {
-    int max;
-    int min;
-    int current;
+    int max;     /**< Largest value. */
+    int min;     /**< Smallest value. */
+    int current; /**< Value in use. */
 };
 
 /** Sensitivity of the mouse; 0 and above. */
 struct net_mouse_sense_v20_t {
-    int max;
-    int min;
-    int current;
+    int max;     /**< Largest value. */
+    int min;     /**< Smallest value. */
+    int current; /**< Value in use. */
 };
 
 /** Dwell times of the local output. */
 struct net_dwelltable_v20_t {
-    int count;   /**< Listed times, 0 to 16. */
-    int current; /**< 0 and above. */
-    int dwell[16];
+    int count;     /**< Listed times, 0 to 16. */
+    int current;   /**< 0 and above. */
+    int dwell[16]; /**< Any numbers; more than 16 are refused. */
 };
 
 /** The local output. The host provides this payload. */
 struct net_output_cfg_v20_t {
-    net_resolution_table_v20_t resolutionTable;
-    net_ui_trans_v20_t transparency;
-    net_mouse_sense_v20_t mousesense;
-    net_dwelltable_v20_t dwellTable;
-    int mute; /**< 0 or 1. */
+    net_resolution_table_v20_t resolutionTable; /**< Resolutions. */
+    net_ui_trans_v20_t transparency;            /**< Of the menus. */
+    net_mouse_sense_v20_t mousesense;           /**< Of the mouse. */
+    net_dwelltable_v20_t dwellTable;            /**< Dwell times. */
+    int mute;                                   /**< 0 or 1. */
 };
 
 static_assert(sizeof(net_performance_v20_t) == 12, "net_performance_v20_t");
@@ -346,11 +355,13 @@ enum {
 
 /** Features of one channel; an "item". */
 struct net_chn_support_v20_t {
-    int chnID; /**< Index of the channel; -1 after initialisation. */
-    int reboot;
-    int pushAlarm;
-    int ftp;
+    int chnID;     /**< Index of the channel; -1 after initialisation. */
+    int reboot;    /**< 0 absent, 1 present, or the version of the feature. */
+    int pushAlarm; /**< 0 absent, 1 present, or the version of the feature. */
+    int ftp;       /**< 0 absent, 1 present, or the version of the feature. */
     int audioTalk; /**< Written as "ipcAudioTalk". */
+    /** @{ */
+    /** 0 absent, 1 present, or the version of the feature. */
     int wifiTest;
     int rfVersion;
     int ptzType;
@@ -364,22 +375,31 @@ struct net_chn_support_v20_t {
     int videoClip;
     int replayVersion;
     int osdCfg;
-    int battery; /**< Also decides whether `recordCfg` is written. */
-    int batteryMode;
-    int newIspCfg; /**< Mask of image features; the parser presets the low 13 bits for channel 0. */
+    /** @} */
+    int battery;     /**< Also decides whether `recordCfg` is written. */
+    int batteryMode; /**< 0 absent, 1 present, or the version of the feature. */
+    int newIspCfg;   /**< Mask of image features; the parser presets the low 13 bits for channel 0. */
+    /** @{ */
+    /** 0 absent, 1 present, or the version of the feature. */
     int motion;
     int dynamicReso;
     int audioVersion;
     int ledCtrl;
     int ptzPreset;
     int ptzPatrol;
+    /** @} */
     int ptzTattern; /**< Spelled so, in the protocol too. */
+    /** @{ */
+    /** 0 absent, 1 present, or the version of the feature. */
     int ptzControl;
     int autoPt;
     int snap;
     int encCtrl;
     int zfBacklash;
+    /** @} */
     int channelType; /**< 1 plug, 2 usb, 3 KT3, 4 Doorbell, 5 Light, 6 R58, 7 fisheye_ipc, 8 repeater, else ipc. */
+    /** @{ */
+    /** 0 absent, 1 present, or the version of the feature. */
     int report;
     int largeBattery;
     int fishEye;
@@ -396,6 +416,7 @@ struct net_chn_support_v20_t {
     int eventTypeVersion;
     int compatibleAbility;
     int thumbnail;
+    /** @} */
 };
 
 /** Features of linked devices, as bits. */
@@ -416,10 +437,12 @@ struct tag_net_support_v20_t {
     int IOOutputPortNum; /**< 0 and above. */
     int diskNum;         /**< 0 and above. */
     int channelNum;      /**< 0 and above. */
-    int IOTNum;
-    int audioNum; /**< 0 and above. */
-    int reboot;
-    int ptzMode; /**< 0 none, 1 af, 2 ptz, 3 pt, 4 p. */
+    int IOTNum;          /**< 0 absent, 1 present, or the version of the feature. */
+    int audioNum;        /**< 0 and above. */
+    int reboot;          /**< 0 absent, 1 present, or the version of the feature. */
+    int ptzMode;         /**< 0 none, 1 af, 2 ptz, 3 pt, 4 p. */
+    /** @{ */
+    /** 0 absent, 1 present, or the version of the feature. */
     int ptzCfg;
     int B485;
     int autoUpdate;
@@ -428,7 +451,10 @@ struct tag_net_support_v20_t {
     int ftpTest;
     int email;
     int wifi;
+    /** @} */
     int record; /**< Written as "newRecordType". */
+    /** @{ */
+    /** 0 absent, 1 present, or the version of the feature. */
     int wifiTest;
     int rtsp;
     int onvif;
@@ -443,10 +469,13 @@ struct tag_net_support_v20_t {
     int nasVersion;
     int timelapse;
     int pushType;
-    int cloudVersion; /**< Bit 3 also stands for the smart-home "version". */
-    int thirdCloudVersion;
-    int replayVersion;
-    int batteryMode; /**< Read only; each channel's own is written. */
+    /** @} */
+    int cloudVersion;      /**< Bit 3 also stands for the smart-home "version". */
+    int thirdCloudVersion; /**< 0 absent, 1 present, or the version of the feature. */
+    int replayVersion;     /**< 0 absent, 1 present, or the version of the feature. */
+    int batteryMode;       /**< Read only; each channel's own is written. */
+    /** @{ */
+    /** 0 absent, 1 present, or the version of the feature. */
     unsigned int googleHomeVer;
     unsigned int amazonAlexaVer;
     int ledCtrl;
@@ -487,9 +516,10 @@ struct tag_net_support_v20_t {
     int replayIpcVersion;
     int IOTLink;
     int eventLogVersion;
-    net_chn_support_v20_t channel[NET_SUPPORT_CHANNELS];
-    net_iot_linkage_support_t IOTsupport;
-    int reserved[4458];
+    /** @} */
+    net_chn_support_v20_t channel[NET_SUPPORT_CHANNELS]; /**< By channel index. */
+    net_iot_linkage_support_t IOTsupport;                /**< What linked devices can do. */
+    int reserved[4458];                                  /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_chn_support_v20_t) == 200, "net_chn_support_v20_t");
@@ -551,6 +581,8 @@ enum NET_ABILITY_SECTION_E {
 /** The abilities of the device as a whole, module by module. Members whose names would clash say their module. */
 struct net_ability_device_t {
     NET_ABILITY_OPERATION_V20_E general; /**< The first of "system". */
+    /** @{ */
+    /** What the user may do. */
     NET_ABILITY_OPERATION_V20_E norm;
     NET_ABILITY_OPERATION_V20_E version;
     NET_ABILITY_OPERATION_V20_E channelVersion;
@@ -564,17 +596,23 @@ struct net_ability_device_t {
     NET_ABILITY_OPERATION_V20_E output;
     NET_ABILITY_OPERATION_V20_E performance;
     NET_ABILITY_OPERATION_V20_E upgrade;
+    /** @} */
     NET_ABILITY_OPERATION_V20_E systemExport; /**< "export" */
     NET_ABILITY_OPERATION_V20_E systemImport; /**< "import" */
-    NET_ABILITY_OPERATION_V20_E bootPwd;
-    NET_ABILITY_OPERATION_V20_E polling;
-    NET_ABILITY_OPERATION_V20_E port; /**< The first of "network". */
+    NET_ABILITY_OPERATION_V20_E bootPwd;      /**< What the user may do. */
+    NET_ABILITY_OPERATION_V20_E polling;      /**< What the user may do. */
+    NET_ABILITY_OPERATION_V20_E port;         /**< The first of "network". */
+    /** @{ */
+    /** What the user may do. */
     NET_ABILITY_OPERATION_V20_E dns;
     NET_ABILITY_OPERATION_V20_E email;
     NET_ABILITY_OPERATION_V20_E ftp;
     NET_ABILITY_OPERATION_V20_E ftpSchedule;
     NET_ABILITY_OPERATION_V20_E ipFilter;
+    /** @} */
     NET_ABILITY_OPERATION_V20_E network3g; /**< "3g" */
+    /** @{ */
+    /** What the user may do. */
     NET_ABILITY_OPERATION_V20_E localLink;
     NET_ABILITY_OPERATION_V20_E pppoe;
     NET_ABILITY_OPERATION_V20_E upnp;
@@ -584,62 +622,75 @@ struct net_ability_device_t {
     NET_ABILITY_OPERATION_V20_E push;
     NET_ABILITY_OPERATION_V20_E ptop;
     NET_ABILITY_OPERATION_V20_E autontp;
+    /** @} */
     NET_ABILITY_OPERATION_V20_E control; /**< The first of "PTZ". */
+    /** @{ */
+    /** What the user may do. */
     NET_ABILITY_OPERATION_V20_E preset;
     NET_ABILITY_OPERATION_V20_E cruise;
     NET_ABILITY_OPERATION_V20_E track;
     NET_ABILITY_OPERATION_V20_E decoder;
     NET_ABILITY_OPERATION_V20_E ptzInfo;
+    /** @} */
     NET_ABILITY_OPERATION_V20_E manualAlarm; /**< The first of "IO". */
-    NET_ABILITY_OPERATION_V20_E ioAlarmIn;
-    NET_ABILITY_OPERATION_V20_E ioAlarmOut;
-    NET_ABILITY_OPERATION_V20_E hddFull; /**< The first of "alarm"; the rest of it is each channel's. */
+    NET_ABILITY_OPERATION_V20_E ioAlarmIn;   /**< What the user may do. */
+    NET_ABILITY_OPERATION_V20_E ioAlarmOut;  /**< What the user may do. */
+    NET_ABILITY_OPERATION_V20_E hddFull;     /**< The first of "alarm"; the rest of it is each channel's. */
+    /** @{ */
+    /** What the user may do. */
     NET_ABILITY_OPERATION_V20_E hddError;
     NET_ABILITY_OPERATION_V20_E disconnect;
     NET_ABILITY_OPERATION_V20_E ipConflict;
     NET_ABILITY_OPERATION_V20_E rfAlarm;
-    NET_ABILITY_OPERATION_V20_E talk; /**< "audio" */
-    NET_ABILITY_OPERATION_V20_E user; /**< The first of "security". */
-    NET_ABILITY_OPERATION_V20_E userOnline;
+    /** @} */
+    NET_ABILITY_OPERATION_V20_E talk;            /**< "audio" */
+    NET_ABILITY_OPERATION_V20_E user;            /**< The first of "security". */
+    NET_ABILITY_OPERATION_V20_E userOnline;      /**< What the user may do. */
     NET_ABILITY_OPERATION_V20_E securityBootPwd; /**< "bootPwd" */
     NET_ABILITY_OPERATION_V20_E format;          /**< The first of "disk". */
-    NET_ABILITY_OPERATION_V20_E hddCfg;
-    NET_ABILITY_OPERATION_V20_E hddInit;
+    NET_ABILITY_OPERATION_V20_E hddCfg;          /**< What the user may do. */
+    NET_ABILITY_OPERATION_V20_E hddInit;         /**< What the user may do. */
 };
 
 /** The abilities on one channel, module by module. */
 struct net_ability_channel_t {
     NET_ABILITY_OPERATION_V20_E preview; /**< The first of "streaming". */
+    /** @{ */
+    /** What the user may do. */
     NET_ABILITY_OPERATION_V20_E compress;
     NET_ABILITY_OPERATION_V20_E snap;
     NET_ABILITY_OPERATION_V20_E rtsp;
     NET_ABILITY_OPERATION_V20_E streamTable;
+    /** @} */
     NET_ABILITY_OPERATION_V20_E download; /**< The first of "record". */
+    /** @{ */
+    /** What the user may do. */
     NET_ABILITY_OPERATION_V20_E fileFind;
     NET_ABILITY_OPERATION_V20_E manualRecord;
     NET_ABILITY_OPERATION_V20_E recordCfg;
     NET_ABILITY_OPERATION_V20_E recordSchedule;
     NET_ABILITY_OPERATION_V20_E subStreamRecord;
-    NET_ABILITY_OPERATION_V20_E motion; /**< The first of "alarm" with a channel. */
-    NET_ABILITY_OPERATION_V20_E videoLost;
-    NET_ABILITY_OPERATION_V20_E hide;
-    NET_ABILITY_OPERATION_V20_E smart;
-    NET_ABILITY_OPERATION_V20_E ispBasic; /**< The first of "image". */
-    NET_ABILITY_OPERATION_V20_E ispAdvance;
-    NET_ABILITY_OPERATION_V20_E ledState;
-    NET_ABILITY_OPERATION_V20_E osdName; /**< The first of "video". */
-    NET_ABILITY_OPERATION_V20_E osdTime;
-    NET_ABILITY_OPERATION_V20_E shelter;
-    NET_ABILITY_OPERATION_V20_E replay; /**< The first of "replay". */
-    NET_ABILITY_OPERATION_V20_E seek;
+    /** @} */
+    NET_ABILITY_OPERATION_V20_E motion;     /**< The first of "alarm" with a channel. */
+    NET_ABILITY_OPERATION_V20_E videoLost;  /**< What the user may do. */
+    NET_ABILITY_OPERATION_V20_E hide;       /**< What the user may do. */
+    NET_ABILITY_OPERATION_V20_E smart;      /**< What the user may do. */
+    NET_ABILITY_OPERATION_V20_E ispBasic;   /**< The first of "image". */
+    NET_ABILITY_OPERATION_V20_E ispAdvance; /**< What the user may do. */
+    NET_ABILITY_OPERATION_V20_E ledState;   /**< What the user may do. */
+    NET_ABILITY_OPERATION_V20_E osdName;    /**< The first of "video". */
+    NET_ABILITY_OPERATION_V20_E osdTime;    /**< What the user may do. */
+    NET_ABILITY_OPERATION_V20_E shelter;    /**< What the user may do. */
+    NET_ABILITY_OPERATION_V20_E replay;     /**< The first of "replay". */
+    NET_ABILITY_OPERATION_V20_E seek;       /**< What the user may do. */
 };
 
 /** "AbilityInfo". */
 struct net_ability_v20_t {
     char userName[32];                 /**< Terminated. */
     int section[NET_ABILITY_SECTIONS]; /**< 1 for each NET_ABILITY_SECTION_E that the request's token names. */
-    net_ability_device_t device;
-    net_ability_channel_t channel[NET_SUPPORT_CHANNELS];
+    net_ability_device_t device;       /**< Abilities without a channel. */
+    net_ability_channel_t channel[NET_SUPPORT_CHANNELS]; /**< Abilities by channel. */
 };
 
 static_assert(sizeof(net_ability_device_t) == 55 * 4, "net_ability_device_t");
@@ -673,9 +724,9 @@ NETPUBLIC_API int make_string_to_enum(char *list, char const *name, NET_ABILITY_
 
 /** A heart beat; all 0 and above. */
 struct net_heart_beat_t {
-    int size;
-    int sec;
-    int usec;
+    int size; /**< Any number. */
+    int sec;  /**< Any number. */
+    int usec; /**< Any number. */
 };
 static_assert(sizeof(net_heart_beat_t) == 12, "net_heart_beat_t");
 
@@ -689,60 +740,60 @@ NETPUBLIC_API int nets_param_heart_beat_x2s(net_param_t *param, TiXmlNode *node)
 
 /** The battery of one channel. */
 struct net_battery_t {
-    int channelId; /**< The request's channel. */
-    int reserved[9];
+    int channelId;   /**< The request's channel. */
+    int reserved[9]; /**< Not interpreted here. */
 };
 
 /** The batteries of all channels. */
 struct net_battery_list_t {
-    int reserved[321];
+    int reserved[321]; /**< Not interpreted here. */
 };
 
 /** The sleep states of the channels. */
 struct net_sleep_state_t {
-    int reserved[13];
+    int reserved[13]; /**< Not interpreted here. */
 };
 
 /** The device's own sleep state. */
 struct net_sleep_status_t {
-    int reserved[1];
+    int reserved[1]; /**< Not interpreted here. */
 };
 
 /** An aging test. */
 struct net_aging_test_t {
-    int reserved[35];
+    int reserved[35]; /**< Not interpreted here. */
 };
 
 /** A doorbell test. */
 struct net_doorbell_test_t {
-    int reserved[4];
+    int reserved[4]; /**< Not interpreted here. */
 };
 
 /** A device on a channel. */
 struct net_dev_manage_t {
-    int channelId; /**< The request's channel. */
-    int chnType;   /**< The request's channel type. */
-    int reserved[1010];
+    int channelId;      /**< The request's channel. */
+    int chnType;        /**< The request's channel type. */
+    int reserved[1010]; /**< Not interpreted here. */
 };
 
 /** A wake-up of the home hub; a byte layout. */
 struct net_homebase_wakeup_task_t {
-    unsigned char reserved[169];
+    unsigned char reserved[169]; /**< Not interpreted here. */
 };
 
 /** The pairing of a radio device. */
 struct net_fsk_rf_pair_t {
-    int reserved[21];
+    int reserved[21]; /**< Not interpreted here. */
 };
 
 /** An export of inspection videos. */
 struct net_export_video_inspection_t {
-    int reserved[270];
+    int reserved[270]; /**< Not interpreted here. */
 };
 
 /** A changed configuration. */
 struct net_cfg_modify_t {
-    int reserved[2];
+    int reserved[2]; /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_battery_t) == 40, "net_battery_t");

@@ -10,71 +10,71 @@
 
 /** The audio encodings of two-way talk. */
 struct net_talk_ability_t {
-    int reserved[210];
+    int reserved[210]; /**< Not interpreted here. */
 };
 
 /** The automatic reply. */
 struct net_auto_reply_t {
-    int reserved[124];
+    int reserved[124]; /**< Not interpreted here. */
 };
 
 /** When one channel sounds its siren. */
 struct net_audio_task_t {
-    int channelId; /**< The request's channel. */
-    int reserved[340];
+    int channelId;     /**< The request's channel. */
+    int reserved[340]; /**< Not interpreted here. */
 };
 
 /** The audio files of a device. */
 struct net_audio_file_info_list_t {
-    int reserved[2020];
+    int reserved[2020]; /**< Not interpreted here. */
 };
 
 /** One audio file of a channel. */
 struct net_audio_file_info_t {
-    int channelId; /**< The request's channel. */
-    int reserved[62];
+    int channelId;    /**< The request's channel. */
+    int reserved[62]; /**< Not interpreted here. */
 };
 
 /** The audio settings of one channel. */
 struct net_audio_cfg_t {
-    int channelId; /**< The request's channel. */
-    int reserved[11];
+    int channelId;    /**< The request's channel. */
+    int reserved[11]; /**< Not interpreted here. */
 };
 
 /** The audio settings of the device. */
 struct net_device_audio_cfg_t {
-    int reserved[131];
+    int reserved[131]; /**< Not interpreted here. */
 };
 
 /** Noise reduction. */
 struct net_ai_denoise_t {
-    int reserved[3];
+    int reserved[3]; /**< Not interpreted here. */
 };
 
 /** A command to a chime. */
 struct net_dingdong_ctrl_t {
-    int reserved[6];
+    int reserved[6]; /**< Not interpreted here. */
 };
 
 /** The paired chimes. */
 struct net_dingdong_list_t {
-    int reserved[122];
+    int reserved[122]; /**< Not interpreted here. */
 };
 
 /** An operation on one chime. */
 struct net_dingdong_dev_opt_t {
-    int reserved[13];
+    int reserved[13]; /**< Not interpreted here. */
 };
 
 /** The settings of one chime. */
 struct net_dingdong_cfg_item_t {
-    int id; /**< -1 after initialisation. */
-    int reserved[26];
+    int id;           /**< -1 after initialisation. */
+    int reserved[26]; /**< Not interpreted here. */
 };
 
 /** The settings of all chimes. */
 struct net_dingdong_cfg_t {
-    net_dingdong_cfg_item_t item[10];
+    net_dingdong_cfg_item_t item[10]; /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_talk_ability_t) == 840, "net_talk_ability_t");

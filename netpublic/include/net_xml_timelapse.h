@@ -37,51 +37,51 @@ enum NET_TIMELAPSE_STATE_E {
 
 /** A period in which a task records. */
 struct net_timelapse_duration_t {
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
-    int valid;
+    tag_net_time_v20_t startTime; /**< Start of the span. */
+    tag_net_time_v20_t endTime;   /**< End of the span. */
+    int valid;                    /**< Whether the span counts; any number. */
 };
 
 /** The configuration of a task. */
 struct net_timelapse_cfg_item_t {
-    int enable;
-    char id[32];          /**< Terminated. */
-    char properties[128]; /**< Terminated. */
-    int saveLocation;
-    int taskType; /**< A NET_TIMELAPSE_TYPE_E code. */
-    int neverEnd;
-    int streamType; /**< 0 main, 1 sub, 2 mobile, 4 external. */
-    int interval;
-    int frameRate; /**< Frames per second. */
-    int buseThumbnail;
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
-    net_timelapse_duration_t duration[4];
-    int durationCount; /**< Durations held, 0 to 4. */
+    int enable;                           /**< Whether it is on; any number. */
+    char id[32];                          /**< Terminated. */
+    char properties[128];                 /**< Terminated. */
+    int saveLocation;                     /**< Any number. */
+    int taskType;                         /**< A NET_TIMELAPSE_TYPE_E code. */
+    int neverEnd;                         /**< Any number. */
+    int streamType;                       /**< 0 main, 1 sub, 2 mobile, 4 external. */
+    int interval;                         /**< Any number. */
+    int frameRate;                        /**< Frames per second. */
+    int buseThumbnail;                    /**< Any number. */
+    tag_net_time_v20_t startTime;         /**< Start of the span. */
+    tag_net_time_v20_t endTime;           /**< End of the span. */
+    net_timelapse_duration_t duration[4]; /**< The first `durationNum`. */
+    int durationCount;                    /**< Durations held, 0 to 4. */
 };
 
 /** The configuration of a channel's time-lapse recording: message 7000. */
 struct net_timelapse_cfg_t {
-    int channelId;
-    int overwrite;
+    int channelId;                    /**< Video channel; no range is checked here. */
+    int overwrite;                    /**< Any number. */
     net_timelapse_cfg_item_t item[1]; /**< The message carries a list, of which one entry is accepted. */
     int maxFileNum;                   /**< Written only. */
 };
 
 /** The days of a year that hold material. */
 struct net_timelapse_date_item_t {
-    int year;
+    int year;            /**< Calendar year. */
     char dateTable[373]; /**< Marks the days; carried as it stands. Terminated. */
-    char reserved[3];
+    char reserved[3];    /**< Not interpreted here. */
 };
 
 /** The calendar of a task. */
 struct net_timelapse_date_t {
-    int channelId;
-    char uid[32]; /**< Terminated. */
-    char id[32];  /**< Terminated. */
-    net_timelapse_date_item_t item[10];
-    int itemCount; /**< Items held, 0 to 10. */
+    int channelId;                      /**< Video channel; no range is checked here. */
+    char uid[32];                       /**< Terminated. */
+    char id[32];                        /**< Terminated. */
+    net_timelapse_date_item_t item[10]; /**< One per year; further ones are logged and ignored. */
+    int itemCount;                      /**< Items held, 0 to 10. */
 };
 
 /** A task and its state. */
@@ -94,10 +94,10 @@ struct net_timelapse_task_item_t {
 
 /** The tasks of a device. */
 struct net_timelapse_task_t {
-    int channelId;
-    char uid[32]; /**< Terminated. */
-    net_timelapse_task_item_t item[128];
-    int itemCount; /**< Items held, 0 to 128. */
+    int channelId;                       /**< Video channel; no range is checked here. */
+    char uid[32];                        /**< Terminated. */
+    net_timelapse_task_item_t item[128]; /**< The tasks; further ones are logged and ignored. */
+    int itemCount;                       /**< Items held, 0 to 128. */
 };
 
 /** What a file search item holds: the bits of net_timelapse_file_item_t::flags. */
@@ -115,12 +115,15 @@ struct net_timelapse_original_t {
     unsigned long long size; /**< Bytes. */
     int duration;            /**< From here on of films only, save `encrypted`. */
     int frameRate;           /**< Frames per second. */
+    /** @{ */
+    /** Any number. */
     int encodeType;
     int needMuxMp4;
     int encrypted;
     int generating;
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
+    /** @} */
+    tag_net_time_v20_t startTime; /**< Start of the span. */
+    tag_net_time_v20_t endTime;   /**< End of the span. */
 };
 
 /** The small picture of a file search item. */
@@ -130,33 +133,33 @@ struct net_timelapse_thumbnail_t {
     int resoWidth;           /**< Pixels. */
     int resoHight;           /**< Pixels. */
     unsigned long long size; /**< Bytes. */
-    int encrypted;
-    int reserved;
+    int encrypted;           /**< Any number. */
+    int reserved;            /**< Not interpreted here. */
 };
 
 /** A file that was found. */
 struct net_timelapse_file_item_t {
-    int flags; /**< NET_TIMELAPSE_FILE_E bits. Of films the original is written whatever they say. */
-    int reserved;
-    net_timelapse_original_t original;
-    net_timelapse_thumbnail_t thumbnail;
+    int flags;    /**< NET_TIMELAPSE_FILE_E bits. Of films the original is written whatever they say. */
+    int reserved; /**< Not interpreted here. */
+    net_timelapse_original_t original;   /**< The film itself. */
+    net_timelapse_thumbnail_t thumbnail; /**< Its small version. */
 };
 
 /** The file search and its result. */
 struct net_timelapse_file_t {
-    int channelId;
-    char uid[32]; /**< Terminated. */
-    char id[32];  /**< Terminated. */
-    int handle;
-    int fromWhere;
-    tag_net_time_v20_t startTime;
-    tag_net_time_v20_t endTime;
-    int taskType; /**< A NET_TIMELAPSE_TYPE_E code. */
-    int totalNum; /**< Files of the whole search, which may take several results. */
-    int finished;
-    net_timelapse_file_item_t item[128];
-    int itemCount; /**< Items held here, 0 to 128. */
-    int reserved;
+    int channelId;                       /**< Video channel; no range is checked here. */
+    char uid[32];                        /**< Terminated. */
+    char id[32];                         /**< Terminated. */
+    int handle;                          /**< The host's handle; any number. */
+    int fromWhere;                       /**< Any number. */
+    tag_net_time_v20_t startTime;        /**< Start of the span. */
+    tag_net_time_v20_t endTime;          /**< End of the span. */
+    int taskType;                        /**< A NET_TIMELAPSE_TYPE_E code. */
+    int totalNum;                        /**< Files of the whole search, which may take several results. */
+    int finished;                        /**< Any number. */
+    net_timelapse_file_item_t item[128]; /**< The films; further ones are logged and ignored. */
+    int itemCount;                       /**< Items held here, 0 to 128. */
+    int reserved;                        /**< Not interpreted here. */
 };
 
 /** A download. */
@@ -179,9 +182,9 @@ struct net_timelapse_file_delete_item_t {
 
 /** The deletion of files. */
 struct net_timelapse_file_delete_t {
-    int taskType; /**< A NET_TIMELAPSE_TYPE_E code. */
-    net_timelapse_file_delete_item_t item[128];
-    int itemCount; /**< Items held, 0 to 128. */
+    int taskType;                               /**< A NET_TIMELAPSE_TYPE_E code. */
+    net_timelapse_file_delete_item_t item[128]; /**< The films; further ones are logged and ignored. */
+    int itemCount;                              /**< Items held, 0 to 128. */
 };
 
 /** The cover picture of a file. */
@@ -224,7 +227,8 @@ NETPUBLIC_API int net_timelapse_task_s2x(net_param_t *param, TiXmlElement *paren
 
 /** Parses a file search or its result. @param param payload net_timelapse_file_t @param node the body */
 NETPUBLIC_API int net_timelapse_file_x2s(net_param_t *param, TiXmlNode *node);
-/** Appends "timelapseFileSearch" with the first 40 items at most. @param param payload net_timelapse_file_t */
+/** Appends "timelapseFileSearch" with the first 40 items at most. @param param payload net_timelapse_file_t @param
+ * parent gets the element */
 NETPUBLIC_API int net_timelapse_file_s2x(net_param_t *param, TiXmlElement *parent);
 
 /** Parses a download. @param param payload net_timelapse_download_t @param node the body */

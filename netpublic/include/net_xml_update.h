@@ -9,7 +9,7 @@
 
 /** The update settings. */
 struct net_update_cfg_t {
-    int reserved[1];
+    int reserved[1]; /**< Not interpreted here. */
 };
 
 static_assert(sizeof(net_update_cfg_t) == 4, "net_update_cfg_t");

@@ -21,23 +21,23 @@ class TiXmlNode;
 
 /** The second factor of a login. */
 struct net_auth_mode_info_t {
-    char authCode[32]; /**< Secret. */
-    char phoneModel[32];
+    char authCode[32];   /**< Secret. */
+    char phoneModel[32]; /**< Terminated, at most 31 characters. */
 };
 
 /** A login request. */
 struct net_login_info_v20_t {
-    char authToken[64]; /**< Secret. */
-    char authUser[32];
-    char authSignature[64]; /**< Secret. */
-    char userName[32];
-    char password[32]; /**< Secret. */
-    int userVer;
-    int handleSpecial;
-    char uid[32];
-    char nasToken[128]; /**< Secret. */
-    int authType;       /**< 1 "getAccesskey", 2 "authLogin". */
-    net_auth_mode_info_t authMode;
+    char authToken[64];            /**< Secret. */
+    char authUser[32];             /**< Terminated, at most 31 characters. */
+    char authSignature[64];        /**< Secret. */
+    char userName[32];             /**< Terminated, at most 31 characters. */
+    char password[32];             /**< Secret. */
+    int userVer;                   /**< Any number. */
+    int handleSpecial;             /**< Any number. */
+    char uid[32];                  /**< Terminated, at most 31 characters. */
+    char nasToken[128];            /**< Secret. */
+    int authType;                  /**< 1 "getAccesskey", 2 "authLogin". */
+    net_auth_mode_info_t authMode; /**< The device that signs in. */
 };
 
 /** What a change does to an account: the values of the `userSetState` fields. */
@@ -50,14 +50,14 @@ enum NET_USER_SET_STATE_E {
 
 /** A user's account: a record of message 1303. */
 struct tag_net_userinfo_all__v20_t {
-    char userName[32];
-    char password[32]; /**< Secret. */
-    int userLevel;     /**< 0 or 1. */
-    int loginState;    /**< 0 or 1. */
-    int userSetState;  /**< A NET_USER_SET_STATE_E code. */
-    int userId;        /**< 0 and above. */
-    int validHours;    /**< -1, or 1 and above. */
-    int reserved;
+    char userName[32];                 /**< Terminated, at most 31 characters. */
+    char password[32];                 /**< Secret. */
+    int userLevel;                     /**< 0 or 1. */
+    int loginState;                    /**< 0 or 1. */
+    int userSetState;                  /**< A NET_USER_SET_STATE_E code. */
+    int userId;                        /**< 0 and above. */
+    int validHours;                    /**< -1, or 1 and above. */
+    int reserved;                      /**< 1 once an identifier or a name was read. */
     unsigned long long channelAbility; /**< The channels of the user: one bit each. */
 };
 
@@ -66,31 +66,31 @@ struct tag_net_userinfo_all__v20_t {
  * allocates all of them.
  */
 struct net_user_list_v20_t {
-    tag_net_userinfo_all__v20_t user[20];
+    tag_net_userinfo_all__v20_t user[20]; /**< The accounts. */
 };
 
 /** A user who is online. Two bytes of padding follow the addresses. */
 struct tag_net_userinfo_online_v20_t {
-    char userName[32];
-    char password[32]; /**< Secret. */
-    char ipAddress[16];
-    char macAddress[18];
+    char userName[32];    /**< Terminated, at most 31 characters. */
+    char password[32];    /**< Secret. */
+    char ipAddress[16];   /**< Terminated, at most 15 characters. */
+    char macAddress[18];  /**< Terminated, at most 17 characters. */
     int userLevel;        /**< 0 or 1. */
     int userId;           /**< 0 and above. */
     int enableOutoffLine; /**< 0 or 1. */
-    int isOnline;
-    int sessionId; /**< 0 and above. */
+    int isOnline;         /**< Any number. */
+    int sessionId;        /**< 0 and above. */
 };
 
 /** The users who are online. */
 struct net_user_online_list_v20_t {
-    tag_net_userinfo_online_v20_t user[20];
+    tag_net_userinfo_online_v20_t user[20]; /**< The users. */
 };
 
 /** From which network a client logs in. */
 struct net_login_net_info_v20_t {
-    int type; /**< 0 LAN, 1 WAN. */
-    int udpPort;
+    int type;    /**< 0 LAN, 1 WAN. */
+    int udpPort; /**< Any number. */
 };
 
 /** The password encryption that a device offers: message 5. */
@@ -102,39 +102,41 @@ struct net_encrypt_v20_t {
 /** Failed logins: message 6. */
 struct net_login_err_info_v20_t {
     int remainTimes; /**< Attempts that are left. */
-    int unlockTime;
+    int unlockTime;  /**< Any number. */
 };
 
 /** An authorisation by code: message 1304. Four bytes of padding stand in front of `channelAbility`. */
 struct net_auth_info_v20_t {
-    char notes[32];
-    int validhours; /**< Spelled so in the message too, unlike an account's. */
-    int userLevel;
-    unsigned int ability;
+    char notes[32];                    /**< Terminated, at most 31 characters. */
+    int validhours;                    /**< Spelled so in the message too, unlike an account's. */
+    int userLevel;                     /**< Any number. */
+    unsigned int ability;              /**< Any number. */
     unsigned long long channelAbility; /**< The channels: one bit each. */
     int code;                          /**< Secret. Written only. */
-    int reserved;
+    int reserved;                      /**< Not interpreted here. */
 };
 
 /** A shared user: message 1305. */
 struct net_shared_user_info_t {
-    char userId[32];
-    int userLevel;    /**< At most 1; -1 when the message does not tell. */
-    int userSetState; /**< NET_USER_SET_DELETE or NET_USER_SET_MODIFY. */
-    int validHours;
-    unsigned int ability;
+    char userId[32];                   /**< Terminated, at most 31 characters. */
+    int userLevel;                     /**< At most 1; -1 when the message does not tell. */
+    int userSetState;                  /**< NET_USER_SET_DELETE or NET_USER_SET_MODIFY. */
+    int validHours;                    /**< Any number. */
+    unsigned int ability;              /**< Any number. */
     unsigned long long channelAbility; /**< The channels: one bit each. */
-    char notes[32];
+    char notes[32];                    /**< Terminated, at most 31 characters. */
 };
 
 /** The shared users of message 1305; as with the accounts, `dataSize` is the size of one record. */
 struct net_shared_user_list_t {
-    net_shared_user_info_t user[20];
+    net_shared_user_info_t user[20]; /**< A gap in the list is emptied. */
 };
 
 /** A user's rights: message 1302. Each is 0 or 1. */
 struct net_device_ability_support_v20_t {
-    char userName[32];
+    char userName[32]; /**< Terminated, at most 31 characters. */
+    /** @{ */
+    /** 0 or 1. */
     int system;
     int streaming;
     int record;
@@ -148,19 +150,20 @@ struct net_device_ability_support_v20_t {
     int security;
     int replay;
     int disk;
+    /** @} */
 };
 
 /** A camera firmware. */
 struct net_ipc_ver_v20_t {
-    net_counted_text_t platform;
-    net_counted_text_t version;
-    net_counted_text_t url;
+    net_counted_text_t platform; /**< Counted text, at most 256 characters. */
+    net_counted_text_t version;  /**< Counted text, at most 256 characters. */
+    net_counted_text_t url;      /**< Counted text, at most 256 characters. */
 };
 
 /** The camera firmware that is offered. */
 struct net_ipc_ver_list_v20_t {
-    net_ipc_ver_v20_t entries[4];
-    int count; /**< Entries held, 0 to 4. */
+    net_ipc_ver_v20_t entries[4]; /**< Further ones are ignored. */
+    int count;                    /**< Entries held, 0 to 4. */
 };
 
 static_assert(sizeof(net_auth_mode_info_t) == 64, "net_auth_mode_info_t");
@@ -210,12 +213,14 @@ NETPUBLIC_API int nets_param_user_online_x2s(net_param_t *param, TiXmlNode *node
 /**
  * Parses the network of a login.
  * @param param net_login_net_info_v20_t, set up by the host, size checked; `inited` becomes 2
+ * @param node the body
  */
 NETPUBLIC_API int net_login_net_info_x2s(net_param_t *param, TiXmlNode *node);
 
 /**
  * Parses the password encryption; an unknown one is refused.
  * @param param net_encrypt_v20_t, size checked; `inited` becomes 2
+ * @param node the body
  */
 NETPUBLIC_API int net_encrypt_x2s(net_param_t *param, TiXmlNode *node);
 
@@ -234,6 +239,7 @@ NETPUBLIC_API int net_auth_info_s2x(net_param_t *param, TiXmlElement *parent);
 /**
  * Parses the "user" children into one record, the last one wins.
  * @param param net_shared_user_info_t, size not compared
+ * @param node the body
  */
 NETPUBLIC_API int net_shared_user_cfg_x2s(net_param_t *param, TiXmlNode *node);
 /**

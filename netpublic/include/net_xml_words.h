@@ -60,6 +60,8 @@ NETPUBLIC_API int get_databit_index(int *code, const char *word);
 NETPUBLIC_API char *get_streamtype_str(STREAM_TYPE_E code, char *dst, int size);
 /**
  * Reads a stream type, a STREAM_TYPE_E code, from the first characters of a text.
+ * @param code gets the code
+ * @param word the text
  * @param len how many characters of @p word count; the text may end earlier
  * @return 0, or -1; a @p len below 1 fails
  */

@@ -1,0 +1,115 @@
+#!/usr/bin/env bash
+# Plays the steps that Buildroot's cmake-package and Yocto's cmake class take, with what our recipes tell
+# them, on an archive of the source tree and with Debian's armhf cross compiler. Neither Buildroot nor
+# BitBake runs here: what is seen is that the recipes name the right things, not that they are parsed.
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+# shellcheck source=tests/gates/consume.sh
+. "$here/../tests/gates/consume.sh"
+tmp=$(mktemp -d)
+trap 'rm -rf "$tmp"' EXIT
+consumer_target armhf
+toolchain=$here/../cmake/armhf.cmake
+
+version=$(sed -n 's/^#define NETPUBLIC_VERSION_STRING "\(.*\)".*/\1/p' "$here/../netpublic/include/net_version.h")
+recipe=$here/yocto/recipes-support/netpublic/netpublic_$version.bb
+grep -x "NETPUBLIC_VERSION = $version" "$here/buildroot/netpublic/netpublic.mk"
+grep -F "## [$version]" "$here/../CHANGELOG.md"
+
+# The archive that the Yocto recipe asks for; only what the build needs.
+mkdir "$tmp/netpublic-$version"
+cp -r "$here/.."/{CMakeLists.txt,cmake,netpublic,host,packaging} "$tmp/netpublic-$version"
+source=$tmp/netpublic-$version
+
+files() { # DIRECTORY
+    (cd "$1" && find . ! -type d | LC_ALL=C sort)
+}
+
+# Ends when the build does not know an option of ours.
+configure() { # OPTION...
+    cmake -S "$source" -B "$tmp/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_BUILD_TYPE=MinSizeRel \
+        -DCMAKE_INSTALL_LIBDIR=lib "$@" >"$tmp/configure.log" 2>&1 || { cat "$tmp/configure.log"; return 1; }
+    if sed -n '/variables were not used/,$p' "$tmp/configure.log" | grep '^ *NETPUBLIC_'; then
+        return 1
+    fi
+}
+
+# Buildroot. The menu first: with its library and compiler, netpublic can be chosen, and brings TinyXML.
+cat >"$tmp/Config.in" <<EOF
+config BR2_INSTALL_LIBSTDCPP
+	bool "C++"
+config BR2_TOOLCHAIN_GCC_AT_LEAST_8
+	bool
+	default y
+config BR2_PACKAGE_TINYXML
+	bool
+source "$here/buildroot/netpublic/Config.in"
+EOF
+/usr/bin/python3 - "$tmp/Config.in" <<'EOF'
+import sys
+import kconfiglib
+
+menu = kconfiglib.Kconfig(sys.argv[1])
+chosen = menu.syms["BR2_PACKAGE_NETPUBLIC"]
+chosen.set_value("y")
+assert chosen.str_value == "n"
+menu.syms["BR2_INSTALL_LIBSTDCPP"].set_value("y")
+assert chosen.str_value == "y" and menu.syms["BR2_PACKAGE_TINYXML"].str_value == "y"
+assert menu.syms["BR2_PACKAGE_NETPUBLIC_SOURCE"].orig_type == kconfiglib.STRING
+assert not menu.warnings, menu.warnings
+EOF
+
+# Then the rules, under a stand-in for the infrastructure that prints what they set.
+cat >"$tmp/Makefile" <<'EOF'
+qstrip = $(strip $(subst ",,$(1)))
+define cmake-package
+print:
+	@echo site=$$(NETPUBLIC_SITE) method=$$(NETPUBLIC_SITE_METHOD) staging=$$(NETPUBLIC_INSTALL_STAGING)
+	@echo needs=$$(filter tinyxml,$$(NETPUBLIC_DEPENDENCIES))
+	@echo options=$$(NETPUBLIC_CONF_OPTS)
+endef
+include $(RULES)
+EOF
+make -s --warn-undefined-variables -C "$tmp" RULES="$here/buildroot/netpublic/netpublic.mk" \
+    BR2_PACKAGE_NETPUBLIC_SOURCE="\"$source\"" print 2>"$tmp/warnings" | tee "$tmp/rules"
+[ ! -s "$tmp/warnings" ]
+grep -x "site=$source method=local staging=YES" "$tmp/rules"
+grep -x needs=tinyxml "$tmp/rules"
+read -ra options < <(sed -n 's/^options=//p' "$tmp/rules")
+configure -DCMAKE_INSTALL_PREFIX=/usr -DCMAKE_INSTALL_RUNSTATEDIR=/run -DCMAKE_COLOR_MAKEFILE=OFF \
+    -DBUILD_DOC=OFF -DBUILD_DOCS=OFF -DBUILD_EXAMPLE=OFF -DBUILD_EXAMPLES=OFF -DBUILD_TEST=OFF -DBUILD_TESTS=OFF \
+    -DBUILD_TESTING=OFF -DBUILD_SHARED_LIBS=ON "${options[@]}"
+cmake --build "$tmp/build"
+DESTDIR=$tmp/staging cmake --install "$tmp/build" >/dev/null
+consume_cmake "$tmp/staging/usr" "$tmp/cmake"
+consume_pkgconfig "$tmp/staging/usr" "$tmp/pkgconfig"
+
+# Yocto: the same installation, and every file belongs to one of the packages that a recipe has by default.
+python3 - "$recipe" "$version" >"$tmp/options" <<'EOF'
+import re
+import sys
+
+text = re.sub(r"\\\n", " ", open(sys.argv[1]).read())
+set_by_recipe = dict(re.findall(r'^(\w+) = "(.*)"$', text, re.M))
+rest = re.sub(r'^(\w+ = ".*"|#.*|inherit [\w ]+|)$', "", text, flags=re.M).strip()
+assert rest == "", rest
+pv = lambda name: set_by_recipe[name].replace("${PV}", sys.argv[2])
+assert pv("SRC_URI") == "file://netpublic-%s.tar.gz" % sys.argv[2]
+assert pv("S") == "${WORKDIR}/netpublic-" + sys.argv[2]
+assert re.search(r"^inherit .*\bcmake\b", text, re.M) and set_by_recipe["LICENSE"]
+print(set_by_recipe["EXTRA_OECMAKE"])
+EOF
+read -ra options <"$tmp/options"
+configure -DCMAKE_INSTALL_PREFIX:PATH=/usr -DCMAKE_INSTALL_BINDIR:PATH=bin -DCMAKE_INSTALL_SBINDIR:PATH=sbin \
+    -DCMAKE_INSTALL_LIBEXECDIR:PATH=libexec -DCMAKE_INSTALL_SYSCONFDIR:PATH=/etc -DCMAKE_INSTALL_LOCALSTATEDIR:PATH=/var \
+    -DCMAKE_INSTALL_LIBDIR:PATH=lib -DCMAKE_INSTALL_INCLUDEDIR:PATH=include -DCMAKE_INSTALL_DATAROOTDIR:PATH=share \
+    -DCMAKE_NO_SYSTEM_FROM_IMPORTED=1 -DCMAKE_EXPORT_NO_PACKAGE_REGISTRY=ON -DFETCHCONTENT_FULLY_DISCONNECTED=ON \
+    "${options[@]}"
+DESTDIR=$tmp/image cmake --build "$tmp/build" --target install >/dev/null
+diff <(files "$tmp/staging") <(files "$tmp/image")
+files "$tmp/image" | while read -r file; do
+    case $file in
+    ./usr/lib/lib*.so.* | ./usr/lib/lib*.so | ./usr/lib/lib*.a | ./usr/include/* | ./usr/lib/pkgconfig/* | ./usr/lib/cmake/*) ;;
+    *) echo "In no package: $file" && exit 1 ;;
+    esac
+done
