@@ -9,19 +9,28 @@
 #include <CLI/CLI.hpp>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace netparam {
 
 // Results go to `out`; refusals and notes go to `errors`.
 using Action = std::function<ExitCode(std::ostream &out, std::ostream &errors)>;
 
+// What help and manual say of a verb beyond its description.
+struct Explanation {
+    std::string text;
+    std::vector<std::string> examples;
+};
+
 struct CommandLine {
     CLI::App app;
     const Style style;
     Action action;
+    std::map<const CLI::App *, Explanation> explanations;
 
     explicit CommandLine(Style for_both);
 
@@ -31,16 +40,25 @@ struct CommandLine {
                        ExitCode (*run)(std::ostream &out, std::ostream &errors, const Options &options))
     {
         CLI::App &verb = *app.add_subcommand(name, description);
+        verb.group("Verbs");
         verb.callback([this, options, run] {
             action = [options, run](std::ostream &out, std::ostream &errors) { return run(out, errors, *options); };
         });
         return verb;
     }
+    // Sentences and example command lines.
+    void explain(CLI::App &verb, const std::string &text, const std::vector<std::string> &examples);
 };
 
 void add_list(CommandLine &line);
 void add_parse(CommandLine &line);
 void add_exchange(CommandLine &line);
+void add_write(CommandLine &line);
+void add_diff(CommandLine &line);
+void add_check(CommandLine &line);
+void add_filter(CommandLine &line);
+void add_manual(CommandLine &line);
+void add_completion(CommandLine &line);
 
 } // namespace netparam
 

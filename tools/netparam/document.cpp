@@ -22,28 +22,6 @@ constexpr std::size_t longest_text = 4 * 1024 * 1024;
     throw Failure(exit_file, printable(name) + ": " + std::strerror(error));
 }
 
-std::string read_file(const std::string &path, const std::string &name)
-{
-    const auto close = [](std::FILE *file) {
-        if (file != stdin)
-            std::fclose(file);
-    };
-    const std::unique_ptr<std::FILE, decltype(close)> file(path == "-" ? stdin : std::fopen(path.c_str(), "rb"), close);
-    if (file == nullptr)
-        unreadable(name, errno);
-    std::string text;
-    char buffer[65536];
-    for (std::size_t length; (length = std::fread(buffer, 1, sizeof buffer, file.get())) > 0;) {
-        text.append(buffer, length);
-        if (text.size() > longest_text)
-            throw Failure(exit_malformed, printable(name) + ": more than " + std::to_string(longest_text) +
-                                              " bytes; nothing was parsed");
-    }
-    if (std::ferror(file.get()) != 0)
-        unreadable(name, errno);
-    return text;
-}
-
 // Where the line begins. The XML library takes "\r\n" and "\n\r" for one line break, too.
 std::size_t line_start(const std::string &text, int row)
 {
@@ -65,8 +43,40 @@ bool has_name(const TiXmlNode &node, const char *name)
 
 } // namespace
 
-Document::Document(const std::string &path)
-    : name_(path == "-" ? "standard input" : path), text_(read_file(path, name_))
+std::string file_name(const std::string &path)
+{
+    return path == "-" ? standard_input : path;
+}
+
+[[noreturn]] static void too_long(const std::string &name)
+{
+    const std::string reason = "more than " + std::to_string(longest_text) + " bytes; nothing was parsed";
+    throw Malformed(name, {}, reason, printable(name) + ": " + reason);
+}
+
+std::string read_text(const std::string &path)
+{
+    const std::string name = file_name(path);
+    const auto close = [](std::FILE *file) {
+        if (file != stdin)
+            std::fclose(file);
+    };
+    const std::unique_ptr<std::FILE, decltype(close)> file(path == "-" ? stdin : std::fopen(path.c_str(), "rb"), close);
+    if (file == nullptr)
+        unreadable(name, errno);
+    std::string text;
+    char buffer[65536];
+    for (std::size_t length; (length = std::fread(buffer, 1, sizeof buffer, file.get())) > 0;) {
+        text.append(buffer, length);
+        if (text.size() > longest_text)
+            too_long(name);
+    }
+    if (std::ferror(file.get()) != 0)
+        unreadable(name, errno);
+    return text;
+}
+
+Document::Document(const std::string &path) : name_(file_name(path)), text_(read_text(path))
 {
     parse();
 }
@@ -75,18 +85,24 @@ void Document::malformed(Spot spot, const std::string &what) const
 {
     std::string text = at(spot) + ": not well-formed XML: " + printable(what) + "\n" + excerpt(spot, {}, false);
     text.pop_back(); // the last line break
-    throw Failure(exit_malformed, text);
+    throw Malformed(name_, spot, "not well-formed XML: " + printable(what), text);
+}
+
+void Document::unfit(Spot spot, const std::string &why) const
+{
+    const std::string reason = why + "; nothing was parsed";
+    throw Malformed(name_, spot, reason, at(spot) + ": " + reason);
 }
 
 void Document::parse()
 {
     if (const std::size_t zero = text_.find('\0'); zero != std::string::npos) {
         const int row = 1 + static_cast<int>(std::count(text_.begin(), text_.begin() + static_cast<long>(zero), '\n'));
-        throw Failure(exit_malformed, at({row, 0}) + ": a zero byte in the text; nothing was parsed");
+        unfit({row, 0}, "a zero byte in the text");
     }
     // Nesting and attributes only: how long the text may be is the tool's own affair.
     if (const char *why = netpublic::guard_text(text_.c_str(), std::min(text_.size(), netpublic::guarded_length)))
-        throw Failure(exit_malformed, printable(name_) + ": " + why + "; nothing was parsed");
+        unfit({}, why);
     padded_ = text_ + std::string(netpublic::guard_padding, '\0');
     tree_.SetTabSize(1);
     tree_.Parse(padded_.c_str());

@@ -2,6 +2,7 @@
 #ifndef NETPARAM_DOCUMENT_H
 #define NETPARAM_DOCUMENT_H
 
+#include "failure.h"
 #include "text.h"
 
 #include <tinyxml.h>
@@ -17,9 +18,44 @@ struct Spot {
     int column = 0;
 };
 
+constexpr char standard_input[] = "standard input";
+
+// The text of a file, or of standard input for "-". Fails with exit_file, and with exit_malformed when it is
+// too long.
+std::string read_text(const std::string &path);
+// How a file is called in what people read.
+std::string file_name(const std::string &path);
+
+// A text that is not well formed, or not fit to be parsed.
+class Malformed : public Failure {
+public:
+    Malformed(const std::string &path, Spot spot, const std::string &reason, const std::string &text)
+        : Failure(exit_malformed, text), path_(path), spot_(spot), reason_(reason)
+    {
+    }
+
+    const std::string &path() const
+    {
+        return path_;
+    }
+    Spot spot() const
+    {
+        return spot_;
+    }
+    const std::string &reason() const
+    {
+        return reason_;
+    }
+
+private:
+    std::string path_;
+    Spot spot_;
+    std::string reason_;
+};
+
 class Document {
 public:
-    // Reads and parses a file, or standard input for "-". Fails with exit_file and exit_malformed.
+    // Reads and parses a file, or standard input for "-". Fails with exit_file, and as Malformed.
     explicit Document(const std::string &path);
     Document(const Document &) = delete;
     Document &operator=(const Document &) = delete;
@@ -46,6 +82,7 @@ public:
 
 private:
     [[noreturn]] void malformed(Spot spot, const std::string &what) const;
+    [[noreturn]] void unfit(Spot spot, const std::string &why) const;
     void parse();
 
     std::string name_;

@@ -1,6 +1,7 @@
 #include "dump.h"
 
 #include "picture.h"
+#include "rows.h"
 #include "secrets.h"
 #include "shapes.h"
 
@@ -12,47 +13,16 @@ namespace netparam {
 namespace {
 
 using netpublic::Detail;
-using netpublic::Kind;
 using netpublic::Row;
 using netpublic::Shape;
 using netpublic::Table;
 using Json = nlohmann::ordered_json;
 
-// A record and what is known of it. Row offsets count from `shift` bytes before it: rows may describe a
-// record that holds this one.
-struct View {
-    const Table &table;
-    const char *record;
-    std::size_t shift;
-    std::size_t size;
+struct View : RecordView<const char> {
     bool show_secrets;
-
-    const char *member(const Row &row) const
-    {
-        return record + row.offset - shift;
-    }
-    bool holds(const Row &row) const
-    {
-        return row.offset >= shift && row.offset - shift < size;
-    }
 };
 
 std::vector<Item> dump_rows(const View &view);
-
-// What the record itself says of a size, if it lies within the limits.
-int size_beside(const View &view, const char *key, const char *other, int limit)
-{
-    for (unsigned i = 0; i < view.table.rows; ++i) {
-        const Row &row = view.table.row(i);
-        const std::string name = row.kind == Kind::integer ? view.table.key(row) : "";
-        if (!view.holds(row) || (name != key && name != other))
-            continue;
-        const int size = load<std::int32_t>(view.member(row));
-        if (size >= 1 && size <= limit)
-            return size;
-    }
-    return limit;
-}
 
 // Elements of an array, up to the last one that is not all zero.
 template <class Fill>
@@ -71,82 +41,11 @@ void set_elements(Item &item, const char *at, std::size_t size, std::size_t coun
     }
 }
 
-// Codes or bits that have words.
-bool set_spelled(Item &item, const char *at, const Detail &detail, std::size_t count)
-{
-    constexpr std::size_t month = 31;
-    const auto set_one = [&detail](Item &one, const char *value) {
-        if (detail.shape == Shape::u32)
-            set_mask(one, *detail.words, load<std::uint32_t>(value));
-        else
-            set_word(one, *detail.words,
-                     detail.shape == Shape::u8 ? load<std::uint8_t>(value) : load<std::int32_t>(value));
-    };
-    if (detail.shape != Shape::u32 && detail.shape != Shape::i32 && detail.shape != Shape::u8)
-        return false;
-    if (count == 1)
-        set_one(item, at);
-    else if (count == month && detail.shape == Shape::i32)
-        set_month(item, *detail.words, at, month);
-    else
-        set_elements(item, at, detail.element_size, count, false, set_one);
-    return true;
-}
-
-// A member by its shape alone.
-bool set_shaped(Item &item, const View &view, const char *at, const Detail &detail)
-{
-    const std::size_t first = detail.dimensions[0], second = detail.dimensions[1];
-    const std::size_t count = first * second;
-    if (detail.shown != nullptr) {
-        const auto fill = [&](Item &element, const char *record) {
-            element.items =
-                dump_rows({*detail.shown, record, detail.shown_offset, detail.element_size, view.show_secrets});
-        };
-        if (count == 1)
-            fill(item, at);
-        else
-            set_elements(item, at, detail.element_size, count, false, fill);
-        return true;
-    }
-    const bool week = first == 7 && second == 24;
-    if (detail.words != nullptr)
-        return set_spelled(item, at, detail, count);
-    if (detail.shape == Shape::characters && second == 1) {
-        set_text(item, at, first);
-    } else if (detail.shape == Shape::characters) {
-        set_elements(item, at, second, first, false,
-                     [&](Item &element, const char *text) { set_text(element, text, second); });
-    } else if (count == 1) {
-        return set_scalar(item, at, detail);
-    } else if (detail.shape == Shape::u8 && second > 1) {
-        set_grid(item, at, detail, [&view](const char *key, const char *other, int limit) {
-            return size_beside(view, key, other, limit);
-        });
-    } else if (detail.shape == Shape::i32 && week) {
-        set_week(item, at);
-    } else if (detail.shape == Shape::hours && first == 7) {
-        set_hours(item, at);
-    } else if (detail.shape == Shape::section && week) {
-        set_schedule(item, at);
-    } else if (detail.shape >= Shape::i32 && detail.shape <= Shape::u8) {
-        set_numbers(item, at, detail, count);
-    } else if (detail.shape != Shape::none) {
-        set_elements(item, at, detail.element_size, count, false,
-                     [&](Item &element, const char *value) { set_scalar(element, value, detail); });
-    } else {
-        return false;
-    }
-    return true;
-}
-
 // -1 when nothing keeps the number of items.
 int stored_count(const View &view, const Row &row)
 {
-    for (unsigned at = row.attached; at != 0; at = view.table.row(at).attached)
-        if (view.table.row(at).kind == Kind::count)
-            return std::clamp<int>(load<std::int32_t>(view.member(view.table.row(at))), 0, row.size);
-    return -1;
+    const Row *count = count_of(view.table, row);
+    return count == nullptr ? -1 : std::clamp<int>(load<std::int32_t>(view.member(*count)), 0, row.size);
 }
 
 // Only what has a direction to be crossed in is a line; all other points surround an area.
@@ -178,79 +77,96 @@ std::vector<Rectangle> rectangles_in(const std::vector<Item> &items)
     return rectangles;
 }
 
-bool set_row(Item &item, const View &view, const Row &row, const Detail &detail)
+// A code or a set of bits.
+void set_spelled(Item &item, const char *at, const Detail &detail, const netpublic::WordTable &words)
 {
-    const char *at = view.member(row);
+    if (detail.shape == Shape::u8)
+        set_word(item, words, load<std::uint8_t>(at));
+    else
+        set_word(item, words, load<std::int32_t>(at));
+}
+
+void set_row(Item &item, const View &view, unsigned index)
+{
     const Table &table = view.table;
-    switch (row.kind) {
-    case Kind::word:
-        set_word(item, *table.ref(row.ref).words, load<std::int32_t>(at));
-        return true;
-    case Kind::mask:
-        set_mask(item, *table.ref(row.ref).words, load<std::uint32_t>(at));
-        return true;
-    case Kind::group: {
+    const Row &row = table.row(index);
+    const Detail &detail = table.detail(index);
+    const char *at = view.member(row);
+    const std::size_t capacity = capacity_of(table, index);
+    const int stored = stored_count(view, row);
+    const std::size_t count = stored < 0 ? capacity : static_cast<std::size_t>(stored);
+    const auto each = [&](std::size_t size, const std::function<void(Item &, const char *)> &fill) {
+        set_elements(item, at, size, count, stored >= 0, fill);
+    };
+    const auto shown = [&](Item &element, const char *record) {
+        element.items =
+            dump_rows({{*detail.shown, record, detail.shown_offset, detail.element_size}, view.show_secrets});
+    };
+    const auto spelled = [&](Item &element, const char *value) {
+        set_spelled(element, value, detail, row_words(table, index));
+    };
+    const auto mask = [&](Item &element, const char *value) {
+        set_mask(element, row_words(table, index), load<std::uint32_t>(value));
+    };
+    switch (form_of(table, index)) {
+    case Form::word:
+        return spelled(item, at);
+    case Form::words:
+        return each(detail.element_size, spelled);
+    case Form::mask:
+        return mask(item, at);
+    case Form::masks:
+        return each(detail.element_size, mask);
+    case Form::month:
+        return set_month(item, row_words(table, index), at, static_cast<int>(capacity));
+    case Form::group: {
         const Table &inner = *table.ref(row.ref).table;
-        item.items = dump_rows({inner, at, 0, inner.record_size, view.show_secrets});
+        item.items = dump_rows({{inner, at, 0, inner.record_size}, view.show_secrets});
         if (detail.shape == Shape::points)
             item.drawing = draw_points(load<net_smart_ai_points_t>(at), !is_line(table));
-        return true;
+        return;
     }
-    case Kind::list: {
+    case Form::list: {
         const Table &inner = *table.ref(row.ref).table;
-        const int count = stored_count(view, row);
-        set_elements(item, at, inner.record_size, count < 0 ? row.size : static_cast<std::size_t>(count), count >= 0,
-                     [&](Item &element, const char *record) {
-                         element.items = dump_rows({inner, record, 0, inner.record_size, view.show_secrets});
-                     });
-        return true;
+        return each(inner.record_size, [&](Item &element, const char *record) {
+            element.items = dump_rows({{inner, record, 0, inner.record_size}, view.show_secrets});
+        });
     }
-    case Kind::int_items: {
-        const int count = stored_count(view, row);
-        set_numbers(item, at, detail, count < 0 ? row.size : static_cast<std::size_t>(count));
-        return true;
+    case Form::record:
+        return shown(item, at);
+    case Form::records:
+        return each(detail.element_size, shown);
+    case Form::text:
+        return set_text(item, at, capacity);
+    case Form::texts:
+        return set_elements(item, at, detail.dimensions[1], detail.dimensions[0], false,
+                            [&](Item &element, const char *text) { set_text(element, text, detail.dimensions[1]); });
+    case Form::scalar:
+        return set_scalar(item, at, detail);
+    case Form::scalars:
+        return each(detail.element_size, [&](Item &element, const char *value) { set_scalar(element, value, detail); });
+    case Form::numbers:
+        return set_numbers(item, at, detail, count);
+    case Form::grid:
+        return set_grid(item, at, detail, [&view](const char *key, const char *other, int limit) {
+            return size_beside(view, key, other, limit);
+        });
+    case Form::week:
+        return set_week(item, at);
+    case Form::hours:
+        return set_hours(item, at);
+    case Form::sets:
+        return set_schedule(item, at);
+    case Form::none:
+        break;
     }
-    case Kind::constant:
-    case Kind::view:
-    case Kind::count:
-    case Kind::mark:
-    case Kind::condition:
-        return false;
-    default:
-        return set_shaped(item, view, at, detail);
-    }
-}
-
-// Does an earlier row show the same? A field may have one row to be read by and another to be written by.
-bool shown_before(const Table &table, unsigned index)
-{
-    const Row &row = table.row(index);
-    for (unsigned i = 0; i < index; ++i) {
-        const Row &earlier = table.row(i);
-        const bool same_key = std::strcmp(table.key(earlier), table.key(row)) == 0;
-        const bool same_member =
-            std::strcmp(table.text(table.detail(i).member), table.text(table.detail(index).member)) == 0;
-        if (row.kind == Kind::preset ? earlier.offset == row.offset : same_key && index >= table.keys)
-            return true;
-        if (earlier.offset == row.offset && (same_key || (same_member && row.kind != Kind::group)))
-            return true;
-    }
-    // A preset inside a member that has a row of its own.
-    return row.kind == Kind::preset && std::strpbrk(table.text(table.detail(index).member), "[.") != nullptr;
-}
-
-// A preset has no key of its own.
-std::string name_of(const Table &table, unsigned index)
-{
-    const Row &row = table.row(index);
-    return row.kind == Kind::preset ? table.text(table.detail(index).member) : table.key(row);
 }
 
 void hide(Item &item)
 {
     set(item, hidden, hidden);
     item.items.clear();
-    item.drawing.clear();
+    item.drawing = {};
     item.list = false;
 }
 
@@ -259,12 +175,11 @@ std::vector<Item> dump_rows(const View &view)
     std::vector<Item> items;
     for (unsigned i = 0; i < view.table.rows; ++i) {
         const Row &row = view.table.row(i);
-        if (!view.holds(row) || (row.flags & netpublic::row_skipped) != 0 || shown_before(view.table, i))
+        if (!view.holds(row) || !is_shown(view.table, i))
             continue;
         Item item;
         item.name = name_of(view.table, i);
-        if (!set_row(item, view, row, view.table.detail(i)))
-            continue;
+        set_row(item, view, i);
         if (item.list)
             item.drawing = draw_rectangles(rectangles_in(item.items));
         if (!view.show_secrets && is_secret(item.name) && item.items.empty())
@@ -286,7 +201,7 @@ Json list_json(const std::vector<Item> &items)
 
 std::vector<Item> dump(const Table &table, const void *record, bool show_secrets)
 {
-    return dump_rows({table, static_cast<const char *>(record), 0, table.record_size, show_secrets});
+    return dump_rows({{table, static_cast<const char *>(record), 0, table.record_size}, show_secrets});
 }
 
 Json to_json(const std::vector<Item> &items)

@@ -1,3 +1,4 @@
+#include "annotate.h"
 #include "command_line.h"
 #include "report.h"
 #include "secrets.h"
@@ -63,28 +64,28 @@ void print_extension(std::ostream &out, const net_ext_t &extension, const Option
     number("streamType", extension.streamType);
 }
 
-// The words that a payload's codes lack are the usual reason why a writer fails.
-void print_wordless(std::ostream &errors, const std::vector<Item> &items, const std::string &path)
+void note_ignored(std::ostream &errors, const Session &session, const Document &document, const Options &options)
 {
-    constexpr char mark[] = "(has no word)";
-    for (const Item &item : items) {
-        if (item.text.find(mark) != std::string::npos && item.items.empty())
-            errors << "  " << path << item.name << ' ' << item.text << '\n';
-        print_wordless(errors, item.items, item.list ? path : path + item.name + "/");
-    }
+    if (options.format == format_github)
+        annotate_ignored(errors, *session.trace(), document.name());
+    else
+        print_ignored(errors, *session.trace(), document, options);
 }
 
 ExitCode refused(std::ostream &out, std::ostream &errors, const Session &session, const Document &document,
                  const Options &options)
 {
     out.flush();
-    print_ignored(errors, *session.trace(), document, options);
-    print_refusal(errors, session, document, options);
+    note_ignored(errors, session, document, options);
+    if (options.format == format_github)
+        annotate_refusal(errors, *session.trace(), document.name());
+    else
+        print_refusal(errors, session, document, options);
     print_log(errors, session, options.style);
     return exit_refused;
 }
 
-ExitCode exchange(std::ostream &out, std::ostream &errors, const Options &options)
+ExitCode play(std::ostream &out, std::ostream &errors, const Options &options)
 {
     options.settle();
     const Entry &entry = find_message(options.message);
@@ -106,7 +107,7 @@ ExitCode exchange(std::ostream &out, std::ostream &errors, const Options &option
     if (Document *document = session.body_document()) {
         if (!session.parse())
             return refused(out, errors, session, *document, options);
-        print_ignored(errors, *session.trace(), *document, options);
+        note_ignored(errors, session, *document, options);
     }
     const std::vector<Item> items = payload_items(session, entry, options);
     out << options.style.heading("Payload, " + title(entry, session)) << '\n';
@@ -122,14 +123,17 @@ ExitCode exchange(std::ostream &out, std::ostream &errors, const Options &option
             out << options.style.heading("Reply") << "\n  none: " << entry.writer() << "() writes nothing\n";
     } else {
         out.flush();
-        errors << entry.message->writer << ": " << options.style.error("refused:")
-               << " the payload cannot be written\n";
-        print_wordless(errors, items, "");
+        print_unwritable(errors, entry, items, options.style);
         code = exit_refused;
     }
     out.flush();
     print_log(errors, session, options.style);
     return code;
+}
+
+ExitCode exchange(std::ostream &out, std::ostream &errors, const Options &options)
+{
+    return annotating(errors, options, [&] { return play(out, errors, options); });
 }
 
 } // namespace
@@ -141,6 +145,11 @@ void add_exchange(CommandLine &line)
     CLI::App &verb =
         line.add_verb("exchange", "Plays a whole exchange: header, request, payload, reply", options, exchange);
     options->add_options(verb).add_flag("--full", options->full, "Do not shorten long texts");
+    options->add_format(verb, false);
+    line.explain(verb,
+                 "Texts are shown as the firmware would log them. Without a FILE the payload is what the initialiser "
+                 "leaves.",
+                 {"netparam exchange md request.xml --ext extension.xml", "netparam exchange device-info --type NVR"});
 }
 
 } // namespace netparam

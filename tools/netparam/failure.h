@@ -11,10 +11,26 @@ namespace netparam {
 enum ExitCode : int {
     exit_ok = 0,
     exit_refused = 1,   // the library refused a value, an extension header or a payload
+    exit_different = 1, // in diff: the payloads are not the same
     exit_usage = 2,     // no such message, option or verb
     exit_file = 3,      // a file that cannot be read, or output that cannot be written
     exit_malformed = 4, // text that is not well-formed XML, or not fit to be parsed
     exit_fault = 70,    // a fault of the tool or the library itself
+};
+
+struct ExitMeaning {
+    ExitCode code;
+    const char *meaning;
+};
+
+// For help and manual.
+constexpr ExitMeaning exit_meanings[] = {
+    {exit_ok, "everything was accepted; diff: the bodies are the same"},
+    {exit_refused, "the library refused a value, an extension header or a payload; diff: the bodies differ"},
+    {exit_usage, "usage: there is no such message, option or verb"},
+    {exit_file, "input or output: a file cannot be read, or the output cannot be written"},
+    {exit_malformed, "a text is not well-formed XML or JSON, or not fit to be parsed; diff: or a body is refused"},
+    {exit_fault, "a fault of the tool or of the library"},
 };
 
 class Failure : public std::runtime_error {

@@ -2,6 +2,8 @@
 #ifndef NETPARAM_ITEM_H
 #define NETPARAM_ITEM_H
 
+#include "drawing.h"
+
 #include <nlohmann/json.hpp>
 
 #include <string>
@@ -13,7 +15,7 @@ struct Item {
     std::string name;             // the row's key, with an index in a list
     std::string text;             // the value for people
     nlohmann::ordered_json value; // and for programs; unused where there are items
-    std::vector<std::string> drawing;
+    Drawing drawing;
     std::vector<Item> items;
     bool list = false; // the items are one name's, so they are an array
 };

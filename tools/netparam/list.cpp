@@ -12,6 +12,7 @@ namespace {
 struct ListOptions {
     std::string filter;
     bool json = false;
+    bool names = false;
 };
 
 using Json = nlohmann::ordered_json;
@@ -80,6 +81,14 @@ void print(std::ostream &out, const std::vector<Line> &lines)
     }
 }
 
+// For completions and scripts: what can be typed for MESSAGE.
+void print_names(std::ostream &out, const std::string &filter)
+{
+    for (const Entry &entry : entries())
+        if (entry.message != nullptr && matches(entry, filter))
+            out << entry.name() << '\n';
+}
+
 ExitCode list(std::ostream &out, std::ostream & /*errors*/, const ListOptions &options)
 {
     std::vector<Line> lines = {{"NAME", "ID", "SIZE", "DIRECTIONS", "INITIALISER"}};
@@ -91,7 +100,9 @@ ExitCode list(std::ostream &out, std::ostream & /*errors*/, const ListOptions &o
                          entry.directions(), initialiser_of(entry)});
         rows.push_back(to_json(entry));
     }
-    if (options.json)
+    if (options.names)
+        print_names(out, options.filter);
+    else if (options.json)
         out << rows.dump(2) << '\n';
     else if (lines.size() == 1)
         throw Failure(exit_usage, "nothing in the catalogue matches " + in_quotes(options.filter));
@@ -110,6 +121,9 @@ void add_list(CommandLine &line)
         "TEXT", options->filter,
         "Only messages with this text in their name, initialiser, functions or root element, or with this id");
     verb.add_flag("--json", options->json, "As JSON");
+    verb.add_flag("--names", options->names, "Only the names of messages that can be parsed or written")
+        ->excludes("--json");
+    line.explain(verb, "", {"netparam list", "netparam list md", "netparam list 1903 --json"});
 }
 
 } // namespace netparam

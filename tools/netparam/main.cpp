@@ -1,38 +1,26 @@
 // netparam: shows how the library reads a client's request and what it replies.
 #include "command_line.h"
 #include "nearest.h"
+#include "terminal.h"
 
-#include <unistd.h>
-
-#include <algorithm>
-#include <cstdlib>
+#include <csignal>
 #include <iostream>
 
 using namespace netparam;
 
 namespace {
 
-bool wants_colour(int descriptor)
-{
-    const char *off = std::getenv("NO_COLOR");
-    const char *terminal = std::getenv("TERM");
-    return (off == nullptr || *off == '\0') && isatty(descriptor) == 1 &&
-           (terminal == nullptr || std::string(terminal) != "dumb");
-}
-
-// One style serves both streams, so both must be terminals.
-bool colour()
-{
-    return wants_colour(STDOUT_FILENO) && wants_colour(STDERR_FILENO);
-}
-
 // Misspelt verbs get a suggestion.
 void check_verb(const CLI::App &app, const std::string &typed)
 {
     std::vector<std::string> verbs;
-    for (const CLI::App *verb : app.get_subcommands(nullptr))
-        verbs.push_back(verb->get_name());
-    if (typed[0] == '-' || std::find(verbs.begin(), verbs.end(), typed) != verbs.end())
+    bool is_verb = false;
+    for (const CLI::App *verb : app.get_subcommands(nullptr)) {
+        is_verb = is_verb || verb->get_name() == typed;
+        if (!verb->get_group().empty()) // the others are hidden
+            verbs.push_back(verb->get_name());
+    }
+    if (typed[0] == '-' || is_verb)
         return;
     const std::vector<std::string> near = nearest(typed, verbs, 1);
     throw Failure(exit_usage,
@@ -42,7 +30,7 @@ void check_verb(const CLI::App &app, const std::string &typed)
 
 int run(int argc, char **argv)
 {
-    CommandLine line(Style{colour()});
+    CommandLine line(terminal_style());
     try {
         check_verb(line.app, argc > 1 ? argv[1] : "-");
         line.app.parse(argc, argv);
@@ -60,6 +48,7 @@ int run(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
+    std::signal(SIGPIPE, SIG_DFL); // a reader that has seen enough is no fault, even if the caller ignores this
     try {
         return run(argc, argv);
     } catch (const Failure &failure) {

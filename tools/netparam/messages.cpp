@@ -127,6 +127,11 @@ std::string Entry::root() const
     return writes() && message->written != nullptr ? message->written->text(message->written->root) : "";
 }
 
+const netpublic::Table *Entry::table() const
+{
+    return message == nullptr ? nullptr : message->read != nullptr ? message->read : message->written;
+}
+
 unsigned int Entry::size() const
 {
     return initialiser != nullptr && initialiser->size > 0 ? initialiser->size : message != nullptr ? message->size : 0;
@@ -136,6 +141,23 @@ const std::vector<Entry> &entries()
 {
     static const std::vector<Entry> all = join();
     return all;
+}
+
+const Entry *parsed_message(const std::string &name)
+{
+    for (const Entry &entry : entries())
+        if (entry.parses() && simplified(entry.name()) == simplified(name))
+            return &entry;
+    return nullptr;
+}
+
+std::vector<const Entry *> parsed_by_root(const std::string &element)
+{
+    std::vector<const Entry *> found;
+    for (const Entry &entry : entries())
+        if (entry.parses() && (simplified(entry.name()) == simplified(element) || bears(entry, simplified(element))))
+            found.push_back(&entry);
+    return found;
 }
 
 const Entry &find_message(const std::string &name)

@@ -25,6 +25,8 @@ struct Entry {
     std::string writer() const;
     // The root element that is written; empty when unknown.
     std::string root() const;
+    // The rows that describe the payload; null without any.
+    const netpublic::Table *table() const;
     // Size of the payload; 0 without one.
     unsigned int size() const;
 };
@@ -35,6 +37,11 @@ const std::vector<Entry> &entries();
 // The message of this name: its own, or that of its initialiser, parser, writer or root element.
 // Fails with exit_usage and the nearest names.
 const Entry &find_message(const std::string &name);
+
+// The message of this name of its own that can be parsed; null without one.
+const Entry *parsed_message(const std::string &name);
+// All messages that can be parsed and are known by the root element.
+std::vector<const Entry *> parsed_by_root(const std::string &element);
 
 } // namespace netparam
 

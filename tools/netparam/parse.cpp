@@ -1,4 +1,6 @@
+#include "annotate.h"
 #include "command_line.h"
+#include "payload.h"
 #include "report.h"
 
 namespace netparam {
@@ -23,7 +25,11 @@ Json header_json(const Entry &entry, const Session &session)
     return json;
 }
 
-ExitCode parse(std::ostream &out, std::ostream &errors, const Options &options)
+struct ParseOptions : Options {
+    std::string bytes; // file; empty for none
+};
+
+ExitCode parse_body(std::ostream &out, std::ostream &errors, const ParseOptions &options)
 {
     options.settle();
     const Entry &entry = find_message(options.message);
@@ -37,10 +43,19 @@ ExitCode parse(std::ostream &out, std::ostream &errors, const Options &options)
         document = session.body_document();
         accepted = session.parse();
     }
+    if (accepted && !options.bytes.empty())
+        save_bytes(session, options.bytes);
     const bool body_was_read = document == session.body_document();
     const std::vector<Item> items = body_was_read ? payload_items(session, entry, options) : std::vector<Item>();
 
-    if (options.json) {
+    if (options.format == format_github) {
+        const std::string &path = body_was_read ? options.file : options.extension;
+        annotate_ignored(out, *session.trace(), path);
+        if (!accepted)
+            annotate_refusal(out, *session.trace(), path);
+        return accepted ? exit_ok : exit_refused;
+    }
+    if (options.json || options.format == format_json) {
         Json json = header_json(entry, session);
         json["inited"] = session.envelope().inited;
         json["refused"] = accepted ? Json() : refusal_json(session, *document);
@@ -64,16 +79,30 @@ ExitCode parse(std::ostream &out, std::ostream &errors, const Options &options)
     return accepted ? exit_ok : exit_refused;
 }
 
+ExitCode parse(std::ostream &out, std::ostream &errors, const ParseOptions &options)
+{
+    return annotating(out, options, [&] { return parse_body(out, errors, options); });
+}
+
 } // namespace
 
 void add_parse(CommandLine &line)
 {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ParseOptions>();
     options->style = line.style;
     CLI::App &verb =
         line.add_verb("parse", "Reads a body and shows the payload that the firmware gets", options, parse);
     options->add_options(verb).get_option("FILE")->required();
-    verb.add_flag("--json", options->json, "As JSON, with the names of the rows");
+    options->add_format(verb, true);
+    verb.add_flag("--json", options->json, "The same as --format json")->excludes("--format");
+    verb.add_option("--raw", options->bytes, "Also save the payload's bytes, as this machine's memory holds them")
+        ->type_name("FILE");
+    line.explain(verb,
+                 "Shows the payload, and what is wrong with the body: where, what was read and what would be accepted. "
+                 "Children that no key answers to are noted, as they have no effect. As JSON the rows' names are the "
+                 "keys; as workflow commands only refusals and notes are shown.",
+                 {"netparam parse md request.xml", "netparam parse md - --ext extension.xml --channels 1 < request.xml",
+                  "netparam parse md request.xml --format json | jq .payload"});
 }
 
 } // namespace netparam

@@ -73,13 +73,17 @@ std::pair<int, int> stretch(long long low, long long high, long long extent, int
 
 } // namespace
 
-std::vector<std::string> draw_points(const net_smart_ai_points_t &points, bool closed)
+Drawing draw_points(const net_smart_ai_points_t &points, bool closed)
 {
     const int count = std::clamp(points.pointNum, 0, static_cast<int>(std::size(points.points)));
+    Drawing drawing;
     if (count == 0)
-        return {};
-    if (!std::all_of(points.points, points.points + count, inside))
-        return {"not drawn: a point lies outside the picture, which reaches from 0 to 1"};
+        return drawing;
+    if (!std::all_of(points.points, points.points + count, inside)) {
+        drawing.kind = Drawing::Kind::note;
+        drawing.lines = {"not drawn: a point lies outside the picture, which reaches from 0 to 1"};
+        return drawing;
+    }
     Frame frame;
     const auto place = [&points](int point) { return cell_of(points.points[point]); };
     for (int i = 1; i < count; ++i)
@@ -88,10 +92,14 @@ std::vector<std::string> draw_points(const net_smart_ai_points_t &points, bool c
         frame.line(place(count - 1), place(0));
     for (int i = 0; i < count; ++i)
         frame.mark(place(i), static_cast<char>('1' + i));
-    return frame.lines();
+    drawing.kind = Drawing::Kind::figure;
+    drawing.lines = frame.lines();
+    drawing.points.assign(points.points, points.points + count);
+    drawing.closed = closed;
+    return drawing;
 }
 
-std::vector<std::string> draw_rectangles(const std::vector<Rectangle> &rectangles)
+Drawing draw_rectangles(const std::vector<Rectangle> &rectangles)
 {
     long long width = 0, height = 0;
     for (const Rectangle &each : rectangles)
@@ -111,9 +119,12 @@ std::vector<std::string> draw_rectangles(const std::vector<Rectangle> &rectangle
             for (int column = left; column < right; ++column)
                 frame.mark({column, row}, each.mark);
     }
-    std::vector<std::string> lines = frame.lines();
-    lines.push_back("scaled to the largest extent, " + std::to_string(width) + " x " + std::to_string(height));
-    return lines;
+    Drawing drawing;
+    drawing.kind = Drawing::Kind::masks;
+    drawing.lines = frame.lines();
+    drawing.lines.push_back("scaled to the largest extent, " + std::to_string(width) + " x " + std::to_string(height));
+    drawing.rectangles = rectangles;
+    return drawing;
 }
 
 } // namespace netparam

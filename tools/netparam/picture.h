@@ -2,24 +2,16 @@
 #ifndef NETPARAM_PICTURE_H
 #define NETPARAM_PICTURE_H
 
-#include <net_types.h>
-
-#include <string>
-#include <vector>
+#include "drawing.h"
 
 namespace netparam {
 
 // Points numbered from 1, joined by lines; a closed figure has one from the last point to the first.
-std::vector<std::string> draw_points(const net_smart_ai_points_t &points, bool closed);
-
-struct Rectangle {
-    char mark;
-    long long left, top, width, height;
-};
+Drawing draw_points(const net_smart_ai_points_t &points, bool closed);
 
 // Their unit is the client's: the frame is as large as they reach, which the last line says. Nothing
 // without an area.
-std::vector<std::string> draw_rectangles(const std::vector<Rectangle> &rectangles);
+Drawing draw_rectangles(const std::vector<Rectangle> &rectangles);
 
 } // namespace netparam
 

@@ -24,12 +24,12 @@ void print_level(std::ostream &out, const std::vector<Item> &items, const std::s
         const std::string name = path + item.name;
         if (!item.items.empty()) {
             print_level(out, item.items, item.list ? path : name + "/", width, style);
-            if (!item.drawing.empty())
+            if (!item.drawing.lines.empty())
                 out << "  " << name << '\n';
         } else {
             out << "  " << name << std::string(width - std::min(width, name.size()) + 2, ' ') << item.text << '\n';
         }
-        for (const std::string &line : item.drawing)
+        for (const std::string &line : item.drawing.lines)
             out << "      " << style.faint(line) << '\n';
     }
 }
@@ -54,7 +54,16 @@ std::vector<std::string> log_lines(const Session &session)
     return lines;
 }
 
-constexpr char as_a_whole[] = "the message as a whole is refused, although each of its elements was read";
+// The words that a payload's codes lack are the usual reason why a writer fails.
+void print_wordless(std::ostream &out, const std::vector<Item> &items, const std::string &path)
+{
+    constexpr char mark[] = "(has no word)";
+    for (const Item &item : items) {
+        if (item.text.find(mark) != std::string::npos && item.items.empty())
+            out << "  " << path << item.name << ' ' << item.text << '\n';
+        print_wordless(out, item.items, item.list ? path : path + item.name + "/");
+    }
+}
 
 } // namespace
 
@@ -85,14 +94,23 @@ void print_refusal(std::ostream &out, const Session &session, const Document &do
         out << "  accepted  " << refusal->accepted << '\n';
 }
 
+void print_unwritable(std::ostream &out, const Entry &entry, const std::vector<Item> &items, const Style &style)
+{
+    out << entry.message->writer << ": " << style.error("refused:") << " the payload cannot be written\n";
+    print_wordless(out, items, "");
+}
+
+std::string why_ignored(const Ignored &ignored)
+{
+    constexpr char why[] = "no key answers to it";
+    return ignored.near.empty() ? why : std::string(why) + "; did you mean " + ignored.near.front() + "?";
+}
+
 void print_ignored(std::ostream &out, const Trace &trace, const Document &document, const Options &options)
 {
     for (const Ignored &ignored : trace.ignored()) {
         out << document.at(ignored.spot) << ": " << options.style.note("note:") << ' ' << ignored.path
-            << " is ignored: no key answers to it";
-        if (!ignored.near.empty())
-            out << "; did you mean " << ignored.near.front() << "?";
-        out << '\n';
+            << " is ignored: " << why_ignored(ignored) << '\n';
     }
     if (trace.ignored_in_all() > trace.ignored().size())
         out << document.at({}) << ": " << options.style.note("note:") << ' ' << trace.ignored_in_all()
@@ -134,13 +152,13 @@ Json log_json(const Session &session)
 
 std::vector<Item> payload_items(const Session &session, const Entry &entry, const Options &options)
 {
-    const netpublic::Table *table = entry.message->read != nullptr ? entry.message->read : entry.message->written;
+    const netpublic::Table *table = entry.table();
     const net_param_t &param = session.envelope();
     const std::size_t records = session.records();
     if (table == nullptr || param.data == nullptr || table->record_size > session.allocated())
         return {};
     const char *data = static_cast<const char *>(param.data);
-    if (records <= 1 || table->record_size != session.record_size())
+    if (!session.is_list(*table))
         return dump(*table, data, options.show_secrets);
     // A list of records; those behind the last used one are left out.
     const std::size_t size = session.record_size();

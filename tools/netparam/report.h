@@ -12,8 +12,16 @@ namespace netparam {
 // "path  value", drawings below.
 void print_items(std::ostream &out, const std::vector<Item> &items, const Style &style);
 
+// For a reading that failed although no element was to blame.
+constexpr char as_a_whole[] = "the message as a whole is refused, although each of its elements was read";
+
+// "no key answers to it; did you mean enable?"
+std::string why_ignored(const Ignored &ignored);
+
 // Why the text was refused; for a reading that failed.
 void print_refusal(std::ostream &out, const Session &session, const Document &document, const Options &options);
+// Why the writer may have failed.
+void print_unwritable(std::ostream &out, const Entry &entry, const std::vector<Item> &items, const Style &style);
 // Children that no key answers to.
 void print_ignored(std::ostream &out, const Trace &trace, const Document &document, const Options &options);
 // The library's own lines, if there are any.

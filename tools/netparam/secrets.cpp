@@ -1,5 +1,6 @@
 #include "secrets.h"
 
+#include "masker.h"
 #include "text.h"
 
 #include <tinyxml.h>
@@ -35,69 +36,6 @@ bool ends_with(const std::string &text, std::string_view end)
     return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
-bool is_blank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
-struct Range {
-    std::size_t begin, end;
-};
-
-// Behind the tag's '>', or the text's end. Collects the values of secret attributes.
-std::size_t read_tag(const std::string &text, std::size_t at, std::vector<Range> &found)
-{
-    while (at < text.size() && text[at] != '>') {
-        const std::size_t name = at;
-        while (at < text.size() && text[at] != '=' && text[at] != '>' && !is_blank(text[at]))
-            ++at;
-        const std::size_t name_end = at;
-        while (at < text.size() && is_blank(text[at]))
-            ++at;
-        if (at >= text.size() || text[at] != '=')
-            continue;
-        ++at;
-        while (at < text.size() && is_blank(text[at]))
-            ++at;
-        if (at >= text.size() || text[at] == '>')
-            continue;
-        const bool is_quoted = text[at] == '"' || text[at] == '\'';
-        const std::size_t value = is_quoted ? at + 1 : at;
-        if (is_quoted)
-            at = std::min(text.find(text[at], value), text.size());
-        else
-            while (at < text.size() && text[at] != '>' && !is_blank(text[at]))
-                ++at;
-        if (may_be_secret(std::string_view(text).substr(name, name_end - name)))
-            found.push_back({value, at});
-        if (is_quoted && at < text.size())
-            ++at;
-    }
-    return std::min(at + 1, text.size());
-}
-
-std::vector<Range> secret_ranges(const std::string &text)
-{
-    std::vector<Range> found;
-    for (std::size_t at = text.find('<'); at != std::string::npos && at + 1 < text.size(); at = text.find('<', at)) {
-        std::size_t end = ++at;
-        while (end < text.size() && text[end] != '>' && text[end] != '/' && !is_blank(text[end]))
-            ++end;
-        const std::string name = text.substr(at, end - at);
-        if (name.empty() || name[0] == '!' || name[0] == '?')
-            continue;
-        const std::size_t content = read_tag(text, end, found);
-        at = content;
-        if (!may_be_secret(name) || (content >= 2 && text[content - 2] == '/'))
-            continue;
-        const std::size_t close = std::min(text.find("</" + name, content), text.size());
-        if (close > content)
-            found.push_back({content, close});
-        at = close;
-    }
-    return found;
-}
-
 } // namespace
 
 bool is_secret(std::string_view name)
@@ -127,13 +65,13 @@ bool may_be_secret(std::string_view element)
     return false;
 }
 
-std::string masked(std::string text)
+std::string masked(const std::string &text)
 {
-    for (const Range &range : secret_ranges(text))
-        for (std::size_t i = range.begin; i < range.end; ++i)
-            if (text[i] != '\n' && text[i] != '\r')
-                text[i] = '*';
-    return text;
+    std::string out;
+    Masker masker;
+    masker.feed(text, out);
+    masker.finish(out);
+    return out;
 }
 
 static void collect(const TiXmlNode &tree, std::vector<std::string> &secrets)

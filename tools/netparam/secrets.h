@@ -19,7 +19,7 @@ bool is_secret(std::string_view name);
 bool may_be_secret(std::string_view element);
 
 // The text with the content of such elements and attributes starred out. Length and lines stay.
-std::string masked(std::string text);
+std::string masked(const std::string &text);
 
 // The texts of such elements, for the library's log lines.
 std::vector<std::string> secrets_in(const TiXmlNode &tree);

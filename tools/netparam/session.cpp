@@ -1,5 +1,6 @@
 #include "session.h"
 
+#include "annotate.h"
 #include "capture.h"
 #include "failure.h"
 #include "secrets.h"
@@ -30,6 +31,17 @@ CLI::App &Options::add_options(CLI::App &verb)
     verb.add_flag("--traces", traces, "Show the library's traces, too, not only its errors");
     device.add_options(verb);
     return verb;
+}
+
+void Options::add_format(CLI::App &verb, bool with_json)
+{
+    std::vector<std::string> formats = {format_text};
+    if (with_json)
+        formats.emplace_back(format_json);
+    formats.emplace_back(format_github);
+    verb.add_option("--format", format, "How refusals and notes are written")
+        ->check(CLI::IsMember(formats))
+        ->capture_default_str();
 }
 
 void Options::settle() const
@@ -77,7 +89,7 @@ void Session::prepare()
     if (param_.data != nullptr)
         return;
     // The host's own preparations.
-    const netpublic::Table *table = entry_.message->read != nullptr ? entry_.message->read : entry_.message->written;
+    const netpublic::Table *table = entry_.table();
     const unsigned int size = entry_.message->size > 0 ? entry_.message->size
                               : table != nullptr       ? table->record_size
                                                        : 0;

@@ -19,8 +19,9 @@ namespace netparam {
 struct Options {
     Device device;
     std::string message;
-    std::string file;      // empty for none
-    std::string extension; // empty for none
+    std::string file;            // empty for none
+    std::string extension;       // empty for none
+    std::string format = "text"; // of refusals and notes; see annotate.h
     bool json = false;
     bool show_secrets = false;
     bool full = false;   // do not shorten long texts
@@ -29,6 +30,8 @@ struct Options {
 
     // The arguments and options of every verb that plays an exchange.
     CLI::App &add_options(CLI::App &verb);
+    // --format, for verbs that call it.
+    void add_format(CLI::App &verb, bool with_json);
     // What the options alone cannot say; then the host answers as the device does. Fails with exit_usage.
     void settle() const;
 };
@@ -77,6 +80,11 @@ public:
     }
     // How many records were allocated; lists have several.
     std::size_t records() const;
+    // Is the payload a list of the records that the table describes?
+    bool is_list(const netpublic::Table &table) const
+    {
+        return records() > 1 && table.record_size == record_size_;
+    }
     // The envelope's `dataSize` as it was prepared; some parsers change it.
     std::size_t record_size() const
     {

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <cmath>
 #include <cstdlib>
 #include <map>
 
@@ -25,9 +26,18 @@ std::string number_text(float value)
     return {text, std::to_chars(text, text + sizeof text, value).ptr};
 }
 
-void set_real(Item &item, float value)
+// JSON has no number for what is none.
+Json real_json(float value)
 {
-    set(item, number_text(value), std::strtod(number_text(value).c_str(), nullptr));
+    return std::isfinite(value) ? Json(std::strtod(number_text(value).c_str(), nullptr)) : Json(number_text(value));
+}
+
+// The spelling, if the code can be told from it.
+Json word_json(const netpublic::WordTable &words, int code)
+{
+    const char *word = netpublic::word_of(words, code);
+    int said = 0;
+    return word != nullptr && code_of(words, word, said) && said == code ? Json(word) : Json(code);
 }
 
 void set_points(Item &item, const net_smart_ai_points_t &points)
@@ -37,7 +47,7 @@ void set_points(Item &item, const net_smart_ai_points_t &points)
     for (int i = 0; i < std::min(points.pointNum, 8); ++i) {
         const point_t &point = points.points[i];
         text += " (" + number_text(point.x) + ", " + number_text(point.y) + ")";
-        list.push_back({point.x, point.y});
+        list.push_back({real_json(point.x), real_json(point.y)});
     }
     set(item, text, list);
     item.drawing = draw_points(points, true);
@@ -113,56 +123,57 @@ void set_text(Item &item, const char *text, std::size_t size)
         });
 }
 
-bool set_scalar(Item &item, const char *at, const Detail &detail)
+void set_scalar(Item &item, const char *at, const Detail &detail)
 {
     switch (detail.shape) {
     case Shape::i32:
         set(item, std::to_string(load<std::int32_t>(at)), load<std::int32_t>(at));
-        return true;
+        break;
     case Shape::u32:
         set(item, std::to_string(load<std::uint32_t>(at)), load<std::uint32_t>(at));
-        return true;
+        break;
     case Shape::i64:
         set(item, std::to_string(load<std::int64_t>(at)), load<std::int64_t>(at));
-        return true;
+        break;
     case Shape::u64:
         set(item, std::to_string(load<std::uint64_t>(at)), load<std::uint64_t>(at));
-        return true;
+        break;
     case Shape::f32:
-        set_real(item, load<float>(at));
-        return true;
+        set(item, number_text(load<float>(at)), real_json(load<float>(at)));
+        break;
     case Shape::u8:
         set(item, std::to_string(load<std::uint8_t>(at)), load<std::uint8_t>(at));
-        return true;
+        break;
     case Shape::characters:
         set_text(item, at, 1);
-        return true;
+        break;
     case Shape::counted: {
         const auto text = load<net_counted_text_t>(at);
         set_text(item, text.text, sizeof text.text);
-        return true;
+        if (text.capacity == 0 && text.text[0] == '\0')
+            item.value = nullptr; // never set
+        break;
     }
     case Shape::section:
         set(item, alarm_types_of(load<time_section_t>(at)), alarm_types_of(load<time_section_t>(at)));
-        return true;
+        break;
     case Shape::points:
         set_points(item, load<net_smart_ai_points_t>(at));
-        return true;
+        break;
     case Shape::schedule: {
         const auto schedule = load<net_schedule_t>(at);
         fill_schedule(item, schedule.section);
         item.text = alarm_types_of(schedule.types);
         item.value = Json{{"types", item.text}, {"section", item.value}};
-        return true;
+        break;
     }
     case Shape::record:
         set_unnamed(item, at, detail.element_size);
-        return true;
+        break;
     case Shape::hours:
     case Shape::none:
         break;
     }
-    return false;
 }
 
 void set_numbers(Item &item, const char *at, const Detail &detail, std::size_t count)
@@ -191,27 +202,26 @@ void set_numbers(Item &item, const char *at, const Detail &detail, std::size_t c
 
 void set_grid(Item &item, const char *at, const Detail &detail, const SizeLimit &size)
 {
-    const int first = static_cast<int>(detail.dimensions[0]), second = static_cast<int>(detail.dimensions[1]);
-    const bool by_columns = first > second;
+    const GridLayout layout(detail);
     const auto cell = [=](int column, int row) {
-        const int index = by_columns ? column * second + row : row * second + column;
-        return static_cast<int>(static_cast<unsigned char>(at[index]));
+        return static_cast<int>(static_cast<unsigned char>(at[layout.index(column, row)]));
     };
-    const int columns = size("width", "columns", by_columns ? first : second);
-    const int rows = size("height", "rows", by_columns ? second : first);
+    const int columns = size("width", "columns", layout.columns);
+    const int rows = size("height", "rows", layout.rows);
     int set_cells = 0;
     for (int row = 0; row < rows; ++row)
         for (int column = 0; column < columns; ++column)
             set_cells += cell(column, row) != 0;
-    const auto outside =
-        static_cast<int>(std::count_if(at, at + first * second, [](char byte) { return byte != 0; }) - set_cells);
+    const auto outside = static_cast<int>(
+        std::count_if(at, at + layout.columns * layout.rows, [](char byte) { return byte != 0; }) - set_cells);
     item.text =
         std::to_string(columns) + " x " + std::to_string(rows) + " cells, " + std::to_string(set_cells) + " set";
     if (outside > 0)
         item.text += "; " + std::to_string(outside) + " more set outside";
-    item.value = cells_json(columns, rows, cell);
-    if (set_cells > 0)
-        item.drawing = draw_grid(columns, rows, cell);
+    item.value = outside > 0 ? cells_json(layout.columns, layout.rows, cell) : cells_json(columns, rows, cell);
+    item.drawing = draw_grid(columns, rows, cell);
+    if (set_cells == 0)
+        item.drawing.lines.clear();
 }
 
 void set_week(Item &item, const char *at)
@@ -224,17 +234,14 @@ void set_week(Item &item, const char *at)
         armed += cell(slot % 24, slot / 24) != 0;
     item.text = std::to_string(armed) + " of 168 hours";
     item.value = cells_json(24, 7, cell);
-    item.drawing = draw_week([&](int day, int hour) {
-        const int value = cell(hour, day);
-        return value == 0 ? '.' : value == 1 ? '#' : value > 1 && value < 10 ? static_cast<char>('0' + value) : '+';
-    });
+    item.drawing = draw_week([&](int day, int hour) { return hour_mark(cell(hour, day)); });
 }
 
 void set_word(Item &item, const netpublic::WordTable &words, int code)
 {
     const char *word = netpublic::word_of(words, code);
     if (word != nullptr)
-        set(item, std::string(word) + " (" + std::to_string(code) + ")", word);
+        set(item, std::string(word) + " (" + std::to_string(code) + ")", word_json(words, code));
     else
         set(item, std::to_string(code) + " (has no word)", code);
 }
@@ -270,8 +277,8 @@ void set_hours(Item &item, const char *at)
 
 void set_month(Item &item, const netpublic::WordTable &words, const char *at, int days)
 {
+    Legend legend;
     std::map<int, char> letters;
-    std::string legend;
     for (const auto &entry : words) {
         const std::string word = words.text(entry);
         char letter = word == "none" ? '.' : word.front();
@@ -279,24 +286,23 @@ void set_month(Item &item, const netpublic::WordTable &words, const char *at, in
             if (other.second == letter)
                 letter = static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
         letters[entry.code] = letter;
-        legend += (legend.empty() ? "" : ", ") + std::string(1, letter) + " = " + word;
+        legend.emplace_back(letter, word);
     }
     const auto code = [at](int day) { return load<std::int32_t>(at + static_cast<std::size_t>(day) * 4); };
     int recorded = 0;
     Json values = Json::array();
     for (int day = 0; day < days; ++day) {
         recorded += code(day) > 0;
-        const char *word = netpublic::word_of(words, code(day));
-        values.push_back(word != nullptr ? Json(word) : Json(code(day)));
+        values.push_back(word_json(words, code(day)));
     }
     set(item, std::to_string(recorded) + " of " + std::to_string(days) + " days", values);
-    if (recorded == 0)
-        return;
-    item.drawing = draw_month(days, [&](int day) {
+    const auto mark = [&](int day) {
         const auto found = letters.find(code(day));
         return found != letters.end() ? found->second : code(day) < 0 ? '-' : '?';
-    });
-    item.drawing.push_back(legend);
+    };
+    item.drawing = draw_month(days, mark, legend);
+    if (recorded == 0)
+        item.drawing.lines.clear();
 }
 
 void set_schedule(Item &item, const char *section)

@@ -3,26 +3,18 @@
 #define NETPARAM_SHAPES_H
 
 #include "item.h"
-#include "table.h"
+#include "rows.h"
 
-#include <cstring>
 #include <functional>
 
 namespace netparam {
-
-template <class Type> Type load(const char *at)
-{
-    Type value;
-    std::memcpy(&value, at, sizeof value);
-    return value;
-}
 
 bool all_zero(const char *bytes, std::size_t size);
 
 void set(Item &item, const std::string &text, nlohmann::ordered_json value);
 void set_text(Item &item, const char *text, std::size_t size);
-// One element of a member. False when its shape says nothing.
-bool set_scalar(Item &item, const char *at, const netpublic::Detail &detail);
+// One element of a member.
+void set_scalar(Item &item, const char *at, const netpublic::Detail &detail);
 // Numbers in one line; zeros at the end are only counted.
 void set_numbers(Item &item, const char *at, const netpublic::Detail &detail, std::size_t count);
 

@@ -2,6 +2,8 @@
 
 #include "words.h"
 
+#include <algorithm>
+
 namespace netparam {
 
 std::size_t sequence_length(std::string_view text, std::size_t at)
@@ -65,6 +67,89 @@ std::string lower(std::string text)
     for (char &c : text)
         c = static_cast<char>(netpublic::fold(c));
     return text;
+}
+
+namespace {
+
+struct CharacterRange {
+    char32_t first, last;
+};
+
+// The blocks that matter; terminals differ in the others.
+constexpr CharacterRange wide[] = {{0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0xA4CF},  {0xAC00, 0xD7A3},
+                                   {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},  {0xFFE0, 0xFFE6},
+                                   {0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD}};
+constexpr CharacterRange combining[] = {{0x0300, 0x036F}, {0x200B, 0x200F}, {0xFE00, 0xFE0F}};
+
+template <std::size_t Count> bool lies_in(char32_t character, const CharacterRange (&ranges)[Count])
+{
+    for (const CharacterRange &range : ranges)
+        if (character >= range.first && character <= range.last)
+            return true;
+    return false;
+}
+
+std::size_t columns_of(std::string_view sequence)
+{
+    if (sequence.size() == 1)
+        return 1;
+    char32_t character = static_cast<unsigned char>(sequence[0]) & (0x7Fu >> sequence.size());
+    for (const char c : sequence.substr(1))
+        character = character << 6 | (static_cast<unsigned char>(c) & 0x3Fu);
+    return lies_in(character, wide) ? 2 : lies_in(character, combining) ? 0 : 1;
+}
+
+} // namespace
+
+std::size_t columns(std::string_view text)
+{
+    std::size_t sum = 0;
+    for (std::size_t at = 0; at < text.size(); at += sequence_length(text, at))
+        sum += columns_of(text.substr(at, sequence_length(text, at)));
+    return sum;
+}
+
+std::string cut_to(std::string_view text, std::size_t width)
+{
+    constexpr std::string_view ellipsis = "...";
+    if (columns(text) <= width)
+        return std::string(text);
+    if (width <= ellipsis.size())
+        return std::string(ellipsis.substr(0, width));
+    std::size_t kept = 0;
+    for (std::size_t used = 0; kept < text.size(); kept += sequence_length(text, kept)) {
+        used += columns_of(text.substr(kept, sequence_length(text, kept)));
+        if (used + ellipsis.size() > width)
+            break;
+    }
+    return std::string(text.substr(0, kept)).append(ellipsis);
+}
+
+std::string wrapped(std::string_view text, std::size_t width)
+{
+    std::string out;
+    std::size_t used = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        if (text[at] == '\n') {
+            out += text[at++];
+            used = 0;
+            continue;
+        }
+        const std::size_t blanks = std::min(text.find_first_not_of(' ', at), text.size()) - at;
+        const std::size_t end = std::min(text.find_first_of(" \n", at + blanks), text.size());
+        const std::string_view word = text.substr(at + blanks, end - at - blanks);
+        if (used > 0 && used + blanks + columns(word) > width) {
+            out += '\n';
+            used = 0;
+        } else {
+            out.append(blanks, ' ');
+            used += blanks;
+        }
+        out.append(word);
+        used += columns(word);
+        at = end;
+    }
+    return out;
 }
 
 std::string Style::in(const char *code, std::string_view text) const

@@ -19,9 +19,17 @@ std::string lower(std::string text);
 // Bytes of the UTF-8 sequence at `at`; 1 where there is none.
 std::size_t sequence_length(std::string_view text, std::size_t at);
 
-// Colour, if the terminal wants it.
+// Columns that a printable text takes on a terminal: East Asian characters take two, combining ones none.
+std::size_t columns(std::string_view text);
+// As much of the text as fits, with an ellipsis where something is missing.
+std::string cut_to(std::string_view text, std::size_t columns);
+// Lines of at most `width` columns, if the words allow it; line breaks and the indentation behind them stay.
+std::string wrapped(std::string_view text, std::size_t width);
+
+// Colour, if the terminal wants it, and its width.
 struct Style {
     bool colour = false;
+    std::size_t width = 80;
 
     std::string error(std::string_view text) const
     {

@@ -1,0 +1,95 @@
+#include "annotate.h"
+
+#include "report.h"
+
+namespace netparam {
+namespace {
+
+// Properties are separated by commas, and a colon ends them.
+std::string escaped(const std::string &text, bool is_property)
+{
+    std::string out;
+    for (const char c : text)
+        switch (c) {
+        case '%':
+            out += "%25";
+            break;
+        case '\r':
+            out += "%0D";
+            break;
+        case '\n':
+            out += "%0A";
+            break;
+        case ':':
+            out += is_property ? "%3A" : ":";
+            break;
+        case ',':
+            out += is_property ? "%2C" : ",";
+            break;
+        default:
+            out += c;
+        }
+    return out;
+}
+
+} // namespace
+
+void annotate(std::ostream &out, const char *kind, const std::string &path, Spot spot, const std::string &title,
+              const std::string &text)
+{
+    out << "::" << kind << ' ';
+    if (!path.empty() && path != "-" && path != standard_input) {
+        out << "file=" << escaped(path, true) << ',';
+        if (spot.row > 0)
+            out << "line=" << spot.row << ',';
+        if (spot.row > 0 && spot.column > 0)
+            out << "col=" << spot.column << ',';
+    }
+    out << "title=" << escaped(title, true) << "::" << escaped(text, false) << '\n';
+}
+
+void annotate_refusal(std::ostream &out, const Trace &trace, const std::string &path)
+{
+    const Refusal *refusal = trace.refusal();
+    if (refusal == nullptr) {
+        annotate(out, "error", path, {}, "refused", as_a_whole);
+        return;
+    }
+    std::string text = refusal->path + ": " + refusal->reason;
+    if (!refusal->read.empty())
+        text += "\nread " + refusal->read;
+    if (!refusal->accepted.empty())
+        text += "\naccepted " + refusal->accepted;
+    annotate(out, "error", path, refusal->spot, "refused", text);
+}
+
+void annotate_ignored(std::ostream &out, const Trace &trace, const std::string &path)
+{
+    for (const Ignored &ignored : trace.ignored())
+        annotate(out, "warning", path, ignored.spot, "ignored", ignored.path + " is ignored: " + why_ignored(ignored));
+    if (trace.ignored_in_all() > trace.ignored().size())
+        annotate(out, "warning", path, {}, "ignored",
+                 std::to_string(trace.ignored_in_all()) + " children are ignored in all");
+}
+
+void annotate_failure(std::ostream &out, const Failure &failure)
+{
+    if (const auto *malformed = dynamic_cast<const Malformed *>(&failure))
+        annotate(out, "error", malformed->path(), malformed->spot(), "malformed", malformed->reason());
+    else
+        annotate(out, "error", "", {}, "netparam", failure.what());
+}
+
+ExitCode annotating(std::ostream &out, const Options &options, const std::function<ExitCode()> &work)
+{
+    if (options.format != format_github)
+        return work();
+    try {
+        return work();
+    } catch (const Failure &failure) {
+        annotate_failure(out, failure);
+        return failure.code();
+    }
+}
+
+} // namespace netparam

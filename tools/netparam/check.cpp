@@ -1,0 +1,360 @@
+// netparam check: many bodies at once.
+#include "annotate.h"
+#include "command_line.h"
+#include "report.h"
+#include "terminal.h"
+
+#include <fnmatch.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace netparam {
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+
+struct CheckOptions : Options {
+    std::vector<std::string> paths;
+    std::vector<std::string> messages; // NAME or PATTERN=NAME
+    bool strict = false, verbose = false;
+};
+
+enum Outcome : std::size_t { accepted, refused, malformed, unknown, unreadable, faulty, outcomes };
+
+constexpr const char *outcome_names[outcomes] = {"accepted", "refused",    "malformed",
+                                                 "unknown",  "unreadable", "at fault"};
+
+// The most serious first: a file that could not be read may hold anything.
+constexpr struct {
+    Outcome outcome;
+    ExitCode code;
+} by_severity[] = {{faulty, exit_fault},
+                   {unreadable, exit_file},
+                   {malformed, exit_malformed},
+                   {refused, exit_refused},
+                   {unknown, exit_usage}};
+
+Outcome outcome_of(const Failure &failure)
+{
+    for (const auto &one : by_severity)
+        if (one.code == failure.code())
+            return one.outcome;
+    return faulty;
+}
+
+// What is to be checked: files as they are given, and the files of a folder and its folders.
+class Files {
+public:
+    explicit Files(const std::vector<std::string> &paths)
+    {
+        for (const std::string &path : paths) {
+            std::error_code error;
+            if (!fs::is_directory(path, error))
+                all_.push_back(path);
+            else
+                add_folder(path);
+        }
+    }
+    const std::vector<std::string> &all() const
+    {
+        return all_;
+    }
+    // Folders that cannot be read.
+    const std::vector<Failure> &failures() const
+    {
+        return failures_;
+    }
+
+private:
+    static bool is_xml(const fs::path &path)
+    {
+        return lower(path.extension().string()) == ".xml";
+    }
+    void add_folder(const std::string &path)
+    {
+        std::vector<std::string> found;
+        std::error_code error;
+        for (fs::recursive_directory_iterator at(path, error), end; !error && at != end; at.increment(error)) {
+            std::error_code ignored;
+            if (is_xml(at->path()) && !at->is_directory(ignored))
+                found.push_back(at->path().string());
+        }
+        if (error)
+            failures_.emplace_back(exit_file, printable(path) + ": " + error.message());
+        else if (found.empty())
+            failures_.emplace_back(exit_file, printable(path) + ": there is no .xml file in this folder");
+        std::sort(found.begin(), found.end());
+        all_.insert(all_.end(), found.begin(), found.end());
+    }
+
+    std::vector<std::string> all_;
+    std::vector<Failure> failures_;
+};
+
+class Check {
+public:
+    Check(std::ostream &out, const CheckOptions &options, std::size_t files)
+        : out_(out), options_(options), progress_(files)
+    {
+        for (const std::string &message : options.messages) {
+            const std::size_t equals = message.rfind('=');
+            const std::string name = equals == std::string::npos ? message : message.substr(equals + 1);
+            const std::string pattern = equals == std::string::npos ? "*" : message.substr(0, equals);
+            const Entry &entry = find_message(name);
+            if (!entry.parses())
+                throw Failure(exit_usage, entry.name() + " has no parser: it is only written");
+            chosen_.push_back({pattern, &entry});
+        }
+    }
+
+    void examine(const std::string &path)
+    {
+        progress_.show(total_++, path);
+        json_ = {{"file", path}, {"message", nullptr}, {"result", nullptr}};
+        try {
+            // The text is read twice, so that a session can have it from the beginning.
+            const std::string root = Document(path).body().ValueStr();
+            settle(path, lower(root) == "extension" ? read_extension(path) : read_body(path, root));
+        } catch (const Failure &failure) {
+            fail(path, failure);
+        }
+    }
+
+    void fail(const std::string &path, const Failure &failure)
+    {
+        progress_.clear();
+        if (options_.format == format_github) {
+            if (const auto *bad_text = dynamic_cast<const Malformed *>(&failure))
+                annotate_failure(out_, *bad_text);
+            else
+                annotate(out_, "error", path, {}, outcome_names[outcome_of(failure)], failure.what());
+        } else if (options_.format == format_text) {
+            out_ << failure.what() << '\n';
+        }
+        json_["reason"] = failure.what();
+        settle(path, outcome_of(failure));
+    }
+
+    ExitCode finish()
+    {
+        progress_.clear();
+        if (options_.format == format_json)
+            out_ << Json{{"files", files_}, {"summary", summary_json()}}.dump(2, ' ', false,
+                                                                              Json::error_handler_t::replace)
+                 << '\n';
+        else
+            out_ << summary() << '\n';
+        for (const auto &one : by_severity)
+            if (counts_[one.outcome] > 0)
+                return one.code;
+        return exit_ok;
+    }
+
+private:
+    struct Choice {
+        std::string pattern;
+        const Entry *entry;
+    };
+
+    // By --message; by the file's name up to its first dot, if that is a message's; by the root element.
+    const Entry &entry_for(const std::string &path, const std::string &root) const
+    {
+        const std::string file = fs::path(path).filename().string();
+        for (const Choice &choice : chosen_)
+            if (fnmatch(choice.pattern.c_str(), path.c_str(), 0) == 0 ||
+                fnmatch(choice.pattern.c_str(), file.c_str(), 0) == 0)
+                return *choice.entry;
+        if (const Entry *entry = parsed_message(file.substr(0, file.find('.'))))
+            return *entry;
+        const std::vector<const Entry *> found = parsed_by_root(root);
+        if (found.size() == 1)
+            return *found.front();
+        std::vector<std::string> names;
+        names.reserve(found.size());
+        for (const Entry *entry : found)
+            names.push_back(entry->name());
+        throw Failure(exit_usage, printable(path) + ": " +
+                                      (found.empty() ? "no message is known by the root element "
+                                                     : "several messages have the root element ") +
+                                      in_quotes(root) + (found.empty() ? "" : ": " + joined(names, ", ")) +
+                                      "; --message says which one is meant");
+    }
+
+    Outcome read_extension(const std::string &path)
+    {
+        Options options = options_;
+        options.extension = path;
+        options.file.clear();
+        json_["message"] = "extension header";
+        Session session(entries().front(), options);
+        const bool good = session.read_extension();
+        report(session, *session.extension_document(), path, good);
+        return good ? accepted : refused;
+    }
+
+    Outcome read_body(const std::string &path, const std::string &root)
+    {
+        const Entry &entry = entry_for(path, root);
+        Options options = options_;
+        options.file = path;
+        json_["message"] = entry.name();
+        Session session(entry, options);
+        if (!session.read_extension())
+            throw Failure(exit_usage, "the extension header is refused; \"netparam check " +
+                                          printable(options.extension) + "\" says why");
+        session.prepare();
+        const bool good = session.parse();
+        report(session, *session.body_document(), path, good);
+        if (good && entry.writes())
+            write(session, path);
+        return good ? accepted : refused;
+    }
+
+    // A request need not hold what a reply does, so this is no refusal.
+    void write(Session &session, const std::string &path)
+    {
+        const bool good = session.write();
+        json_["written"] = good;
+        written_ += good;
+        unwritten_ += !good;
+        if (good || !options_.verbose)
+            return;
+        constexpr char text[] = "what was read cannot be written back";
+        progress_.clear();
+        if (options_.format == format_github)
+            annotate(out_, "notice", path, {}, "not written", text);
+        else if (options_.format == format_text)
+            out_ << printable(path) << ": " << options_.style.note("note:") << ' ' << text << '\n';
+    }
+
+    void report(const Session &session, const Document &document, const std::string &path, bool good)
+    {
+        const Trace &trace = *session.trace();
+        const bool ignores = trace.ignored_in_all() > 0;
+        ignoring_ += ignores;
+        if (!good || ignores)
+            progress_.clear();
+        json_["refused"] = good ? Json() : refusal_json(session, document);
+        json_["ignored"] = ignored_json(trace);
+        if (options_.format == format_github) {
+            annotate_ignored(out_, trace, path);
+            if (!good)
+                annotate_refusal(out_, trace, path);
+        } else if (options_.format == format_text) {
+            print_ignored(out_, trace, document, options_);
+            if (!good)
+                print_refusal(out_, session, document, options_);
+            if (!good)
+                print_log(out_, session, options_.style);
+        }
+        if (good && ignores && options_.strict)
+            throw Failure(exit_refused, printable(path) + ": has ignored children");
+    }
+
+    void settle(const std::string &path, Outcome outcome)
+    {
+        ++counts_[outcome];
+        json_["result"] = outcome_names[outcome];
+        if (options_.format == format_json)
+            files_.push_back(json_);
+        if (!options_.verbose || options_.format != format_text)
+            return;
+        progress_.clear();
+        const Json &message = json_["message"];
+        constexpr std::size_t widest_outcome = 10, usual_message = 24;
+        const auto padded = [](std::string text, std::size_t width) {
+            text.resize(std::max(text.size(), width), ' ');
+            return text;
+        };
+        out_ << padded(outcome_names[outcome], widest_outcome) << "  "
+             << padded(message.is_null() ? "-" : message.get<std::string>(), usual_message) << "  " << printable(path)
+             << '\n';
+    }
+
+    // "12 files: 10 accepted (2 with ignored children), 1 refused, 1 malformed; 9 written back"
+    std::string summary() const
+    {
+        std::vector<std::string> parts;
+        for (std::size_t i = 0; i < outcomes; ++i)
+            if (counts_[i] > 0)
+                parts.push_back(std::to_string(counts_[i]) + " " + outcome_names[i]);
+        std::string text = std::to_string(total_) + (total_ == 1 ? " file: " : " files: ") + joined(parts, ", ");
+        if (ignoring_ > 0)
+            text += "; " + std::to_string(ignoring_) + " with ignored children";
+        if (written_ > 0)
+            text += "; " + std::to_string(written_) + " written back";
+        if (unwritten_ > 0)
+            text += "; " + std::to_string(unwritten_) + " cannot be written back";
+        return text;
+    }
+
+    Json summary_json() const
+    {
+        Json json = {{"files", total_}};
+        for (std::size_t i = 0; i < outcomes; ++i)
+            json[outcome_names[i]] = counts_[i];
+        json["with ignored children"] = ignoring_;
+        json["written back"] = written_;
+        json["not written back"] = unwritten_;
+        return json;
+    }
+
+    std::ostream &out_;
+    const CheckOptions &options_;
+    Progress progress_;
+    std::vector<Choice> chosen_;
+    Json json_, files_ = Json::array(); // of the file in progress, and of all
+    std::size_t total_ = 0, ignoring_ = 0, written_ = 0, unwritten_ = 0;
+    std::size_t counts_[outcomes] = {};
+};
+
+ExitCode check(std::ostream &out, std::ostream & /*errors*/, const CheckOptions &options)
+{
+    options.settle();
+    const Files files(options.paths);
+    Check check(out, options, files.all().size());
+    for (const Failure &failure : files.failures())
+        check.fail("", failure);
+    for (const std::string &file : files.all())
+        check.examine(file);
+    return check.finish();
+}
+
+} // namespace
+
+void add_check(CommandLine &line)
+{
+    const auto options = std::make_shared<CheckOptions>();
+    options->style = line.style;
+    CLI::App &verb =
+        line.add_verb("check", "Reads many bodies and says which of them the library accepts", options, check);
+    verb.add_option("PATH", options->paths,
+                    "Files, and folders whose .xml files are meant, those in inner folders, too")
+        ->required();
+    verb.add_option("--message", options->messages,
+                    "Which message the files hold, or those whose path or name fits a shell pattern: "
+                    "'alarm_*.xml=alarm-report'")
+        ->type_name("MESSAGE")
+        ->allow_extra_args(false);
+    options->add_format(verb, true);
+    verb.add_flag("--strict", options->strict, "Count files with ignored children as refused");
+    verb.add_flag("-v,--verbose", options->verbose, "A line for every file");
+    verb.add_option("--ext", options->extension, "XML text of the extension header that comes with each body")
+        ->type_name("FILE");
+    verb.add_flag("--show-secrets", options->show_secrets, "Do not hide passwords, tokens, keys, signatures and codes");
+    options->device.add_options(verb);
+    line.explain(verb,
+                 "The message of a file is the one that --message gives for it, or the one that the file is called "
+                 "after (as in \"md.xml\" and \"md.2.xml\"), or the only one with its root element; otherwise the file "
+                 "is reported as unknown. Extension headers are known by their root element. What was read is written "
+                 "back where the library can write the message; a payload that cannot be written is counted, but is "
+                 "no refusal.\n\n"
+                 "The exit code tells the worst that was found: a fault, then a file that cannot be read, a malformed "
+                 "text, a refusal, an unknown message.",
+                 {"netparam check examples", "netparam check --message md captured/*.xml",
+                  "netparam check --format github-actions --strict requests"});
+}
+
+} // namespace netparam

@@ -1,0 +1,103 @@
+#include "payload.h"
+
+#include "failure.h"
+#include "load.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <set>
+
+namespace netparam {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// "line:column" of the byte, both from 1 on.
+std::string place_in(const std::string &text, std::size_t byte)
+{
+    const std::size_t at = std::min(byte > 0 ? byte - 1 : 0, text.size());
+    const std::size_t line = text.rfind('\n', at > 0 ? at - 1 : std::string::npos);
+    const std::size_t start = at > 0 && line != std::string::npos ? line + 1 : 0;
+    const auto row = 1 + std::count(text.begin(), text.begin() + static_cast<long>(start), '\n');
+    return std::to_string(row) + ":" + std::to_string(at - start + 1);
+}
+
+// The library's sentence without its own name for it and its own count of the place.
+std::string syntax_error(const std::string &what)
+{
+    const std::size_t sentence = what.find(": ");
+    return what.substr(sentence == std::string::npos ? 0 : sentence + 2);
+}
+
+// JSON lets an object name a member twice; then nobody knows which one is meant.
+Json parse_once(const std::string &text, const std::string &name)
+{
+    std::vector<std::set<std::string>> seen;
+    const auto watch = [&](int, Json::parse_event_t event, Json &value) {
+        if (event == Json::parse_event_t::object_start)
+            seen.emplace_back();
+        else if (event == Json::parse_event_t::object_end)
+            seen.pop_back();
+        else if (event == Json::parse_event_t::key && !seen.back().insert(value.get<std::string>()).second)
+            throw Failure(exit_malformed, name + ": the member " + in_quotes(value.get<std::string>()) +
+                                              " is given twice in an object");
+        return true;
+    };
+    return Json::parse(text, watch);
+}
+
+} // namespace
+
+Json read_payload(const std::string &path, const Entry &entry)
+{
+    const std::string text = read_text(path), name = printable(file_name(path));
+    Json json;
+    try {
+        json = parse_once(text, name);
+    } catch (const Json::parse_error &error) {
+        throw Failure(exit_malformed, name + ":" + place_in(text, error.byte) +
+                                          ": not well-formed JSON: " + printable(syntax_error(error.what())));
+    } catch (const Json::exception &error) {
+        throw Failure(exit_malformed, name + ": not fit to be read: " + printable(syntax_error(error.what())));
+    }
+    if (!json.is_object() || !json.contains("payload"))
+        return json;
+    if (json.contains("message") && json["message"] != entry.name())
+        throw Failure(exit_refused, name + ": this is a payload of " + printable(json["message"].dump()) +
+                                        ", not of \"" + entry.name() + "\"");
+    return json["payload"];
+}
+
+void load_payload(const Session &session, const Entry &entry, const Json &payload)
+{
+    const netpublic::Table *table = entry.table();
+    const net_param_t &param = session.envelope();
+    if (table == nullptr || param.data == nullptr || table->record_size > session.allocated())
+        throw Failure(exit_usage, "no rows describe the payload of " + entry.name());
+    if (!session.is_list(*table))
+        return load_record(*table, param.data, payload);
+    const std::size_t size = session.record_size();
+    const std::string accepted =
+        "an object with \"record\", an array of at most " + std::to_string(session.records()) + " objects";
+    if (!payload.is_object() || payload.size() != 1 || !payload.contains("record") || !payload["record"].is_array() ||
+        payload["record"].size() > session.records())
+        throw Misfit("", payload.is_object() ? "other members" : "no object", "this is no list of records", accepted);
+    char *const first = static_cast<char *>(param.data);
+    const Json &records = payload["record"];
+    for (std::size_t i = 0; i < records.size(); ++i)
+        load_record(*table, first + i * size, records[i], "record[" + std::to_string(i) + "]");
+    std::memset(first + records.size() * size, 0, (session.records() - records.size()) * size);
+}
+
+void save_bytes(const Session &session, const std::string &path)
+{
+    errno = 0;
+    std::ofstream file(path, std::ios::binary);
+    file.write(static_cast<const char *>(session.envelope().data), static_cast<std::streamsize>(session.allocated()));
+    if (!file.flush())
+        throw Failure(exit_file, printable(path) + ": " + std::strerror(errno));
+}
+
+} // namespace netparam

@@ -1,0 +1,147 @@
+#include "rows.h"
+
+#include "text.h"
+
+namespace netparam {
+
+using netpublic::Detail;
+using netpublic::Kind;
+using netpublic::Row;
+using netpublic::Shape;
+using netpublic::Table;
+
+namespace {
+
+constexpr std::size_t days_of_month = 31;
+
+Form spelled_form(const Detail &detail, std::size_t count)
+{
+    switch (detail.shape) {
+    case Shape::u32:
+        return count == 1 ? Form::mask : Form::masks;
+    case Shape::i32:
+        return count == 1 ? Form::word : count == days_of_month ? Form::month : Form::words;
+    case Shape::u8:
+        return count == 1 ? Form::word : Form::words;
+    default:
+        return Form::none;
+    }
+}
+
+// By the member's shape alone.
+Form shaped_form(const Detail &detail)
+{
+    const std::size_t first = detail.dimensions[0], second = detail.dimensions[1], count = first * second;
+    const bool week = first == 7 && second == 24;
+    if (detail.shown != nullptr)
+        return count == 1 ? Form::record : Form::records;
+    if (detail.words != nullptr)
+        return spelled_form(detail, count);
+    if (detail.shape == Shape::characters)
+        return second == 1 ? Form::text : Form::texts;
+    if (detail.shape == Shape::none || (detail.shape == Shape::hours && first != 7))
+        return Form::none;
+    if (detail.shape == Shape::hours)
+        return Form::hours;
+    if (count == 1)
+        return Form::scalar;
+    if (detail.shape == Shape::u8 && second > 1)
+        return Form::grid;
+    if (detail.shape == Shape::i32 && week)
+        return Form::week;
+    if (detail.shape == Shape::section && week)
+        return Form::sets;
+    return detail.shape <= Shape::u8 ? Form::numbers : Form::scalars;
+}
+
+// Does an earlier row show the same? A field may have one row to be read by and another to be written by.
+bool shown_before(const Table &table, unsigned index)
+{
+    const Row &row = table.row(index);
+    for (unsigned i = 0; i < index; ++i) {
+        const Row &earlier = table.row(i);
+        const bool same_key = std::strcmp(table.key(earlier), table.key(row)) == 0;
+        const bool same_member =
+            std::strcmp(table.text(table.detail(i).member), table.text(table.detail(index).member)) == 0;
+        if (row.kind == Kind::preset ? earlier.offset == row.offset : same_key && index >= table.keys)
+            return true;
+        if (earlier.offset == row.offset && (same_key || (same_member && row.kind != Kind::group)))
+            return true;
+    }
+    // A preset inside a member that has a row of its own.
+    return row.kind == Kind::preset && std::strpbrk(table.text(table.detail(index).member), "[.") != nullptr;
+}
+
+} // namespace
+
+Form form_of(const Table &table, unsigned index)
+{
+    switch (table.row(index).kind) {
+    case Kind::word:
+        return Form::word;
+    case Kind::mask:
+        return Form::mask;
+    case Kind::group:
+        return Form::group;
+    case Kind::list:
+        return Form::list;
+    case Kind::int_items:
+        return Form::numbers;
+    case Kind::constant:
+    case Kind::view:
+    case Kind::count:
+    case Kind::mark:
+    case Kind::condition:
+        return Form::none;
+    default:
+        return shaped_form(table.detail(index));
+    }
+}
+
+bool is_shown(const Table &table, unsigned index)
+{
+    return (table.row(index).flags & netpublic::row_skipped) == 0 && form_of(table, index) != Form::none &&
+           !shown_before(table, index);
+}
+
+std::string name_of(const Table &table, unsigned index)
+{
+    const Row &row = table.row(index);
+    return row.kind == Kind::preset ? table.text(table.detail(index).member) : table.key(row);
+}
+
+const netpublic::WordTable &row_words(const Table &table, unsigned index)
+{
+    const Row &row = table.row(index);
+    return row.kind == Kind::word || row.kind == Kind::mask ? *table.ref(row.ref).words : *table.detail(index).words;
+}
+
+bool code_of(const netpublic::WordTable &words, const std::string &text, int &code)
+{
+    for (const bool exact : {true, false})
+        for (const auto &entry : words)
+            if (exact ? text == words.text(entry) : lower(text) == lower(words.text(entry))) {
+                code = entry.code;
+                return true;
+            }
+    return false;
+}
+
+const Row *count_of(const Table &table, const Row &list)
+{
+    for (unsigned at = list.attached; at != 0; at = table.row(at).attached)
+        if (table.row(at).kind == Kind::count)
+            return &table.row(at);
+    return nullptr;
+}
+
+std::size_t capacity_of(const Table &table, unsigned index)
+{
+    const Row &row = table.row(index);
+    const Detail &detail = table.detail(index);
+    return row.kind == Kind::list || row.kind == Kind::int_items
+               ? row.size
+               : std::size_t{detail.dimensions[0]} * detail.dimensions[1];
+}
+
+} // namespace netparam
