@@ -413,7 +413,7 @@ int read_record(const Table &table, void *record, TiXmlNode *element)
     Walk walk = {table, record, 0, false, 0};
     prepare(table, record);
     unsigned likely = 0;
-    const bool one_chain = (table.flags & (table_own_tests | table_exact)) == 0;
+    const bool one_chain = (table.flags & table_own_tests) == 0;
     for (TiXmlNode *child = element->FirstChild(); child != nullptr; child = child->NextSibling()) {
         unsigned index = one_chain ? match(table, child, likely) : find_row(table, child->Value(), 0);
         if (index == no_row) {

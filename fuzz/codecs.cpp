@@ -1,0 +1,443 @@
+// Base64, grids, words and lists of numbers against the plain algorithms.
+#include "bytes.h"
+#include "grid.h"
+#include "host.h"
+#include "promises.h"
+#include "tables.h"
+#include "targets.h"
+
+#include <net_public.h>
+#include <net_xml_words.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <strings.h>
+
+namespace fuzz {
+namespace {
+
+constexpr char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+bool is_base64(char c)
+{
+    return c == '=' || (c != '\0' && std::strchr(alphabet, c) != nullptr);
+}
+
+unsigned value_of(char c)
+{
+    const char *found = c == '\0' ? nullptr : std::strchr(alphabet, c);
+    return found != nullptr ? static_cast<unsigned>(found - alphabet) : 0;
+}
+
+// Bytes as base64, broken after each group with which a line reaches length - 3 characters.
+std::string plain_encode(const std::string &bytes, long long line_length)
+{
+    std::string text;
+    long long line = 0;
+    std::size_t at = 0;
+    const auto byte = [&](std::size_t i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0u; };
+    for (; at < bytes.size(); at += 3) {
+        const unsigned group = byte(at) << 16 | byte(at + 1) << 8 | byte(at + 2);
+        const std::size_t given = std::min<std::size_t>(bytes.size() - at, 3);
+        for (std::size_t i = 0; i < 4; ++i)
+            text += i <= given ? alphabet[group >> (18 - 6 * i) & 63] : '=';
+        line += 4;
+        if (given == 3 && line >= line_length - 3) {
+            text += "\r\n";
+            line = 0;
+        }
+    }
+    return text;
+}
+
+struct Decoded {
+    bool valid;
+    std::string bits; // one character a bit, '\0' or '\1'
+};
+
+Decoded plain_bits(const std::string &text, std::size_t most)
+{
+    Decoded decoded{text.size() % 4 == 0, ""};
+    if (!decoded.valid)
+        return decoded;
+    for (std::size_t at = 0; at < text.size() && decoded.bits.size() < most; at += 4) {
+        unsigned group = 0;
+        for (std::size_t i = 0; i < 4; ++i) {
+            if (!is_base64(text[at + i]))
+                return {false, decoded.bits};
+            group = group << 6 | value_of(text[at + i]);
+        }
+        const unsigned bytes = text[at + 2] == '=' ? 1 : text[at + 3] == '=' ? 2 : 3;
+        for (unsigned bit = 0; bit < bytes * 8 && decoded.bits.size() < most; ++bit)
+            decoded.bits += static_cast<char>(group >> (23 - bit) & 1);
+        if (bytes < 3)
+            break;
+    }
+    return decoded;
+}
+
+std::string pack_bits(const std::string &bits)
+{
+    std::string bytes((bits.size() + 7) / 8, '\0');
+    for (std::size_t i = 0; i < bits.size(); ++i)
+        if (bits[i] != 0)
+            bytes[i / 8] = static_cast<char>(static_cast<unsigned char>(bytes[i / 8]) | 0x80u >> i % 8);
+    return bytes;
+}
+
+void check_bit_encoder(const std::string &bits, int line_length)
+{
+    const std::string expected = plain_encode(pack_bits(bits), line_length);
+    Guarded in(bits.data(), bits.size());
+    Guarded out(expected.size() + 1);
+    const int length = EncodeBinaryArrayToBase64(in.as<>(), out.as<char>(), static_cast<int>(bits.size()), line_length);
+    require(length == static_cast<int>(expected.size()), "P9", "the length of encoded bits");
+    require(expected == out.as<char>(), "P9", "encoded bits");
+}
+
+void check_bit_decoder(const std::string &text, std::size_t most)
+{
+    const Decoded expected = plain_bits(text, most);
+    Guarded in(text.data(), text.size());
+    Guarded out(most);
+    const int count =
+        Base64DecodeToBinaryArray(out.as<char>(), static_cast<int>(most), in.as<char>(), static_cast<int>(text.size()));
+    require(count == (expected.valid ? static_cast<int>(expected.bits.size()) : -1), "P9", "the number of bits");
+    const std::string padded = expected.bits + std::string(most - expected.bits.size(), '\0');
+    require(std::memcmp(out.as<>(), padded.data(), most) == 0, "P9", "decoded bits");
+}
+
+void check_byte_encoder(const std::string &bytes, unsigned size)
+{
+    const std::string expected = plain_encode(bytes, 1LL << 60);
+    Guarded in(bytes.data(), bytes.size());
+    Guarded out(size);
+    const int length = base64_encode(out.as<>(), size, in.as<>(), static_cast<unsigned>(bytes.size()));
+    const bool fits = size > expected.size();
+    require(length == (fits ? static_cast<int>(expected.size()) : -3), "P9", "the length of encoded bytes");
+    if (fits)
+        require(expected == out.as<char>(), "P9", "encoded bytes");
+}
+
+void check_byte_decoder(const std::string &text, unsigned size)
+{
+    std::size_t padding = 0;
+    if (text.size() >= 2)
+        padding = std::size_t{text[text.size() - 1] == '='} + std::size_t{text[text.size() - 2] == '='};
+    int expected = 0;
+    std::string bytes;
+    if (text.size() % 4 != 0) {
+        expected = -2;
+    } else if (text.size() * 3 > 4 * (size + padding)) {
+        expected = -3;
+    } else if (!std::all_of(text.begin(), text.end(), is_base64)) {
+        expected = -4;
+    } else {
+        for (std::size_t at = 0; at < text.size(); at += 4) {
+            const Decoded group = plain_bits(text.substr(at, 4), 24);
+            bytes += pack_bits(group.bits);
+            if (group.bits.size() < 24 && at + 4 < text.size())
+                return; // padding in the middle: see below
+        }
+        expected = static_cast<int>(bytes.size());
+    }
+    Guarded in(text.data(), text.size());
+    Guarded out(size);
+    const int count = base64_decode(out.as<>(), size, in.as<>(), static_cast<unsigned>(text.size()));
+    require(count == expected, "P9", "the result of decoding bytes");
+    if (expected > 0)
+        require(std::memcmp(out.as<>(), bytes.data(), bytes.size()) == 0, "P9", "decoded bytes");
+}
+
+// A text whose padding stands in the middle may decode to more or less than its length says.
+void run_byte_decoder(const std::string &text, unsigned size)
+{
+    Guarded in(text.data(), text.size());
+    Guarded out(size);
+    const int count = base64_decode(out.as<>(), size, in.as<>(), static_cast<unsigned>(text.size()));
+    require(count <= static_cast<int>(size), "P2", "more bytes than there is room for");
+}
+
+void check_rectangle(const std::string &text, int columns, int rows, bool by_columns)
+{
+    const int stride = by_columns ? netpublic::grid_rows : netpublic::grid_columns;
+    const int count = columns * rows;
+    if (netpublic::count_cells(text.data(), static_cast<int>(text.size()), 15500) < count)
+        return;
+    const std::string cells = plain_bits(text, 15500).bits;
+    constexpr std::size_t whole = netpublic::grid_columns * netpublic::grid_rows;
+    const std::string before(whole, '\x5A');
+    Guarded in(text.data(), text.size());
+    Guarded grid(before.data(), whole);
+    Guarded collected(static_cast<std::size_t>(count));
+    if (by_columns) {
+        netpublic::read_columns(in.as<char>(), grid.as<>(), columns, rows, stride);
+        netpublic::collect_columns(collected.as<>(), grid.as<>(), columns, rows, stride);
+    } else {
+        netpublic::read_rows(in.as<char>(), grid.as<>(), columns, rows, stride);
+        netpublic::collect_rows(collected.as<>(), grid.as<>(), columns, rows, stride);
+    }
+    std::string expected = before;
+    for (int row = 0; row < rows; ++row)
+        for (int column = 0; column < columns; ++column)
+            expected[static_cast<std::size_t>(by_columns ? column * stride + row : row * stride + column)] =
+                cells[static_cast<std::size_t>(row * columns + column)];
+    require(std::memcmp(grid.as<>(), expected.data(), whole) == 0, "P9", "the cells of a grid");
+    require(std::memcmp(collected.as<>(), cells.data(), static_cast<std::size_t>(count)) == 0, "P9",
+            "the collected cells of a grid");
+}
+
+// Word tables
+
+using netpublic::WordTable;
+
+const WordTable::Entry *plain_prefix(const WordTable &words, const std::string &text)
+{
+    for (const auto &entry : words)
+        if (entry.use != netpublic::Use::write && strncasecmp(words.text(entry), text.c_str(), text.size()) == 0)
+            return &entry;
+    return nullptr;
+}
+
+constexpr int untouched = 0x5A5A5A;
+
+void check_index(int result, int code, const WordTable::Entry *expected, bool lenient, const char *what)
+{
+    require(result == (expected != nullptr || lenient ? 0 : -1), "P9", what);
+    require(code == (expected != nullptr ? expected->code : untouched), "P9", what);
+}
+
+void check_word_lookups(const std::string &text, int length)
+{
+    Guarded copy(text.c_str(), text.size() + 1);
+    char *word = copy.as<char>();
+    int code = untouched;
+    check_index(get_weekday_index(&code, word), code, plain_prefix(netpublic::weekdays, text), false, "a weekday");
+    code = untouched;
+    check_index(get_osd_format_index(&code, word), code, plain_prefix(netpublic::date_formats, text), false,
+                "a date format");
+    code = untouched;
+    check_index(get_language_index(&code, word), code, plain_prefix(netpublic::languages, text), true, "a language");
+    code = untouched;
+    check_index(get_databit_index(&code, word), code, plain_prefix(netpublic::data_bits, text), false, "data bits");
+    code = untouched;
+    const WordTable::Entry *expected = nullptr;
+    if (length > 0)
+        for (const auto &entry : static_cast<const WordTable &>(netpublic::stream_types))
+            if (expected == nullptr && strncasecmp(text.c_str(), netpublic::stream_types.head.text(entry),
+                                                   static_cast<std::size_t>(length)) == 0)
+                expected = &entry;
+    check_index(get_streamtype_from_str(&code, word, length), code, expected, false, "a stream type");
+}
+
+void check_sets(const std::string &text, int index)
+{
+    Guarded copy(text.c_str(), text.size() + 1);
+    int mask = untouched, expected = 0;
+    if (strcasestr(text.c_str(), "none") == nullptr)
+        for (const auto &word : netpublic::alarm_action_list)
+            expected |= strcasestr(text.c_str(), word.text) != nullptr ? word.code : 0;
+    require(get_handleType_intValue(&mask, copy.as<char>()) == 0 && mask == expected, "P9", "alarm actions");
+    int code = untouched, last = untouched;
+    for (const auto &word : netpublic::alarm_type_list)
+        if (strcasestr(text.c_str(), word.text) != nullptr)
+            last = word.code >= netpublic::smart_ai_first && word.code <= netpublic::smart_ai_last ? word.code + index
+                                                                                                   : word.code;
+    const bool refused = index < 0 || index > 2;
+    require(get_alarm_in_type_intValue(&code, copy.as<char>(), index) == (refused ? -1 : 0), "P9",
+            "an alarm type's result");
+    require(code == (refused ? untouched : last), "P9", "an alarm type");
+}
+
+// The words are copied without a terminator of their own, into at most size - 1 characters.
+template <class Get> void check_word_of(int code, int size, const char *expected, Get get)
+{
+    const std::size_t room = static_cast<std::size_t>(size);
+    Guarded out(room);
+    std::memset(out.as<>(), 0, room);
+    const bool found = get(code, out.as<char>(), size);
+    require(found == (expected != nullptr), "P9", "whether a code has a word");
+    if (expected != nullptr)
+        require(std::string(expected).substr(0, room - 1) == std::string(out.as<char>(), strnlen(out.as<char>(), room)),
+                "P9", "the word of a code");
+}
+
+void check_words_of(int code, int size)
+{
+    const auto word = [code](const WordTable &words) { return netpublic::word_of(words, code); };
+    const bool language_beyond = code > netpublic::language_last;
+    check_word_of(code, size, word(netpublic::weekdays),
+                  [](int c, char *dst, int s) { return get_weekday_string(c, dst, s) == 0; });
+    check_word_of(code, size, word(netpublic::date_formats),
+                  [](int c, char *dst, int s) { return get_osd_format_string(c, dst, s) == 0; });
+    check_word_of(code, size, language_beyond ? "English" : word(netpublic::languages),
+                  [](int c, char *dst, int s) { return get_language_string(c, dst, s) == 0; });
+    check_word_of(code, size, word(netpublic::data_bits),
+                  [](int c, char *dst, int s) { return get_databit_string(c, dst, s) == 0; });
+    if (code >= 0 && code <= 7) // what the enumeration can hold
+        check_word_of(code, size, word(netpublic::stream_types), [](int c, char *dst, int s) {
+            return get_streamtype_str(static_cast<STREAM_TYPE_E>(c), dst, s) == dst;
+        });
+}
+
+void check_joined_words(int mask, int code, int size)
+{
+    const std::size_t room = static_cast<std::size_t>(size);
+    std::string actions;
+    for (const auto &word : netpublic::alarm_action_list)
+        if ((mask & word.code) != 0)
+            actions += word.text;
+    if (actions.empty())
+        actions = "none";
+    Guarded out(room);
+    std::memset(out.as<>(), 0, room);
+    require(get_handleType_string(mask, out.as<char>(), size) == 0, "P9", "alarm actions as words");
+    const std::string got(out.as<char>(), strnlen(out.as<char>(), room));
+    require(actions.compare(0, got.size(), got) == 0 && (got.size() == actions.size() || got.size() + 2 >= room), "P9",
+            "the words of alarm actions");
+    int index = untouched;
+    Guarded type(room);
+    std::memset(type.as<>(), 0, room);
+    require(get_alarm_in_type_string(code, type.as<char>(), size, &index) == 0, "P9", "an alarm type as a word");
+    const bool smart = code >= netpublic::smart_ai_first && code <= netpublic::smart_ai_last;
+    require(index == (smart ? (code - netpublic::smart_ai_first) % 3 : untouched), "P9", "the rule of an alarm type");
+}
+
+// Lists of numbers
+
+void check_numbers_out(const std::vector<int> &numbers, int size, int trailing)
+{
+    std::size_t count = numbers.size();
+    while (count > 0 && numbers[count - 1] == trailing)
+        --count;
+    std::string expected;
+    for (std::size_t i = 0; i < count; ++i)
+        expected += (i != 0 ? "," : "") + std::to_string(numbers[i]);
+    Guarded table(numbers.data(), numbers.size() * sizeof(int));
+    Guarded out(static_cast<std::size_t>(size));
+    const int result =
+        changeIntTableToString(out.as<char>(), size, table.as<int>(), static_cast<int>(numbers.size()), trailing);
+    require(result == 0, "P9", "numbers as a list");
+    require(expected.substr(0, static_cast<std::size_t>(size) - 1) == out.as<char>(), "P9", "the list of numbers");
+}
+
+void check_numbers_in(const std::string &text, std::size_t count, int fill)
+{
+    std::vector<int> expected(count, fill);
+    int filled = 0;
+    std::size_t at = 0;
+    while (at < text.size() && static_cast<std::size_t>(filled) < count && filled >= 0) {
+        std::size_t end = at;
+        while (end < text.size() && text[end] != ',' && end - at < 31)
+            ++end;
+        if (end - at == 31) {
+            filled = -1;
+            break;
+        }
+        // What does not fit an int is the platform's to say.
+        const long value = std::strtol(text.substr(at, end - at).c_str(), nullptr, 10);
+        expected[static_cast<std::size_t>(filled++)] = static_cast<int>(value);
+        at = end + 1;
+    }
+    Guarded in(text.c_str(), text.size() + 1);
+    Guarded table(count * sizeof(int));
+    const int result = changeStringToIntTable(in.as<char>(), table.as<int>(), static_cast<int>(count), fill);
+    require(result == filled, "P9", "how many numbers a list holds");
+    require(std::memcmp(table.as<>(), expected.data(), count * sizeof(int)) == 0, "P9", "the numbers of a list");
+}
+
+std::string without_nul(std::string text)
+{
+    return text.substr(0, text.find('\0'));
+}
+
+} // namespace
+
+void run_base64(const std::uint8_t *data, std::size_t size)
+{
+    Host host;
+    Bytes input(data, size);
+    const unsigned room = input.number<std::uint16_t>() % 1024;
+    const int line = input.number<std::int8_t>();
+    const std::string text = input.text(input.left());
+    check_bit_encoder(text, line);
+    check_bit_encoder(text, 20000);
+    check_bit_decoder(text, room);
+    check_bit_decoder(text, 15500);
+    check_byte_encoder(text, room);
+    check_byte_decoder(text, room);
+    run_byte_decoder(text, room);
+    check_byte_decoder(plain_encode(text, 1LL << 60), static_cast<unsigned>(text.size()));
+}
+
+void run_grid(const std::uint8_t *data, std::size_t size)
+{
+    Host host;
+    Bytes input(data, size);
+    const int columns = 1 + input.byte() % netpublic::grid_columns;
+    const int rows = 1 + input.byte() % netpublic::grid_rows;
+    const bool by_columns = input.byte() % 2 != 0;
+    std::string text = input.text(input.left());
+    // Short inputs fill large grids as well.
+    const std::size_t wanted = (static_cast<std::size_t>(columns * rows) + 23) / 24 * 4;
+    if (!text.empty() && text.find_first_of("=") == std::string::npos)
+        while (text.size() < wanted)
+            text += text.substr(0, wanted - text.size());
+    check_rectangle(text, columns, rows, by_columns);
+}
+
+void run_words(const std::uint8_t *data, std::size_t size)
+{
+    Host host;
+    Bytes input(data, size);
+    const int code = input.number<std::int8_t>();
+    const int mask = input.number<std::int16_t>();
+    const int room = 1 + input.byte();
+    const int length = input.number<std::int8_t>();
+    const int index = input.byte() % 8 - 2;
+    const std::string text = without_nul(input.text(input.left()));
+    check_word_lookups(text, length);
+    check_sets(text, index);
+    check_words_of(code, room);
+    check_joined_words(mask, code, room);
+}
+
+void run_lists(const std::uint8_t *data, std::size_t size)
+{
+    Host host;
+    Bytes input(data, size);
+    const int room = 1 + input.byte();
+    const int other = input.number<std::int8_t>();
+    const std::size_t count = 1 + input.byte() % 64;
+    const bool wide = input.byte() % 2 != 0;
+    const std::string text = without_nul(std::string(reinterpret_cast<const char *>(input.rest()), input.left()));
+    check_numbers_in(text, count, other);
+    std::vector<int> numbers;
+    while (input.left() != 0 && numbers.size() < 200)
+        numbers.push_back(wide ? input.number<std::int32_t>() : input.number<std::int8_t>());
+    if (!numbers.empty())
+        check_numbers_out(numbers, room, other);
+}
+
+void codec_seeds(const Sink &sink)
+{
+    std::string all(alphabet);
+    sink("alphabet", std::string("\x40\x00\x10", 3) + all);
+    for (const char *tail :
+         {"QQ==", "QUI=", "QUJD", "Q===", "====", "QQ=A", "QQ==QUJD", "Q!==", "QUJ", "//8=", "AAAA\r\nAAAA"})
+        sink("tail", std::string("\xFF\x00\x08", 3) + tail);
+    for (const char *list : {"5,,7", "1,2,3,0,0", "-1,-", "2147483647,-2147483648,99999999999", ",", ",,,,",
+                             "1234567890123456789012345678901", "123456789012345678901234567890,1", " 7, 8"})
+        sink("list", std::string("\x20\x00\x04\x00", 4) + list);
+    const std::string head("\x1D\x03\x02\x10\x20\x02", 6);
+    for (const auto &list : {netpublic::alarm_types.head.begin()})
+        sink("types", head + netpublic::alarm_types.head.text(*list));
+    for (const char *word :
+         {"", "T", "tu", "Sundays", " MDY_CN", "MDY_CN", "eng", "CS8", "mainStream", "externStreams", "io,snap",
+          "iosnap", "none,io", "IO,MD", "videoloss", "crossline", "loitering,cry", "RFSPEAKER", "dog_cat"})
+        sink("word", head + word);
+}
+
+} // namespace fuzz

@@ -1,0 +1,383 @@
+#include "promises.h"
+
+#include <net_types.h>
+#include <tinyxml.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <vector>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define FUZZ_POISON 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define FUZZ_POISON 1
+#endif
+#endif
+#ifdef FUZZ_POISON
+#include <sanitizer/asan_interface.h>
+#endif
+
+namespace fuzz {
+namespace {
+
+using netpublic::Detail;
+using netpublic::Kind;
+using netpublic::Row;
+using netpublic::Shape;
+using netpublic::Table;
+
+[[noreturn]] void die(const char *promise, const std::string &what)
+{
+    std::fprintf(stderr, "%s is broken: %s\n", promise, what.c_str());
+    std::abort();
+}
+
+Broken handler = die;
+
+// In front of and behind each block. An overrun by a whole list item lands in them, too.
+constexpr std::size_t guard_size = 2048;
+constexpr unsigned char garbage = 0xA5;
+constexpr std::size_t blocks_kept = 24; // released ones, for the next allocation of their size
+
+// Stands at the start of the guard in front.
+struct Block {
+    std::size_t size;
+    bool live;
+
+    unsigned char *front()
+    {
+        return reinterpret_cast<unsigned char *>(this + 1);
+    }
+    unsigned char *content()
+    {
+        return reinterpret_cast<unsigned char *>(this) + guard_size;
+    }
+    unsigned char *back()
+    {
+        return content() + size;
+    }
+    static Block *of(const void *content)
+    {
+        auto *bytes = static_cast<unsigned char *>(const_cast<void *>(content));
+        return reinterpret_cast<Block *>(bytes - guard_size);
+    }
+};
+
+std::vector<Block *> kept;
+long live_blocks = 0;
+
+#ifdef FUZZ_POISON
+void lock(Block *block)
+{
+    __asan_poison_memory_region(block->front(), 2 * guard_size - sizeof(Block) + block->size);
+}
+
+void unlock_content(Block *block)
+{
+    __asan_unpoison_memory_region(block->content(), block->size);
+}
+
+void unlock(Block *block)
+{
+    __asan_unpoison_memory_region(block->front(), 2 * guard_size - sizeof(Block) + block->size);
+}
+#else
+constexpr unsigned char guard_byte = 0xC7;
+
+void lock(Block *block)
+{
+    std::memset(block->front(), guard_byte, guard_size - sizeof(Block));
+    std::memset(block->back(), guard_byte, guard_size);
+}
+
+void unlock_content(Block *) {}
+void unlock(Block *) {}
+
+bool is_filled(const unsigned char *from, std::size_t size)
+{
+    return std::all_of(from, from + size, [](unsigned char byte) { return byte == guard_byte; });
+}
+#endif
+
+Block *take_block(std::size_t size)
+{
+    for (Block *&block : kept)
+        if (block->size == size) {
+            Block *found = block;
+            block = kept.back();
+            kept.pop_back();
+            return found;
+        }
+    void *memory = std::malloc(size + 2 * guard_size);
+    if (memory == nullptr)
+        std::abort();
+    return new (memory) Block{size, false};
+}
+
+void drop(Block *block)
+{
+    unlock(block);
+    std::free(block);
+}
+
+// What frees the blocks that are kept at the end of the process, for the leak sanitizer.
+struct Sweeper {
+    ~Sweeper()
+    {
+        for (Block *block : kept)
+            drop(block);
+        kept.clear();
+        kept.shrink_to_fit();
+    }
+} sweeper;
+
+template <class Type> Type load(const char *at)
+{
+    Type value;
+    std::memcpy(&value, at, sizeof value);
+    return value;
+}
+
+const Row *count_of(const Table &table, const Row &row)
+{
+    for (unsigned at = row.attached; at != 0; at = table.row(at).attached)
+        if (table.row(at).kind == Kind::count)
+            return &table.row(at);
+    return nullptr;
+}
+
+std::string named(const Table &table, const Row &row, const char *what)
+{
+    return std::string(what) + " of \"" + table.key(row) + "\" in " + table.text(table.file) + ":" +
+           std::to_string(table.line);
+}
+
+// The record's rows see it from `base` bytes in front of `record` on; `size` bytes of it are there.
+struct View {
+    const Table &table;
+    const char *record;
+    std::size_t base;
+    std::size_t size;
+
+    bool holds(const Row &row) const
+    {
+        return row.offset >= base && row.offset - base < size;
+    }
+    const char *member(const Row &row) const
+    {
+        return record + (row.offset - base);
+    }
+};
+
+void check_view(const View &view, const void *exempt);
+
+void check_text(const View &view, const Row &row, const char *text, std::size_t size, const void *exempt)
+{
+    if (text != exempt && std::memchr(text, '\0', size) == nullptr)
+        broken("P4", named(view.table, row, "no terminator in the text"));
+}
+
+void check_points(const View &view, const Row &row, const char *at)
+{
+    const int count = load<int>(at);
+    if (count < 0 || count > 8)
+        broken("P3", named(view.table, row, "the number of points"));
+}
+
+// Members that no kind of row describes: by their shape.
+void check_shape(const View &view, const Row &row, const Detail &detail, const void *exempt)
+{
+    const char *at = view.member(row);
+    const std::size_t first = detail.dimensions[0], second = detail.dimensions[1];
+    if (detail.shown != nullptr) {
+        for (std::size_t i = 0; i < first * second; ++i)
+            check_view({*detail.shown, at + i * detail.element_size, detail.shown_offset, detail.element_size}, exempt);
+    } else if (detail.shape == Shape::characters && first == 4) {
+        // The version in a file's header: four characters and nothing behind them.
+    } else if (detail.shape == Shape::characters) {
+        const std::size_t size = second == 1 ? first : second;
+        for (std::size_t i = 0; i < (second == 1 ? 1 : first); ++i)
+            check_text(view, row, at + i * size, size, exempt);
+    } else if (detail.shape == Shape::points) {
+        for (std::size_t i = 0; i < first * second; ++i)
+            check_points(view, row, at + i * sizeof(net_smart_ai_points_t));
+    }
+}
+
+// How many items of a list to look at; -1 for a count that is no good.
+int items_of(const View &view, const Row &row)
+{
+    const Row *count_row = count_of(view.table, row);
+    if (count_row == nullptr)
+        return row.size;
+    const int count = load<int>(view.member(*count_row));
+    if (count >= 0 && count <= row.size)
+        return count;
+    broken("P3", named(view.table, row, "the count") + " is " + std::to_string(count));
+    return -1;
+}
+
+void check_row(const View &view, unsigned index, const void *exempt)
+{
+    const Table &table = view.table;
+    const Row &row = table.row(index);
+    const char *at = view.member(row);
+    switch (row.kind) {
+    case Kind::text:
+        return check_text(view, row, at, row.size, exempt);
+    case Kind::counted_text:
+        return check_text(view, row, at + offsetof(net_counted_text_t, text), sizeof(net_counted_text_t::text), exempt);
+    case Kind::group: {
+        const Table &inner = *table.ref(row.ref).table;
+        return check_view({inner, at, 0, inner.record_size}, exempt);
+    }
+    case Kind::list: {
+        const Table &item = *table.ref(row.ref).table;
+        const int count = items_of(view, row);
+        for (int i = 0; i < count; ++i)
+            check_view({item, at + static_cast<std::size_t>(i) * item.record_size, 0, item.record_size}, exempt);
+        return;
+    }
+    case Kind::int_items:
+        items_of(view, row);
+        return;
+    case Kind::custom:
+        return check_shape(view, row, table.detail(index), exempt);
+    default:
+        return;
+    }
+}
+
+void check_view(const View &view, const void *exempt)
+{
+    for (unsigned i = 0; i < view.table.rows; ++i)
+        if (view.holds(view.table.row(i)))
+            check_row(view, i, exempt);
+}
+
+void mix(std::uint64_t &hash, std::uint64_t value)
+{
+    hash = (hash ^ value) * 0x9E3779B97F4A7C15u;
+    hash ^= hash >> 29;
+}
+
+void mix(std::uint64_t &hash, const std::string &text)
+{
+    mix(hash, text.size());
+    std::size_t at = 0;
+    std::uint64_t word = 0;
+    for (; at + sizeof word <= text.size(); at += sizeof word) {
+        std::memcpy(&word, text.data() + at, sizeof word);
+        mix(hash, word);
+    }
+    word = 0;
+    std::memcpy(&word, text.data() + at, text.size() - at);
+    mix(hash, word);
+}
+
+} // namespace
+
+Broken on_broken(Broken new_handler)
+{
+    const Broken old = handler;
+    handler = new_handler;
+    return old;
+}
+
+void broken(const char *promise, const std::string &what)
+{
+    handler(promise, what);
+}
+
+void *guarded_allocate(unsigned int size)
+{
+    Block *block = take_block(size);
+    lock(block);
+    unlock_content(block);
+    std::memset(block->content(), garbage, size);
+    block->live = true;
+    ++live_blocks;
+    return block->content();
+}
+
+void guarded_release(void *content)
+{
+    Block *block = Block::of(content);
+    require(block->live, "P6", "a block released twice, or one that is none");
+    require(guards_intact(content), "P2", "bytes beside a block were written");
+    block->live = false;
+    --live_blocks;
+    lock(block);
+    if (kept.size() == blocks_kept) {
+        drop(kept.front());
+        kept.erase(kept.begin());
+    }
+    kept.push_back(block);
+}
+
+bool guards_intact(const void *content)
+{
+#ifdef FUZZ_POISON
+    return Block::of(content)->live; // whoever touches a guard does not come as far as this
+#else
+    Block *block = Block::of(content);
+    return is_filled(block->front(), guard_size - sizeof(Block)) && is_filled(block->back(), guard_size);
+#endif
+}
+
+std::size_t guarded_size(const void *content)
+{
+    return Block::of(content)->size;
+}
+
+long guarded_live()
+{
+    return live_blocks;
+}
+
+Guarded::Guarded(std::size_t size) : block_(guarded_allocate(static_cast<unsigned int>(size))) {}
+
+Guarded::Guarded(const void *content, std::size_t size) : Guarded(size)
+{
+    if (size != 0)
+        std::memcpy(block_, content, size);
+}
+
+Guarded::~Guarded()
+{
+    guarded_release(block_);
+}
+
+void check_record(const Table &table, const void *record, const void *exempt)
+{
+    check_view({table, static_cast<const char *>(record), 0, table.record_size}, exempt);
+}
+
+std::uint64_t fingerprint(const TiXmlNode &tree)
+{
+    std::uint64_t hash = 0;
+    // Without recursion: a tree may be deep.
+    for (const TiXmlNode *node = &tree; node != nullptr;) {
+        mix(hash, reinterpret_cast<std::uintptr_t>(node));
+        mix(hash, node->ValueStr());
+        if (const TiXmlElement *element = node->ToElement())
+            for (const TiXmlAttribute *at = element->FirstAttribute(); at != nullptr; at = at->Next()) {
+                mix(hash, at->NameTStr());
+                mix(hash, at->ValueStr());
+            }
+        if (const TiXmlNode *child = node->FirstChild()) {
+            node = child;
+            continue;
+        }
+        while (node != &tree && node->NextSibling() == nullptr)
+            node = node->Parent();
+        node = node == &tree ? nullptr : node->NextSibling();
+    }
+    return hash;
+}
+
+} // namespace fuzz

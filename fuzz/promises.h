@@ -1,0 +1,65 @@
+// What holds after any call, whatever the input: the checks that fuzz targets and tests share. The
+// numbers are those of docs/security.md.
+#ifndef NETPUBLIC_FUZZ_PROMISES_H
+#define NETPUBLIC_FUZZ_PROMISES_H
+
+#include "table.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+class TiXmlNode;
+
+namespace fuzz {
+
+// Reports a broken promise: by default it is printed and the process ends, which is what the fuzzer
+// waits for. A test puts its own handler in place.
+using Broken = void (*)(const char *promise, const std::string &what);
+Broken on_broken(Broken handler); // returns the one before
+void broken(const char *promise, const std::string &what);
+
+inline void require(bool holds, const char *promise, const char *what)
+{
+    if (!holds)
+        broken(promise, what);
+}
+
+// Blocks between guard bytes, for the host's allocator and for buffers that are handed over. Under the
+// address sanitizer the guards are poisoned, so that a read is found as well, at the very access.
+// Contents start as garbage.
+void *guarded_allocate(unsigned int size);
+void guarded_release(void *block); // with a check of the guards
+bool guards_intact(const void *block);
+std::size_t guarded_size(const void *block);
+long guarded_live(); // blocks that have not been released
+
+// A buffer that lives no longer than its block.
+class Guarded {
+public:
+    explicit Guarded(std::size_t size);
+    Guarded(const void *content, std::size_t size);
+    ~Guarded();
+    Guarded(const Guarded &) = delete;
+    Guarded &operator=(const Guarded &) = delete;
+
+    template <class Type = unsigned char> Type *as()
+    {
+        return static_cast<Type *>(block_);
+    }
+
+private:
+    void *block_;
+};
+
+// P3 and P4: the counts of a record that a parser has filled lie within the capacities of their lists,
+// and its texts end within their members. `exempt` is a text that its initialiser may have filled to the
+// last byte.
+void check_record(const netpublic::Table &table, const void *record, const void *exempt = nullptr);
+
+// A number that changes with any node, name, text or attribute of a tree. P7 and P8.
+std::uint64_t fingerprint(const TiXmlNode &tree);
+
+} // namespace fuzz
+
+#endif

@@ -1,0 +1,333 @@
+// The targets of texts as a whole: the extension header, the log filter, weekly schedules, and the
+// catalogue of initialisers.
+#include "catalogue.h"
+#include "host.h"
+#include "oracle.h"
+#include "promises.h"
+#include "session.h"
+#include "tables.h"
+#include "targets.h"
+#include "tree_code.h"
+
+#include <net_host_standin.h>
+#include <net_public.h>
+#include <tinyxml.h>
+
+#include <cstring>
+
+namespace fuzz {
+namespace {
+
+// One kind after the other, as the filter is described.
+std::string plain_filter(std::string text)
+{
+    for (const char *name :
+         {"password", "key", "authToken", "authSignature", "refreshToken", "accessToken", "clientSecret", "mac", "ip",
+          "accessKey", "secretKey", "ipAddress", "macAddress", "gateway", "mask", "dns1", "dns2"}) {
+        const std::string open = std::string("<") + name + ">", close = std::string("</") + name + ">";
+        for (std::size_t at = text.find(open); at != std::string::npos; at = text.find(open, at + 1)) {
+            const std::size_t end = text.find(close, at);
+            if (end == std::string::npos)
+                continue; // an open tag without a close tag is left alone
+            at += open.size();
+            text.replace(at, end - at, end - at, '*');
+        }
+    }
+    return text;
+}
+
+bool terminated(const char *text, std::size_t size)
+{
+    return std::memchr(text, '\0', size) != nullptr;
+}
+
+void check_extension(const net_ext_t &ext)
+{
+    require(terminated(ext.userName, sizeof ext.userName) && terminated(ext.token, sizeof ext.token), "P4",
+            "a text of the extension header");
+}
+
+void check_accepted(const net_ext_t &ext)
+{
+    const net_host_answers &host = net_host();
+    const auto within = [](int value, int count) { return value == 0 || (value > 0 && value < count); };
+    require(ext.channelId >= 0 && within(ext.inputId, host.alarm_inputs) && within(ext.outputId, host.alarm_outputs) &&
+                within(ext.patrolId, 6) && within(ext.rfId, 32) && within(ext.binaryData, 2) && ext.encryptLen >= 0 &&
+                ext.encryptPos >= 0 && ext.chnType >= 0 && within(ext.streamType, 5),
+            "P9", "a value of the extension header out of range");
+}
+
+} // namespace
+
+void run_header(const std::uint8_t *data, std::size_t size)
+{
+    Host host;
+    Bytes input(data, size);
+    host.play(input);
+    Guarded record(sizeof(net_ext_t));
+    std::memset(record.as<>(), 0, sizeof(net_ext_t));
+    Guarded text(sizeof(char) * (input.left() + 1));
+    std::memcpy(text.as<>(), input.rest(), input.left());
+    text.as<char>()[input.left()] = '\0';
+    int result;
+    {
+        Oracle oracle;
+        result = net_exten_x2s(text.as<char>(), record.as<net_ext_t>());
+        for (const std::string &secret : oracle.secrets())
+            require(host.log().find(secret) == std::string_view::npos, "P12", "a secret in a log line");
+    }
+    require(result == 0 || result == -1, "P1", "the result of the extension header");
+    require(std::memcmp(text.as<>(), input.rest(), input.left()) == 0, "P7", "the text of the header has changed");
+    check_extension(*record.as<net_ext_t>());
+    if (result == 0)
+        check_accepted(*record.as<net_ext_t>());
+}
+
+void run_filter(const std::uint8_t *data, std::size_t size)
+{
+    std::string text(reinterpret_cast<const char *>(data), size);
+    text.resize(std::strlen(text.c_str()));
+    Guarded in(text.c_str(), text.size() + 1);
+    require(plain_filter(text) == net_xml_printf_filter(in.as<char>()), "P12", "the filter's text");
+    // Any tags, out of the text's own front.
+    const std::size_t half = text.size() < 8 ? 0 : 2u + data[0] % 3u;
+    if (half != 0 && text.find('*') == std::string::npos) {
+        const std::string open = text.substr(0, half), close = text.substr(half, half);
+        std::string expected = text, got = text;
+        for (std::size_t at = expected.find(open); at != std::string::npos; at = expected.find(open, at + 1)) {
+            const std::size_t end = expected.find(close, at);
+            if (end == std::string::npos)
+                break;
+            at += open.size();
+            if (end > at)
+                expected.replace(at, end - at, end - at, '*');
+        }
+        net_xml_filter(got, open, close);
+        require(got == expected, "P12", "the text with one kind masked");
+    }
+}
+
+void filter_seeds(const Sink &sink)
+{
+    for (const char *text :
+         {"<password>abc</password>", "<password></password>", "<Password>a</Password>",
+          "<password>a</password><password>bc</password>", "<ip>1.2.3.4</ip><ipAddress>5</ipAddress>",
+          "<key><password>a</password></key>", "<password><key>a</password></key>", "<mac>1<mac>2</mac>3</mac>",
+          "<dns1>8.8.8.8</dns1><dns2>x", "</mask><mask></gateway>",
+          "<authToken>t</authToken><authSignature>s</authSignature><refreshToken>r</refreshToken>",
+          "<accessToken>t</accessToken><clientSecret>s</clientSecret><secretKey>k</secretKey>",
+          "<accessKey>k</accessKey><macAddress>m</macAddress><gateway>g</gateway><mask>n</mask>"})
+        sink("tags", text);
+}
+
+void header_seeds(const Sink &sink)
+{
+    const std::string head("\x10\x01\x10\x04\x00\x01\x01\x01\x01\x00", Host::answers_size);
+    for (const char *text :
+         {"<ExtenSion version=\"1.1\"><channelId>3</channelId><inputId>3</inputId><outputId>1</outputId></ExtenSion>",
+          "<?xml version=\"1.0\" encoding=\"UTF-8\" ?><ext><patrolId>5</patrolId><binaryData>1</binaryData>"
+          "<encryptLen>16</encryptLen><encryptPos>0</encryptPos><rfID>31</rfID><chnType>1</chnType></ext>",
+          "<Extension><userName>admin</userName><token>s3cr3t0123456789</token><streamType>subStream</streamType></"
+          "Extension>",
+          "<ExtenSion><patrolId>6</patrolId></ExtenSion>", "<ExtenSion><rfID>32</rfID></ExtenSion>",
+          "<ExtenSion><!-- c --><![CDATA[x]]>&#x41;&amp;<c a='1' b=\"2\">1</c></ExtenSion>",
+          "\xEF\xBB\xBF<ExtenSion><userName>\xE2\x82\xAC</userName></ExtenSion>", "<ExtenSion>\xE2",
+          "<!DOCTYPE x [<!ENTITY e 'y'>]><ExtenSion/>"})
+        sink("header", head + text);
+    std::string deep = head, many = head + "<ExtenSion";
+    for (int i = 0; i < 65; ++i) {
+        deep += "<a>";
+        many += " a" + std::to_string(i) + "='1'";
+    }
+    sink("deep", deep);
+    sink("many", many + "/>");
+    sink("long", head + "<ExtenSion><token>" + std::string(255, 't') + "</token></ExtenSion>");
+    sink("longer", head + "<ExtenSion><token>s3cr3t" + std::string(250, 't') + "</token></ExtenSion>");
+}
+
+namespace {
+
+// The plain readers of both forms, over the children of a list.
+const char *text_of(const TiXmlNode *node, std::size_t longest)
+{
+    const TiXmlElement *element = node != nullptr ? node->ToElement() : nullptr;
+    if (element == nullptr)
+        return nullptr;
+    const char *text = element->GetText() != nullptr ? element->GetText() : "";
+    return std::strlen(text) <= longest ? text : nullptr;
+}
+
+void check_week(const net_schedule_t &schedule)
+{
+    for (const auto &day : schedule.section)
+        for (const time_section_t &hour : day)
+            require((hour.bits[1] >> (netpublic::alarm_type_last - 32 + 1)) == 0, "P9", "an alarm type that is none");
+}
+
+// Written in the form by types and read again: the hours of all types that the schedule mentions.
+void return_types(const net_schedule_t &schedule)
+{
+    TiXmlElement parent("body");
+    Guarded copy(&schedule, sizeof schedule);
+    require(insert_type_schedule_list_to_xmlnode(copy.as<net_schedule_t>(), &parent) == 0, "P1", "a schedule's writer");
+    require(std::memcmp(copy.as<>(), &schedule, sizeof schedule) == 0, "P7", "a writer changed the schedule");
+    const TiXmlElement *list = parent.FirstChildElement();
+    require(list != nullptr && list->ValueStr() == "typeScheduleList", "P8", "what a schedule's writer adds");
+    Guarded again(sizeof schedule);
+    std::memset(again.as<>(), 0, sizeof schedule);
+    // Codes without a word are written as "none", which is skipped.
+    require(get_type_schedule_list_from_xmlnode(again.as<net_schedule_t>(), parent.FirstChild(), nullptr) == 0, "P9",
+            "a written schedule is refused");
+    const auto &read = *again.as<net_schedule_t>();
+    for (unsigned code = 0; code <= 44; ++code) {
+        char word[64] = {};
+        int rule = 0;
+        get_alarm_in_type_string(static_cast<int>(code), word, sizeof word, &rule);
+        // "videoloss" reads as "loss": meant.
+        if (std::strcmp(word, "none") == 0 || code == 1 || (code >= 41 && code <= 43) ||
+            alarm_in_check_event(&schedule.types, code) == 0)
+            continue;
+        require(alarm_in_check_event(&read.types, code) == 1, "P9", "a type of a written schedule");
+        for (int day = 0; day < 7; ++day)
+            for (int hour = 0; hour < 24; ++hour)
+                require(alarm_in_check_event(&read.section[day][hour], code) ==
+                            alarm_in_check_event(&schedule.section[day][hour], code),
+                        "P9", "an hour of a written schedule");
+    }
+}
+
+// Written by combinations: every hour stands in exactly one of them, under the types that it has.
+void check_combinations(const net_schedule_t &schedule)
+{
+    TiXmlElement parent("body");
+    Guarded copy(&schedule, sizeof schedule);
+    require(insert_schedule_list_to_xmlnode(copy.as<net_schedule_t>(), &parent) == 0, "P1", "a schedule's writer");
+    TiXmlElement *list = parent.FirstChildElement();
+    require(list != nullptr && parent.LastChild() == list, "P8", "what a schedule's writer adds");
+    int seen[7][24] = {};
+    for (TiXmlElement *item = list->FirstChildElement(); item != nullptr; item = item->NextSiblingElement()) {
+        const std::string word = text_of(item->FirstChild(), 62);
+        const auto has = [&word](const char *part) {
+            return ("," + word + ",").find(std::string(",") + part + ",") != std::string::npos;
+        };
+        const unsigned types =
+            (has("MD") ? 1u : 0) | (has("videoloss") ? 2u : 0) | (has("IO") ? 4u : 0) | (has("Normal") ? 0x10000u : 0);
+        TiXmlElement *blocks = item->FirstChildElement()->NextSiblingElement();
+        for (TiXmlElement *block = blocks->FirstChildElement(); block != nullptr; block = block->NextSiblingElement()) {
+            int day = -1, begin = -1, end = -1;
+            get_weekday_index(&day, const_cast<char *>(block->FirstChildElement("weekDay")->GetText()));
+            get_int_from_xmlnode(&begin, block->FirstChildElement("beginHour"), nullptr);
+            get_int_from_xmlnode(&end, block->FirstChildElement("endHour"), nullptr);
+            require(day >= 0 && day < 7 && begin >= 0 && end < 24 && begin <= end, "P9", "a block of hours");
+            for (int hour = begin; hour <= end; ++hour) {
+                ++seen[day][hour];
+                require((schedule.section[day][hour].bits[0] & 0x10007) == types, "P9", "the types of an hour");
+            }
+        }
+    }
+    for (int day = 0; day < 7; ++day)
+        for (int hour = 0; hour < 24; ++hour) {
+            const unsigned types = schedule.section[day][hour].bits[0] & 0x10007;
+            const bool spelled = types <= 7 || types == 0x10000; // "Normal" stands alone
+            require(seen[day][hour] == (spelled ? 1 : 0), "P9", "an hour in more or less than one combination");
+        }
+    Guarded again(sizeof schedule);
+    std::memset(again.as<>(), 0, sizeof schedule);
+    require(get_schedule_list_from_xmlnode(again.as<net_schedule_t>(), parent.FirstChild(), "ScheduleList") == 0, "P9",
+            "a written schedule is refused");
+}
+
+} // namespace
+
+// A form, then a tree; or the bits of a schedule.
+void run_schedule(const std::uint8_t *data, std::size_t size)
+{
+    Host host;
+    modulemask = 0;
+    Bytes input(data, size);
+    const std::uint8_t form = input.byte();
+    Guarded record(sizeof(net_schedule_t));
+    auto &schedule = *record.as<net_schedule_t>();
+    std::memset(&schedule, 0, sizeof schedule);
+    if (form % 4 == 3) {
+        schedule.types.bits[0] = input.number<std::uint32_t>();
+        schedule.types.bits[1] = input.number<std::uint32_t>();
+        const bool classic = form >= 128;
+        for (auto &day : schedule.section)
+            for (time_section_t &hour : day) {
+                hour.bits[0] = classic ? input.byte() & 7u : input.number<std::uint32_t>();
+                hour.bits[1] = classic ? 0 : input.number<std::uint16_t>();
+            }
+    } else {
+        TiXmlElement list("List");
+        decode_tree(input, list);
+        const std::uint64_t tree = fingerprint(list);
+        time_section_t types = {{form, 0}};
+        if (form % 4 == 0)
+            get_type_schedule_list_from_xmlnode(&schedule, &list, nullptr);
+        else if (form % 4 == 1)
+            get_schedule_list_from_xmlnode(&schedule, &list, nullptr);
+        else
+            get_time_block_list_from_xmlnode(&schedule, types, &list, nullptr);
+        require(fingerprint(list) == tree, "P7", "a reader changed the tree");
+        check_week(schedule);
+    }
+    return_types(schedule);
+    check_combinations(schedule);
+}
+
+void schedule_seeds(const Sink &sink)
+{
+    const auto put = [&sink](char form, const char *text) {
+        TiXmlDocument document;
+        document.Parse((std::string(text) + std::string(8, '\0')).c_str());
+        sink("tree", form + encode_tree(*document.RootElement()));
+    };
+    const std::string hours(168, '1');
+    put(0, ("<l><item><type>MD</type><index>0</index><valueTable>" + hours +
+            "</valueTable></item><item><type>crossline</type>"
+            "<index>2</index><valueTable>0101</valueTable></item><item><type>cry</type><valueTable>1</valueTable></"
+            "item></l>")
+               .c_str());
+    put(1,
+        "<l><Schedule><alarmType>MD</alarmType><timeBlockList><timeBlock><enable>1</enable><weekDay>Mon</weekDay>"
+        "<beginHour>8</beginHour><endHour>10</endHour></timeBlock></timeBlockList></Schedule><Schedule><alarmType>IO,MD"
+        "</alarmType><timeBlockList/></Schedule></l>");
+    put(2, "<l><timeBlock><enable>1</enable><weekDay>Sunday</weekDay><beginHour>0</beginHour><endHour>23</endHour></"
+           "timeBlock>"
+           "<timeBlock><enable>0</enable><weekDay>t</weekDay><beginHour>5</beginHour><endHour>5</endHour></timeBlock></"
+           "l>");
+    std::string bits(1, '\x83');
+    for (int i = 0; i < 176; ++i)
+        bits += static_cast<char>(i * 37 >> 2);
+    sink("bits", bits);
+    bits[0] = 3;
+    sink("bits", bits + bits + bits + bits);
+}
+
+// Any initialiser of the catalogue.
+void run_init(const std::uint8_t *data, std::size_t size)
+{
+    Host host;
+    Bytes input(data, size);
+    constexpr std::size_t count = sizeof netpublic::initialisers / sizeof netpublic::initialisers[0];
+    const netpublic::Initialiser &initialiser = netpublic::initialisers[input.number<std::uint16_t>() % count];
+    net_ext_t ext = host.play(input);
+    const std::string token = input.text(input.left() < sizeof ext.token ? input.left() : sizeof ext.token - 1);
+    if (!token.empty())
+        std::memcpy(ext.token, token.c_str(), token.size() + 1);
+    net_param_t param;
+    std::memset(&param, 0xA5, sizeof param);
+    param.data = nullptr;
+    const int result = initialiser.function(&param, &ext);
+    require(result == 0 || result == -1, "P1", "an initialiser's result");
+    require(result == 0 || param.data == nullptr, "P13", "a failed initialiser left a payload");
+    if (param.data != nullptr) {
+        require(guarded_size(param.data) >= initialiser.size, "P2", "a payload that is too small");
+        require(param.inited == 1 && param.status == 0 && param.paramId == initialiser.id, "P9",
+                "the stamps of an envelope");
+        net_free(&param.data);
+    }
+}
+
+} // namespace fuzz
