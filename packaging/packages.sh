@@ -4,8 +4,11 @@
 build_packages=(g++ cmake ninja-build libtinyxml-dev nlohmann-json3-dev libcli11-dev)
 # shellcheck disable=SC2034 # used by test.sh
 test_packages=("${build_packages[@]}" googletest make pkg-config dpkg-dev doxygen python3-kconfiglib python3 binutils locales
-    clang-format-14 clang-tidy-14 clang-14 libclang-rt-14-dev cppcheck shellcheck
-    g++-arm-linux-gnueabihf qemu-user libtinyxml-dev:armhf)
+    clang-format-14 clang-tidy-14 clang-14 libclang-rt-14-dev cppcheck shellcheck gcovr
+    g++-arm-linux-gnueabihf qemu-user libtinyxml-dev:armhf libbenchmark-dev)
+# shellcheck disable=SC2034 # used by bench/run.sh; the peers and the plot, too
+bench_packages=(libbenchmark-dev libpugixml-dev libxml2-dev libssl-dev nanopb libnanopb-dev protobuf-compiler
+    valgrind python3 python3-matplotlib)
 
 # Without an architecture in its name, a package of the machine's own counts, and one for all; a library
 # that is only there for a foreign architecture does not.

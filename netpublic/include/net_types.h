@@ -4,6 +4,18 @@
  * request, ranged values, date-times, alarm-type sets, weekly schedules and polygons.
  *
  * All of them are plain structures of natural alignment that the host reads and writes directly.
+ *
+ * What the functions of all message headers share, unless they say otherwise:
+ *
+ * - `<name>_x2s(param, node)` reads the children of the element `node` into the payload of `param`. The tree
+ *   is only read, and nothing of it is kept.
+ * - `<name>_s2x(param, parent)` appends one element, made from the payload of `param`, to `parent`, which
+ *   owns it. The payload is only read. After a failure the parent is as it was.
+ * - `get_..._from_xmlnode(record, node, key)` reads one element into a record of the caller. When `key` is
+ *   not null, the element's name must answer to it: be, case aside, a beginning of it.
+ * - All return 0, or -1 for a null argument, a missing payload, a refused value, or no memory.
+ * - A number without a range in its comment may be any. A text field of N bytes takes N - 1 characters and
+ *   ends with a zero; a longer text is refused.
  */
 #ifndef NET_TYPES_H
 #define NET_TYPES_H

@@ -7,6 +7,7 @@
  * Parsers read the children of the element that they are given, writers append their root element to
  * the parent. A failing parser keeps what it has stored so far; a failing writer leaves the parent as
  * it was. Component readers check the node's name against @p key when one is given.
+ * What all message functions share stands in net_types.h.
  */
 #ifndef NET_XML_ALARM_H
 #define NET_XML_ALARM_H
@@ -169,7 +170,7 @@ struct net_state_v20_t {
     int timeUsec;                /**< 0 and above. */
     int wakeAlarm;               /**< 0 and above. */
     unsigned long long offset;   /**< Any number. */
-    net_smart_ai_stat_t smartAi; /**< The smart-AI detections; read only. */
+    net_smart_ai_stat_t smartAi; /**< Of the smart-AI detections, the events are written too. */
 };
 
 /** The payload of the alarm-report parser. */

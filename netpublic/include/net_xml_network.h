@@ -6,6 +6,7 @@
  *
  * A refused child ends a parse without a log line; what was stored before it stays. Writers append one
  * element with `version` "1.1" to the parent.
+ * What all message functions share stands in net_types.h.
  */
 #ifndef NET_XML_NETWORK_H
 #define NET_XML_NETWORK_H

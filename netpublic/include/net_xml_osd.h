@@ -6,6 +6,7 @@
  * matching initialiser. A body without children is success and changes nothing; `inited` stays as it is.
  * Writers append one element with `version` "1.1" to the parent; its children are those that the parser
  * reads.
+ * What all message functions share stands in net_types.h.
  */
 #ifndef NET_XML_OSD_H
 #define NET_XML_OSD_H

@@ -7,6 +7,7 @@
  * Every parser refuses an envelope whose `dataSize` is not the size of the payload that is named; `inited`
  * stays as it is. A value out of range is refused and ends the parse; what was stored before it stays.
  * "0 to" ranges refuse negative numbers.
+ * What all message functions share stands in net_types.h.
  */
 #ifndef NET_XML_PTZ_H
 #define NET_XML_PTZ_H

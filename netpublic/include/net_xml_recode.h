@@ -6,6 +6,7 @@
  *
  * Where nothing is said of the size, a parser does not compare `dataSize`: the host hands over the
  * payload that is named. Writers append one element with `version` "1.1" to the parent.
+ * What all message functions share stands in net_types.h.
  */
 #ifndef NET_XML_RECODE_H
 #define NET_XML_RECODE_H

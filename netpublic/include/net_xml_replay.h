@@ -7,6 +7,7 @@
  * refused child ends the parse; what was stored before it stays. A stream type is a whole word, case
  * aside, "mainStream" 0, "subStream" 1, "mobileStream" 2, "externStream" 4; any other word,
  * "snapStream" too, reads as 0.
+ * What all message functions share stands in net_types.h.
  */
 #ifndef NET_XML_REPLAY_H
 #define NET_XML_REPLAY_H

@@ -5,6 +5,7 @@
  *
  * The parsers do not compare `dataSize` and leave `inited` alone: the host hands over the payload that
  * is named, prepared by the matching initialiser.
+ * What all message functions share stands in net_types.h.
  */
 #ifndef NET_XML_SNAP_H
 #define NET_XML_SNAP_H

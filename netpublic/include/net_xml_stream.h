@@ -6,6 +6,7 @@
  *
  * Every message parser here refuses an envelope whose `dataSize` is not the size of its payload. A
  * refused child ends the parse; what was stored before it stays.
+ * What all message functions share stands in net_types.h.
  */
 #ifndef NET_XML_STREAM_H
 #define NET_XML_STREAM_H

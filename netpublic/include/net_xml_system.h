@@ -8,6 +8,7 @@
  * Parsers read the children of the element that they are given, writers append their root element to
  * the parent. A failing parser keeps what it has stored so far; a failing writer leaves the parent as
  * it was.
+ * What all message functions share stands in net_types.h.
  */
 #ifndef NET_XML_SYSTEM_H
 #define NET_XML_SYSTEM_H

@@ -11,6 +11,7 @@
  * beyond the capacity of their list are logged and skipped. The parsers and writers do not compare
  * `dataSize` and leave `inited` alone: the host hands over the payload that is named. Writers append one
  * element with `version` "1.1" to the parent.
+ * What all message functions share stands in net_types.h.
  */
 #ifndef NET_XML_TIMELAPSE_H
 #define NET_XML_TIMELAPSE_H
@@ -56,7 +57,7 @@ struct net_timelapse_cfg_item_t {
     int buseThumbnail;                    /**< Any number. */
     tag_net_time_v20_t startTime;         /**< Start of the span. */
     tag_net_time_v20_t endTime;           /**< End of the span. */
-    net_timelapse_duration_t duration[4]; /**< The first `durationNum`. */
+    net_timelapse_duration_t duration[4]; /**< The spans; further ones are logged and ignored. */
     int durationCount;                    /**< Durations held, 0 to 4. */
 };
 

@@ -8,6 +8,7 @@
  * checked, hashed or logged. All texts are terminated. A null argument, a missing payload and, where the
  * size is checked, one of the wrong size are logged. A refused child ends a parse; what was stored before
  * it stays. Where nothing else is said, `inited` stays as it is.
+ * What all message functions share stands in net_types.h.
  */
 #ifndef NET_XML_USER_H
 #define NET_XML_USER_H

@@ -3,9 +3,9 @@ SECTION = "libs"
 # No licence text to point at; set what your agreement says.
 LICENSE = "CLOSED"
 
-# A tar archive of the source tree, beside this recipe in netpublic/ (or use externalsrc).
+# A tar archive of the source tree, beside this recipe in netpublic/ (or use externalsrc). It unpacks into the
+# folder that is looked for by default, netpublic-${PV}.
 SRC_URI = "file://netpublic-${PV}.tar.gz"
-S = "${WORKDIR}/netpublic-${PV}"
 
 DEPENDS = "libtinyxml"
 
