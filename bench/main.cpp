@@ -53,6 +53,7 @@ void measure(benchmark::State &state, const bench::Entry &entry)
 int main(int argc, char **argv)
 {
     net_host_reset();
+    loglevel = 0;
     bench::Entries entries;
     bench::add_messages(entries);
     bench::add_parsers(entries);
