@@ -13,6 +13,7 @@ import matplotlib.pyplot as plt  # noqa: E402  (the backend must be chosen first
 import results  # noqa: E402
 
 MET, MISSED, GOAL = "#4477aa", "#cc6677", "#333333"
+PLATE = {"facecolor": "white", "linewidth": 0, "pad": 0.3}  # keeps the goal's line out of the figures
 
 
 def draw(axes, names, values, goal, title, form):
@@ -22,10 +23,11 @@ def draw(axes, names, values, goal, title, form):
         if value is None:
             continue
         axes.barh(place, value, color=MET if goal is None or value <= goal else MISSED, height=0.7)
-        axes.text(value + most * 0.01, place, form.format(value), va="center", fontsize=7)
+        axes.text(value + most * 0.01, place, form.format(value), va="center", fontsize=7, bbox=PLATE)
     if goal is not None:
         axes.axvline(goal, color=GOAL, linestyle="--", linewidth=1)
-        axes.text(goal, len(names) - 0.2, "goal " + form.format(goal), fontsize=8, ha="center", va="bottom")
+        axes.text(goal, len(names) - 0.2, "goal " + form.format(goal), fontsize=8, ha="center", va="bottom",
+                  bbox=PLATE)
     axes.set_xlim(0, most * 1.15)
     axes.set_title(title, fontsize=9, pad=16)
     axes.tick_params(labelsize=8)

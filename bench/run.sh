@@ -50,6 +50,6 @@ else
 fi
 python3 bench/report.py $results
 if [ "$plot" = yes ]; then
-    python3 bench/plot.py $results docs/benchmarks.svg
+    /usr/bin/python3 bench/plot.py $results docs/benchmarks.svg
     echo "drawn: docs/benchmarks.svg"
 fi

@@ -32,7 +32,7 @@ std::string folded(std::string name)
 
 bool has_key(const Row &row)
 {
-    return row.key_length != 0;
+    return row.key != 0; // the empty text
 }
 
 // What is known of elements by their names: the tables of their children, and texts that they held.
@@ -339,7 +339,7 @@ std::string Author::content(const Table &table, unsigned index)
         return words(*table.ref(row.ref).words);
     case Kind::int_list: {
         std::string joined;
-        for (unsigned count = pick(row.size + 2u); count > 0; --count)
+        for (unsigned count = pick(static_cast<unsigned>(table.capacity(row)) + 2u); count > 0; --count)
             joined += number(table, row) + ",";
         return joined;
     }
@@ -388,7 +388,9 @@ void Author::fill(TiXmlElement &element, const Table &table, Plan plan, int dept
         const Row &row = table.row(index);
         unsigned times = 1;
         if (row.kind == Kind::list || row.kind == Kind::int_items)
-            times = plan == Plan::whole ? 2 : pick(64) == 0 ? std::min<unsigned>(row.size + 1u, 70) : pick(4);
+            times = plan == Plan::whole ? 2
+                    : pick(64) == 0     ? std::min(static_cast<unsigned>(table.capacity(row)) + 1u, 70u)
+                                        : pick(4);
         for (; times > 0; --times)
             element.LinkEndChild(make(table, index, plan, depth));
     }

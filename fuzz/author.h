@@ -28,7 +28,7 @@ public:
 
     unsigned pick(unsigned below)
     {
-        return below == 0 ? 0 : random_() % below;
+        return below == 0 ? 0 : static_cast<unsigned>(random_()) % below;
     }
 
 private:

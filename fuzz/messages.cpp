@@ -59,11 +59,14 @@ void parse_twice(Session &session, TiXmlElement &body)
         session.write();
 }
 
-// Messages whose writers and parsers do not speak of the same thing.
-bool is_one_way(const Message &message)
+// Messages whose own text reads as something else, meant so; what is written after that stays.
+bool settles_later(const Message &message)
 {
-    // A cell grid, an extra or a default that only one of the directions carries.
-    for (const char *name : {"stream-info"})
+    for (const char *name : {
+             "support",         // "disk" answers to "diskNum", which stands in front of it
+             "record-schedule", // an hour of several types reads as one of them, "videoloss" as "loss"
+             "ai-cfg",          // a negative smartTrackModeAbility is left out, so that it reads as 0
+         })
         if (std::strcmp(message.name, name) == 0)
             return true;
     return false;
@@ -79,22 +82,25 @@ void write_without_memory(Request &request, Session &session)
 }
 
 // What a payload is written as must read as the same payload, and be written as the same text again.
-void write_and_return(Request &request, Session &session)
+// Only a member that no text has set may hold what no text may say.
+void write_and_return(Request &request, Session &session, bool settled)
 {
-    write_without_memory(request, session);
     TiXmlElement parent("body");
     const Written first = session.write(&parent);
     require(session.write().text == first.text, "P9", "a writer's second result differs from its first");
     TiXmlElement *root = parent.FirstChildElement();
-    if (first.result != 0 || root == nullptr || is_one_way(request.message))
+    if (first.result != 0 || root == nullptr)
         return;
     Session again(request.message, request.ext, request.host);
     if (!again.ready())
         return;
-    if (again.parse_closely(root) != 0)
-        return session.may_refuse(again)
-                   ? void()
-                   : broken("P9", std::string(request.message.name) + ": what is written is refused: " + first.text);
+    if (again.parse_closely(root) != 0) {
+        if (!session.may_refuse(again))
+            broken("P9", std::string(request.message.name) + ": what is written is refused: " + first.text);
+        return;
+    }
+    if (!settled)
+        return write_and_return(request, again, true);
     const Written second = again.write();
     if (second.result != 0 || second.text != first.text)
         broken("P9", std::string(request.message.name) + ": another text after reading: " + first.text + "\nthen " +
@@ -121,8 +127,10 @@ void run_write(const std::uint8_t *data, std::size_t size)
     if (document.root() == nullptr)
         return;
     Session session(request.message, request.ext, request.host);
-    if (session.ready() && session.parse_closely(document.root()) == 0)
-        write_and_return(request, session);
+    if (!session.ready() || session.parse_closely(document.root()) != 0)
+        return;
+    write_without_memory(request, session);
+    write_and_return(request, session, !settles_later(request.message));
 }
 
 void run_tree(const std::uint8_t *data, std::size_t size)
@@ -160,9 +168,10 @@ void run_payload(const std::uint8_t *data, std::size_t size)
     write_without_memory(request, session);
     TiXmlElement parent("body");
     const Written first = session.write(&parent);
-    require(session.write().text == first.text, "P9", "a writer's second result differs from its first");
+    if (fill % 4 == 0)
+        require(session.write().text == first.text, "P9", "a writer's second result differs from its first");
     // A parser may meet such a payload, too.
-    if (first.result == 0 && parent.FirstChild() != nullptr && request.message.parse != nullptr)
+    if (fill % 2 == 0 && first.result == 0 && parent.FirstChild() != nullptr && request.message.parse != nullptr)
         session.parse(parent.FirstChild());
 }
 

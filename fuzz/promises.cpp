@@ -10,14 +10,7 @@
 #include <new>
 #include <vector>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define FUZZ_POISON 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define FUZZ_POISON 1
-#endif
-#endif
-#ifdef FUZZ_POISON
+#ifdef NETPUBLIC_GUARDS_POISONED
 #include <sanitizer/asan_interface.h>
 #endif
 
@@ -70,7 +63,7 @@ struct Block {
 std::vector<Block *> kept;
 long live_blocks = 0;
 
-#ifdef FUZZ_POISON
+#ifdef NETPUBLIC_GUARDS_POISONED
 void lock(Block *block)
 {
     __asan_poison_memory_region(block->front(), 2 * guard_size - sizeof(Block) + block->size);
@@ -144,16 +137,13 @@ template <class Type> Type load(const char *at)
 
 const Row *count_of(const Table &table, const Row &row)
 {
-    for (unsigned at = row.attached; at != 0; at = table.row(at).attached)
-        if (table.row(at).kind == Kind::count)
-            return &table.row(at);
-    return nullptr;
+    return table.attachment(row, Kind::count);
 }
 
 std::string named(const Table &table, const Row &row, const char *what)
 {
-    return std::string(what) + " of \"" + table.key(row) + "\" in " + table.text(table.file) + ":" +
-           std::to_string(table.line);
+    return std::string(what) + " of \"" + table.key(row) + "\" in " + table.place().file + ":" +
+           std::to_string(table.place().line);
 }
 
 // The record's rows see it from `base` bytes in front of `record` on; `size` bytes of it are there.
@@ -213,9 +203,9 @@ int items_of(const View &view, const Row &row)
 {
     const Row *count_row = count_of(view.table, row);
     if (count_row == nullptr)
-        return row.size;
+        return view.table.capacity(row);
     const int count = load<int>(view.member(*count_row));
-    if (count >= 0 && count <= row.size)
+    if (count >= 0 && count <= view.table.capacity(row))
         return count;
     broken("P3", named(view.table, row, "the count") + " is " + std::to_string(count));
     return -1;
@@ -228,7 +218,7 @@ void check_row(const View &view, unsigned index, const void *exempt)
     const char *at = view.member(row);
     switch (row.kind) {
     case Kind::text:
-        return check_text(view, row, at, row.size, exempt);
+        return check_text(view, row, at, static_cast<std::size_t>(table.limit(row.limits).high), exempt);
     case Kind::counted_text:
         return check_text(view, row, at + offsetof(net_counted_text_t, text), sizeof(net_counted_text_t::text), exempt);
     case Kind::group: {
@@ -321,7 +311,7 @@ void guarded_release(void *content)
 
 bool guards_intact(const void *content)
 {
-#ifdef FUZZ_POISON
+#ifdef NETPUBLIC_GUARDS_POISONED
     return Block::of(content)->live; // whoever touches a guard does not come as far as this
 #else
     Block *block = Block::of(content);

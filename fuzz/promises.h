@@ -11,6 +11,15 @@
 
 class TiXmlNode;
 
+// Under the address sanitizer the guards around blocks are poisoned instead of looked at.
+#if defined(__SANITIZE_ADDRESS__)
+#define NETPUBLIC_GUARDS_POISONED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define NETPUBLIC_GUARDS_POISONED 1
+#endif
+#endif
+
 namespace fuzz {
 
 // Reports a broken promise: by default it is printed and the process ends, which is what the fuzzer

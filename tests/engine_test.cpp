@@ -143,8 +143,8 @@ Numbers read_plainly(const Table &table, const std::vector<std::string> &names)
             taken = true;
             int *member = reinterpret_cast<int *>(reinterpret_cast<char *>(&numbers) + row.offset);
             if (row.kind == Kind::int_items) {
-                int &count = row.attached != 0 ? numbers.count : others;
-                if (count < row.size)
+                int &count = table.attachment(row, Kind::count) != nullptr ? numbers.count : others;
+                if (count < table.capacity(row))
                     member[count++] = static_cast<int>(place);
             } else {
                 *member = static_cast<int>(place);
@@ -174,8 +174,8 @@ TEST_F(EngineTest, TheLikelyRowIsNeverTheWrongOne)
 {
     std::mt19937 random(7);
     const auto below = [&](std::size_t bound) { return static_cast<std::size_t>(random()) % bound; };
-    for (const Table *table : {&chain_table.head, &shadowed_table.head, &own_table.head, &exact_table.head,
-                               &list_table.head, &written_table.head}) {
+    for (const Table *table : {&chain_table.table(), &shadowed_table.table(), &own_table.table(), &exact_table.table(),
+                               &list_table.table(), &written_table.table()}) {
         const auto key = [&](std::size_t index) {
             return std::string(table->key(table->row(static_cast<unsigned>(index))));
         };
@@ -450,7 +450,7 @@ struct WriteListFields : Description {
         list("item", AT(list), inner).counted_by(AT(count)),
         int_items("n", AT(numbers)),
         group("group", AT(group), inner),
-        int_list("list", AT(numbers), 20, -1),
+        int_list("list", AT(numbers), -1),
     };
 };
 
@@ -476,8 +476,8 @@ TEST_F(EngineTest, ListsAndGroupsWritten)
     EXPECT_EQ(read<WriteListFields>(p, "<list>3,4</list>"), "0");
     EXPECT_EQ(p.numbers[1], 4);
     EXPECT_EQ(p.numbers[3], -1) << "what the text does not name";
-    EXPECT_EQ(read<WriteListFields>(p, "<list>" + std::string(20, ',') + "</list>"), "0");
-    EXPECT_EQ(read<WriteListFields>(p, "<list>" + std::string(21, ',') + "</list>"), "-1");
+    EXPECT_EQ(read<WriteListFields>(p, "<list>" + std::string(127, ',') + "</list>"), "0");
+    EXPECT_EQ(read<WriteListFields>(p, "<list>" + std::string(128, ',') + "</list>"), "-1");
     EXPECT_EQ(read<WriteListFields>(p, "<group><a>9</a></group>"), "0");
     EXPECT_EQ(p.group.a, 9);
     EXPECT_EQ(p.group.b, 6);
@@ -733,26 +733,26 @@ TEST_F(EngineTest, Messages)
     net_param_t param = {1, 0, 0, 0, 0, sizeof p, &p};
     Xml good("<Hook><number>150</number></Hook>"), bad("<Hook><number>250</number></Hook>");
     const Table &table = Message<HookFields>::table;
-    EXPECT_EQ(parse_message(table, &param, bad), -1);
+    EXPECT_EQ(parse_message(&param, bad, table), -1);
     EXPECT_EQ(param.inited, 1U);
-    EXPECT_EQ(parse_message(table, &param, good), 0);
+    EXPECT_EQ(parse_message(&param, good, table), 0);
     EXPECT_EQ(param.inited, 2U);
     EXPECT_EQ(p.number, 150);
     TiXmlElement parent("p");
-    EXPECT_EQ(write_message(table, &param, &parent), 0);
+    EXPECT_EQ(write_message(&param, &parent, table), 0);
     EXPECT_EQ(print_children(parent), "<Hook version=\"1.1\"><number>150</number></Hook>");
     param.dataSize = 1;
     EXPECT_EQ(log_of([&] {
-                  EXPECT_EQ(parse_message(table, &param, good), -1);
-                  EXPECT_EQ(write_message(table, &param, &parent), -1);
+                  EXPECT_EQ(parse_message(&param, good, table), -1);
+                  EXPECT_EQ(write_message(&param, &parent, table), -1);
               }),
               "<red engine_test.cpp>Func(hook_x2s) Line(#) \n<red engine_test.cpp>func:hook_s2x line:#\n");
     Inner record = {};
     Xml inside("<inn><a>4</a></inn>");
-    EXPECT_EQ(read_component(inner, &record, inside, "inner"), 0);
-    EXPECT_EQ(read_component(inner, &record, inside, "in"), -1);
-    EXPECT_EQ(read_component(inner, nullptr, inside, nullptr), -1);
-    EXPECT_EQ(read_component(inner, &record, nullptr, nullptr), -1);
+    EXPECT_EQ(read_component(&record, inside, "inner", inner), 0);
+    EXPECT_EQ(read_component(&record, inside, "in", inner), -1);
+    EXPECT_EQ(read_component(nullptr, inside, nullptr, inner), -1);
+    EXPECT_EQ(read_component(&record, nullptr, nullptr, inner), -1);
     EXPECT_EQ(record.a, 4);
 }
 
@@ -773,7 +773,7 @@ TEST_F(EngineTest, AFailingWriterLeavesTheParentAlone)
     net_param_t param = {1, 0, 0, 0, 0, 5, &p};
     TiXmlElement parent("p");
     parent.LinkEndChild(new TiXmlElement("before"));
-    EXPECT_EQ(write_message(Message<FailingFields>::table, &param, &parent), -1);
+    EXPECT_EQ(write_message(&param, &parent, Message<FailingFields>::table), -1);
     EXPECT_EQ(print_children(parent), "<before />");
 }
 

@@ -163,7 +163,8 @@ void fill_texts(const Message &message, void *payload)
     const netpublic::Table &table = *message.written;
     for (unsigned i = 0; i < table.rows; ++i)
         if (table.row(i).kind == Kind::text)
-            std::memset(static_cast<char *>(payload) + table.row(i).offset, 'x', table.row(i).size);
+            std::memset(static_cast<char *>(payload) + table.row(i).offset, 'x',
+                        static_cast<std::size_t>(table.limit(table.row(i).limits).high));
 }
 
 TEST_F(FaultTest, Writers)
@@ -176,14 +177,17 @@ TEST_F(FaultTest, Writers)
             EXPECT_EQ(envelope.read(message.parse, test::best_example(message)), 0) << message.name;
         }
         const Call write = [&](TiXmlElement &parent) { return message.write(&envelope.param, &parent); };
-        for (const bool filled : {false, true}) {
-            if (filled && message.written != nullptr)
+        for (const int variant : {0, 1, 2}) {
+            if (variant == 1 && message.written != nullptr)
                 fill_texts(message, envelope.param.data);
+            if (variant == 2) // every list has items, every switch is on
+                std::memset(envelope.param.data, 1, envelope.size());
             const std::string payload = envelope.content();
             failures_ += expect_failures(write, message.name, Source::operator_new);
             // Where the encoder of a grid lacks its scratch, the grid is left out and the rest stands.
-            const auto grid_left_out = [](const Outcome &outcome) {
-                return outcome.result == 0 && outcome.host_blocks_left == 0;
+            const bool has_grid = std::set<std::string>{"md", "ai-area-detect"}.count(message.name) != 0;
+            const auto grid_left_out = [&](const Outcome &outcome) {
+                return has_grid && outcome.result == 0 && outcome.host_blocks_left == 0;
             };
             failures_ += expect_failures(write, message.name, Source::host, grid_left_out);
             EXPECT_EQ(envelope.content(), payload) << message.name << ": the writer changed its payload";

@@ -588,6 +588,8 @@ TEST_F(RandomAndTimeTest, StringFillsWhatIsAskedFor)
     EXPECT_TRUE(text.zero_from(0));
     EXPECT_EQ(net_random_string(nullptr, 8, 8), -1);
     EXPECT_EQ(net_random_string(text, 0, 0), 0);
+    EXPECT_EQ(net_random_string(text, -1, -1), -1);
+    EXPECT_EQ(net_random_num_get(0), 0);
 }
 
 TEST_F(RandomAndTimeTest, StringFollowsTheSeededGenerator)
@@ -855,6 +857,7 @@ class ConversionTest : public test::HostTest {};
 
 TEST_F(ConversionTest, StringJoin)
 {
+    EXPECT_EQ(string_join(nullptr, 9, nullptr, -1, ','), -1);
     const char *items[] = {"one", "", "three"};
     Buffer<16> out;
     EXPECT_EQ(string_join(out, 10, items, 3, '|'), -1); // 8 characters, 2 separators, the terminator

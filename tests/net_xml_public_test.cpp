@@ -445,7 +445,9 @@ TEST_F(WritersTest, FloatsHaveEightDigits)
     EXPECT_EQ(float_text(-0.5F), "-0.5");
     EXPECT_EQ(float_text(123456789.0F), "1.2345679e+08");
     EXPECT_EQ(float_text(1.0F / 3), "0.33333334");
-    for (float value : {0.0F, 1e-7F, 3.4028235e38F, -1.17549435e-38F, 16777216.0F}) {
+    // Halves behind the eighth digit are rounded to even.
+    for (float value : {0.0F, 1e-7F, 3.4028235e38F, -1.17549435e-38F, 16777216.0F, 1048576.25F, 1048576.75F,
+                        131072.125F, 131072.375F}) {
         char expected[64];
         gcvt(static_cast<double>(value), 8, expected);
         EXPECT_EQ(float_text(value), expected);

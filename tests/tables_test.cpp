@@ -89,10 +89,7 @@ TEST(TablesTest, NoRecordHasTwoListsThatNothingCounts)
             const Row &row = table->row(i);
             if (row.kind != Kind::list && row.kind != Kind::int_items)
                 continue;
-            bool counted = false;
-            for (unsigned at = row.attached; at != 0; at = table->row(at).attached)
-                counted |= table->row(at).kind == Kind::count;
-            if (!counted)
+            if (table->attachment(row, Kind::count) == nullptr)
                 uncounted.insert(row.offset);
         }
         EXPECT_LE(uncounted.size(), 1u) << path;

@@ -1,6 +1,6 @@
 // How a message is described: one row a field, in the order in which the keys are tried, and next to
-// it the order in which the children are written. Everything here runs at compile time and leaves the
-// packed tables of table.h; a row whose kind does not fit its member does not compile.
+// it the order in which the children are written. Everything here runs at compile time, and describe.h
+// makes the packed tables of table.h of it; a row whose kind does not fit its member does not compile.
 //
 //     struct Sensitivity : Description {
 //         using T = net_sensitivity_t;
@@ -42,6 +42,34 @@ template <class Record, class Type> struct Member {
     }
 
 #ifdef NETPUBLIC_DESCRIBED
+// A type's name without its namespace, as the compiler shows it: "... [with Type = net_motion_t]".
+template <class Type> constexpr auto spelled_type()
+{
+    std::array<char, 64> name{};
+    std::size_t length = 0;
+    constexpr char before[] = "Type = ";
+    bool found = false;
+    for (const char *at = __PRETTY_FUNCTION__; *at != '\0'; ++at) {
+        std::size_t same = 0;
+        while (!found && before[same] != '\0' && at[same] == before[same])
+            ++same;
+        if (before[same] == '\0' && !found) {
+            found = true;
+            at += same - 1;
+        } else if (found && (*at == ']' || *at == ';')) {
+            break;
+        } else if (found && *at == ':') {
+            length = 0;
+        } else if (found && length + 1 < name.size()) {
+            name[length++] = *at;
+        }
+    }
+    while (length < name.size() && name[length] != '\0')
+        name[length++] = '\0'; // what is left of a longer namespace
+    return name;
+}
+template <class Type> inline constexpr auto type_name = spelled_type<Type>();
+
 template <class Type> constexpr Shape shape_of()
 {
     using Element = std::remove_all_extents_t<Type>;
@@ -86,7 +114,6 @@ struct Field {
     Kind kind = Kind::custom;
     Direction direction = Direction::both;
     std::uint32_t offset = 0;
-    std::uint32_t size = 0;
     std::uint32_t record_size = 0; // of a part's record, to compare with the record that it is a part of
     Ref refs[2];
     std::uint8_t ref_count = 0;
@@ -97,6 +124,7 @@ struct Field {
     const char *complaint = nullptr;
 #ifdef NETPUBLIC_DESCRIBED
     const char *member_name = "";
+    const char *member_type = "";
     Shape shape = Shape::none;
     std::uint32_t dimensions[2] = {1, 1};
     std::uint32_t element_size = 0;
@@ -203,7 +231,7 @@ struct Field {
     template <class Described> constexpr Field shown(const Described &record, std::size_t offset_there = 0) const
     {
         Field changed = *this;
-        changed.shown_table = &record.head;
+        changed.shown_table = &record.table();
         changed.shown_offset = static_cast<std::uint32_t>(offset_there);
         return changed;
     }
@@ -258,7 +286,7 @@ struct Field {
         if (kind != Kind::text && kind != Kind::view && kind != Kind::word && kind != Kind::mask &&
             kind != Kind::events)
             wrong_description("only a text has a length");
-        if (kind == Kind::text && characters >= static_cast<std::int32_t>(size))
+        if (kind == Kind::text && characters >= limits.high)
             wrong_description("the text does not fit its member");
         return limited_to(characters, limits.high);
     }
@@ -279,6 +307,8 @@ struct Field {
     }
     constexpr Field otherwise(int code) const
     {
+        if ((flags & word_fallback) != 0 && limits.high != code)
+            wrong_description("an unknown word and a code without a word have different codes");
         return of(Kind::word).limited_to(limits.low, code).with(word_otherwise);
     }
     constexpr Field reported() const
@@ -286,11 +316,11 @@ struct Field {
         return of(Kind::word).with(word_reported);
     }
     // Codes without a spelling are written as this code's.
-    constexpr Field fallback(unsigned int code) const
+    constexpr Field fallback(int code) const
     {
-        Field changed = of(Kind::word).with(word_fallback);
-        changed.size = code;
-        return changed;
+        if ((flags & word_otherwise) != 0 && limits.high != code)
+            wrong_description("an unknown word and a code without a word have different codes");
+        return of(Kind::word).limited_to(limits.low, code).with(word_fallback);
     }
 
     // Masks: what the word "none" in the text does (nothing by default), whether the spellings found are
@@ -345,9 +375,9 @@ template <class Record, class Type> constexpr Field field_of(Kind kind, const ch
     field.key = key;
     field.kind = kind;
     field.offset = member.offset;
-    field.size = sizeof(Type);
 #ifdef NETPUBLIC_DESCRIBED
     field.member_name = member.name;
+    field.member_type = type_name<std::remove_all_extents_t<Type>>.data();
     field.shape = shape_of<Type>();
     if constexpr (std::rank_v<Type> >= 1)
         field.dimensions[0] = std::extent_v<Type, 0>;
@@ -389,7 +419,7 @@ template <class Record> constexpr Field real(const char *key, Member<Record, flo
 template <class Record, std::size_t Size> constexpr Field text(const char *key, Member<Record, char[Size]> member)
 {
     static_assert(Size <= UINT16_MAX, "a text");
-    return field_of(Kind::text, key, member).limited_to(static_cast<std::int32_t>(Size) - 1, 0);
+    return field_of(Kind::text, key, member).limited_to(Size - 1, Size);
 }
 // A text with its capacity and length in front; both are stored whenever it is read.
 template <class Record> constexpr Field counted_text(const char *key, Member<Record, net_counted_text_t> member)
@@ -436,11 +466,9 @@ constexpr Field events(const char *key, Member<Record, time_section_t> member, c
 }
 // Numbers joined by commas; what the text does not name becomes `fill`.
 template <class Record, std::size_t Count>
-constexpr Field int_list(const char *key, Member<Record, int[Count]> member, std::int32_t longest, int fill)
+constexpr Field int_list(const char *key, Member<Record, int[Count]> member, int fill)
 {
-    Field field = field_of(Kind::int_list, key, member).limited_to(longest, fill);
-    field.size = Count;
-    return field;
+    return field_of(Kind::int_list, key, member).limited_to(Count, fill);
 }
 // An element whose children are a record of their own.
 template <class Record, class Type, class Described>
@@ -448,7 +476,7 @@ constexpr Field group(const char *key, Member<Record, Type> member, const Descri
 {
     static_assert(std::is_same_v<Type, typename Described::T>, "the group describes another record");
     Field field = field_of(Kind::group, key, member);
-    field.refs[0] = Ref(&record.head);
+    field.refs[0] = Ref(&record.table());
     field.ref_count = 1;
     return field;
 }
@@ -459,7 +487,7 @@ template <class Described> constexpr Field part(const char *key, const Described
     field.key = key;
     field.kind = Kind::group;
     field.record_size = sizeof(typename Described::T);
-    field.refs[0] = Ref(&record.head);
+    field.refs[0] = Ref(&record.table());
     field.ref_count = 1;
     return field;
 }
@@ -468,9 +496,8 @@ template <class Record, class Type, std::size_t Capacity, class Described>
 constexpr Field list(const char *key, Member<Record, Type[Capacity]> member, const Described &record)
 {
     static_assert(std::is_same_v<Type, typename Described::T>, "the list describes other records");
-    Field field = field_of(Kind::list, key, member);
-    field.size = Capacity;
-    field.refs[0] = Ref(&record.head);
+    Field field = field_of(Kind::list, key, member).limited_to(Capacity, 0);
+    field.refs[0] = Ref(&record.table());
     field.ref_count = 1;
     return field;
 }
@@ -478,9 +505,7 @@ constexpr Field list(const char *key, Member<Record, Type[Capacity]> member, con
 template <class Record, std::size_t Capacity>
 constexpr Field int_items(const char *key, Member<Record, int[Capacity]> member)
 {
-    Field field = field_of(Kind::int_items, key, member);
-    field.size = Capacity;
-    return field;
+    return field_of(Kind::int_items, key, member).limited_to(Capacity, 0);
 }
 // A child that is always written with this number.
 constexpr Field constant(const char *key, int value)
@@ -521,7 +546,6 @@ template <auto read, auto write = nullptr, class Record, class Type>
 constexpr Field custom(const char *key, Member<Record, Type> member)
 {
     Field field = field_of(Kind::custom, key, member);
-    field.size = 0;
     field.ref_count = 2;
     if constexpr (!std::is_null_pointer_v<decltype(read)>)
         field.refs[0] = Ref(read_thunk<Record, read>);
@@ -607,7 +631,7 @@ struct Traits {
     // The envelope's size is not compared with the record's; the second: by the parser only.
     constexpr Traits any_size() const
     {
-        return with(table_unchecked);
+        return with(table_read_any | table_write_any);
     }
     constexpr Traits any_size_read() const
     {
@@ -677,334 +701,6 @@ struct Description {
     // Members that no row of `fields` speaks of, for the tools to show: static constexpr Field also_shown[].
     static constexpr std::array<Field, 0> also_shown{};
 };
-
-// A packed table and the record that it describes.
-template <class Record, std::size_t Rows, std::size_t Refs, std::size_t LimitPairs, std::size_t Order,
-          std::size_t Characters>
-struct Described {
-    using T = Record;
-
-    Table head;
-    Row rows[Rows];
-    Ref refs[Refs];
-    Limits limits[LimitPairs];
-#ifdef NETPUBLIC_DESCRIBED
-    Detail details[Rows];
-#endif
-    std::uint8_t order[Order];
-    char texts[Characters];
-
-    constexpr operator const Table &() const
-    {
-        return head;
-    }
-};
-
-// How much room a description takes. Nothing is of size 0, since arrays are not.
-struct Census {
-    std::size_t keys = 0, written_keys = 0, presets = 0, attachments = 0, shown = 0;
-    std::size_t refs = 0, limits = 0, order = 0, characters = 0;
-
-    constexpr std::size_t rows() const
-    {
-        return keys + written_keys + presets + attachments + shown;
-    }
-};
-
-constexpr std::size_t at_least_one(std::size_t count)
-{
-    return count == 0 ? 1 : count;
-}
-
-// Can a child answer to it?
-constexpr bool is_key(const Field &field)
-{
-    return field.kind != Kind::preset && field.direction != Direction::write;
-}
-
-// The row of a field: the keys that children can answer to, then the written ones, then the presets.
-template <class D> constexpr std::size_t row_of(std::size_t wanted)
-{
-    const auto group_of = [](const Field &field) {
-        return field.kind == Kind::preset ? 2 : field.direction == Direction::write ? 1 : 0;
-    };
-    std::size_t row = 0;
-    for (std::size_t i = 0; i < std::size(D::fields); ++i) {
-        const int mine = group_of(D::fields[wanted]), its = group_of(D::fields[i]);
-        if (its < mine || (its == mine && i < wanted))
-            ++row;
-    }
-    return row;
-}
-
-template <class D> constexpr bool limits_seen_before(std::size_t index)
-{
-    const Limits &mine = D::fields[index].limits;
-    for (std::size_t i = 0; i < index; ++i)
-        if (D::fields[i].limited && D::fields[i].limits.low == mine.low && D::fields[i].limits.high == mine.high)
-            return true;
-    return false;
-}
-
-template <class D> constexpr Census census_of()
-{
-    Census census;
-    const Traits &traits = D::traits;
-    census.characters = 1; // the empty text
-    for (const char *text :
-         {traits.root_name, traits.parser_name, traits.writer_name, traits.unknown_line, traits.file})
-        census.characters += length_of(text) + 1;
-    census.refs = std::size_t{traits.has_before} + std::size_t{traits.has_after};
-    for (std::size_t i = 0; i < std::size(D::fields); ++i) {
-        const Field &field = D::fields[i];
-        if (field.kind == Kind::preset)
-            ++census.presets;
-        else if (field.direction == Direction::write)
-            ++census.written_keys;
-        else
-            ++census.keys;
-        census.attachments += std::size_t{field.count.given} + field.mark.given + field.condition.given;
-        census.refs += field.ref_count;
-        census.limits += (field.limited && !limits_seen_before<D>(i)) + std::size_t{field.mark.given};
-        if (field.kind != Kind::preset && field.direction != Direction::read)
-            ++census.order;
-        if (field.key != nullptr)
-            census.characters += length_of(field.key) + 1;
-        if (field.complaint != nullptr)
-            census.characters += length_of(field.complaint) + 1;
-#ifdef NETPUBLIC_DESCRIBED
-        census.characters += length_of(field.member_name) + 1;
-#endif
-    }
-#ifdef NETPUBLIC_DESCRIBED
-    for (const Field &field : D::also_shown) {
-        census.refs += field.ref_count;
-        census.characters += length_of(field.key) + length_of(field.member_name) + 2;
-    }
-    census.shown = std::size(D::also_shown);
-#endif
-    if (std::size(D::written) != 0)
-        census.order = std::size(D::written);
-    return census;
-}
-
-constexpr bool same_text(const char *a, const char *b)
-{
-    for (; *a != '\0' && *a == *b; ++a, ++b) {
-    }
-    return *a == *b;
-}
-
-constexpr char folded(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
-constexpr bool begins(const char *text, const char *beginning)
-{
-    for (; *beginning != '\0'; ++text, ++beginning)
-        if (folded(*text) != folded(*beginning))
-            return false;
-    return true;
-}
-
-// Checks that a number fits the packed column.
-template <class Narrow, class Wide> constexpr Narrow packed(Wide value)
-{
-    const auto narrow = static_cast<Narrow>(value);
-    if (static_cast<Wide>(narrow) != value)
-        wrong_description("a number does not fit its column");
-    return narrow;
-}
-
-template <class D> constexpr auto describe()
-{
-    constexpr Census census = census_of<D>();
-    constexpr std::size_t field_count = std::size(D::fields);
-    constexpr const Traits &traits = D::traits;
-    Described<typename D::T, census.rows(), at_least_one(census.refs), at_least_one(census.limits),
-              at_least_one(census.order), census.characters>
-        out{};
-    using Out = decltype(out);
-    Table &head = out.head;
-
-    std::size_t texts = 1, refs = 0, limits = 0, attachments = census.keys + census.written_keys + census.presets;
-    const auto add_text = [&](const char *text) {
-        if (*text == '\0')
-            return std::uint16_t{0};
-        const auto at = packed<std::uint16_t>(texts);
-        for (; *text != '\0'; ++text)
-            out.texts[texts++] = *text;
-        out.texts[texts++] = '\0';
-        return at;
-    };
-#ifdef NETPUBLIC_DESCRIBED
-    const auto detail_of = [&](const Field &field) {
-        return Detail{add_text(field.member_name),
-                      field.shape,
-                      {field.dimensions[0], field.dimensions[1]},
-                      field.element_size,
-                      field.shown_table,
-                      field.shown_offset,
-                      field.spelling};
-    };
-#endif
-    const auto add_limits = [&](Limits pair, bool shared) {
-        if (shared)
-            for (std::size_t i = 0; i < limits; ++i)
-                if (out.limits[i].low == pair.low && out.limits[i].high == pair.high)
-                    return packed<std::uint8_t>(i);
-        out.limits[limits] = pair;
-        return packed<std::uint8_t>(limits++);
-    };
-    const auto attach = [&](std::uint8_t *&link, const Field::Attachment &attachment, Kind kind) {
-        if (!attachment.given)
-            return;
-        Row &row = out.rows[attachments];
-        row.kind = kind;
-        row.offset = attachment.offset;
-        row.ref = no_ref;
-        row.limits = kind == Kind::mark        ? add_limits({attachment.value, 0}, false)
-                     : kind == Kind::condition ? packed<std::uint8_t>(attachment.value)
-                                               : no_limits;
-        *link = packed<std::uint8_t>(attachments++);
-        link = &row.attached;
-    };
-
-    std::uint16_t flags = traits.flags;
-    for (std::size_t i = 0; i < field_count; ++i) {
-        const Field &field = D::fields[i];
-        const std::size_t index = row_of<D>(i);
-        Row &row = out.rows[index];
-        row.kind = field.kind;
-        row.offset = field.offset;
-        row.size = packed<std::uint16_t>(field.kind == Kind::list || field.kind == Kind::int_items ||
-                                                 field.kind == Kind::int_list || field.kind == Kind::text ||
-                                                 field.kind == Kind::word
-                                             ? field.size
-                                             : 0);
-        row.flags = field.flags;
-        row.ref = field.ref_count == 0 ? no_ref : packed<std::uint8_t>(refs);
-        for (std::size_t r = 0; r < field.ref_count; ++r)
-            out.refs[refs++] = field.refs[r];
-        row.limits = field.limited ? add_limits(field.limits, true) : no_limits;
-        if (field.key != nullptr) {
-            row.key = packed<std::uint16_t>(texts);
-            row.key_length = packed<std::uint8_t>(length_of(field.key));
-            add_text(field.key);
-        }
-        if (field.complaint != nullptr)
-            add_text(field.complaint);
-        if (field.record_size != 0 && field.record_size != sizeof(typename D::T))
-            wrong_description("a part describes another record");
-        if ((field.flags & row_own_test) != 0)
-            flags |= table_own_tests;
-        if ((field.flags & row_required) != 0) {
-            flags |= table_required;
-            if (index >= required_keys)
-                wrong_description("only the first keys can be required");
-        }
-        std::uint8_t *link = &row.attached;
-        attach(link, field.count, Kind::count);
-        attach(link, field.mark, Kind::mark);
-        attach(link, field.condition, Kind::condition);
-        // An earlier key that begins with this key takes this key's full name; any key that does, the name of
-        // one that is only written.
-        for (std::size_t other = 0; other < (is_key(field) ? i : field_count); ++other)
-            if (is_key(D::fields[other]) && (field.key == nullptr || begins(D::fields[other].key, field.key)))
-                row.flags = static_cast<std::uint16_t>(row.flags | row_shadowed);
-#ifdef NETPUBLIC_DESCRIBED
-        out.details[index] = detail_of(field);
-#endif
-    }
-
-#ifdef NETPUBLIC_DESCRIBED
-    // Neither read nor written: they stand behind all others.
-    std::size_t at = census.rows() - census.shown;
-    for (const Field &field : D::also_shown) {
-        out.rows[at].kind = field.kind;
-        out.rows[at].offset = field.offset;
-        out.rows[at].size =
-            packed<std::uint16_t>(field.kind == Kind::list || field.kind == Kind::text ? field.size : 0);
-        out.rows[at].limits = no_limits;
-        out.rows[at].ref = field.ref_count == 0 ? no_ref : packed<std::uint8_t>(refs);
-        for (std::size_t r = 0; r < field.ref_count; ++r)
-            out.refs[refs++] = field.refs[r];
-        out.rows[at].key = packed<std::uint16_t>(texts);
-        out.rows[at].key_length = packed<std::uint8_t>(length_of(field.key));
-        add_text(field.key);
-        out.details[at++] = detail_of(field);
-    }
-#endif
-
-    // The written order: as given, or the fields as they stand.
-    std::size_t ordered = 0;
-    if constexpr (std::size(D::written) == 0) {
-        for (std::size_t i = 0; i < field_count; ++i)
-            if (D::fields[i].kind != Kind::preset && D::fields[i].direction != Direction::read)
-                out.order[ordered++] = packed<std::uint8_t>(row_of<D>(i));
-    } else {
-        for (const char *key : D::written) {
-            std::size_t found = field_count;
-            for (std::size_t i = field_count; i-- > 0;)
-                if (D::fields[i].key != nullptr && D::fields[i].direction != Direction::read &&
-                    same_text(D::fields[i].key, key))
-                    found = i;
-            if (found == field_count)
-                wrong_description("a written key is not among the fields");
-            out.order[ordered++] = packed<std::uint8_t>(row_of<D>(found));
-        }
-    }
-
-    // Children usually arrive in the order in which they are written. Where a name has a row of its own
-    // for each direction, the one that is read counts.
-    const auto expected = [&](std::size_t place) {
-        const std::uint8_t row = out.order[place];
-        for (std::size_t r = 0; r < census.keys && row >= census.keys; ++r)
-            if (same_text(out.texts + out.rows[r].key, out.texts + out.rows[row].key))
-                return packed<std::uint8_t>(r);
-        return row;
-    };
-    for (std::size_t r = 0; r < census.keys; ++r)
-        out.rows[r].next = packed<std::uint8_t>(r + 1 < census.keys ? r + 1 : 0);
-    for (std::size_t i = 0; i + 1 < ordered; ++i)
-        out.rows[expected(i)].next = expected(i + 1);
-    for (std::size_t r = 0; r < census.keys; ++r)
-        if (out.rows[r].kind == Kind::list || out.rows[r].kind == Kind::int_items)
-            out.rows[r].next = packed<std::uint8_t>(r);
-
-    head.record_size = sizeof(typename D::T);
-    head.refs = packed<std::uint16_t>(offsetof(Out, refs));
-    head.limits = packed<std::uint16_t>(offsetof(Out, limits));
-    head.order = packed<std::uint16_t>(offsetof(Out, order));
-    head.texts = packed<std::uint16_t>(offsetof(Out, texts));
-#ifdef NETPUBLIC_DESCRIBED
-    head.details = packed<std::uint16_t>(offsetof(Out, details));
-#endif
-    head.keys = packed<std::uint8_t>(census.keys);
-    head.rows = packed<std::uint8_t>(census.rows());
-    head.written = packed<std::uint8_t>(ordered);
-    head.before = head.after = no_ref;
-    if (traits.has_before) {
-        head.before = packed<std::uint8_t>(refs);
-        out.refs[refs++] = Ref(traits.before_hook);
-    }
-    if (traits.has_after) {
-        head.after = packed<std::uint8_t>(refs);
-        out.refs[refs++] = Ref(traits.after_hook);
-    }
-    head.entry = traits.entry_line;
-    head.write_entry = traits.write_entry_line;
-    head.failure = traits.failure_line;
-    head.flags = flags;
-    head.root = add_text(traits.root_name);
-    head.parser = add_text(traits.parser_name);
-    head.writer = add_text(traits.writer_name);
-    head.unknown = add_text(traits.unknown_line);
-    head.file = add_text(traits.file);
-    head.line = packed<std::uint16_t>(traits.line);
-    return out;
-}
 
 } // namespace netpublic
 

@@ -21,10 +21,80 @@ static void tell(Event event, const Table &table, const Row *row, void *record, 
 #define tell(event, table, row, record, node) static_cast<void>(0)
 #endif
 
+// The parts of a table
+
+const Limits &Table::limit(unsigned index) const
+{
+    if (index < common_limit_count)
+        return common_limits[index];
+    return reinterpret_cast<const Limits *>(&row(rows))[index - common_limit_count];
+}
+
+const Row *Table::attachment(const Row &of, Kind kind) const
+{
+    if ((of.flags & row_attached) == 0)
+        return nullptr;
+    for (const Row *row = &this->row(keys); row != &this->row(rows); ++row)
+        if (row->kind == kind && &this->row(row->ref) == &of)
+            return row;
+    return nullptr;
+}
+
+unsigned Table::ordered(unsigned place) const
+{
+    return (flags & table_ordered) != 0 ? static_cast<unsigned char>(*bytes(texts - written + place)) : place;
+}
+
+const char *Table::text(unsigned offset) const
+{
+    return offset < common_texts.size ? common_texts.pool + offset : bytes(texts) + (offset - common_texts.size);
+}
+
+static const char *behind(const char *text)
+{
+    return text + std::strlen(text) + 1;
+}
+
+const char *Table::complaint(const Row &of) const
+{
+    return behind(key(of));
+}
+
+const char *Table::unknown() const
+{
+    return behind(parser());
+}
+
+const Source &Table::source() const
+{
+    static constexpr Source none = {0, 0, 0, 0, 0, Line::parser, Line::writer, Line::none};
+    return (flags & table_source) != 0 ? *reinterpret_cast<const Source *>(bytes(0) - source_room) : none;
+}
+
+const char *Table::parser() const
+{
+    return text(source().parser);
+}
+
+const char *Table::writer() const
+{
+    return text(source().writer);
+}
+
+const char *Table::root() const
+{
+    return text(source().root);
+}
+
+Place Table::place() const
+{
+    return {text(source().file), source().line};
+}
+
 namespace {
 
 constexpr std::size_t longest_exact_name = 31;
-constexpr int likely_rows = 6; // tried before all keys are
+constexpr int likely_rows = 32; // tried before all keys are
 
 template <class Type> Type &member(void *record, const Row &row)
 {
@@ -36,12 +106,9 @@ template <class Type> const Type &member(const void *record, const Row &row)
     return *reinterpret_cast<const Type *>(static_cast<const char *>(record) + row.offset);
 }
 
-const Row *attachment(const Table &table, const Row &row, Kind kind)
+bool is_only_written(const Table &table, const Row &row)
 {
-    for (unsigned at = row.attached; at != 0; at = table.row(at).attached)
-        if (table.row(at).kind == kind)
-            return &table.row(at);
-    return nullptr;
+    return &row >= &table.row(table.keys);
 }
 
 // One walk over an element's children.
@@ -58,7 +125,7 @@ struct Walk {
     }
     const char *function() const
     {
-        return table.text(table.parser);
+        return table.parser();
     }
 };
 
@@ -78,15 +145,14 @@ template <class Argument> void complain(const Walk &walk, const Row &row, Argume
 // The line of a row that is read, too, wants a text instead.
 void log_unspelled(const Table &table, const Row &row, int code)
 {
-    const bool only_written = &row >= &table.row(table.keys);
-    if (only_written && (row.flags & row_complains) != 0)
+    if (is_only_written(table, row) && (row.flags & row_complains) != 0)
         log_error(table.place(), table.complaint(row), code);
 }
 
 void log_unknown(const Table &table, const char *name)
 {
-    if (table.unknown != 0)
-        log_error(table.place(), table.text(table.unknown), name);
+    if ((table.flags & table_unknown) != 0)
+        log_error(table.place(), table.unknown(), name);
 }
 
 #pragma GCC diagnostic pop
@@ -113,7 +179,7 @@ NETPUBLIC_LEAF int read_word(Walk &walk, const Row &row, TiXmlNode *child)
     if ((row.flags & row_complains) != 0)
         complain(walk, row, text);
     if ((row.flags & word_reported) != 0)
-        log_line(walk.table.failure, walk.place(), walk.function());
+        log_line(walk.table.failure(), walk.place(), walk.function());
     if ((row.flags & word_otherwise) != 0)
         member<int>(walk.record, row) = limits.high;
     return 0;
@@ -162,10 +228,10 @@ NETPUBLIC_LEAF int read_int_list(Walk &walk, const Row &row, TiXmlNode *child)
 {
     const Limits &limits = walk.table.limit(row.limits);
     const char *text;
-    if (view_text(&text, static_cast<std::size_t>(limits.low), child) != 0)
+    if (view_text(&text, longest_int_list, child) != 0)
         return -1;
     // The function's parameter is not const, but it only reads the text.
-    return changeStringToIntTable(const_cast<char *>(text), &member<int>(walk.record, row), row.size, limits.high) < 0
+    return changeStringToIntTable(const_cast<char *>(text), &member<int>(walk.record, row), limits.low, limits.high) < 0
                ? -1
                : 0;
 }
@@ -173,10 +239,11 @@ NETPUBLIC_LEAF int read_int_list(Walk &walk, const Row &row, TiXmlNode *child)
 // The next item of a list: a record or an int.
 int read_item(Walk &walk, const Row &row, TiXmlNode *child)
 {
-    const Row *count_row = attachment(walk.table, row, Kind::count);
+    const Row *count_row = walk.table.attachment(row, Kind::count);
     unsigned &count = count_row != nullptr ? member<unsigned>(walk.record, *count_row) : walk.items;
+    const auto capacity = static_cast<unsigned>(walk.table.capacity(row));
     unsigned index = count;
-    if (index >= row.size) {
+    if (index >= capacity) {
         if ((row.flags & list_stop) != 0) {
             walk.full = true;
             return 0;
@@ -186,7 +253,7 @@ int read_item(Walk &walk, const Row &row, TiXmlNode *child)
                 complain(walk, row, walk.function());
             return (row.flags & list_refuse) != 0 ? -1 : 0;
         }
-        index = row.size - 1u;
+        index = capacity - 1;
     }
     char *first = &member<char>(walk.record, row);
     if (row.kind == Kind::int_items) {
@@ -197,9 +264,9 @@ int read_item(Walk &walk, const Row &row, TiXmlNode *child)
         if (read_record(item, first + std::size_t{index} * item.record_size, child) != 0)
             return -1;
     }
-    if (count < row.size)
+    if (count < capacity)
         ++count;
-    walk.full = (row.flags & list_stop) != 0 && count == row.size;
+    walk.full = (row.flags & list_stop) != 0 && count == capacity;
     return 0;
 }
 
@@ -302,7 +369,7 @@ NETPUBLIC_LEAF int refuse(const Walk &walk, unsigned index, TiXmlNode *child)
         return -1;
     if ((row.flags & row_complains) != 0)
         log_own_line(walk, row, child);
-    log_line(walk.table.failure, walk.place(), walk.function());
+    log_line(walk.table.failure(), walk.place(), walk.function());
     return -1;
 }
 
@@ -314,7 +381,7 @@ int read_row(Walk &walk, unsigned index, TiXmlNode *child)
     if ((row.flags & row_skipped) == 0 && read_kind(walk, row, child) != 0)
         return -1;
     tell(Event::taken, walk.table, &row, walk.record, child);
-    if (const Row *mark = attachment(walk.table, row, Kind::mark))
+    if (const Row *mark = walk.table.attachment(row, Kind::mark))
         member<int>(walk.record, *mark) = walk.table.limit(mark->limits).low;
     return 0;
 }
@@ -329,7 +396,7 @@ unsigned find_row(const Table &table, const char *name, unsigned from)
         const char *key = table.key(row);
         if (length != 0 && !alike(*name, *key))
             continue;
-        if (exact ? is_named(name, key) : length <= row.key_length && same_folded(name, key, length))
+        if (exact ? is_named(name, key) : same_folded(name, key, length))
             return index;
     }
     return no_row;
@@ -344,25 +411,35 @@ unsigned next_chain(const Table &table, unsigned index)
     return index;
 }
 
+// The place behind a row's in the order of writing; a list's own, since its elements come one after another.
+unsigned place_behind(const Table &table, unsigned index, unsigned place)
+{
+    const Kind kind = table.row(index).kind;
+    return kind == Kind::list || kind == Kind::int_items ? place : place + 1;
+}
+
 // The row that the child answers to, or no_row. Children usually arrive in the order in which they are
-// written, with some left out: a child that bears the full name of the likely row, or of one of those
-// behind it, answers to no other; and to none at all if that row is only written.
+// written, with some left out: a child that bears the full name of the row at the likely place, or at one of
+// those behind it, answers to no other; and to none at all if that row is only written.
 unsigned match(const Table &table, const TiXmlNode *child, unsigned &likely)
 {
-    const std::string &name = child->ValueStr();
-    unsigned tried = likely;
-    for (int attempt = 0; attempt < likely_rows && tried < table.rows; ++attempt) {
-        const Row &row = table.row(tried);
-        if (name.size() == row.key_length && (row.flags & row_shadowed) == 0 &&
-            std::memcmp(name.data(), table.key(row), row.key_length) == 0) {
-            likely = row.next;
-            return tried < table.keys ? tried : no_row;
+    const char *name = child->Value();
+    const unsigned places = table.places();
+    for (unsigned place = likely; place < places && place < likely + likely_rows; ++place) {
+        const unsigned index = table.ordered(place);
+        const Row &row = table.row(index);
+        const char *key = table.key(row);
+        if (*name == *key && (row.flags & row_shadowed) == 0 && std::strcmp(name, key) == 0) {
+            likely = place_behind(table, index, place);
+            return index < table.keys ? index : no_row;
         }
-        tried = row.next;
     }
-    const unsigned index = find_row(table, name.c_str(), 0);
-    if (index != no_row)
-        likely = table.row(index).next;
+    const unsigned index = find_row(table, name, 0);
+    unsigned place = 0;
+    while (place < places && table.ordered(place) != index)
+        ++place;
+    if (place < places)
+        likely = place_behind(table, index, place);
     return index;
 }
 
@@ -370,8 +447,8 @@ void prepare(const Table &table, void *record)
 {
     if ((table.flags & table_clears) != 0)
         std::memset(record, 0, table.record_size);
-    if (table.before != no_ref)
-        table.ref(table.before).before(record);
+    if ((table.flags & table_before) != 0)
+        table.ref(0).before(record);
     for (unsigned index = table.keys; index < table.rows; ++index)
         if (table.row(index).kind == Kind::preset)
             member<int>(record, table.row(index)) = table.limit(table.row(index).limits).low;
@@ -384,11 +461,13 @@ int finish(const Walk &walk, TiXmlNode *element)
         for (unsigned index = 0; index < table.keys && index < required_keys; ++index)
             if ((table.row(index).flags & row_required) != 0 && (walk.seen >> index & 1) == 0) {
                 tell(Event::missing, table, &table.row(index), walk.record, element);
-                log_line(table.failure, table.place(), walk.function());
+                log_line(table.failure(), table.place(), walk.function());
                 return -1;
             }
     static_cast<void>(element);
-    return table.after != no_ref ? table.ref(table.after).after(walk.record) : 0;
+    if ((table.flags & table_after) == 0)
+        return 0;
+    return table.ref((table.flags & table_before) != 0 ? 1 : 0).after(walk.record);
 }
 
 } // namespace
@@ -413,7 +492,7 @@ int read_record(const Table &table, void *record, TiXmlNode *element)
     Walk walk = {table, record, 0, false, 0};
     prepare(table, record);
     unsigned likely = 0;
-    const bool one_chain = (table.flags & table_own_tests) == 0;
+    const bool one_chain = (table.flags & (table_own_tests | table_exact)) == 0;
     for (TiXmlNode *child = element->FirstChild(); child != nullptr; child = child->NextSibling()) {
         unsigned index = one_chain ? match(table, child, likely) : find_row(table, child->Value(), 0);
         if (index == no_row) {
@@ -446,7 +525,7 @@ int read_child(const Table &table, void *record, unsigned row, TiXmlNode *child)
     return read_row(walk, row, child) != 0 ? refuse(walk, row, child) : 0;
 }
 
-int read_component(const Table &table, void *record, TiXmlNode *node, const char *key)
+int read_component(void *record, TiXmlNode *node, const char *key, const Table &table)
 {
     return is_component(record, node, key) ? read_record(table, record, node) : -1;
 }
@@ -454,22 +533,22 @@ int read_component(const Table &table, void *record, TiXmlNode *node, const char
 int check_parser(const Table &message, const net_param_t *param, const TiXmlNode *node)
 {
     if (param != nullptr && node != nullptr && param->data != nullptr &&
-        ((message.flags & (table_unchecked | table_read_any)) != 0 || param->dataSize == message.record_size))
+        ((message.flags & table_read_any) != 0 || param->dataSize == message.record_size))
         return 0;
-    log_line(message.entry, message.place(), message.text(message.parser));
+    log_line(message.source().entry, message.place(), message.parser());
     return -1;
 }
 
 int check_writer(const Table &message, const net_param_t *param, const TiXmlElement *parent)
 {
     if (param != nullptr && parent != nullptr && param->data != nullptr &&
-        ((message.flags & (table_unchecked | table_write_any)) != 0 || param->dataSize == message.record_size))
+        ((message.flags & table_write_any) != 0 || param->dataSize == message.record_size))
         return 0;
-    log_line(message.write_entry, message.place(), message.text(message.writer));
+    log_line(message.source().write_entry, message.place(), message.writer());
     return -1;
 }
 
-int parse_message(const Table &message, net_param_t *param, TiXmlNode *node)
+int parse_message(net_param_t *param, TiXmlNode *node, const Table &message)
 {
     if (check_parser(message, param, node) != 0 || read_record(message, param->data, node) != 0)
         return -1;
@@ -482,7 +561,7 @@ namespace {
 
 bool is_written(const Table &table, const void *record, const Row &row)
 {
-    const Row *condition = attachment(table, row, Kind::condition);
+    const Row *condition = table.attachment(row, Kind::condition);
     if (condition == nullptr)
         return true;
     const int value = member<int>(record, *condition);
@@ -509,7 +588,7 @@ int write_word(const Table &table, const Row &row, int code, TiXmlElement *paren
     const WordTable &words = *table.ref(row.ref).words;
     const char *word = word_of(words, code);
     if (word == nullptr && (row.flags & word_fallback) != 0)
-        word = word_of(words, row.size);
+        word = word_of(words, table.limit(row.limits).high);
     if (word == nullptr) {
         log_unspelled(table, row, code);
         return -1;
@@ -528,17 +607,18 @@ NETPUBLIC_LEAF int write_mask_words(const Table &table, const Row &row, int mask
 NETPUBLIC_LEAF int write_int_list(const Table &table, const Row &row, const int *values, TiXmlElement *parent)
 {
     char text[128];
-    if (changeIntTableToString(text, sizeof text, const_cast<int *>(values), row.size, 0) != 0)
+    if (changeIntTableToString(text, sizeof text, const_cast<int *>(values), table.capacity(row), 0) != 0)
         return -1;
     return append_text(parent, table.key(row), text);
 }
 
 int write_items(const Table &table, const Row &row, const void *record, TiXmlElement *parent)
 {
-    const Row *count_row = attachment(table, row, Kind::count);
-    int count = count_row != nullptr ? member<int>(record, *count_row) : row.size;
-    if (count > row.size)
-        count = row.size;
+    const Row *count_row = table.attachment(row, Kind::count);
+    const int capacity = table.capacity(row);
+    int count = count_row != nullptr ? member<int>(record, *count_row) : capacity;
+    if (count > capacity)
+        count = capacity;
     const char *first = &member<char>(record, row);
     for (int index = 0; index < count; ++index) {
         if (row.kind == Kind::int_items) {
@@ -570,7 +650,8 @@ int write_row(const Table &table, const Row &row, const void *record, TiXmlEleme
     case Kind::real:
         return append_float(parent, key, member<float>(record, row));
     case Kind::text:
-        return write_text(parent, key, &member<char>(record, row), row.size);
+        return write_text(parent, key, &member<char>(record, row),
+                          static_cast<std::size_t>(table.limit(row.limits).high));
     case Kind::counted_text: {
         const auto &text = member<net_counted_text_t>(record, row);
         return write_text(parent, key, text.text, sizeof text.text);
@@ -587,7 +668,7 @@ int write_row(const Table &table, const Row &row, const void *record, TiXmlEleme
     case Kind::int_items:
         return write_items(table, row, record, parent);
     case Kind::custom:
-        return table.ref(row.ref + 1u).write(record, parent);
+        return table.ref(row.ref + (is_only_written(table, row) ? 0u : 1u)).write(record, parent);
     case Kind::constant:
         return append_int(parent, key, table.limit(row.limits).low);
     case Kind::view:
@@ -615,7 +696,7 @@ int write_record(const Table &table, const void *record, TiXmlElement *element)
     return 0;
 }
 
-int write_message(const Table &message, net_param_t *param, TiXmlElement *parent)
+int write_message(net_param_t *param, TiXmlElement *parent, const Table &message)
 {
     return check_writer(message, param, parent) != 0 ? -1 : append_root(message, param->data, parent);
 }
@@ -623,7 +704,7 @@ int write_message(const Table &message, net_param_t *param, TiXmlElement *parent
 int append_root(const Table &message, const void *record, TiXmlElement *parent)
 {
     // Built apart and linked last, so that a failure leaves the parent as it was.
-    auto *root = new_element(message.text(message.root), (message.flags & table_capital) != 0 ? "Version" : "version");
+    auto *root = new_element(message.root(), (message.flags & table_capital) != 0 ? "Version" : "version");
     if (write_record(message, record, root) != 0) {
         delete root;
         return -1;

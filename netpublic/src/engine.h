@@ -2,7 +2,7 @@
 #ifndef NETPUBLIC_ENGINE_H
 #define NETPUBLIC_ENGINE_H
 
-#include "description.h"
+#include "describe.h"
 
 #include <net_types.h>
 
@@ -22,17 +22,17 @@ bool is_named(const char *name, const char *key);
 bool is_component(const void *record, const TiXmlNode *node, const char *key);
 
 // A message body into the envelope's payload; the body of every <name>_x2s.
-int parse_message(const Table &message, net_param_t *param, TiXmlNode *node);
+int parse_message(net_param_t *param, TiXmlNode *node, const Table &message);
 // The payload as a root element under the parent; the body of every <name>_s2x. The parent is
 // untouched when the writer fails.
-int write_message(const Table &message, net_param_t *param, TiXmlElement *parent);
+int write_message(net_param_t *param, TiXmlElement *parent, const Table &message);
 
 // The root element alone, of a record that is not in an envelope.
 int append_root(const Table &message, const void *record, TiXmlElement *parent);
 
 // The body of an exported component reader: a null record or node fails, and so does a node whose
 // name does not answer to the key, if one is given.
-int read_component(const Table &table, void *record, TiXmlNode *node, const char *key);
+int read_component(void *record, TiXmlNode *node, const char *key, const Table &table);
 
 // The children of an element into a record, and back. Null is not checked.
 int read_record(const Table &table, void *record, TiXmlNode *element);

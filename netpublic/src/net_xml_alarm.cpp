@@ -430,7 +430,7 @@ int read_reported(const Table &table, void *record, TiXmlNode *node, const char 
 {
     if (is_component(record, node, key))
         return read_record(table, record, node);
-    log_line(table.failure, table.place(), table.text(table.parser));
+    log_line(table.failure(), table.place(), table.parser());
     return -1;
 }
 
@@ -1325,17 +1325,17 @@ using namespace netpublic;
 
 int net_md_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(motion_message, param, node);
+    return parse_message(param, node, motion_message);
 }
 
 int net_md_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(motion_message, param, parent);
+    return write_message(param, parent, motion_message);
 }
 
 int net_alarm_area_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(alarm_area_message, param, node);
+    return parse_message(param, node, alarm_area_message);
 }
 
 int get_scope_from_xmlnode(tag_net_pic_motion_cfg_v20_t *motion, TiXmlNode *node, const char *name)
@@ -1359,7 +1359,7 @@ int get_sensitivity_info_list_from_xmlnode(tag_net_sensitivity_info_v20_t *list,
 
 int get_sensitivity_new_info_x2s(net_md_sens_v20_t *sensitivity, TiXmlNode *node, const char *name)
 {
-    return read_component(new_sensitivity, sensitivity, node, name);
+    return read_component(sensitivity, node, name, new_sensitivity);
 }
 
 int get_sensitivity_new_info_list_from_xmlnode(tag_net_sensitivity_info_v20_t *list, TiXmlNode *node, const char *name)
@@ -1399,17 +1399,17 @@ int get_handleException_from_xmlnode(tag_net_handle_exception_v20_t *exception, 
 
 int net_alarm_report_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(alarm_report, param, node);
+    return parse_message(param, node, alarm_report);
 }
 
 int net_alarm_report_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(alarm_event, param, parent);
+    return write_message(param, parent, alarm_event);
 }
 
 int net_day_night_report_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(day_night_report, param, node);
+    return parse_message(param, node, day_night_report);
 }
 
 int get_AlarmEvent_from_xmlnode(net_state_v20_t *state, TiXmlNode *node, const char *key)
@@ -1432,18 +1432,18 @@ int get_smartai_sublist_from_xmlnode(unsigned int *masks, TiXmlNode *node, const
     if (is_component(masks, node, key))
         return read_sublist(masks, node);
     const Table &table = sublist_record;
-    log_line(Line::parser, table.place(), table.text(table.parser));
+    log_line(Line::parser, table.place(), table.parser());
     return -1;
 }
 
 int net_find_alarm_video_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(find_alarm_video, param, node);
+    return parse_message(param, node, find_alarm_video);
 }
 
 int net_alarm_video_info_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(alarm_video_info, param, node);
+    return parse_message(param, node, alarm_video_info);
 }
 
 int get_alarm_video_file_list_from_xmlnode(tag_net_alarm_video_v20_t *video, TiXmlNode *node, const char *key)
@@ -1453,17 +1453,17 @@ int get_alarm_video_file_list_from_xmlnode(tag_net_alarm_video_v20_t *video, TiX
 
 int net_find_event_log_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(find_event_log, param, node);
+    return parse_message(param, node, find_event_log);
 }
 
 int net_ev_log_brief_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(log_brief, param, node);
+    return parse_message(param, node, log_brief);
 }
 
 int net_ev_log_brief_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(log_brief, param, parent);
+    return write_message(param, parent, log_brief);
 }
 
 int evt_log_alarm_type_to_string(char *out, unsigned int size, int mask)
@@ -1475,87 +1475,87 @@ int evt_log_alarm_type_to_string(char *out, unsigned int size, int mask)
 
 int net_smart_ai_crossline_detect_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(crossline_message, param, node);
+    return parse_message(param, node, crossline_message);
 }
 
 int net_smart_ai_crossline_detect_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(crossline_message, param, parent);
+    return write_message(param, parent, crossline_message);
 }
 
 int net_smart_ai_intrusion_detect_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(intrusion_message, param, node);
+    return parse_message(param, node, intrusion_message);
 }
 
 int net_smart_ai_intrusion_detect_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(intrusion_message, param, parent);
+    return write_message(param, parent, intrusion_message);
 }
 
 int net_smart_ai_loitering_detect_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(loitering_message, param, node);
+    return parse_message(param, node, loitering_message);
 }
 
 int net_smart_ai_loitering_detect_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(loitering_message, param, parent);
+    return write_message(param, parent, loitering_message);
 }
 
 int net_smart_ai_legacy_detect_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(legacy_message, param, node);
+    return parse_message(param, node, legacy_message);
 }
 
 int net_smart_ai_legacy_detect_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(legacy_message, param, parent);
+    return write_message(param, parent, legacy_message);
 }
 
 int net_smart_ai_loss_detect_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(loss_message, param, node);
+    return parse_message(param, node, loss_message);
 }
 
 int net_smart_ai_loss_detect_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(loss_message, param, parent);
+    return write_message(param, parent, loss_message);
 }
 
 int get_crossline_from_xmlnode(net_crossline_detect_t *rule, TiXmlNode *node, const char *key)
 {
-    return read_component(crossline_rule, rule, node, key);
+    return read_component(rule, node, key, crossline_rule);
 }
 
 int get_intrusion_from_xmlnode(net_intrusion_detect_t *rule, TiXmlNode *node, const char *key)
 {
-    return read_component(intrusion_rule, rule, node, key);
+    return read_component(rule, node, key, intrusion_rule);
 }
 
 int get_loitering_from_xmlnode(net_loitering_detect_t *rule, TiXmlNode *node, const char *key)
 {
-    return read_component(loitering_rule, rule, node, key);
+    return read_component(rule, node, key, loitering_rule);
 }
 
 int get_legacy_from_xmlnode(net_legacy_detect_t *rule, TiXmlNode *node, const char *key)
 {
-    return read_component(legacy_rule, rule, node, key);
+    return read_component(rule, node, key, legacy_rule);
 }
 
 int get_loss_from_xmlnode(net_loss_detect_t *rule, TiXmlNode *node, const char *key)
 {
-    return read_component(loss_rule, rule, node, key);
+    return read_component(rule, node, key, loss_rule);
 }
 
 int get_smart_ai_point_list_from_xmlnode(net_smart_ai_points_t *points, TiXmlNode *node, const char *key)
 {
-    return read_component(points_record, points, node, key);
+    return read_component(points, node, key, points_record);
 }
 
 int get_smart_ai_point_from_xmlnode(net_smart_ai_point_t *point, TiXmlNode *node, const char *key)
 {
-    return read_component(point_record, point, node, key);
+    return read_component(point, node, key, point_record);
 }
 
 int get_direction_from_xmlnode(NET_CROSSLINE_DETECT_DIRECTION_E *direction, TiXmlNode *node, const char *key)
@@ -1597,84 +1597,84 @@ int net_smart_ai_op_s2x(NET_SMAER_AI_OP_E op, TiXmlElement *parent)
 
 int nets_param_ai_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(ai_cfg, param, node);
+    return parse_message(param, node, ai_cfg);
 }
 
 int nets_param_ai_cfg_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(ai_cfg, param, parent);
+    return write_message(param, parent, ai_cfg);
 }
 
 int net_ai_area_detect_x2s(net_param_t *param, TiXmlNode *node)
 {
-    if (parse_message(area_detect, param, node) != 0)
+    if (parse_message(param, node, area_detect) != 0)
         return -1;
     return store_detect_cells(*static_cast<net_ai_area_detect_t *>(param->data), find_detect_cells(node));
 }
 
 int net_ai_area_detect_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(area_detect, param, parent);
+    return write_message(param, parent, area_detect);
 }
 
 int net_param_ai_track_limit_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(track_limit, param, node);
+    return parse_message(param, node, track_limit);
 }
 
 int net_param_ai_track_limit_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(track_limit, param, parent);
+    return write_message(param, parent, track_limit);
 }
 
 int net_param_ai_track_task_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(track_task, param, node);
+    return parse_message(param, node, track_task);
 }
 
 int net_param_ai_track_task_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(track_task, param, parent);
+    return write_message(param, parent, track_task);
 }
 
 int nets_param_floodlight_status_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(light_switch, param, node);
+    return parse_message(param, node, light_switch);
 }
 
 int nets_param_floodlight_status_report_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(light_report, param, node);
+    return parse_message(param, node, light_report);
 }
 
 int nets_param_floodlight_task_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(light_task, param, node);
+    return parse_message(param, node, light_task);
 }
 
 int get_schedule_val_from_xmlnode(net_floodlight_period_t *period, TiXmlNode *node, const char *key)
 {
-    return read_component(light_period, period, node, key);
+    return read_component(period, node, key, light_period);
 }
 
 int get_lightsens_threshold_from_xmlnode(net_light_sens_threshold_t *threshold, TiXmlNode *node, const char *key)
 {
-    return read_component(light_threshold, threshold, node, key);
+    return read_component(threshold, node, key, light_threshold);
 }
 
 int get_floodlight_schedule_from_xmlnode(net_floodlight_schedule_t *schedule, TiXmlNode *node, const char *key)
 {
-    return read_component(light_schedule, schedule, node, key);
+    return read_component(schedule, node, key, light_schedule);
 }
 
 int get_floodlight_schedule_item_from_xmlnode(net_floodlight_schedule_item_t *item, TiXmlNode *node, const char *key)
 {
-    return read_component(light_item, item, node, key);
+    return read_component(item, node, key, light_item);
 }
 
 int get_night_multi_brightness_from_xmlnode(net_night_multi_brightness_t *brightness, TiXmlNode *node, const char *key)
 {
-    return read_component(night_brightness, brightness, node, key);
+    return read_component(brightness, node, key, night_brightness);
 }
 
 MESSAGES(alarm, //

@@ -142,87 +142,87 @@ using namespace netpublic;
 
 int net_link_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(link_message, param, parent);
+    return write_message(param, parent, link_message);
 }
 
 int net_dhcp_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(dhcp_message, param, node);
+    return parse_message(param, node, dhcp_message);
 }
 
 int net_dhcp_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(dhcp_message, param, parent);
+    return write_message(param, parent, dhcp_message);
 }
 
 int net_autodns_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(autodns_message, param, node);
+    return parse_message(param, node, autodns_message);
 }
 
 int net_autodns_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(autodns_message, param, parent);
+    return write_message(param, parent, autodns_message);
 }
 
 int net_ethernet_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(ethernet_message, param, node);
+    return parse_message(param, node, ethernet_message);
 }
 
 int net_ethernet_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(ethernet_message, param, parent);
+    return write_message(param, parent, ethernet_message);
 }
 
 int net_dns_info_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(dns_message, param, node);
+    return parse_message(param, node, dns_message);
 }
 
 int net_dns_info_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(dns_message, param, parent);
+    return write_message(param, parent, dns_message);
 }
 
 int nets_param_surv_port_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(surv_port_message, param, node);
+    return parse_message(param, node, surv_port_message);
 }
 
 int nets_param_http_port_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(http_port_message, param, node);
+    return parse_message(param, node, http_port_message);
 }
 
 int nets_param_https_port_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(https_port_message, param, node);
+    return parse_message(param, node, https_port_message);
 }
 
 int nets_param_rtsp_port_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(rtsp_port_message, param, node);
+    return parse_message(param, node, rtsp_port_message);
 }
 
 int nets_param_rtmp_port_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(rtmp_port_message, param, node);
+    return parse_message(param, node, rtmp_port_message);
 }
 
 int nets_param_onvif_port_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(onvif_port_message, param, node);
+    return parse_message(param, node, onvif_port_message);
 }
 
 int nets_param_ntp_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(ntp_message, param, node);
+    return parse_message(param, node, ntp_message);
 }
 
 int nets_param_ddns_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(ddns_message, param, node);
+    return parse_message(param, node, ddns_message);
 }
 
 int get_ddns_type_index(int *index, const char *text)

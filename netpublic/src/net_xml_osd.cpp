@@ -180,37 +180,37 @@ using namespace netpublic;
 
 int nets_osd_date_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(date_message, param, node);
+    return parse_message(param, node, date_message);
 }
 
 int nets_osd_date_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(date_message, param, parent);
+    return write_message(param, parent, date_message);
 }
 
 int nets_osd_chn_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(name_message, param, node);
+    return parse_message(param, node, name_message);
 }
 
 int nets_osd_chn_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(name_message, param, parent);
+    return write_message(param, parent, name_message);
 }
 
 int nets_pic_shelter_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(masks_message, param, node);
+    return parse_message(param, node, masks_message);
 }
 
 int nets_pic_shelter_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(masks_message, param, parent);
+    return write_message(param, parent, masks_message);
 }
 
 int get_shelterList_from_xmlnode(tag_net_shelter_cfg_v20_t *config, TiXmlNode *node, const char *name)
 {
-    return read_component(mask_list, config, node, name);
+    return read_component(config, node, name, mask_list);
 }
 
 int get_shelter_from_xmlnode(tag_net_shelter_cfg_v20_t *config, TiXmlNode *node, const char *name)

@@ -534,7 +534,7 @@ int _get_ptz_cmd(const char *text)
 
 int net_ptz_info_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(control_message, param, node);
+    return parse_message(param, node, control_message);
 }
 
 int net_ptz_info_s2x(net_param_t *param, TiXmlElement *parent)
@@ -573,7 +573,7 @@ int net_ptz_cruise_s2x(net_param_t *, TiXmlElement *)
 
 int net_ptz_param_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(serial_message, param, node);
+    return parse_message(param, node, serial_message);
 }
 
 int net_ptz_param_s2x(tag_net_ptz_param_v20_t *record, TiXmlElement *parent)
@@ -589,67 +589,67 @@ int net_ptz_param_s2x(tag_net_ptz_param_v20_t *record, TiXmlElement *parent)
 
 int nets_param_zoom_focus_info_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(zoom_focus_message, param, node);
+    return parse_message(param, node, zoom_focus_message);
 }
 
 int nets_param_zoom_focus_info_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(zoom_focus_message, param, parent);
+    return write_message(param, parent, zoom_focus_message);
 }
 
 int nets_param_start_zoom_focus_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(move_message, param, node);
+    return parse_message(param, node, move_message);
 }
 
 int nets_param_guard_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(guard_message, param, node);
+    return parse_message(param, node, guard_message);
 }
 
 int nets_param_guard_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(guard_message, param, parent);
+    return write_message(param, parent, guard_message);
 }
 
 int net_ptz_auto_test_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(auto_test_message, param, node);
+    return parse_message(param, node, auto_test_message);
 }
 
 int nets_param_zf_backlash_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(backlash_message, param, node);
+    return parse_message(param, node, backlash_message);
 }
 
 int nets_param_zf_backlash_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(backlash_message, param, parent);
+    return write_message(param, parent, backlash_message);
 }
 
 int net_param_ptz_curpos_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(current_position_message, param, node);
+    return parse_message(param, node, current_position_message);
 }
 
 int net_param_ptz_curpos_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(current_position_message, param, parent);
+    return write_message(param, parent, current_position_message);
 }
 
 int net_ptz_3Dlocation_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(location_message, param, node);
+    return parse_message(param, node, location_message);
 }
 
 int net_af_algorithm_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(algorithm_message, param, node);
+    return parse_message(param, node, algorithm_message);
 }
 
 int net_af_algorithm_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(algorithm_message, param, parent);
+    return write_message(param, parent, algorithm_message);
 }
 
 MESSAGES(ptz, //

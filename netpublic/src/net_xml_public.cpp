@@ -207,17 +207,17 @@ long long atoi64(const char *text)
 
 int get_time_from_xmlnode(tag_net_time_v20_t *time, TiXmlNode *node, const char *key)
 {
-    return read_component(time_record, time, node, key);
+    return read_component(time, node, key, time_record);
 }
 
 int get_net_int_value_from_xmlnode(net_int_value_t *value, TiXmlNode *node, const char *key)
 {
-    return read_component(int_value_record, value, node, key);
+    return read_component(value, node, key, int_value_record);
 }
 
 int get_net_float_value_from_xmlnode(net_float_value_t *value, TiXmlNode *node, const char *key)
 {
-    return read_component(float_value_record, value, node, key);
+    return read_component(value, node, key, float_value_record);
 }
 
 int get_query_device_from_xmlnode(net_video_inpsection_info_t *list, int max, TiXmlNode *node, const char *key)

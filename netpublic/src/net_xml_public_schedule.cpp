@@ -165,7 +165,7 @@ using namespace netpublic;
 
 int get_type_schedule_list_from_xmlnode(net_schedule_t *schedule, TiXmlNode *node, const char *)
 {
-    return read_component(type_schedule, schedule, node, nullptr);
+    return read_component(schedule, node, nullptr, type_schedule);
 }
 
 int get_time_block_list_from_xmlnode(net_schedule_t *schedule, time_section_t types, TiXmlNode *node, const char *key)

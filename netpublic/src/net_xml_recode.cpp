@@ -196,72 +196,72 @@ using namespace netpublic;
 
 int net_record_schedule_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(schedule_message, param, node);
+    return parse_message(param, node, schedule_message);
 }
 
 int net_record_schedule_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(schedule_message, param, parent);
+    return write_message(param, parent, schedule_message);
 }
 
 int nets_rec_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(timing_message, param, node);
+    return parse_message(param, node, timing_message);
 }
 
 int net_record_cfg_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(timing_message, param, parent);
+    return write_message(param, parent, timing_message);
 }
 
 int nets_record_enable_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(switch_message, param, node);
+    return parse_message(param, node, switch_message);
 }
 
 int nets_record_enable_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(switch_message, param, parent);
+    return write_message(param, parent, switch_message);
 }
 
 int net_param_record_key_and_prompt_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(key_and_prompt_message, param, node);
+    return parse_message(param, node, key_and_prompt_message);
 }
 
 int net_param_record_key_and_prompt_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(key_and_prompt_message, param, parent);
+    return write_message(param, parent, key_and_prompt_message);
 }
 
 int net_param_record_decrypt_key_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(decrypt_key_message, param, node);
+    return parse_message(param, node, decrypt_key_message);
 }
 
 int net_rec_prompt_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(prompt_message, param, parent);
+    return write_message(param, parent, prompt_message);
 }
 
 int net_manual_rec_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(manual_message, param, node);
+    return parse_message(param, node, manual_message);
 }
 
 int net_delay_rec_stat_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(delay_message, param, node);
+    return parse_message(param, node, delay_message);
 }
 
 int net_delete_record_file_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(deletion_message, param, node);
+    return parse_message(param, node, deletion_message);
 }
 
 int get_recordTimeList_from_xmlnode(tag_record_time_list_t *list, TiXmlNode *node, const char *key)
 {
-    return read_component(time_list, list, node, key);
+    return read_component(list, node, key, time_list);
 }
 
 MESSAGES(recode, //

@@ -418,12 +418,12 @@ using namespace netpublic;
 
 int net_day_rec_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(day_records_message, param, node);
+    return parse_message(param, node, day_records_message);
 }
 
 int net_day_rec_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(day_records_message, param, parent);
+    return write_message(param, parent, day_records_message);
 }
 
 int net_file_info_list_x2s(net_param_t *param, TiXmlNode *node)
@@ -431,47 +431,47 @@ int net_file_info_list_x2s(net_param_t *param, TiXmlNode *node)
     // A search that names no file is over at once: neither the payload nor `inited` is touched.
     if (node != nullptr && node->FirstChild() == nullptr)
         return check_parser(file_info_list_message, param, node);
-    return parse_message(file_info_list_message, param, node);
+    return parse_message(param, node, file_info_list_message);
 }
 
 int net_file_info_list_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(file_info_list_message, param, parent);
+    return write_message(param, parent, file_info_list_message);
 }
 
 int netc_file_info_list_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(client_file_info_list_message, param, node);
+    return parse_message(param, node, client_file_info_list_message);
 }
 
 int net_file_file_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(file_info, param, parent);
+    return write_message(param, parent, file_info);
 }
 
 int net_replay_seek_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(replay_seek_message, param, node);
+    return parse_message(param, node, replay_seek_message);
 }
 
 int net_rec_del_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(deletion_message, param, node);
+    return parse_message(param, node, deletion_message);
 }
 
 int net_cover_preview_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(cover_preview_message, param, node);
+    return parse_message(param, node, cover_preview_message);
 }
 
 int nets_param_new_replay_start_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(replay_start_message, param, node);
+    return parse_message(param, node, replay_start_message);
 }
 
 int nets_param_new_replay_seek_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(new_replay_seek_message, param, node);
+    return parse_message(param, node, new_replay_seek_message);
 }
 
 int get_day_type_list_from_xmlnode(tag_net_rec_info_v20_t *record, TiXmlNode *node)
@@ -489,7 +489,7 @@ int get_day_record_list_from_xmlnode(tag_net_recfile_schedule_v20_t *schedule, T
 
 int _get_file_info(tag_net_file_info_v20_t *info, TiXmlNode *node, const char *key)
 {
-    return read_component(file_info, info, node, key);
+    return read_component(info, node, key, file_info);
 }
 
 int get_hms_from_pts(int pts, unsigned char *hour, unsigned char *minute, unsigned char *second)
@@ -504,22 +504,22 @@ int get_hms_from_pts(int pts, unsigned char *hour, unsigned char *minute, unsign
 
 int get_duration_item_from_xmlnode(net_replay_period_v20_t *item, TiXmlNode *node, const char *key)
 {
-    return read_component(period, item, node, key);
+    return read_component(item, node, key, period);
 }
 
 int get_duration_times_from_xmlnode(net_replay_duration_v20_t *item, TiXmlNode *node, const char *key)
 {
-    return read_component(times, item, node, key);
+    return read_component(item, node, key, times);
 }
 
 int get_duration_from_xmlnode(net_replay_duration_v20_t *item, TiXmlNode *node, const char *key)
 {
-    return read_component(duration, item, node, key);
+    return read_component(item, node, key, duration);
 }
 
 int get_duration_list_from_xmlnode(net_replay_duration_list_v20_t *list, TiXmlNode *node, const char *key)
 {
-    return read_component(duration_list, list, node, key);
+    return read_component(list, node, key, duration_list);
 }
 
 MESSAGES(replay, //

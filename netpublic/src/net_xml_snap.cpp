@@ -120,22 +120,22 @@ using namespace netpublic;
 
 int nets_param_snap_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(snap_message, param, node);
+    return parse_message(param, node, snap_message);
 }
 
 int nets_param_snaptlps_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(snap_tlp_file_message, param, node);
+    return parse_message(param, node, snap_tlp_file_message);
 }
 
 int nets_param_crop_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(crop_message, param, node);
+    return parse_message(param, node, crop_message);
 }
 
 int nets_param_crop_snap_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(crop_snap_message, param, node);
+    return parse_message(param, node, crop_snap_message);
 }
 
 int net_param_image_file_info_x2s(net_param_t *param, TiXmlNode *node)
@@ -148,22 +148,22 @@ int net_param_image_file_info_x2s(net_param_t *param, TiXmlNode *node)
 
 int net_param_image_file_info_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(image_file_message, param, parent);
+    return write_message(param, parent, image_file_message);
 }
 
 int net_ai_snaptlps_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(ai_snap_tlps_message, param, node);
+    return parse_message(param, node, ai_snap_tlps_message);
 }
 
 int net_ai_snaptlps_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(ai_snap_tlps_message, param, parent);
+    return write_message(param, parent, ai_snap_tlps_message);
 }
 
 int get_snaptlp_ctrl_from_xmlnode(net_snap_tlp_t *control, TiXmlNode *node, const char *key)
 {
-    return read_component(tlp_control, control, node, key);
+    return read_component(control, node, key, tlp_control);
 }
 
 MESSAGES(snap, //

@@ -134,8 +134,8 @@ struct EncodeTableFields : Description {
         integer("defaultFramerate", AT(table.defaultFramerate)).at_least(0),
         integer("defaultGop", AT(table.defaultGop)).at_least(0),
         integer("defaultBitrate", AT(table.defaultBitrate)).at_least(0),
-        int_list("framerateTable", AT(table.framerateTable), 127, 0),
-        int_list("bitrateTable", AT(table.bitrateTable), 127, 0),
+        int_list("framerateTable", AT(table.framerateTable), 0),
+        int_list("bitrateTable", AT(table.bitrateTable), 0),
         integer("videoEncType", AT(table.videoEncType)),
     };
     static constexpr auto written = order("type", "resolution", "videoEncType", "defaultFramerate", "defaultBitrate",
@@ -442,17 +442,17 @@ using namespace netpublic;
 
 int net_preview_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(preview_message, param, node);
+    return parse_message(param, node, preview_message);
 }
 
 int net_enc_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(encoder_message, param, node);
+    return parse_message(param, node, encoder_message);
 }
 
 int net_enc_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(encoder_message, param, parent);
+    return write_message(param, parent, encoder_message);
 }
 
 int nets_param_stream_info_x2s(net_param_t *param, TiXmlNode *node)
@@ -479,12 +479,12 @@ int xml_enc_info_list_s2x(net_stream_info_v20_t *entries, int count, TiXmlElemen
 
 int net_param_replay_header_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(replay_header_message, param, node);
+    return parse_message(param, node, replay_header_message);
 }
 
 int get_compression_info_from_xmlnode(net_compression_info_v20_t *info, TiXmlNode *node, const char *key)
 {
-    return read_component(compression, info, node, key);
+    return read_component(info, node, key, compression);
 }
 
 int get_resolution_from_xmlnode(net_resolution_info_v20_t *resolution, TiXmlNode *node, const char *key)

@@ -487,7 +487,7 @@ using namespace netpublic;
 
 int net_xml_device_info_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(device_info_message, param, node);
+    return parse_message(param, node, device_info_message);
 }
 
 int net_xml_device_info_s2x(net_param_t *param, TiXmlElement *parent)
@@ -496,8 +496,8 @@ int net_xml_device_info_s2x(net_param_t *param, TiXmlElement *parent)
     if (check_writer(message, param, parent) != 0)
         return -1;
     // What is refused behind the check is a language or a date format without a spelling.
-    if (write_message(message, param, parent) != 0) {
-        log_line(Line::writer, NET_HERE, message.text(message.writer));
+    if (write_message(param, parent, message) != 0) {
+        log_line(Line::writer, NET_HERE, message.writer());
         return -1;
     }
     return 0;
@@ -505,17 +505,17 @@ int net_xml_device_info_s2x(net_param_t *param, TiXmlElement *parent)
 
 int nets_sys_general_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(general_message, param, node);
+    return parse_message(param, node, general_message);
 }
 
 int net_sys_general_cfg_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(general_message, param, parent);
+    return write_message(param, parent, general_message);
 }
 
 int nets_param_dst_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(dst_message, param, node);
+    return parse_message(param, node, dst_message);
 }
 
 // The parent need not be an element: it may be the document itself.
@@ -534,12 +534,12 @@ int nets_dst_cfg_s2x(net_param_t *param, TiXmlNode *parent)
 
 int nets_sys_videoform_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(norm_message, param, node);
+    return parse_message(param, node, norm_message);
 }
 
 int net_sys_videoform_cfg_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(norm_message, param, parent);
+    return write_message(param, parent, norm_message);
 }
 
 int nets_param_init_hdd_x2s(net_param_t *param, TiXmlNode *node)
@@ -556,17 +556,17 @@ int nets_param_init_hdd_x2s(net_param_t *param, TiXmlNode *node)
 
 int net_param_hdd_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(disks_message, param, node);
+    return parse_message(param, node, disks_message);
 }
 
 int nets_param_cfg_file_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(config_file_message, param, node);
+    return parse_message(param, node, config_file_message);
 }
 
 int net_cfg_file_info_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(config_file_info_message, param, node);
+    return parse_message(param, node, config_file_info_message);
 }
 
 int nets_log_s2x(net_param_t *param, TiXmlElement *parent)
@@ -579,42 +579,42 @@ int nets_log_s2x(net_param_t *param, TiXmlElement *parent)
         log_error(NET_HERE, "NULL == p\n");
         return -1;
     }
-    return write_message(config_file_message, param, parent);
+    return write_message(param, parent, config_file_message);
 }
 
 int nets_auto_reboot_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(auto_reboot_message, param, node);
+    return parse_message(param, node, auto_reboot_message);
 }
 
 int nets_auto_reboot_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(auto_reboot_message, param, parent);
+    return write_message(param, parent, auto_reboot_message);
 }
 
 int nets_param_restore_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(restore_message, param, node);
+    return parse_message(param, node, restore_message);
 }
 
 int net_param_performance_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(performance_message, param, node);
+    return parse_message(param, node, performance_message);
 }
 
 int nets_performance_info_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(performance_message, param, parent);
+    return write_message(param, parent, performance_message);
 }
 
 int net_param_version_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(version_message, param, node);
+    return parse_message(param, node, version_message);
 }
 
 int net_param_output_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(output_message, param, node);
+    return parse_message(param, node, output_message);
 }
 
 #ifdef NETPUBLIC_DESCRIBED

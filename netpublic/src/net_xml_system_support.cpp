@@ -183,7 +183,7 @@ int read_item(Support &support, TiXmlNode *item, int &preset)
         else if (member == offsetof(Channel, chnID))
             channel = channel_of(support, child);
         if (channel == nullptr) {
-            log_line(Line::plain, table.place(), table.text(table.parser));
+            log_line(Line::plain, table.place(), table.parser());
             return -1;
         }
         if (read_child(table, channel, row, child) != 0)
@@ -730,12 +730,12 @@ using namespace netpublic;
 
 int net_support_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(support_message, param, node);
+    return parse_message(param, node, support_message);
 }
 
 int net_support_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(support_message, param, parent);
+    return write_message(param, parent, support_message);
 }
 
 int get_item_from_xmlnode(tag_net_support_v20_t *support, TiXmlNode *node, char *key, int *ptzPreset)
@@ -774,7 +774,7 @@ int net_ability_x2s(net_param_t *param, TiXmlNode *node)
 
 int net_ability_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(ability_message, param, parent);
+    return write_message(param, parent, ability_message);
 }
 
 int make_enum_to_string(char *dst, int size, char const *name, NET_ABILITY_OPERATION_V20_E op, int *count)

@@ -236,7 +236,7 @@ int write_files(const Search &search, TiXmlElement *parent)
         const File &file = search.item[index];
         TiXmlElement *item = append_element(parent, "item");
         const bool film = search.taskType == NET_TIMELAPSE_MP4;
-        const Table &full = film ? original.head : picture.head;
+        const Table &full = film ? original.table() : picture.table();
         if (item == nullptr || ((film || (file.flags & NET_TIMELAPSE_FILE_ORIGINAL) != 0) &&
                                 write_record(full, &file.original, append_element(item, "original")) != 0))
             return -1;
@@ -334,82 +334,82 @@ using namespace netpublic;
 
 int net_timelapse_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(configuration_message, param, node);
+    return parse_message(param, node, configuration_message);
 }
 
 int net_timelapse_cfg_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(configuration_message, param, parent);
+    return write_message(param, parent, configuration_message);
 }
 
 int net_timelapse_date_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(date_message, param, node);
+    return parse_message(param, node, date_message);
 }
 
 int net_timelapse_date_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(date_message, param, parent);
+    return write_message(param, parent, date_message);
 }
 
 int net_timelapse_task_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(task_message, param, node);
+    return parse_message(param, node, task_message);
 }
 
 int net_timelapse_task_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(task_message, param, parent);
+    return write_message(param, parent, task_message);
 }
 
 int net_timelapse_file_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(search_message, param, node);
+    return parse_message(param, node, search_message);
 }
 
 int net_timelapse_file_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(search_message, param, parent);
+    return write_message(param, parent, search_message);
 }
 
 int net_timelapse_download_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(download_message, param, node);
+    return parse_message(param, node, download_message);
 }
 
 int net_timelapse_download_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(download_message, param, parent);
+    return write_message(param, parent, download_message);
 }
 
 int net_timelapse_task_delete_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(task_deletion_message, param, node);
+    return parse_message(param, node, task_deletion_message);
 }
 
 int net_timelapse_task_delete_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(task_deletion_message, param, parent);
+    return write_message(param, parent, task_deletion_message);
 }
 
 int net_timelapse_file_delete_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(file_deletion_message, param, node);
+    return parse_message(param, node, file_deletion_message);
 }
 
 int net_timelapse_file_delete_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(file_deletion_message, param, parent);
+    return write_message(param, parent, file_deletion_message);
 }
 
 int net_timelapse_file_cover_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(cover_message, param, node);
+    return parse_message(param, node, cover_message);
 }
 
 int net_timelapse_file_cover_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(cover_message, param, parent);
+    return write_message(param, parent, cover_message);
 }
 
 MESSAGES(timelapse, //

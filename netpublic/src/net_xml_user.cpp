@@ -182,7 +182,7 @@ constexpr auto online_users_message = describe<OnlineUsersFields>();
 int read_online_user(tag_net_userinfo_online_v20_t &user, TiXmlNode *node, const char *key)
 {
     std::memset(&user, 0, sizeof user); // the padding, too
-    return read_component(online_user_record, &user, node, key);
+    return read_component(&user, node, key, online_user_record);
 }
 
 // Authorisation and shared users ------------------------------------------------------------------
@@ -317,22 +317,22 @@ int get_auth_mode_info_from_xmlnode(net_auth_mode_info_t *info, TiXmlNode *node)
 
 int net_login_info_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(login_message, param, node);
+    return parse_message(param, node, login_message);
 }
 
 int net_login_net_info_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(login_net_message, param, node);
+    return parse_message(param, node, login_net_message);
 }
 
 int net_encrypt_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(encrypt_message, param, node);
+    return parse_message(param, node, encrypt_message);
 }
 
 int net_param_login_err_info_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(login_error_message, param, node);
+    return parse_message(param, node, login_error_message);
 }
 
 int get_user_from_xmlnode(tag_net_userinfo_all__v20_t *user, TiXmlNode *node, const char *key)
@@ -382,12 +382,12 @@ int nets_param_user_online_x2s(net_param_t *param, TiXmlNode *node)
 
 int net_auth_info_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(authorisation_message, param, node);
+    return parse_message(param, node, authorisation_message);
 }
 
 int net_auth_info_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return write_message(authorisation_message, param, parent);
+    return write_message(param, parent, authorisation_message);
 }
 
 int get_shared_user_from_xmlnode(net_shared_user_info_t *user, TiXmlNode *node, const char *key)
@@ -399,7 +399,7 @@ int get_shared_user_from_xmlnode(net_shared_user_info_t *user, TiXmlNode *node, 
 
 int net_shared_user_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(shared_user_message, param, node);
+    return parse_message(param, node, shared_user_message);
 }
 
 // The record follows the child's position: a child of another name leaves an empty one, also where an
@@ -428,12 +428,12 @@ int get_ability_support_from_xmlnode(net_device_ability_support_v20_t *rights, T
 
 int nets_ability_support_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(rights_message, param, node);
+    return parse_message(param, node, rights_message);
 }
 
 int nets_ability_support_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    if (write_message(rights_message, param, parent) == 0)
+    if (write_message(param, parent, rights_message) == 0)
         return 0;
     log_error(NET_HERE, "nets_ability_support_s2x fail\n");
     return -1;
@@ -448,7 +448,7 @@ int get_ipc_version_from_xmlnode(net_ipc_ver_v20_t *version, TiXmlNode *node, co
 
 int net_ipc_version_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return parse_message(firmware_message, param, node);
+    return parse_message(param, node, firmware_message);
 }
 
 MESSAGES(user, //

@@ -84,7 +84,7 @@ constexpr const Table *table_of(std::nullptr_t)
 }
 template <class Described> constexpr const Table *table_of(const Described &described)
 {
-    return &described.head;
+    return &described.table();
 }
 
 template <class Read> constexpr Message message(Message names, const Read &read)

@@ -1,9 +1,14 @@
 // A message's description as the engine reads it: one block per record, without pointers except the
 // references that need them, so that a thousand rows cost a shared library few load-time relocations.
-// This unit and description.h, which builds the block, are the only ones that know the packed form.
+// This unit and describe.h, which builds the block, are the only ones that know the packed form:
+//
+//     Source | Table | rows | limits | references | order | texts
+//
+// The Source, the limits, the references and the order are there only where a table needs them.
 #ifndef NETPUBLIC_TABLE_H
 #define NETPUBLIC_TABLE_H
 
+#include "common.h"
 #include "log.h"
 #include "words.h"
 
@@ -44,22 +49,23 @@ enum class Kind : std::uint8_t {
     condition, // int: decides whether the row is written
 };
 
-// What a row's flags mean. The words' and the lists' flags share bits, as their kinds never meet.
+// What a row's flags mean. The numbers', words' and lists' flags share bits, as their kinds never meet.
 enum RowFlag : std::uint16_t {
-    row_checked = 0x1,           // a number must lie within the limits
-    row_required = 0x2,          // the walk fails without such a child
-    row_own_test = 0x4,          // tried even when an earlier key has taken the child
-    row_quiet = 0x8,             // its failure is not logged
-    row_complains = 0x10,        // has a log line of its own
-    row_shadowed = 0x20,         // a child of its full name answers to another key
-    row_plain = 0x40,            // that line is neither gated nor prefixed
-    row_skipped = 0x80,          // takes the child and reads nothing
+    row_required = 0x1,          // the walk fails without such a child
+    row_own_test = 0x2,          // tried even when an earlier key has taken the child
+    row_quiet = 0x4,             // its failure is not logged
+    row_complains = 0x8,         // has a log line of its own
+    row_shadowed = 0x10,         // a child of its full name answers to another key
+    row_plain = 0x20,            // that line is neither gated nor prefixed
+    row_skipped = 0x40,          // takes the child and reads nothing
+    row_attached = 0x80,         // has a count, mark or condition
+    row_checked = 0x100,         // a number must lie within the limits
     word_prefix = 0x100,         // the text may be the beginning of the spelling
     word_exact = 0x200,          // case matters
     word_keep = 0x400,           // an unknown spelling leaves the member as it was
     word_otherwise = 0x800,      // an unknown spelling stores limits.high
     word_reported = 0x1000,      // an unknown spelling is logged as the record's failures are
-    word_fallback = 0x2000,      // a code without spelling is written as the spelling of code `size`
+    word_fallback = 0x2000,      // a code without spelling is written as the spelling of code limits.high
     mask_none_clears = 0x100,    // a text with "none" in it is the empty mask
     mask_none_conflicts = 0x200, // "none" together with any spelling is refused
     mask_accumulates = 0x400,    // added to what the member holds
@@ -69,7 +75,7 @@ enum RowFlag : std::uint16_t {
     list_stop = 0x400,           // the walk ends when the list is full
 };
 
-// Conditions under which a row is written, in a condition row's `limits`.
+// Conditions under which a row is written, in a condition row's `limits` column.
 enum class When : std::uint8_t { nonzero, nonnegative, positive };
 
 using Read = int (*)(void *record, TiXmlNode *node);
@@ -95,43 +101,48 @@ union Ref {
     constexpr Ref(After to) : after(to) {}
 };
 
-struct Limits {
-    std::int32_t low;
-    std::int32_t high;
-};
+constexpr unsigned longest_int_list = 127; // characters
 
 // Only the first keys of a table can be required: so many bits keep what has been seen.
 constexpr unsigned required_keys = 32;
 
-constexpr std::uint8_t no_limits = 0xff;
-constexpr std::uint8_t no_ref = 0xff;
+// The widths of a row's columns.
+constexpr unsigned offset_bits = 18;
+constexpr unsigned flag_bits = 14;
+constexpr unsigned kind_bits = 5;
+constexpr unsigned key_bits = 13;
+constexpr unsigned index_bits = 7;
+
+constexpr unsigned no_limits = (1u << index_bits) - 1;
+constexpr unsigned no_ref = (1u << index_bits) - 1;
 
 struct Row {
-    std::uint16_t key; // in the table's texts; behind its terminator stands the row's own log line, if it has one
-    std::uint8_t key_length;
-    Kind kind;
-    std::uint32_t offset;  // of the member in its record
-    std::uint16_t size;    // bytes of a text, capacity of a list, code that a word falls back to
-    std::uint8_t ref;      // first of its references, or no_ref
-    std::uint8_t limits;   // which limits: a range, or (longest text, other code); a condition's When
-    std::uint8_t attached; // its count, mark or condition: a row behind the keys; 0 for none
-    std::uint8_t next;     // the row whose name the following child most likely bears
-    std::uint16_t flags;
+    std::uint32_t offset : offset_bits; // of the member in its record
+    std::uint32_t flags : flag_bits;
+    Kind kind : kind_bits;
+    std::uint32_t key : key_bits;      // a text; behind it stands the row's own log line, if it has one
+    std::uint32_t ref : index_bits;    // first of its references, or no_ref; the row that a count, mark or
+                                       // condition is attached to
+    std::uint32_t limits : index_bits; // which limits, or no_limits; a condition's When
 };
-static_assert(sizeof(Row) == 16, "rows are packed");
+static_assert(sizeof(Row) == 8, "rows are packed");
 
 enum TableFlag : std::uint16_t {
-    table_unchecked = 0x1,    // the envelope's size is not compared with the record's
-    table_sets_inited = 0x2,  // the envelope's `inited` becomes 2 after a whole message
-    table_clears = 0x4,       // the record is zeroed before the walk
-    table_exact = 0x8,        // names are compared as a whole
-    table_others_fail = 0x10, // a child that answers to no key is refused
-    table_first_only = 0x20,  // only the first child is looked at
-    table_own_tests = 0x40,   // some row has row_own_test
-    table_required = 0x80,    // some row has row_required
-    table_capital = 0x100,    // the root's attribute is spelled "Version"
-    table_write_any = 0x200,  // the same as table_unchecked, for the writer alone
-    table_read_any = 0x400,   // ... for the parser alone
+    table_write_any = 0x1,    // the writer does not compare the envelope's size with the record's
+    table_read_any = 0x2,     // ... nor does the parser
+    table_sets_inited = 0x4,  // the envelope's `inited` becomes 2 after a whole message
+    table_clears = 0x8,       // the record is zeroed before the walk
+    table_exact = 0x10,       // names are compared as a whole
+    table_others_fail = 0x20, // a child that answers to no key is refused
+    table_first_only = 0x40,  // only the first child is looked at
+    table_own_tests = 0x80,   // some row has row_own_test
+    table_required = 0x100,   // some row has row_required
+    table_capital = 0x200,    // the root's attribute is spelled "Version"
+    table_before = 0x400,     // the first reference is the hook before the walk
+    table_after = 0x800,      // the next one is the hook after the walk
+    table_ordered = 0x1000,   // is written in another order than that of the rows
+    table_source = 0x2000,    // a Source stands in front
+    table_unknown = 0x4000,   // behind the parser's name stands the line for a child that answers to no key
 };
 
 #ifdef NETPUBLIC_DESCRIBED
@@ -154,6 +165,7 @@ enum class Shape : std::uint8_t {
 };
 
 struct Detail {
+    const char *type;     // its C type, or its elements'
     std::uint16_t member; // its C name, in the table's texts
     Shape shape;
     std::uint32_t dimensions[2]; // of an array; 1 each otherwise
@@ -166,28 +178,31 @@ struct Detail {
 };
 #endif
 
-struct Table {
-    std::uint32_t record_size;
-    std::uint16_t refs; // these four: where they start, in bytes from the table's start
-    std::uint16_t limits;
-    std::uint16_t order;
-    std::uint16_t texts;
-    std::uint8_t keys;    // rows that children can answer to
-    std::uint8_t rows;    // all of them
-    std::uint8_t written; // length of the order
-    std::uint8_t before;  // reference of the hook before the walk, or no_ref
-    std::uint8_t after;   // reference of the hook after the walk, or no_ref
-    Line entry;           // logged when a parser's arguments are no good
-    Line write_entry;     // logged when a writer's arguments are no good
-    Line failure;         // logged when a child is refused
-    std::uint16_t flags;
-    std::uint16_t root; // these five in the table's texts; 0 is the empty text
+// What messages and the records that log have in front of their table.
+struct Source {
+    std::uint16_t file; // these four are texts
     std::uint16_t parser;
     std::uint16_t writer;
-    std::uint16_t unknown; // the line for a child that answers to no key
-    std::uint16_t file;
+    std::uint16_t root;
     std::uint16_t line;
-    std::uint16_t details;
+    Line entry : 4;       // logged when a parser's arguments are no good
+    Line write_entry : 4; // logged when a writer's arguments are no good
+    Line failure : 4;     // logged when a child is refused
+};
+static_assert(sizeof(Source) == 12, "a source is packed");
+
+struct Table {
+    std::uint32_t record_size : 24;
+    std::uint32_t keys : 8; // rows that children can answer to
+    std::uint16_t flags;
+    std::uint8_t rows;    // all of them
+    std::uint8_t written; // how many are written
+    std::uint16_t refs;   // where these two start, in bytes from the table's start
+    std::uint16_t texts;
+#ifdef NETPUBLIC_DESCRIBED
+    std::uint32_t details;
+    const char *record; // the C name of its type
+#endif
 
     // The block goes on behind this head; the empty instruction keeps the compiler from knowing better.
     const char *bytes(std::size_t offset) const
@@ -204,31 +219,40 @@ struct Table {
     {
         return reinterpret_cast<const Ref *>(bytes(refs))[index];
     }
-    const Limits &limit(unsigned index) const
+    const Limits &limit(unsigned index) const;
+    // How many items a list holds.
+    int capacity(const Row &of) const
     {
-        return reinterpret_cast<const Limits *>(bytes(limits))[index];
+        return limit(of.limits).low;
     }
-    unsigned ordered(unsigned index) const
+    // The row's count, mark or condition; null when it has none.
+    const Row *attachment(const Row &of, Kind kind) const;
+    // The row at a place of the written order; that of a record which is only read is the order of its keys.
+    unsigned ordered(unsigned place) const;
+    unsigned places() const
     {
-        return static_cast<unsigned char>(bytes(order)[index]);
+        return (flags & table_ordered) != 0 ? written : keys;
     }
-    const char *text(unsigned offset) const
-    {
-        return bytes(texts) + offset;
-    }
+
+    const char *text(unsigned offset) const;
     const char *key(const Row &of) const
     {
         return text(of.key);
     }
     // The row's own log line; only with row_complains.
-    const char *complaint(const Row &of) const
+    const char *complaint(const Row &of) const;
+    // The line for a child that answers to no key; only with table_unknown.
+    const char *unknown() const;
+
+    const Source &source() const;
+    const char *parser() const;
+    const char *writer() const;
+    const char *root() const;
+    Line failure() const
     {
-        return text(of.key) + of.key_length + 1;
+        return source().failure;
     }
-    Place place() const
-    {
-        return {text(file), line};
-    }
+    Place place() const;
 #ifdef NETPUBLIC_DESCRIBED
     const Detail &detail(unsigned index) const
     {
@@ -236,7 +260,9 @@ struct Table {
     }
 #endif
 };
-static_assert(sizeof(Table) % alignof(Row) == 0, "the rows follow the table");
+static_assert(sizeof(Table) % alignof(Row) == 0 && alignof(Row) == alignof(Limits), "the rows follow the table");
+// From a Source to the table behind it.
+constexpr std::size_t source_room = (sizeof(Source) + alignof(Table) - 1) / alignof(Table) * alignof(Table);
 
 } // namespace netpublic
 

@@ -91,13 +91,14 @@ def quiet(command, **options):
 
 def limits():
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-    resource.setrlimit(resource.RLIMIT_FSIZE, (1 << 28, 1 << 28))
+    resource.setrlimit(resource.RLIMIT_FSIZE, (1 << 32, 1 << 32))
 
 
 class Tree:
     """The copy that is broken and built."""
 
-    def __init__(self, work, flags):
+    def __init__(self, work, flags, tests):
+        self.tests = tests
         self.top = work / "tree"
         self.build = work / "build"
         if not self.top.exists():
@@ -117,7 +118,8 @@ class Tree:
 
     def passes(self):
         try:
-            return quiet([self.build / "tests/netpublic_tests", "--gtest_brief=1", "--gtest_fail_fast"],
+            return quiet([self.build / "tests/netpublic_tests", "--gtest_brief=1", "--gtest_fail_fast",
+                          f"--gtest_filter={self.tests}"],
                          timeout=self.timeout, preexec_fn=limits).returncode == 0
         except subprocess.TimeoutExpired:
             return False
@@ -143,12 +145,13 @@ def main():
     parser.add_argument("--files", nargs="*", default=SOURCES, help="names or patterns in netpublic/src")
     parser.add_argument("--only", nargs="*", help="identifications as they are printed, instead of a sample")
     parser.add_argument("--flags", default="-O0", help="compiler flags")
+    parser.add_argument("--tests", default="*", help="filter for the test runner")
     parser.add_argument("--least", type=float, default=0, help="percent of mutants that must be noticed")
     parser.add_argument("--list", action="store_true", help="only list the sample")
     options = parser.parse_args()
 
     options.work.mkdir(parents=True, exist_ok=True)
-    tree = None if options.list else Tree(options.work, options.flags)
+    tree = None if options.list else Tree(options.work, options.flags, options.tests)
     top = TOP if options.list else tree.top
     paths = sorted({path for name in options.files for path in (top / "netpublic/src").glob(name)})
     every = [(path, mutant) for path in paths for mutant in mutants_of(path)]

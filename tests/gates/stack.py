@@ -12,6 +12,7 @@ every constant table refers to. RULES_FILE holds lines with patterns for whole d
                               function itself, refers to; other functions hand it a table they refer to
     nested FUNCTION           an engine function that others call again with a table nested in theirs
     call CALLER -> CALLEE     calls through pointers in CALLER reach functions like CALLEE only
+    kinds FUNCTION -> N ...   FUNCTION is entered only for tables with rows of these kinds, numbered as in table.h
     recursion FUNCTION N      FUNCTION is entered at most N times on one path
 
 A caller through pointers without a rule may reach every function whose address is taken. Recursion that is
@@ -124,23 +125,39 @@ def sections(path):
         yield image[at:image.index(b"\0", at)].decode(), image[offset:offset + length]
 
 
+def table_start(contents):
+    """Where the head of a message table begins: in front of it there may be a Source. None: this is no table."""
+    for start in 0, 12:
+        if len(contents) >= start + 12:
+            _, flags, rows, _, refs, texts = struct.unpack_from("<IHBBHH", contents, start)
+            sourced = flags & 0x2000 != 0
+            if rows and 12 + 8 * rows <= refs <= texts <= len(contents) - start and sourced == (start == 12):
+                return start
+    return None
+
+
 def is_message_table(contents):
-    """Tables of messages begin with the record's size and four ascending offsets into themselves."""
-    if len(contents) < 12:
-        return False
-    offsets = struct.unpack_from("<4H", contents, 4)
-    return offsets[0] > 12 and list(offsets) == sorted(offsets) and offsets[3] <= len(contents)
+    return table_start(contents) is not None
 
 
-def leaf_tables(objects):
-    """Keys of the message tables that refer to nothing; word tables, which look alike from outside, are none."""
-    found = set()
+def row_kinds(contents):
+    start = table_start(contents)
+    rows = contents[start + 6]
+    return {contents[start + 12 + 8 * row + 4] & 0x1F for row in range(rows)}
+
+
+def tables_in(objects):
+    """The kinds of the rows of all message tables; and the keys of the tables that refer to nothing."""
+    kinds, leaves = {}, set()
     for path in sorted(pathlib.Path(objects).rglob("*.o")):
         for name, contents in sections(path):
-            symbol = re.match(r"\.rodata\.(_ZN.*)", name)
+            symbol = re.match(r"\.(rodata|data\.rel\.ro(?:\.local)?)\.(_ZN.*)", name)
             if symbol and is_message_table(contents):
-                found |= {symbol[1], f"{path.name[:-2]}:{symbol[1]}"}
-    return found
+                for key in symbol[2], f"{path.name[:-2]}:{symbol[2]}":
+                    kinds[key] = row_kinds(contents)
+                    if symbol[1] == "rodata":
+                        leaves.add(key)
+    return kinds, leaves
 
 
 class Rules:
@@ -156,6 +173,9 @@ class Rules:
             if kind == "call":
                 pattern, _, argument = rest.partition(" -> ")
                 argument = re.compile(argument.strip())
+            elif kind == "kinds":
+                pattern, _, argument = rest.partition(" -> ")
+                argument = {int(number) for number in argument.split()}
             elif kind == "recursion":
                 pattern, _, argument = rest.rpartition(" ")
                 argument = int(argument)
@@ -174,8 +194,9 @@ class Rules:
 
 
 class Graph:
-    def __init__(self, functions, data, leaves, rules):
-        self.functions, self.data, self.leaves, self.rules = functions, data, leaves, rules
+    def __init__(self, functions, data, tables, rules):
+        self.functions, self.data, self.rules = functions, data, rules
+        self.kinds, self.leaves = tables
         referred = set().union(*data.values(), *(function.refers for function in functions.values()))
         self.taken = {key for key in referred if key in functions and functions[key].defined}
         self.engine = {key for key, function in functions.items() if function.defined and rules.of("engine", function.name)}
@@ -205,6 +226,11 @@ class Graph:
         named = [key for key in function.refers if key not in self.functions and re.search(r"(^|:)_Z", key)]
         return self.tables_of(named if named else self.data) or {NO_TABLE}
 
+    def may_handle(self, callee, table):
+        """Some functions are entered for rows of certain kinds only."""
+        wanted = self.rules.of("kinds", self.functions[callee].name)
+        return not wanted or table not in self.kinds or bool(wanted[0] & self.kinds[table])
+
     def calls(self, key, table):
         """The (function, table) pairs that a function may enter while it works on a table."""
         function = self.functions[key]
@@ -218,7 +244,7 @@ class Graph:
             targets |= {callee for callee in reachable
                         if not patterns or any(p.fullmatch(self.functions[callee].name) for p in patterns)}
         for callee in sorted(targets):
-            if not self.functions[callee].defined:
+            if not self.functions[callee].defined or not self.may_handle(callee, table):
                 continue
             if callee not in self.engine:
                 yield callee, None
@@ -278,8 +304,11 @@ def main():
     functions, units = read_graph(objects)
     if not any(function.defined for function in functions.values()):
         sys.exit(f"no call graph in {objects}: build with NETPUBLIC_STACK_USAGE")
+    bare = [path.name for path in pathlib.Path(objects).rglob("*.o") if not path.with_suffix(".ci").exists()]
+    if bare:
+        sys.exit("no call graph of " + ", ".join(sorted(bare)))
     rules = Rules(rules_file)
-    graph = Graph(functions, read_references(readelf, objects, functions, units), leaf_tables(objects), rules)
+    graph = Graph(functions, read_references(readelf, objects, functions, units), tables_in(objects), rules)
     deepest = Deepest(graph)
     starts = [key for key, function in functions.items() if function.defined and key not in graph.engine]
     bytes_, path = max((deepest.of(key) for key in sorted(starts)), key=lambda found: found[0])

@@ -23,6 +23,52 @@ bool is_number(Kind kind)
            kind == Kind::unsigned_longlong || kind == Kind::int_items;
 }
 
+constexpr char no_text[] = "the element has no text", refused_number[] = "the number is refused";
+
+constexpr char device_name[] =
+    "a text of at most 31 characters, printable ASCII without any of $ & * / : ; < > ? \\ ` |";
+constexpr char ordinary_number[] = "a whole number of at most 12 characters";
+
+// What the messages' own code accepts, by the key; for a key that several messages read in different ways, by
+// the function, too. A longest text of 0 stands for a number.
+constexpr struct {
+    const char *key, *function, *accepted;
+    std::size_t longest_text;
+} own_readers[] = {
+    {"area", "net_ai_area_detect_x2s", "a text of at most 2999 characters: the cells in base64", 2999},
+    {"baudRate", nullptr, "one of these numbers: 1200, 2400, 4800, 9600", 0},
+    {"channelNum", nullptr, "a whole number from 0", 0},
+    {"checkFrame", nullptr, ordinary_number, 0},
+    {"chn", nullptr, ordinary_number, 0},
+    {"deviceName", nullptr, device_name, 31},
+    {"e", nullptr, "a whole number from 0: seconds since midnight", 0},
+    {"frameRate", nullptr, ordinary_number, 0},
+    {"id", "", "the item's place in the list, from 0", 0},
+    {"inputId", nullptr, "a whole number from 0, less than the device has alarm inputs", 0},
+    {"mac", nullptr, "a text of 17 characters, such as 00:1a:2b:3c:4d:5e", 17},
+    {"name", "nets_osd_chn_x2s", device_name, 31},
+    {"offsetOfEnd", nullptr, ordinary_number, 0},
+    {"offsetOfStart", nullptr, ordinary_number, 0},
+    {"outputId", nullptr, "a whole number from 0, less than the device has alarm outputs", 0},
+    {"s", nullptr, "a whole number from 0: seconds since midnight", 0},
+    {"stopBit", nullptr, "1 or 2", 0},
+    {"streamType", "get_file_header_from_xmlnode", "a stream's word of at most 31 characters", 31},
+    {"streamType", "nets_param_new_replay_start_x2s", "a text of at most 30 characters", 30},
+    {"userSetState", nullptr, "one of these words: delete, modify", 15},
+    {"validHours", nullptr, "-1, or a whole number from 1", 0},
+    {"ver", nullptr, "a text of at most 15 characters", 15},
+    {"weekDay", nullptr, "everyday, or a weekday or its beginning", 15},
+};
+
+const auto *own_reader(const Table &table, const Row &row)
+{
+    for (const auto &reader : own_readers)
+        if (std::strcmp(reader.key, table.key(row)) == 0 &&
+            (reader.function == nullptr || std::strcmp(reader.function, table.parser()) == 0))
+            return &reader;
+    return static_cast<decltype(&own_readers[0])>(nullptr);
+}
+
 // Characters that the number readers take, a sign among them.
 std::size_t longest_number(Kind kind)
 {
@@ -66,26 +112,24 @@ std::string words_of(const Table &table, const Row &row)
 
 int stored_count(const Table &table, const Row &row, const void *record)
 {
-    for (unsigned at = row.attached; at != 0; at = table.row(at).attached)
-        if (table.row(at).kind == Kind::count) {
-            int count;
-            std::memcpy(&count, static_cast<const char *>(record) + table.row(at).offset, sizeof count);
-            return count;
-        }
-    return -1;
+    const Row *kept = table.attachment(row, Kind::count);
+    if (kept == nullptr)
+        return -1;
+    int count;
+    std::memcpy(&count, static_cast<const char *>(record) + kept->offset, sizeof count);
+    return count;
 }
 
-std::string number_fault(const Table &table, const Row &row, const char *text)
+std::string number_fault(const Row &row, const char *text)
 {
     const std::size_t length = std::strlen(text);
     if (length > longest_number(row.kind))
         return "the number is too long";
     if (std::strspn(text + (*text == '-' ? 1 : 0), "0123456789") != length - (*text == '-' ? 1 : 0))
         return "this is no whole number";
-    if (row.kind == Kind::flag || ((row.flags & netpublic::row_checked) != 0 && row.limits != netpublic::no_limits))
+    if (row.kind == Kind::flag || (row.kind == Kind::integer && (row.flags & netpublic::row_checked) != 0))
         return "the number is out of range";
-    static_cast<void>(table);
-    return "the number is refused";
+    return refused_number;
 }
 
 std::string word_fault(const Table &table, const Row &row, const char *text)
@@ -94,6 +138,22 @@ std::string word_fault(const Table &table, const Row &row, const char *text)
         return "the word is too long";
     const auto near = nearest(text, spellings(*table.ref(row.ref).words, Use::read), 1);
     return near.empty() ? "no such word" : "no such word; did you mean \"" + near.front() + "\"?";
+}
+
+std::string own_fault(const Table &table, const Row &row, const char *text)
+{
+    constexpr char unknown[] = "the message's own code refuses this element";
+    const auto *reader = own_reader(table, row);
+    if (reader == nullptr)
+        return unknown;
+    if (reader->longest_text > 0)
+        return text != nullptr && std::strlen(text) > reader->longest_text
+                   ? "the text is too long: " + at_most(std::strlen(text))
+                   : "the message's own code refuses this text";
+    if (text == nullptr)
+        return no_text;
+    const std::string fault = number_fault(row, text);
+    return fault == refused_number ? "the number is out of range" : fault;
 }
 
 } // namespace
@@ -133,19 +193,23 @@ std::string accepted_by(const Table &table, const Row &row)
     case Kind::events:
         return "a text of at most " + at_most(longest_text(table, row)) + " with any of: none, " + words_of(table, row);
     case Kind::int_list:
-        return "whole numbers joined by commas, at most " + std::to_string(row.size) + " of them in " +
-               at_most(longest_text(table, row));
+        return "whole numbers joined by commas, at most " + std::to_string(table.capacity(row)) + " of them in " +
+               at_most(netpublic::longest_int_list);
     case Kind::int_items:
-        return "a whole number of at most 12 characters, " + std::to_string(row.size) + " of them";
+        return "a whole number of at most 12 characters, " + std::to_string(table.capacity(row)) + " of them";
     case Kind::group:
     case Kind::list: {
         const Table &inner = *table.ref(row.ref).table;
         std::vector<std::string> keys;
         for (unsigned i = 0; i < inner.keys; ++i)
             keys.emplace_back(inner.key(inner.row(i)));
-        return (row.kind == Kind::list ? "at most " + std::to_string(row.size) + " elements with "
+        return (row.kind == Kind::list ? "at most " + std::to_string(table.capacity(row)) + " elements with "
                                        : "an element with ") +
                "the children " + joined(keys, ", ");
+    }
+    case Kind::custom: {
+        const auto *reader = own_reader(table, row);
+        return reader != nullptr ? reader->accepted : "";
     }
     default:
         return "";
@@ -159,27 +223,31 @@ Verdict judge(const Table &table, const Row &row, const void *record, const TiXm
     const char *text = element != nullptr ? element->GetText() : nullptr;
     if (element == nullptr) {
         verdict.reason = "this is no element; a comment or text that answers to a key is refused";
-    } else if (row.kind == Kind::group || row.kind == Kind::custom) {
-        verdict.reason = row.kind == Kind::group ? "its children, taken together, are refused"
-                                                 : "the message's own code refuses this element";
+    } else if (row.kind == Kind::group) {
+        verdict.reason = "its children, taken together, are refused";
+        verdict.text_is_to_blame = false;
+    } else if (row.kind == Kind::custom) {
+        verdict.reason = own_fault(table, row, text);
         verdict.text_is_to_blame = text != nullptr;
     } else if (row.kind == Kind::list || row.kind == Kind::int_items) {
         const int count = stored_count(table, row, record);
-        const bool full = (row.flags & netpublic::list_refuse) != 0 && (count < 0 || count >= row.size);
+        const bool full = (row.flags & netpublic::list_refuse) != 0 && (count < 0 || count >= table.capacity(row));
         verdict.text_is_to_blame = false;
         verdict.reason = full ? "the list is full" : "the item is refused";
-        if (!full && row.kind == Kind::int_items && text != nullptr) {
-            verdict.reason = number_fault(table, row, text);
-            verdict.text_is_to_blame = true;
+        if (!full && row.kind == Kind::int_items) {
+            verdict.reason = text != nullptr ? number_fault(row, text) : no_text;
+            verdict.text_is_to_blame = text != nullptr;
         }
     } else if (text == nullptr) {
-        verdict.reason = "the element has no text";
+        verdict.reason = no_text;
     } else if (is_number(row.kind)) {
-        verdict.reason = number_fault(table, row, text);
+        verdict.reason = number_fault(row, text);
     } else if (row.kind == Kind::word) {
         verdict.reason = word_fault(table, row, text);
     } else if (std::strlen(text) > longest_text(table, row)) {
         verdict.reason = "the text is too long: " + at_most(std::strlen(text));
+    } else if (row.kind == Kind::mask && (row.flags & netpublic::mask_none_conflicts) != 0) {
+        verdict.reason = "\"none\" cannot stand beside other words";
     }
     return verdict;
 }

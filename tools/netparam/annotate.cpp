@@ -48,19 +48,15 @@ void annotate(std::ostream &out, const char *kind, const std::string &path, Spot
     out << "title=" << escaped(title, true) << "::" << escaped(text, false) << '\n';
 }
 
-void annotate_refusal(std::ostream &out, const Trace &trace, const std::string &path)
+void annotate_refusal(std::ostream &out, const Session &session, const Document &document)
 {
-    const Refusal *refusal = trace.refusal();
-    if (refusal == nullptr) {
-        annotate(out, "error", path, {}, "refused", as_a_whole);
-        return;
-    }
-    std::string text = refusal->path + ": " + refusal->reason;
-    if (!refusal->read.empty())
-        text += "\nread " + refusal->read;
-    if (!refusal->accepted.empty())
-        text += "\naccepted " + refusal->accepted;
-    annotate(out, "error", path, refusal->spot, "refused", text);
+    const Refusal refusal = refusal_of(session, document);
+    std::string text = refusal.path + ": " + refusal.reason;
+    if (!refusal.read.empty())
+        text += "\nread " + refusal.read;
+    if (!refusal.accepted.empty())
+        text += "\naccepted " + refusal.accepted;
+    annotate(out, "error", document.name(), refusal.spot, "refused", text);
 }
 
 void annotate_ignored(std::ostream &out, const Trace &trace, const std::string &path)

@@ -18,7 +18,7 @@ constexpr char format_text[] = "text", format_json[] = "json", format_github[] =
 void annotate(std::ostream &out, const char *kind, const std::string &path, Spot spot, const std::string &title,
               const std::string &text);
 
-void annotate_refusal(std::ostream &out, const Trace &trace, const std::string &path);
+void annotate_refusal(std::ostream &out, const Session &session, const Document &document);
 void annotate_ignored(std::ostream &out, const Trace &trace, const std::string &path);
 void annotate_failure(std::ostream &out, const Failure &failure);
 

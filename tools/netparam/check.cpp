@@ -137,6 +137,14 @@ public:
         settle(path, outcome_of(failure));
     }
 
+    // A folder of which there is nothing to read.
+    void fail(const Failure &failure)
+    {
+        ++total_;
+        json_ = {{"file", nullptr}, {"message", nullptr}, {"result", nullptr}};
+        fail("", failure);
+    }
+
     ExitCode finish()
     {
         progress_.clear();
@@ -241,7 +249,7 @@ private:
         if (options_.format == format_github) {
             annotate_ignored(out_, trace, path);
             if (!good)
-                annotate_refusal(out_, trace, path);
+                annotate_refusal(out_, session, document);
         } else if (options_.format == format_text) {
             print_ignored(out_, trace, document, options_);
             if (!good)
@@ -316,7 +324,7 @@ ExitCode check(std::ostream &out, std::ostream & /*errors*/, const CheckOptions 
     const Files files(options.paths);
     Check check(out, options, files.all().size());
     for (const Failure &failure : files.failures())
-        check.fail("", failure);
+        check.fail(failure);
     for (const std::string &file : files.all())
         check.examine(file);
     return check.finish();

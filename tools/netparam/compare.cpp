@@ -76,7 +76,7 @@ CellDifference compare_cells(const Difference &difference)
     const auto mark = [&](std::size_t row, std::size_t column) {
         const char in_a = a.cells[row][column], in_b = b.cells[row][column];
         if (cell_of(*difference.a, row, column) == cell_of(*difference.b, row, column))
-            return in_a;
+            return a.kind == Drawing::Kind::sets && in_a != '.' ? '#' : in_a; // letters need a legend
         ++result.cells;
         return in_b == '.' ? '-' : in_a == '.' ? '+' : '!';
     };

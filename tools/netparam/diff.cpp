@@ -82,7 +82,7 @@ void print_difference(std::ostream &out, const Difference &difference, std::size
     constexpr char arrow[] = "  ->  ";
     if (hide)
         out << "  " << name << hidden << "  (differ)\n";
-    else if (2 + name.size() + a.size() + b.size() + sizeof arrow <= std::max(options.style.width, std::size_t{80}))
+    else if (2 + name.size() + a.size() + b.size() + sizeof arrow <= options.style.width)
         out << "  " << name << a << arrow << b << '\n';
     else
         out << "  " << difference.path << "\n    - " << a << "\n    + " << b << '\n';

@@ -120,6 +120,12 @@ TiXmlElement &Document::body()
     return has_name(*root, "body") ? *root->FirstChildElement() : *root;
 }
 
+const TiXmlElement &Document::body() const
+{
+    const TiXmlElement *root = tree_.RootElement();
+    return has_name(*root, "body") ? *root->FirstChildElement() : *root;
+}
+
 std::string Document::at(Spot spot) const
 {
     std::string place = printable(name_);
@@ -144,29 +150,37 @@ std::string Document::excerpt(Spot spot, const Style &style, bool show_secrets) 
     for (int column = 1; column < spot.column && caret < line.size(); ++column)
         caret += utf8 ? sequence_length(line, caret) : 1;
 
-    // A window on long lines, such as those with grids.
-    constexpr std::size_t before = 60, behind = 40;
-    std::size_t first = caret > before ? caret - before : 0;
-    while (first > 0 && (static_cast<unsigned char>(line[first]) & 0xC0) == 0x80)
-        --first;
-    std::size_t last = std::min(line.size(), caret + behind);
-    while (last < line.size() && (static_cast<unsigned char>(line[last]) & 0xC0) == 0x80)
-        ++last;
-
     const auto shown = [&](std::size_t from, std::size_t to) {
         std::string part = line.substr(from, to - from);
         std::replace(part.begin(), part.end(), '\t', ' ');
         return printable(part);
     };
+    // A window on long lines, such as those with grids: more of what stands before the caret than behind it.
+    constexpr std::size_t around = 14; // columns of the line's number and of two ellipses
+    const std::size_t room = style.width - around, ahead_of_caret = room * 3 / 5;
+    std::size_t first = caret, last = caret;
+    for (std::size_t used = 0; first > 0; --first) {
+        const bool is_start = (static_cast<unsigned char>(line[first - 1]) & 0xC0) != 0x80;
+        used += is_start ? columns(shown(first - 1, std::min(first - 1 + sequence_length(line, first - 1), caret))) : 0;
+        if (used > ahead_of_caret)
+            break;
+    }
+    while (first < caret && (static_cast<unsigned char>(line[first]) & 0xC0) == 0x80)
+        ++first;
+    for (std::size_t used = columns(shown(first, caret)); last < line.size();) {
+        const std::size_t next = last + sequence_length(line, last);
+        used += columns(shown(last, next));
+        if (used > room)
+            break;
+        last = next;
+    }
+
     const std::string ahead = (first > 0 ? "..." : "") + shown(first, caret);
-    std::size_t indent = 0;
-    for (const char c : ahead)
-        indent += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
     const std::string number = std::to_string(spot.row);
     const std::string margin(number.size() < 5 ? 5 - number.size() : 0, ' ');
     return margin + style.faint(number + " |") + " " + ahead + shown(caret, last) + (last < line.size() ? "..." : "") +
-           "\n" + margin + std::string(number.size(), ' ') + style.faint(" |") + " " + std::string(indent, ' ') +
-           style.error("^") + "\n";
+           "\n" + margin + std::string(number.size(), ' ') + style.faint(" |") + " " +
+           std::string(columns(ahead), ' ') + style.error("^") + "\n";
 }
 
 Spot spot_of(const TiXmlNode &node)

@@ -62,6 +62,7 @@ public:
 
     // The message's body element: the root, or the first element in it when the root is called "body".
     TiXmlElement &body();
+    const TiXmlElement &body() const;
     const TiXmlDocument &tree() const
     {
         return tree_;

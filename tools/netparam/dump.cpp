@@ -45,7 +45,8 @@ void set_elements(Item &item, const char *at, std::size_t size, std::size_t coun
 int stored_count(const View &view, const Row &row)
 {
     const Row *count = count_of(view.table, row);
-    return count == nullptr ? -1 : std::clamp<int>(load<std::int32_t>(view.member(*count)), 0, row.size);
+    return count == nullptr ? -1
+                            : std::clamp<int>(load<std::int32_t>(view.member(*count)), 0, view.table.capacity(row));
 }
 
 // Only what has a direction to be crossed in is a line; all other points surround an area.

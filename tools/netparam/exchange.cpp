@@ -2,6 +2,7 @@
 #include "command_line.h"
 #include "report.h"
 #include "secrets.h"
+#include "svg.h"
 
 #include <net_public.h>
 
@@ -78,7 +79,7 @@ ExitCode refused(std::ostream &out, std::ostream &errors, const Session &session
     out.flush();
     note_ignored(errors, session, document, options);
     if (options.format == format_github)
-        annotate_refusal(errors, *session.trace(), document.name());
+        annotate_refusal(errors, session, document);
     else
         print_refusal(errors, session, document, options);
     print_log(errors, session, options.style);
@@ -110,6 +111,8 @@ ExitCode play(std::ostream &out, std::ostream &errors, const Options &options)
         note_ignored(errors, session, *document, options);
     }
     const std::vector<Item> items = payload_items(session, entry, options);
+    if (!options.picture.empty())
+        save_svg(items, title(entry, session), options.picture);
     out << options.style.heading("Payload, " + title(entry, session)) << '\n';
     print_items(out, items, options.style);
 
@@ -145,6 +148,7 @@ void add_exchange(CommandLine &line)
     CLI::App &verb =
         line.add_verb("exchange", "Plays a whole exchange: header, request, payload, reply", options, exchange);
     options->add_options(verb).add_flag("--full", options->full, "Do not shorten long texts");
+    options->add_picture(verb);
     options->add_format(verb, false);
     line.explain(verb,
                  "Texts are shown as the firmware would log them. Without a FILE the payload is what the initialiser "

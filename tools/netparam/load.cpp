@@ -166,20 +166,6 @@ std::uint32_t mask_of(const WordTable &words, const Json &value, const std::stri
     return mask;
 }
 
-// "crossline_2" is rule 2's code of the smart detections; "code 30" is any.
-bool alarm_code(const std::string &word, int &code)
-{
-    if (code_of(netpublic::alarm_types, word, code))
-        return true;
-    for (code = 0; code <= netpublic::alarm_type_last; ++code) {
-        time_section_t one = {};
-        alarm_in_add_event(&one, code);
-        if (alarm_types_of(one) == word)
-            return true;
-    }
-    return false;
-}
-
 time_section_t set_of(const Json &value, const std::string &path)
 {
     const std::string accepted = "any of these words, the smart detections also with _0 to _2: none, ";
@@ -188,7 +174,7 @@ time_section_t set_of(const Json &value, const std::string &path)
         int code;
         if (lower(word) == "none")
             continue;
-        if (!alarm_code(word, code))
+        if (!alarm_type_code(word, code))
             refuse_word(path, value, word, all_words(netpublic::alarm_types), accepted);
         alarm_in_add_event(&set, code);
     }
@@ -562,6 +548,20 @@ void load_rows(const View &view, const Json &object, const std::string &path)
 }
 
 } // namespace
+
+// "crossline_2" is rule 2's code of the smart detections; "code 3" is one without a word.
+bool alarm_type_code(const std::string &word, int &code)
+{
+    if (code_of(netpublic::alarm_types, word, code))
+        return true;
+    for (code = 0; code <= netpublic::alarm_type_last; ++code) {
+        time_section_t one = {};
+        alarm_in_add_event(&one, code);
+        if (lower(alarm_types_of(one)) == lower(word))
+            return true;
+    }
+    return false;
+}
 
 void load_record(const Table &table, void *record, const Json &object, const std::string &path)
 {

@@ -23,6 +23,9 @@ struct Misfit : std::runtime_error {
     }
 };
 
+// The code of an alarm type as alarm_types_of() spells it. False without one.
+bool alarm_type_code(const std::string &word, int &code);
+
 // Members that the object does not name keep what they hold; an array replaces its member as a whole.
 // Any number that fits the C type is taken: the message's writer decides about it. Throws a Misfit.
 void load_record(const netpublic::Table &table, void *record, const nlohmann::ordered_json &object,

@@ -146,7 +146,7 @@ ExitCode manual(std::ostream &out, std::ostream & /*errors*/, const ManualOption
         << escaped(options.line->app.get_description()) << ".\n"
         << escaped("A MESSAGE is named by its own name, as \"netparam list\" shows it, or by that of its initialiser, "
                    "parser, writer or root element. A FILE named - is standard input. Passwords, tokens, keys, "
-                   "signatures and codes are hidden in everything that is shown.\n")
+                   "signatures and codes are hidden, unless --show-secrets is given.\n")
         << ".PP\nEach verb takes " << bold("--help") << "; " << bold("netparam --version") << " prints the version.\n"
         << ".SH VERBS\n";
     for (const Verb &verb : verbs)

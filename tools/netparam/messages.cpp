@@ -124,7 +124,7 @@ std::string Entry::writer() const
 
 std::string Entry::root() const
 {
-    return writes() && message->written != nullptr ? message->written->text(message->written->root) : "";
+    return writes() && message->written != nullptr ? message->written->root() : "";
 }
 
 const netpublic::Table *Entry::table() const

@@ -2,6 +2,7 @@
 #include "command_line.h"
 #include "payload.h"
 #include "report.h"
+#include "svg.h"
 
 namespace netparam {
 namespace {
@@ -47,12 +48,13 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, const ParseOptions 
         save_bytes(session, options.bytes);
     const bool body_was_read = document == session.body_document();
     const std::vector<Item> items = body_was_read ? payload_items(session, entry, options) : std::vector<Item>();
+    if (body_was_read && !options.picture.empty())
+        save_svg(items, title(entry, session), options.picture);
 
     if (options.format == format_github) {
-        const std::string &path = body_was_read ? options.file : options.extension;
-        annotate_ignored(out, *session.trace(), path);
+        annotate_ignored(out, *session.trace(), document->name());
         if (!accepted)
-            annotate_refusal(out, *session.trace(), path);
+            annotate_refusal(out, session, *document);
         return accepted ? exit_ok : exit_refused;
     }
     if (options.json || options.format == format_json) {
@@ -95,6 +97,7 @@ void add_parse(CommandLine &line)
     options->add_options(verb).get_option("FILE")->required();
     options->add_format(verb, true);
     verb.add_flag("--json", options->json, "The same as --format json")->excludes("--format");
+    options->add_picture(verb);
     verb.add_option("--raw", options->bytes, "Also save the payload's bytes, as this machine's memory holds them")
         ->type_name("FILE");
     line.explain(verb,

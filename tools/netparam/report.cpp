@@ -73,25 +73,32 @@ void print_items(std::ostream &out, const std::vector<Item> &items, const Style 
     print_level(out, items, "", std::min(widest(items, ""), widest_column), style);
 }
 
+Refusal refusal_of(const Session &session, const Document &document)
+{
+    if (const Refusal *refusal = session.trace()->refusal())
+        return *refusal;
+    Refusal refusal;
+    refusal.spot = spot_of(document.body());
+    refusal.path = path_of(document.body());
+    refusal.reason = "the message as a whole is refused, although each of its elements was read";
+    return refusal;
+}
+
 void print_refusal(std::ostream &out, const Session &session, const Document &document, const Options &options)
 {
-    const Refusal *refusal = session.trace()->refusal();
+    const Refusal refusal = refusal_of(session, document);
     const Style &style = options.style;
-    if (refusal == nullptr) {
-        out << document.at({}) << ": " << style.error("refused:") << ' ' << as_a_whole << '\n';
-        return;
-    }
-    out << document.at(refusal->spot) << ": " << style.error("refused:") << ' ' << refusal->reason << '\n';
-    out << document.excerpt(refusal->spot, style, options.show_secrets);
-    out << "  element   " << refusal->path;
-    const std::string name = refusal->path.substr(refusal->path.rfind('/') + 1);
-    if (!refusal->key.empty() && name.substr(0, name.find('[')) != refusal->key)
-        out << "  (key " << refusal->key << ")";
+    out << document.at(refusal.spot) << ": " << style.error("refused:") << ' ' << refusal.reason << '\n';
+    out << document.excerpt(refusal.spot, style, options.show_secrets);
+    out << "  element   " << refusal.path;
+    const std::string name = refusal.path.substr(refusal.path.rfind('/') + 1);
+    if (!refusal.key.empty() && name.substr(0, name.find('[')) != refusal.key)
+        out << "  (key " << refusal.key << ")";
     out << '\n';
-    if (!refusal->read.empty())
-        out << "  read      " << refusal->read << '\n';
-    if (!refusal->accepted.empty())
-        out << "  accepted  " << refusal->accepted << '\n';
+    if (!refusal.read.empty())
+        out << "  read      " << refusal.read << '\n';
+    if (!refusal.accepted.empty())
+        out << "  accepted  " << refusal.accepted << '\n';
 }
 
 void print_unwritable(std::ostream &out, const Entry &entry, const std::vector<Item> &items, const Style &style)
@@ -129,12 +136,10 @@ void print_log(std::ostream &out, const Session &session, const Style &style)
 
 Json refusal_json(const Session &session, const Document &document)
 {
-    const Refusal *refusal = session.trace()->refusal();
-    if (refusal == nullptr)
-        return {{"file", document.name()}, {"reason", as_a_whole}};
-    return {{"file", document.name()},       {"line", refusal->spot.row}, {"column", refusal->spot.column},
-            {"element", refusal->path},      {"key", refusal->key},       {"read", refusal->read},
-            {"accepted", refusal->accepted}, {"reason", refusal->reason}};
+    const Refusal refusal = refusal_of(session, document);
+    return {{"file", document.name()},      {"line", refusal.spot.row}, {"column", refusal.spot.column},
+            {"element", refusal.path},      {"key", refusal.key},       {"read", refusal.read},
+            {"accepted", refusal.accepted}, {"reason", refusal.reason}};
 }
 
 Json ignored_json(const Trace &trace)

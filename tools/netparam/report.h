@@ -12,8 +12,8 @@ namespace netparam {
 // "path  value", drawings below.
 void print_items(std::ostream &out, const std::vector<Item> &items, const Style &style);
 
-// For a reading that failed although no element was to blame.
-constexpr char as_a_whole[] = "the message as a whole is refused, although each of its elements was read";
+// Of a reading that failed; of the message as a whole where no element was to blame.
+Refusal refusal_of(const Session &session, const Document &document);
 
 // "no key answers to it; did you mean enable?"
 std::string why_ignored(const Ignored &ignored);

@@ -129,10 +129,7 @@ bool code_of(const netpublic::WordTable &words, const std::string &text, int &co
 
 const Row *count_of(const Table &table, const Row &list)
 {
-    for (unsigned at = list.attached; at != 0; at = table.row(at).attached)
-        if (table.row(at).kind == Kind::count)
-            return &table.row(at);
-    return nullptr;
+    return table.attachment(list, Kind::count);
 }
 
 std::size_t capacity_of(const Table &table, unsigned index)
@@ -140,7 +137,7 @@ std::size_t capacity_of(const Table &table, unsigned index)
     const Row &row = table.row(index);
     const Detail &detail = table.detail(index);
     return row.kind == Kind::list || row.kind == Kind::int_items
-               ? row.size
+               ? static_cast<std::size_t>(table.capacity(row))
                : std::size_t{detail.dimensions[0]} * detail.dimensions[1];
 }
 

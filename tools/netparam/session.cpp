@@ -33,6 +33,12 @@ CLI::App &Options::add_options(CLI::App &verb)
     return verb;
 }
 
+void Options::add_picture(CLI::App &verb)
+{
+    verb.add_option("--svg", picture, "Also save the payload's grids, schedules, polygons and masks as a picture")
+        ->type_name("FILE");
+}
+
 void Options::add_format(CLI::App &verb, bool with_json)
 {
     std::vector<std::string> formats = {format_text};

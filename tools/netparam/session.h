@@ -21,6 +21,7 @@ struct Options {
     std::string message;
     std::string file;            // empty for none
     std::string extension;       // empty for none
+    std::string picture;         // the file for the drawings; empty for none
     std::string format = "text"; // of refusals and notes; see annotate.h
     bool json = false;
     bool show_secrets = false;
@@ -30,6 +31,8 @@ struct Options {
 
     // The arguments and options of every verb that plays an exchange.
     CLI::App &add_options(CLI::App &verb);
+    // --svg, for verbs that call it.
+    void add_picture(CLI::App &verb);
     // --format, for verbs that call it.
     void add_format(CLI::App &verb, bool with_json);
     // What the options alone cannot say; then the host answers as the device does. Fails with exit_usage.

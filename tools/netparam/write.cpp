@@ -1,4 +1,5 @@
 #include "command_line.h"
+#include "drawn.h"
 #include "load.h"
 #include "payload.h"
 #include "report.h"
@@ -8,6 +9,7 @@ namespace {
 
 struct WriteOptions : Options {
     std::string bytes; // file; empty for none
+    std::vector<std::string> drawings;
 };
 
 void print_misfit(std::ostream &errors, const std::string &file, const Misfit &misfit, const Style &style)
@@ -39,6 +41,15 @@ ExitCode write_body(std::ostream &out, std::ostream &errors, Session &session, c
     return exit_ok;
 }
 
+void load_drawing(const Session &session, const Entry &entry, Options options, const std::string &drawing)
+{
+    options.show_secrets = true;
+    const std::vector<Item> items = payload_items(session, entry, options);
+    nlohmann::ordered_json payload = to_json(items);
+    put_drawing(payload, items, drawing);
+    load_payload(session, entry, payload);
+}
+
 ExitCode write(std::ostream &out, std::ostream &errors, const WriteOptions &options)
 {
     options.settle();
@@ -56,6 +67,8 @@ ExitCode write(std::ostream &out, std::ostream &errors, const WriteOptions &opti
     session.prepare();
     try {
         load_payload(session, entry, read_payload(options.file, entry));
+        for (const std::string &drawing : options.drawings)
+            load_drawing(session, entry, options, drawing);
     } catch (const Misfit &misfit) {
         print_misfit(errors, file_name(options.file), misfit, options.style);
         return exit_refused;
@@ -71,15 +84,29 @@ void add_write(CommandLine &line)
 {
     const auto options = std::make_shared<WriteOptions>();
     options->style = line.style;
-    CLI::App &verb =
-        line.add_verb("write", "Builds a body from a payload in JSON; secrets stand in it as they are", options, write);
+    CLI::App &verb = line.add_verb("write", "Builds a body from a payload in JSON", options, write);
     options->add_options(verb)
         .get_option("FILE")
-        ->description("JSON of the payload, with the names that \"parse --json\" prints: its whole output or the "
-                      "payload alone; - is standard input. What it does not name stays as the initialiser leaves it")
+        ->description(
+            "JSON of the payload: the output of \"parse --json\" or its \"payload\" alone; - is standard input")
         ->required();
+    verb.add_option(
+            "--grid", options->drawings,
+            "A grid or schedule as \"parse\" draws it, read back in; which one, if there are several: PATH=FILE")
+        ->type_name("FILE")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     verb.add_option("--raw", options->bytes, "Also save the payload's bytes, as this machine's memory holds them")
         ->type_name("FILE");
+    line.explain(
+        verb,
+        "The names are those that \"parse --json\" prints. What the JSON does not name stays as the initialiser "
+        "leaves it; an array replaces the whole list or grid. Words stand for their codes, and so do the numbers "
+        "themselves; sets of words are texts joined by commas or arrays. A number that fits its member is taken, "
+        "even where the parser would refuse it: the message's writer decides. The body is printed as it is, "
+        "secrets and all, since it is meant to be sent.",
+        {"netparam parse md request.xml --json --show-secrets > payload.json",
+         "netparam write md payload.json > body.xml", "netparam write md payload.json --grid scope=grid.txt"});
 }
 
 } // namespace netparam

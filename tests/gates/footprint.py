@@ -1,0 +1,108 @@
+#!/usr/bin/env python3
+"""Where the bytes of the 32-bit library go: a row per object, then the sections of the stripped library.
+
+    footprint.py STRIP LIBRARY OBJECT_DIR
+
+Behind the table: the texts and limits that several tables keep by themselves, which cost less in common.h.
+"""
+import collections
+import pathlib
+import struct
+import subprocess
+import sys
+import tempfile
+
+import stack
+
+COLUMNS = ("code", "tables", "constants", "texts", "pointers")
+SOURCE = 12  # bytes of a Source; of a Table's head, too
+HAS_SOURCE, COMPLAINS = 0x2000, 0x8
+LIMITS = 0x7F  # no limits; below it, a row's column says which
+CONDITION = 21  # its column is no number of limits
+
+
+def terminated(data, at):
+    return data[at:data.index(b"\0", at)].decode()
+
+
+class Common:
+    """What common.h holds, as one of the objects has it."""
+
+    def __init__(self, objects):
+        self.texts = self.limits = 0
+        for path in objects:
+            for name, contents in stack.sections(path):
+                if name.endswith("common_textsE"):
+                    self.texts, = struct.unpack_from("<H", contents)
+                elif name.endswith("common_limitsE"):
+                    self.limits = len(contents) // 8
+
+
+def own_parts(table, common):
+    """The texts and limits that a table keeps by itself."""
+    start = stack.table_start(table)
+    _, flags, rows, _, refs, texts = struct.unpack_from("<IHBBHH", table, start)
+    keys, pairs = set(), set()
+    for row in range(rows):
+        first, second = struct.unpack_from("<II", table, start + SOURCE + 8 * row)
+        kind, key, limits = second & 0x1F, second >> 5 & 0x1FFF, second >> 25
+        if key >= common.texts and not first >> 18 & COMPLAINS:  # behind such a key stands the row's own line
+            keys.add(terminated(table, start + texts + key - common.texts))
+        if common.limits <= limits < LIMITS and kind != CONDITION:
+            pairs.add(struct.unpack_from("<ii", table, start + SOURCE + 8 * (rows + limits - common.limits)))
+    if flags & HAS_SOURCE:
+        keys |= {terminated(table, start + texts + text - common.texts)
+                 for text in struct.unpack_from("<4H", table) if text >= common.texts}
+    return keys, pairs
+
+
+def measure(path, common, seen, repeated):
+    sizes = collections.Counter()
+    for name, contents in stack.sections(path):
+        shared = "_ZN9netpublic" in name and "_GLOBAL__N_" not in name
+        if shared and name in seen:  # the linker keeps one of them
+            continue
+        seen.add(name)
+        if name.startswith(".rel.data.rel.ro"):
+            sizes["pointers"] += len(contents) // 8
+        elif name.startswith(".text"):
+            sizes["code"] += len(contents)
+        elif ".str1." in name:
+            sizes["texts"] += len(contents)
+        elif name.startswith((".rodata", ".data.rel.ro")):
+            is_table = "_ZN" in name and stack.is_message_table(contents)
+            sizes["tables" if is_table else "constants"] += len(contents)
+            if is_table:
+                for part in set().union(*own_parts(contents, common)):
+                    repeated[part] += 1
+    return sizes
+
+
+def library_sections(strip, library):
+    with tempfile.NamedTemporaryFile() as stripped:
+        subprocess.run([strip, "--strip-unneeded", "-o", stripped.name, library], check=True)
+        path = pathlib.Path(stripped.name)
+        return path.stat().st_size, [(name, len(contents)) for name, contents in stack.sections(path)]
+
+
+def main():
+    strip, library, directory = sys.argv[1:]
+    objects = sorted(pathlib.Path(directory).rglob("*.o"))
+    common, seen, repeated, total = Common(objects), set(), collections.Counter(), collections.Counter()
+    print(f"| {'object':24} |" + "".join(f" {column:>9} |" for column in COLUMNS))
+    print(f"|{'-' * 26}|" + "----------:|" * len(COLUMNS))
+    for path in objects:
+        sizes = measure(path, common, seen, repeated)
+        total += sizes
+        print(f"| {path.name[:-6]:24} |" + "".join(f" {sizes[column]:9} |" for column in COLUMNS))
+    print(f"| {'all':24} |" + "".join(f" {total[column]:9} |" for column in COLUMNS))
+    size, parts = library_sections(strip, library)
+    print("\n" + ", ".join(f"{name} {length}" for name, length in parts if length >= 256 and name != ".bss"))
+    print(f"{size} bytes stripped")
+    for part, tables in repeated.most_common():
+        if tables > 1:
+            print(f"not in common.h: {part!r}, kept by {tables} tables")
+
+
+if __name__ == "__main__":
+    main()

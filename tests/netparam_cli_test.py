@@ -1,0 +1,335 @@
+#!/usr/bin/env python3
+"""The inspector's command line: filter, check, formats of refusals, help, manual and completions.
+
+usage: netparam_cli_test.py PATH_OF_NETPARAM [unittest arguments]
+"""
+import json
+import os
+import pty
+import random
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+import netparam_test
+from netparam_test import EXAMPLES, MESSAGES, REQUEST, example, run
+
+
+def filtered(text, *arguments):
+    data = text if isinstance(text, bytes) else text.encode()
+    return subprocess.run([netparam_test.NETPARAM, "filter", *arguments], input=data, capture_output=True,
+                          timeout=60, check=True).stdout
+
+
+class Filter(unittest.TestCase):
+    def test_masks_elements_and_attributes(self):
+        for text, masked in (
+                ("12:00 <pass>a\xe9</pass> b", "12:00 <pass>***</pass> b"),
+                ("<key>\r\n  abc\n</key>", "<key>\r\n*****\n</key>"),
+                ("<refreshToken v='1'>x</refreshToken ><ip>1</ip><IP>2</IP>",
+                 "<refreshToken v='1'>*</refreshToken ><ip>*</ip><IP>*</IP>"),
+                ("<a token=\"s->t\" b='c' key = x pwd=''/>", "<a token=\"****\" b='c' key = * pwd=''/>"),
+                ("<key/>a<encodeType>b</encodeType></key>", "<key/>a<encodeType>b</encodeType></key>"),
+                ("<key><![CDATA[a</key>]]]>b</key>c", "<key>" + "*" * 21 + "</key>c"),
+                ("<key><!--</key>-->b</keys></key>c", "<key>" + "*" * 21 + "</key>c"),
+                # A log that was cut, or that was none.
+                ("<pwd>a\n<pwd>b</pwd> c", "<pwd>*\n******</pwd> c"), ("a < b <3 <x <key>s</key>", "a < b <3 <x <key>*</key>"),
+                ("<a token='b\n<a token='c d'>e<pwd>f</pwd>", "<a token='*\n**************>e<pwd>*</pwd>"),
+        ):
+            with self.subTest(text=text):
+                self.assertEqual(masked, filtered(text).decode())
+
+    def test_further_names(self):
+        self.assertEqual(b"<deviceName>***</deviceName><A DEVICENAME='*'/>",
+                         filtered("<deviceName>abc</deviceName><A DEVICENAME='d'/>", "--also", "devicename"))
+
+    def test_however_the_text_is_cut_into_pieces(self):
+        text = b"\xff\0x<pwd a='b'>s3</pwx></pw</pwd>y <a key=\"s3\"/><k><![CDATA[s3]]></k>\n"
+        whole = filtered(text)
+        self.assertTrue(whole.startswith(b"\xff\0x<pwd"))
+        self.assertNotIn(b"s3", whole)
+        for step in (1, 2, 3, 5):
+            process = subprocess.Popen([netparam_test.NETPARAM, "filter"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                       bufsize=0)
+            for at in range(0, len(text), step):
+                process.stdin.write(text[at:at + step])
+                if at == 0:  # a piece leaves before the next one comes
+                    got = os.read(process.stdout.fileno(), 1)
+            process.stdin.close()
+            got += process.stdout.read()
+            process.stdout.close()
+            process.wait()
+            self.assertEqual(whole, got)
+        # The tool reads 65,536 bytes at a time.
+        for before in range(65520, 65537):
+            self.assertNotIn(b"s3cr3t", filtered(b"." * before + b"<password>s3cr3t</password>"))
+
+    def test_masks_at_least_what_the_library_does(self):
+        names = ("password", "key", "authToken", "accessKey", "mac", "ip", "gateway", "mask", "dns1", "user", "Width")
+        generator = random.Random(7)
+
+        def element(around=()):
+            name = generator.choice([one for one in names if one not in around])
+            count = generator.randrange(3) if len(around) < 3 else 0
+            inside = "".join(element((*around, name)) for _ in range(count))
+            return f"<{name}>s{inside}t</{name}>" + generator.choice(("", " x", "\n", "<", "</", "a > b"))
+        for _ in range(30):
+            text = "".join(element() for _ in range(20))
+            kinds = ("password", "key", "authToken", "authSignature", "refreshToken", "accessToken", "clientSecret", "mac",
+                     "ip", "accessKey", "secretKey", "ipAddress", "macAddress", "gateway", "mask", "dns1", "dns2")
+            expected = text
+            for kind in kinds:
+                expected = re.sub(f"(<{kind}>)(.*?)(</{kind}>)",
+                                  lambda m: m[1] + "*" * len(m[2]) + m[3], expected, flags=re.DOTALL)
+            got = filtered(text).decode()
+            self.assertEqual(len(text), len(got))
+            for mine, library, byte in zip(got, expected, text):
+                if library == "*" and byte not in "*\n":
+                    self.assertEqual("*", mine)
+
+    def test_a_tag_that_is_never_closed_hides_only_so_much(self):
+        log = b"send <token> now\n" + b"a line of the log\n" * 2000
+        done = subprocess.run([netparam_test.NETPARAM, "filter"], input=log, capture_output=True, check=True)
+        hidden = (16 * 1024 - 5) // 18 + 1
+        self.assertEqual(b"send <token>****\n" + (b"*" * 17 + b"\n") * hidden + b"a line of the log\n" * (2000 - hidden),
+                         done.stdout)
+        self.assertIn(b"1 open tag has no close tag", done.stderr)
+        # A longer secret on one line stays hidden.
+        self.assertNotIn(b"s", filtered("<key>" + "s" * 100000).replace(b"<key>", b""))
+
+    def test_files(self):
+        done = run("filter", "no-such-file", REQUEST)
+        self.assertEqual((3, example(REQUEST)), (done.returncode, done.stdout))
+        self.assertEqual(2, run("filter", "--also", text="").returncode)
+
+
+class Folder(unittest.TestCase):
+    """A folder with one file of each sort."""
+    FILES = {
+        "good.xml": "<MD><width>5</width></MD>",
+        "inner/ignored.XML": "<MD>\n<enabel>1</enabel></MD>",
+        "inner/md.2.xml": "<Anything><width>5</width></Anything>",
+        "refused.xml": "<MD>\n\t<width>0</width></MD>",
+        "malformed.xml": "<MD>\n<width></MD>",
+        "stranger.xml": "<Stranger/>",
+        "several.xml": "<DownloadByTime/>",
+        "header.xml": "<Extension><channelId>3</channelId></Extension>",
+        "other.txt": "no XML",
+    }
+
+    def setUp(self):
+        self.folder = tempfile.mkdtemp()
+        self.addCleanup(shutil.rmtree, self.folder)
+        os.mkdir(os.path.join(self.folder, "inner"))
+        for name, text in self.FILES.items():
+            with open(os.path.join(self.folder, name), "w", encoding="utf-8") as file:
+                file.write(text)
+
+    def check(self, *arguments):
+        return run("check", *arguments, cwd=self.folder)
+
+    def test_results(self):
+        done = self.check(".", "--format", "json")
+        self.assertEqual(4, done.returncode)
+        report = json.loads(done.stdout)
+        self.assertEqual({"./good.xml": ("md", "accepted"), "./inner/ignored.XML": ("md", "accepted"),
+                          "./inner/md.2.xml": ("md", "accepted"), "./refused.xml": ("md", "refused"),
+                          "./malformed.xml": (None, "malformed"), "./stranger.xml": (None, "unknown"),
+                          "./several.xml": (None, "unknown"), "./header.xml": ("extension header", "accepted")},
+                         {file["file"]: (file["message"], file["result"]) for file in report["files"]})
+        self.assertEqual((8, 4, 1, 1, 2, 1), tuple(report["summary"][k] for k in (
+            "files", "accepted", "refused", "malformed", "unknown", "with ignored children")))
+
+    def test_exit_codes_by_severity(self):
+        for code, arguments in ((0, ("good.xml", "header.xml", "inner")), (1, ("inner", "--strict")),
+                                (2, ("good.xml", "stranger.xml")), (1, ("stranger.xml", "refused.xml")),
+                                (4, ("refused.xml", "malformed.xml")), (3, ("malformed.xml", "no-such-file")),
+                                (0, ("stranger.xml", "--message", "md")), (2, ("good.xml", "--message", "nosuch")), (2, ())):
+            with self.subTest(arguments=arguments):
+                done = self.check(*arguments)
+                self.assertEqual(code, done.returncode, done.stdout)
+        self.assertIn("2 files: 1 accepted, 1 refused\n", self.check("good.xml", "refused.xml").stdout.replace(
+            "; 1 written back", ""))
+
+    def test_chosen_by_pattern(self):
+        done = self.check("stranger.xml", "good.xml", "-v", "--message", "str*=md", "--message", "good.xml=user")
+        self.assertRegex(done.stdout, r"(?m)^accepted +md +stranger.xml$")
+        self.assertRegex(done.stdout, r"(?m)^refused +user +good.xml$")
+
+    def test_workflow_commands(self):
+        done = self.check("inner/ignored.XML", "refused.xml", "malformed.xml", "stranger.xml", "--format",
+                          "github-actions")
+        commands = done.stdout.splitlines()
+        self.assertEqual("::warning file=inner/ignored.XML,line=2,col=1,title=ignored::MD/enabel is ignored: no key "
+                         "answers to it; did you mean enable?", commands[0])
+        self.assertEqual("::error file=refused.xml,line=2,col=9,title=refused::MD/width: the number is out of range%0A"
+                         "read \"0\"%0Aaccepted a whole number from 1 to 155", commands[1])
+        self.assertRegex(commands[2], r"^::error file=malformed.xml,line=2,col=\d+,title=malformed::not well-formed")
+        self.assertRegex(commands[3], r"^::error file=stranger.xml,title=unknown::stranger.xml: no message is known")
+
+    def test_workflow_commands_are_escaped(self):
+        name = "50%,a:b.xml"
+        with open(os.path.join(self.folder, name), "w", encoding="utf-8") as file:
+            file.write("<MD><width>a:100%,&#10;</width></MD>")
+        done = run("parse", "md", name, "--format", "github-actions", cwd=self.folder)
+        self.assertEqual(1, done.returncode)
+        self.assertTrue(done.stdout.startswith("::error file=50%25%2Ca%3Ab.xml,line=1,col=12,title=refused::MD/width: "))
+        self.assertIn("read \"a:100%25,", done.stdout)
+        self.assertEqual(1, done.stdout.count("\n"))
+
+    def test_progress_on_a_terminal_only(self):
+        for index in range(1500):
+            shutil.copy(os.path.join(EXAMPLES, "support_16_channels.xml"), os.path.join(self.folder, f"s{index}.xml"))
+        master, slave = pty.openpty()
+        process = subprocess.Popen([netparam_test.NETPARAM, "check", self.folder], stdout=subprocess.DEVNULL, stderr=slave)
+        os.close(slave)
+        said = b""
+        try:
+            while data := os.read(master, 65536):
+                said += data
+        except OSError:  # the terminal's end of file
+            pass
+        os.close(master)
+        process.wait()
+        self.assertRegex(said, rb"\d+ of 1508  ")
+        self.assertTrue(said.endswith(b"\r"))
+        self.assertEqual("", self.check(".").stderr)
+
+
+class Formats(unittest.TestCase):
+    def test_every_verb_that_refuses(self):
+        text = "<MD><enabel/><width>0</width></MD>"
+        self.assertEqual(run("parse", "md", "-", "--json", text=text).stdout,
+                         run("parse", "md", "-", "--format", "json", text=text).stdout)
+        self.assertEqual(2, run("parse", "md", "-", "--format", "yaml", text=text).returncode)
+        done = run("parse", "md", "-", "--format", "github-actions", text=text)
+        self.assertEqual(["::warning title=ignored", "::error title=refused"],
+                         [line.rsplit("::", 1)[0] for line in done.stdout.splitlines()])
+        done = run("exchange", "md", "-", "--format", "github-actions", text=text)
+        self.assertEqual(1, done.returncode)
+        self.assertIn("::error title=refused::MD/width", done.stderr)
+
+    def test_failures_become_commands(self):
+        for code, arguments in ((2, ("nosuch", "-")), (3, ("md", "no-such-file")), (4, ("md", "-"))):
+            done = run("parse", *arguments, "--format", "github-actions", text="<MD")
+            self.assertEqual(code, done.returncode)
+            self.assertTrue(done.stdout.startswith("::error "), done.stdout)
+
+
+class RefusalKinds(unittest.TestCase):
+    """Every kind of row says where, what and why."""
+    # Example, text there, what to put in its place, reason, what is accepted.
+    KINDS = (
+        ("motion_request", "<width>60<", "<width>156<", "the number is out of range", "a whole number from 1 to 155"),
+        ("motion_request", "<enable>1<", "<enable>2<", "the number is out of range", "0 or 1"),
+        ("record_deletion", "<chnbits>9", "<chnbits>x", "this is no whole number", "a whole number of at most 20 char"),
+        ("video_standard", ">PAL<", ">PALL<", "no such word; did you mean \"PAL\"?", "one of these words: PAL, NTSC"),
+        ("file_search", "<recordType>", "<recordType>none,", "\"none\" cannot stand beside", "with any of: none, manual"),
+        ("track_limit", "left_limit.jpg", "l" * 200, "the text is too long: 200 characters", "a text of at most"),
+        ("cover_preview", "<frameNo>", "<frameNo>x", "this is no whole number", "of at most 12 characters, "),
+        ("video_standard", "<norm>", "<nrm>1</nrm><norm>", "no such child is accepted here", "norm"),
+        ("motion_request", "<columns>60</columns>", "", "the child \"columns\" is missing", "a whole number from 1 to"),
+        ("motion_request", "<width>60</width>", "<!--wid-->", "this is no element", "a whole number from 1 to 155"),
+        ("crossline_rules", "<x>", "<x/><x>", "the element has no text", "a number"),
+        ("ethernet", "<mac>0", "<mac>", "the message's own code refuses this text", "a text of 17 characters, such as"),
+        ("ptz_serial", "<baudRate>2400<", "<baudRate>2401<", "the number is out of range", "1200, 2400, 4800, 9600"),
+        ("osd_channel", "Gate (north)", "Gate|north", "own code refuses this text", "without any of $ & * /"),
+        ("ai_detect_area", "<width>", "<width>9", "the message as a whole is refused", None),
+    )
+
+    def test_each_kind(self):
+        for name, old, new, reason, accepted in self.KINDS:
+            text = example(name + ".xml")
+            with self.subTest(example=name, new=new[:30]):
+                self.assertIn(old, text)
+                done = run("parse", MESSAGES[name], "-", text=text.replace(old, new, 1))
+                self.assertEqual(1, done.returncode, done.stderr)
+                said = re.search(r"standard input:(\d+):\d+: refused: (.*)\n +(\d+) \| .*\n +\| +\^\n(?:  .*\n)+",
+                                 done.stderr)
+                self.assertIsNotNone(said, done.stderr)
+                self.assertEqual(said[1], said[3])
+                self.assertIn(reason, said[2])
+                self.assertIn("  element   ", said[0])
+                if accepted:
+                    self.assertRegex(said[0], "  accepted  .*" + re.escape(accepted))
+
+    def test_the_caret_stays_below(self):
+        for before in ("\t", "\xe9\t", "\u540d\u524d", "e\u0301", "<a b='" + "\u540d" * 100 + "'/>", "<a/>" * 500):
+            text = f"<?xml version='1.0' encoding='UTF-8'?>\n<MD><x>{before}</x><width>0</width>{'<b/>' * 100}</MD>"
+            with self.subTest(before=before[:9]):
+                lines = run("parse", "md", "-", text=text).stderr.split("refused:")[1].splitlines()
+                wide = {"\u540d": 2, "\u524d": 2, "\u0301": 0}
+                columns = sum(wide.get(c, 1) for c in lines[1].split("0</width>")[0])
+                self.assertEqual(columns, lines[2].index("^"))
+                self.assertLessEqual(sum(wide.get(c, 1) for c in lines[1]), 80)
+
+
+class CommandLine(unittest.TestCase):
+    def verbs(self):
+        return re.findall(r"^  ([a-z]+) ", run("--help").stdout.split("Verbs:")[1].split("Exit codes")[0], re.MULTILINE)
+
+    def test_help_of_each_verb(self):
+        self.assertGreater(len(self.verbs()), 4)
+        for verb in self.verbs():
+            with self.subTest(verb=verb):
+                done = run(verb, "--help")
+                self.assertEqual(0, done.returncode)
+                self.assertIn("\nExit codes:\n  0 ", done.stdout)
+                self.assertRegex(done.stdout, rf"\nExamples:\n(  .*\n)*  (.* )?netparam {verb}\b")
+                self.assertLessEqual(max(map(len, done.stdout.splitlines())), 80)
+
+    def test_version(self):
+        with open(os.path.join(netparam_test.HEADERS, "net_version.h"), encoding="utf-8") as header:
+            version = re.search(r'VERSION_STRING "([\d.]+)"', header.read())[1]
+        self.assertEqual(f"netparam {version}\n", run("--version").stdout)
+
+    def test_a_reader_that_has_seen_enough(self):
+        done = subprocess.run(["bash", "-c", 'trap "" PIPE; "$0" list | head -n 1', netparam_test.NETPARAM],
+                              capture_output=True, check=False)
+        self.assertEqual((b"", 1), (done.stderr, done.stdout.count(b"\n")))
+
+    def test_the_manual_tells_everything(self):
+        page = run("manual").stdout.replace("\\-", "-")
+        for verb in self.verbs():
+            self.assertIn(f".SS netparam {verb}\n", page)
+            for option in re.findall(r"--[a-z-]+", run(verb, "--help").stdout.split("Examples:")[0]):
+                self.assertIn(option, page)
+        for code in (0, 1, 2, 3, 4, 70):
+            self.assertIn(f"\n\\fB{code}\\fR\n", page)
+
+
+class Completions(unittest.TestCase):
+    def complete(self, *words):
+        script = (run("completion", "bash").stdout +
+                  'COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _netparam "$1"; printf "%s\\n" "${COMPREPLY[@]}"')
+        done = subprocess.run(["bash", "-c", script, "bash", netparam_test.NETPARAM, *words], capture_output=True,
+                              cwd=EXAMPLES, check=True, text=True)
+        self.assertEqual("", done.stderr)
+        return done.stdout.split()
+
+    def test_bash(self):
+        for words, some in ((("pa",), ["parse"]), (("--v",), ["--version"]), (("parse", "cover"), ["cover-preview"]),
+                            (("parse", "--form"), ["--format"]), (("parse", "--format", "j"), ["json"]),
+                            (("parse", "--format", "=", "j"), ["json"]), (("parse", "md", "motion_r"), [REQUEST]),
+                            (("parse", "--ext", "x", "md", "motion_r"), [REQUEST]), (("check", "a", "ntp.x"), ["ntp.xml"]),
+                            (("check", "--message", "cover"), ["cover-preview"]), (("parse", "--channels", ""), []),
+                            (("parse", "md", "--ext", "motion_e"), ["motion_extension.xml"]), (("nosuch", ""), [])):
+            with self.subTest(words=words):
+                self.assertEqual(some, self.complete(*words))
+        self.assertEqual(run("list", "--names").stdout.split(), self.complete("exchange", ""))
+
+    @unittest.skipUnless(shutil.which("zsh"), "no zsh")
+    def test_zsh_understands_its_own(self):
+        done = subprocess.run(["zsh", "-n"], input=run("completion", "zsh").stdout.encode(), capture_output=True,
+                              check=False)
+        self.assertEqual((0, b""), (done.returncode, done.stderr))
+
+
+if __name__ == "__main__":
+    if len(sys.argv) < 2:
+        sys.exit(__doc__)
+    netparam_test.NETPARAM = os.path.abspath(sys.argv.pop(1))
+    unittest.main()

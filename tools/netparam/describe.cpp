@@ -1,0 +1,264 @@
+#include "command_line.h"
+#include "facts.h"
+#include "reference.h"
+#include "rows.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+
+namespace netparam {
+namespace {
+
+using Json = nlohmann::ordered_json;
+using netpublic::Kind;
+using netpublic::Row;
+using netpublic::Table;
+using netpublic::Use;
+using netpublic::WordTable;
+
+struct DescribeOptions {
+    std::string message;
+    bool all = false, json = false, page = false, rows = false;
+    Style style;
+};
+
+// Backquotes are for the page alone.
+std::string plain(std::string text)
+{
+    text.erase(std::remove(text.begin(), text.end(), '`'), text.end());
+    return text;
+}
+
+struct Line {
+    std::string name, member, text;
+};
+
+void add_lines(std::vector<Line> &lines, const Table &table, const std::string &indent)
+{
+    for (const unsigned i : described_rows(table)) {
+        const Table *inner = inner_table(table, i);
+        const std::string type = type_of(table, i);
+        Line line;
+        line.name = indent + (table.row(i).kind == Kind::preset ? "-" : name_of(table, i));
+        line.member = type.empty() ? "" : type + " " + table.text(table.detail(i).member);
+        line.text = limits_text(table, i);
+        if (const WordTable *words = words_beside(table, i))
+            line.text += (line.text.empty() ? "words: " : ": ") + words_text(*words, is_mask(table, i));
+        for (const std::string &note : row_notes(table, i))
+            line.text += (line.text.empty() ? "" : "; ") + plain(note);
+        if (inner != nullptr && inner->written > 1)
+            line.text += "; written in this order: " + joined(written_order(*inner), ", ");
+        if (inner != nullptr)
+            for (const std::string &note : table_notes(*inner))
+                line.text += "; children: " + plain(note);
+        lines.push_back(line);
+        if (inner != nullptr)
+            add_lines(lines, *inner, indent + "  ");
+    }
+}
+
+void print_aside(std::ostream &out, const std::string &label, const std::string &text, std::size_t column,
+                 const Style &style)
+{
+    constexpr std::size_t least = 30;
+    const std::size_t room = style.width > column + least ? style.width - column : least;
+    std::string aligned = wrapped(text, room);
+    for (std::size_t at = 0; (at = aligned.find('\n', at)) != std::string::npos;)
+        aligned.insert(++at, std::string(column, ' '));
+    const std::size_t gap = label.size() + 2 <= column ? column - label.size() : 0;
+    out << label << (gap > 0 ? std::string(gap, ' ') : "\n" + std::string(column, ' ')) << aligned << '\n';
+}
+
+void print_table(std::ostream &out, const Table &table, const Style &style)
+{
+    std::vector<Line> lines;
+    add_lines(lines, table, "  ");
+    std::size_t column = 0;
+    for (const Line &line : lines)
+        column = std::max(column, line.name.size() + 2);
+    column = std::min<std::size_t>(column, 34);
+    out << '\n' << style.heading("Keys, in the order in which they are tried") << '\n';
+    for (const Line &line : lines)
+        print_aside(out, line.name, line.member + (line.member.empty() || line.text.empty() ? "" : ": ") + line.text,
+                    column, style);
+    if (table.written > 0) {
+        out << '\n' << style.heading("Written in this order") << '\n';
+        print_aside(out, "", joined(written_order(table), ", "), 2, style);
+    }
+}
+
+void print_message(std::ostream &out, const Entry &entry, const Style &style)
+{
+    constexpr std::size_t column = 14;
+    const Table *read = entry.message->read, *written = entry.message->written;
+    const auto line = [&](const char *label, const std::string &text) {
+        print_aside(out, std::string("  ") + label, plain(text), column, style);
+    };
+    out << style.heading(entry.name()) << '\n';
+    line("initialiser", entry.initialiser != nullptr ? entry.initialiser->name + (", id " + id_text(entry))
+                                                     : "none: the host prepares the envelope");
+    line("payload", (entry.table() != nullptr ? entry.table()->record + std::string(", ") : "") +
+                        std::to_string(entry.size()) + " bytes");
+    line("parser", !entry.parses()
+                       ? "none"
+                       : entry.parser() + (read != nullptr ? ": " + read_check(*read) : ": code of its own"));
+    line("writer", !entry.writes() ? "none"
+                                   : entry.writer() + (entry.root().empty() ? "" : ", root <" + entry.root() + ">") +
+                                         (written != nullptr ? ": " + write_check(*written) : ": code of its own"));
+    for (const Table *table : {read, read != written ? written : nullptr}) {
+        if (table == nullptr)
+            continue;
+        if (table == written && read != nullptr && read != written)
+            out << '\n' << style.heading("What is written") << '\n';
+        for (const std::string &note : table_notes(*table))
+            line("note", note);
+        print_table(out, *table, style);
+    }
+}
+
+Json words_json(const WordTable &words)
+{
+    Json list = Json::array();
+    for (const auto &entry : words)
+        list.push_back({{"code", entry.code},
+                        {"word", words.text(entry)},
+                        {"use", entry.use == Use::both   ? "both"
+                                : entry.use == Use::read ? "read"
+                                                         : "write"}});
+    return list;
+}
+
+Json plain_list(const std::vector<std::string> &texts)
+{
+    Json list = Json::array();
+    for (const std::string &text : texts)
+        list.push_back(plain(text));
+    return list;
+}
+
+Json table_json(const Table &table);
+
+Json row_json(const Table &table, unsigned index)
+{
+    const Row &row = table.row(index);
+    const std::string type = type_of(table, index);
+    Json json;
+    json["key"] = row.kind == Kind::preset ? Json() : Json(table.key(row));
+    json["kind"] = kind_name(row.kind);
+    if (!type.empty()) {
+        json["member"] = table.text(table.detail(index).member);
+        json["type"] = type;
+        json["offset"] = row.offset;
+        json["bytes"] = bytes_of(table, index);
+    }
+    json["read"] = index < table.keys;
+    json["written"] = is_in_order(table, index);
+    json["required"] = (row.flags & netpublic::row_required) != 0;
+    if (row.kind == Kind::integer && (row.flags & netpublic::row_checked) != 0)
+        json["range"] = {table.limit(row.limits).low, table.limit(row.limits).high};
+    if (row.kind == Kind::text || row.kind == Kind::counted_text || row.kind == Kind::word || row.kind == Kind::mask ||
+        row.kind == Kind::events)
+        json["longest"] = table.limit(row.limits).low;
+    if (row.kind == Kind::int_list)
+        json["longest"] = netpublic::longest_int_list;
+    if (row.kind == Kind::list || row.kind == Kind::int_items)
+        json["capacity"] = table.capacity(row);
+    json["accepts"] = plain(limits_text(table, index));
+    if (const WordTable *words = words_beside(table, index))
+        json["words"] = words_json(*words);
+    json["notes"] = plain_list(row_notes(table, index));
+    if (const Table *inner = inner_table(table, index))
+        json["record"] = table_json(*inner);
+    return json;
+}
+
+Json table_json(const Table &table)
+{
+    Json json = {{"type", table.record}, {"size", table.record_size}, {"notes", plain_list(table_notes(table))}};
+    Json rows = Json::array();
+    for (const unsigned i : described_rows(table))
+        rows.push_back(row_json(table, i));
+    json["keys"] = rows;
+    json["order"] = written_order(table);
+    return json;
+}
+
+Json message_json(const Entry &entry)
+{
+    const auto optional = [](const std::string &text) { return text.empty() ? Json() : Json(text); };
+    const Table *read = entry.message->read, *written = entry.message->written;
+    Json json;
+    json["name"] = entry.name();
+    json["id"] = id_text(entry) == "-" ? Json() : Json(entry.initialiser->id);
+    json["size"] = entry.size();
+    json["initialiser"] = optional(entry.initialiser != nullptr ? entry.initialiser->name : "");
+    json["parser"] = optional(entry.parser());
+    json["writer"] = optional(entry.writer());
+    json["root"] = optional(entry.root());
+    json["read_check"] = read != nullptr ? Json(plain(read_check(*read))) : Json();
+    json["write_check"] = written != nullptr ? Json(plain(write_check(*written))) : Json();
+    // One table for both directions stands under "read" alone.
+    json["read"] = read != nullptr ? table_json(*read) : Json();
+    json["written"] = written != nullptr && written != read ? table_json(*written) : Json();
+    return json;
+}
+
+ExitCode describe(std::ostream &out, std::ostream & /*errors*/, const DescribeOptions &options)
+{
+    if (options.all == !options.message.empty())
+        throw Failure(exit_usage, "describe needs a MESSAGE or --all, not both");
+    if (options.page) {
+        print_page(out);
+        return exit_ok;
+    }
+    if (options.rows) {
+        print_rows(out);
+        return exit_ok;
+    }
+    std::vector<const Entry *> wanted;
+    if (!options.all)
+        wanted.push_back(&find_message(options.message));
+    else
+        for (const Entry &entry : entries())
+            if (entry.message != nullptr)
+                wanted.push_back(&entry);
+    Json list = Json::array();
+    for (const Entry *entry : wanted) {
+        if (options.json)
+            list.push_back(message_json(*entry));
+        else
+            print_message(out << (entry == wanted.front() ? "" : "\n\n"), *entry, options.style);
+    }
+    if (options.json)
+        out << (options.all ? list : list.front()).dump(2) << '\n';
+    return exit_ok;
+}
+
+} // namespace
+
+void add_describe(CommandLine &line)
+{
+    const auto options = std::make_shared<DescribeOptions>();
+    options->style = line.style;
+    CLI::App &verb =
+        line.add_verb("describe", "What a message's keys accept, and how it is written", options, describe);
+    verb.add_option("MESSAGE", options->message,
+                    "Its name, or that of its initialiser, parser, writer or root element; see \"netparam list\"");
+    CLI::Option *all = verb.add_flag("--all", options->all, "All messages");
+    CLI::Option *json = verb.add_flag("--json", options->json, "As JSON");
+    CLI::Option *page = verb.add_flag("--markdown", options->page, "All messages as a page in Markdown")->needs(all);
+    verb.add_flag("--rows", options->rows, "All tables, a line a row, for comparisons")
+        ->needs(all)
+        ->excludes(json)
+        ->excludes(page);
+    page->excludes(json);
+    line.explain(
+        verb,
+        "Shows what the tables say: keys, members, ranges, words, the order in which the children are written, "
+        "and what is unusual. What a message's own code does is not in the tables, and is said to be so.",
+        {"netparam describe md", "netparam describe md --json | jq '.read.keys[].key'",
+         "netparam describe --all --markdown > messages.md"});
+}
+
+} // namespace netparam

@@ -1,0 +1,20 @@
+// Drawings of cells as text, read back in.
+#ifndef NETPARAM_DRAWN_H
+#define NETPARAM_DRAWN_H
+
+#include "item.h"
+
+#include <string>
+#include <vector>
+
+namespace netparam {
+
+// Puts the drawing in a file into a payload's JSON. `argument` is "PATH=FILE", or FILE alone where only one
+// value is drawn like that; `items` is the payload that `payload` was made of. The drawing is what "parse"
+// prints, however far it is indented. Fails with exit_usage, exit_file, and exit_malformed when the drawing
+// does not fit.
+void put_drawing(nlohmann::ordered_json &payload, const std::vector<Item> &items, const std::string &argument);
+
+} // namespace netparam
+
+#endif

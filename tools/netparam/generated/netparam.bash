@@ -1,0 +1,140 @@
+# bash completion for netparam; made by "netparam completion bash".
+
+_netparam_reply() # WORDS
+{
+    mapfile -t COMPREPLY < <(compgen -W "$1" -- "$cur")
+}
+
+_netparam_files()
+{
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -f -- "$cur")
+}
+
+_netparam()
+{
+    local cur=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} program=${1/#\~\//$HOME/}
+    local verb='' place=0 i word valued='' options=''
+    # The shell makes "--option=value" three words.
+    if [[ $cur == = ]]; then
+        cur=
+    elif [[ $before == = ]]; then
+        before=${COMP_WORDS[COMP_CWORD - 2]}
+    fi
+    COMPREPLY=()
+    for ((i = 1; i < COMP_CWORD; i++)); do
+        word=${COMP_WORDS[i]}
+        if [[ -z $verb ]]; then
+            [[ $word == -* ]] && continue
+            verb=$word
+            case $verb in
+            list)
+                options='-h --help --json --names'
+                valued='  '
+                ;;
+            parse)
+                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --format --json --svg --raw'
+                valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --format --svg --raw '
+                ;;
+            exchange)
+                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --full --svg --format'
+                valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --svg --format '
+                ;;
+            write)
+                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --grid --raw'
+                valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --grid --raw '
+                ;;
+            diff)
+                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --json'
+                valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country '
+                ;;
+            check)
+                options='-h --help --message --format --strict -v --verbose --ext --show-secrets --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone'
+                valued=' --message --format --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country '
+                ;;
+            filter)
+                options='-h --help --also'
+                valued=' --also '
+                ;;
+            *) return ;;
+            esac
+        elif [[ $valued == *" $word "* ]]; then
+            ((i++))
+            [[ ${COMP_WORDS[i]} == = ]] && ((i++))
+        elif [[ $word != -?* ]]; then
+            ((place++))
+        fi
+    done
+    if [[ -z $verb ]]; then
+        _netparam_reply 'list parse exchange write diff check filter --version -h --help'
+        return
+    fi
+    case $verb,$before in
+    parse,--ext) _netparam_files ;;
+    parse,--channels) : ;;
+    parse,--alarm-inputs) : ;;
+    parse,--alarm-outputs) : ;;
+    parse,--type) : ;;
+    parse,--display-type) : ;;
+    parse,--country) : ;;
+    parse,--format) _netparam_reply 'text json github-actions' ;;
+    parse,--svg) _netparam_files ;;
+    parse,--raw) _netparam_files ;;
+    exchange,--ext) _netparam_files ;;
+    exchange,--channels) : ;;
+    exchange,--alarm-inputs) : ;;
+    exchange,--alarm-outputs) : ;;
+    exchange,--type) : ;;
+    exchange,--display-type) : ;;
+    exchange,--country) : ;;
+    exchange,--svg) _netparam_files ;;
+    exchange,--format) _netparam_reply 'text github-actions' ;;
+    write,--ext) _netparam_files ;;
+    write,--channels) : ;;
+    write,--alarm-inputs) : ;;
+    write,--alarm-outputs) : ;;
+    write,--type) : ;;
+    write,--display-type) : ;;
+    write,--country) : ;;
+    write,--grid) _netparam_files ;;
+    write,--raw) _netparam_files ;;
+    diff,--ext) _netparam_files ;;
+    diff,--channels) : ;;
+    diff,--alarm-inputs) : ;;
+    diff,--alarm-outputs) : ;;
+    diff,--type) : ;;
+    diff,--display-type) : ;;
+    diff,--country) : ;;
+    check,--message) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
+    check,--format) _netparam_reply 'text json github-actions' ;;
+    check,--ext) _netparam_files ;;
+    check,--channels) : ;;
+    check,--alarm-inputs) : ;;
+    check,--alarm-outputs) : ;;
+    check,--type) : ;;
+    check,--display-type) : ;;
+    check,--country) : ;;
+    filter,--also) : ;;
+    esac
+    [[ $valued == *" $before "* ]] && return
+    if [[ $cur == -?* || $cur == - ]]; then
+        _netparam_reply "$options"
+        return
+    fi
+    case $verb,$place in
+    list,0) : ;;
+    parse,0) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
+    parse,1) _netparam_files ;;
+    exchange,0) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
+    exchange,1) _netparam_files ;;
+    write,0) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
+    write,1) _netparam_files ;;
+    diff,0) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
+    diff,1) _netparam_files ;;
+    diff,2) _netparam_files ;;
+    check,*) _netparam_files ;;
+    filter,*) _netparam_files ;;
+    esac
+}
+
+complete -F _netparam netparam

@@ -1,0 +1,378 @@
+#include "reference.h"
+
+#include "facts.h"
+#include "rows.h"
+#include "text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+#include <set>
+
+namespace netparam {
+namespace {
+
+using netpublic::Kind;
+using netpublic::Table;
+using netpublic::WordTable;
+
+std::vector<const Table *> tables_of(const Entry &entry)
+{
+    std::vector<const Table *> tables;
+    if (entry.message->read != nullptr)
+        tables.push_back(entry.message->read);
+    if (entry.message->written != nullptr && entry.message->written != entry.message->read)
+        tables.push_back(entry.message->written);
+    return tables;
+}
+
+std::vector<const Entry *> messages()
+{
+    std::vector<const Entry *> found;
+    for (const Entry &entry : entries())
+        if (entry.message != nullptr)
+            found.push_back(&entry);
+    std::sort(found.begin(), found.end(), [](const Entry *a, const Entry *b) { return a->name() < b->name(); });
+    return found;
+}
+
+// Every table once, with its first path as a name, and how often rows refer to it and to word lists.
+class Survey {
+public:
+    Survey()
+    {
+        for (const Entry *entry : messages())
+            for (const Table *table : tables_of(*entry)) {
+                ++uses_[table];
+                visit(*table, entry->name() + (table != entry->message->read && entry->parses() ? "(written)" : ""));
+            }
+    }
+    const std::vector<const Table *> &tables() const
+    {
+        return order_;
+    }
+    const std::string &path(const Table &table) const
+    {
+        return paths_.at(&table);
+    }
+    int uses(const Table &table) const
+    {
+        return uses_.at(&table);
+    }
+    int uses(const WordTable &words) const
+    {
+        return word_uses_.at(&words);
+    }
+    const std::vector<const WordTable *> &words() const
+    {
+        return word_order_;
+    }
+    // Of the key that first uses them.
+    const std::string &words_key(const WordTable &words) const
+    {
+        return word_keys_.at(&words);
+    }
+
+private:
+    void visit(const Table &table, const std::string &path)
+    {
+        if (!paths_.emplace(&table, path).second)
+            return;
+        order_.push_back(&table);
+        for (const unsigned i : described_rows(table)) {
+            const std::string key = name_of(table, i);
+            if (const WordTable *words = words_beside(table, i)) {
+                if (++word_uses_[words] == 1)
+                    word_order_.push_back(words);
+                word_keys_.emplace(words, key);
+            }
+            if (const Table *inner = inner_table(table, i)) {
+                ++uses_[inner];
+                visit(*inner, path + "/" + key);
+            }
+        }
+    }
+
+    std::map<const Table *, std::string> paths_;
+    std::map<const Table *, int> uses_;
+    std::map<const WordTable *, int> word_uses_;
+    std::map<const WordTable *, std::string> word_keys_;
+    std::vector<const Table *> order_;
+    std::vector<const WordTable *> word_order_;
+};
+
+std::string cell(const std::string &text)
+{
+    std::string out;
+    for (const char c : text) {
+        if (c == '<')
+            out += "&lt;";
+        else if (c == '|' || c == '*' || c == '_' || (c == '\\'))
+            out += std::string("\\") + c;
+        else
+            out += c;
+    }
+    return out;
+}
+
+// Code stays as it is, but for what ends a table's cell.
+std::string code(const std::string &text)
+{
+    return text.empty() ? "" : "`" + text + "`";
+}
+
+// Texts with `code` in them.
+std::string prose(const std::string &text)
+{
+    std::string out, part;
+    bool in_code = false;
+    for (const char c : text + '`')
+        if (c == '`') {
+            out += in_code ? code(part) : cell(part);
+            part.clear();
+            in_code = !in_code;
+        } else {
+            part += c;
+        }
+    return out;
+}
+
+std::string in_code(const std::vector<std::string> &keys)
+{
+    std::vector<std::string> texts;
+    texts.reserve(keys.size());
+    for (const std::string &key : keys)
+        texts.push_back(code(key));
+    return joined(texts, ", ");
+}
+
+constexpr char introduction[] = R"(# The messages
+
+What the library reads and writes, message by message, as its tables say it. This page is made from them:
+`netparam describe --all --markdown`; `netparam describe MESSAGE` shows one message alone.
+
+## How to read this page
+
+- **Key** is the name of a child element; `list/item` is a child of a child. The keys stand in the order in which
+  they are tried. The order in which children arrive in a body does not matter, unless a note says so.
+- **A child answers to the first key that begins with its name**, case aside: `<STAT>` is read as `state` when no
+  earlier key begins with "stat", and `<s>` as the first key with an "s" in front. A longer name than the key
+  answers to nothing. Where an earlier key begins with the whole name of a later one, the earlier one takes the
+  child; a note at the later one says so. Children that answer to no key have no effect, unless a note says so.
+- **Member** is the C type and name in the structure, whose name stands in the heading's first line.
+- **Accepts** is what can be read; anything else refuses the message. Plain whole numbers have at most 12
+  characters, a sign included. Words are compared as a whole, case aside, unless a note says otherwise; the number
+  in front of a word is what the member then holds. Texts that are too long are refused, never cut.
+- **Code of its own**: the table does not say what the message's own code does with the element.
+- Sizes are those of 64-bit and 32-bit machines alike, unless a structure holds pointers.
+- `dataSize` is the envelope's; the initialiser sets it. "Host" messages have no initialiser: the host prepares the
+  envelope, with a zeroed payload of that size.
+- Every parser and writer fails without envelope, payload, or element.
+)";
+
+class Page {
+public:
+    explicit Page(std::ostream &out) : out_(out) {}
+
+    void print()
+    {
+        name_shared();
+        out_ << introduction;
+        print_index();
+        out_ << "\n# Messages\n";
+        for (const Entry *entry : messages())
+            print_message(*entry);
+        out_ << "\n# Shared records\n";
+        for (const Table *table : survey_.tables())
+            if (const auto found = names_.find(table); found != names_.end()) {
+                out_ << "\n## Record " << found->second << "\n\n"
+                     << code(table->record) << ", " << table->record_size << " bytes.";
+                print_record(*table, "");
+            }
+        out_ << "\n# Shared word lists\n";
+        for (const WordTable *words : survey_.words())
+            if (const auto found = word_names_.find(words); found != word_names_.end())
+                out_ << "\n## Words " << found->second << "\n\n"
+                     << cell(words_text(*words, mask_words_.at(words))) << ".\n";
+    }
+
+private:
+    template <class Key> void give_name(std::map<const Key *, std::string> &names, const Key &key, std::string name)
+    {
+        int number = 1;
+        const std::string plain = name;
+        while (!taken_.insert(name).second)
+            name = plain + "-" + std::to_string(++number);
+        names[&key] = name;
+    }
+
+    void name_shared()
+    {
+        constexpr unsigned least_rows = 2, least_words = 9;
+        std::set<const Table *> roots;
+        for (const Entry *entry : messages())
+            for (const Table *table : tables_of(*entry))
+                roots.insert(table);
+        for (const Table *table : survey_.tables()) {
+            if (survey_.uses(*table) > 1 && table->rows >= least_rows && roots.count(table) == 0)
+                give_name(names_, *table, table->record);
+            for (const unsigned i : described_rows(*table))
+                if (const WordTable *words = words_beside(*table, i))
+                    mask_words_[words] = is_mask(*table, i);
+        }
+        for (const WordTable *words : survey_.words())
+            if (survey_.uses(*words) > 1 && words->count >= least_words)
+                give_name(word_names_, *words, survey_.words_key(*words));
+    }
+
+    // As the usual renderers make it of a heading.
+    static std::string anchor(const std::string &heading)
+    {
+        std::string text = lower(heading);
+        std::replace(text.begin(), text.end(), ' ', '-');
+        return "#" + text;
+    }
+
+    void print_index()
+    {
+        out_ << "\n## Index\n\n| Message | Id | Bytes | Directions | Initialiser |\n|---|--:|--:|---|---|\n";
+        std::vector<std::string> alone;
+        for (const Entry &entry : entries())
+            if (entry.message == nullptr)
+                alone.emplace_back(entry.initialiser->name);
+        for (const Entry *entry : messages())
+            out_ << "| [" << entry->name() << "](" << anchor(entry->name()) << ") | " << id_text(*entry) << " | "
+                 << entry->size() << " | " << entry->directions() << " | "
+                 << (entry->initialiser != nullptr ? code(entry->initialiser->name) : "the host prepares it") << " |\n";
+        out_ << "\nInitialisers without parser and writer: " << in_code(alone) << ".\n";
+    }
+
+    void print_message(const Entry &entry)
+    {
+        const Table *read = entry.message->read, *written = entry.message->written;
+        out_ << "\n## " << entry.name() << "\n\n";
+        if (entry.initialiser != nullptr)
+            out_ << code(entry.initialiser->name) << ", id " << id_text(entry) << ", ";
+        else
+            out_ << "Host message, ";
+        if (entry.table() != nullptr)
+            out_ << code(entry.table()->record) << ", ";
+        out_ << entry.size() << " bytes.\n\n";
+        if (entry.parses())
+            out_ << "- Read by " << code(entry.parser())
+                 << (read != nullptr ? ": " + prose(read_check(*read)) : ", code of its own") << ".\n";
+        if (entry.writes())
+            out_ << "- Written by " << code(entry.writer()) << (entry.root().empty() ? "" : " as " + code(entry.root()))
+                 << (written != nullptr ? ": " + prose(write_check(*written)) : ", code of its own") << ".\n";
+        if (read != nullptr)
+            print_record(*read, "");
+        if (written != nullptr && written != read) {
+            if (read != nullptr)
+                out_ << "\nWhat is written:";
+            print_record(*written, "");
+        }
+    }
+
+    void print_record(const Table &table, const std::string &path)
+    {
+        std::vector<std::string> notes = table_notes(table);
+        for (const std::string &note : notes)
+            out_ << (&note == &notes.front() ? "\n\n- " : "- ") << static_cast<char>(std::toupper(note.front()))
+                 << prose(note.substr(1)) << ".\n";
+        if (table.written > 0)
+            out_ << (notes.empty() ? "\n\n" : "") << "- Written in this order: " << in_code(written_order(table))
+                 << ".\n";
+        out_ << "\n| Key | Member | Accepts | Notes |\n|---|---|---|---|\n";
+        print_level(table, path);
+    }
+
+    void print_level(const Table &table, const std::string &path)
+    {
+        for (const unsigned i : described_rows(table)) {
+            const std::string name = name_of(table, i);
+            const Table *inner = inner_table(table, i);
+            const WordTable *words = words_beside(table, i);
+            const bool is_key = table.row(i).kind != Kind::preset;
+            std::string accepts = prose(limits_text(table, i));
+            std::vector<std::string> notes = row_notes(table, i);
+            if (words != nullptr) {
+                const auto found = word_names_.find(words);
+                accepts += (accepts.empty() ? "" : ": ") +
+                           (found != word_names_.end()
+                                ? "[words " + cell(found->second) + "](" + anchor("words " + found->second) + ")"
+                                : cell(words_text(*words, is_mask(table, i))));
+            }
+            const auto shared = inner != nullptr ? names_.find(inner) : names_.end();
+            if (shared != names_.end())
+                accepts += (accepts.empty() ? "[record " : " of [record ") + cell(shared->second) + "](" +
+                           anchor("record " + shared->second) + ")";
+            else if (inner != nullptr)
+                for (const std::string &note : table_notes(*inner))
+                    notes.push_back("children: " + note);
+            if (inner != nullptr && shared == names_.end() && inner->written > 1)
+                notes.push_back("written in this order: `" + joined(written_order(*inner), "`, `") + "`");
+            const std::string type = type_of(table, i), member = table.text(table.detail(i).member);
+            out_ << "| " << (is_key ? code(path + name) : "") << " | "
+                 << code(type + (type.empty() ? "" : " ") + member) << " | " << accepts << " | "
+                 << prose(joined(notes, "; ")) << " |\n";
+            if (inner != nullptr && shared == names_.end())
+                print_level(*inner, path + name + "/");
+        }
+    }
+
+    std::ostream &out_;
+    Survey survey_;
+    std::map<const Table *, std::string> names_;
+    std::map<const WordTable *, std::string> word_names_;
+    std::map<const WordTable *, bool> mask_words_;
+    std::set<std::string> taken_;
+};
+
+void print_table_rows(std::ostream &out, const Survey &survey, const Table &table)
+{
+    out << '\n' << survey.path(table) << ": " << table.record << ", " << table.record_size << " bytes";
+    if (*table.parser() != '\0')
+        out << "; parser " << table.parser() << ", " << read_check(table);
+    if (*table.writer() != '\0')
+        out << "; writer " << table.writer() << ", root " << table.root() << ", " << write_check(table);
+    for (const std::string &note : table_notes(table))
+        out << "; " << note;
+    if ((table.flags & netpublic::table_unknown) != 0)
+        out << " as " << in_quotes(table.unknown());
+    out << '\n';
+    for (const unsigned i : described_rows(table)) {
+        const netpublic::Row &row = table.row(i);
+        out << "  " << name_of(table, i) << " | " << kind_name(row.kind) << " | ";
+        if (const std::string type = type_of(table, i); !type.empty())
+            out << row.offset << '+' << bytes_of(table, i) << ' ' << type << ' ' << table.text(table.detail(i).member);
+        out << " | " << limits_text(table, i);
+        if (const WordTable *words = words_beside(table, i))
+            out << ": " << words_text(*words, is_mask(table, i));
+        if (const Table *inner = inner_table(table, i))
+            out << " -> " << survey.path(*inner);
+        for (const std::string &note : row_notes(table, i))
+            out << "; " << note;
+        out << '\n';
+    }
+    if (table.written > 0)
+        out << "  written: " << joined(written_order(table), ", ") << '\n';
+}
+
+} // namespace
+
+void print_page(std::ostream &out)
+{
+    Page(out).print();
+}
+
+void print_rows(std::ostream &out)
+{
+    const Survey survey;
+    out << "Every table under the path at which the messages first use it; a row is: key | kind | offset+bytes, C "
+           "type\n"
+           "and member | what is accepted, the words, -> the table of its records, what is unusual.\n";
+    for (const Table *table : survey.tables())
+        print_table_rows(out, survey, *table);
+}
+
+} // namespace netparam
