@@ -201,6 +201,8 @@ section_golden() {
         check_golden $generated/_netparam $netparam completion zsh
     fi
     check_golden installed.txt installed_tree build/release
+    check_golden tables.txt build/release/tools/netparam/netparam describe --all --rows
+    check_golden docs/messages.md build/release/tools/netparam/netparam describe --all --markdown
     check_golden layout-x86_64.txt python3 $gates/layout.py x86_64-linux-gnu netpublic/include
     check_golden layout-armhf.txt python3 $gates/layout.py arm-linux-gnueabihf netpublic/include
 }

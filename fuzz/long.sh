@@ -108,9 +108,11 @@ share=$((seconds * jobs / ${#names[@]}))
 slice=$((share < longest_turn ? share : longest_turn))
 [ "$slice" -gt 0 ] || slice=1
 
+first_round=yes
 while [ "$stopping" = no ] && [ "$SECONDS" -lt "$end" ]; do
     for index in "${!names[@]}"; do
         left=$((end - SECONDS))
+        [ "$left" -gt 0 ] || [ "$first_round" = no ] || left=1 # every target has a turn
         { [ "$stopping" = no ] && [ "$left" -gt 0 ]; } || break
         turn "${names[$index]}" "${lengths[$index]}" $((left < slice ? left : slice)) &
         pids+=($!)
@@ -123,6 +125,7 @@ while [ "$stopping" = no ] && [ "$SECONDS" -lt "$end" ]; do
             pids=("${running[@]}")
         fi
     done
+    first_round=no
 done
 for pid in "${pids[@]}"; do
     while kill -0 "$pid" 2>/dev/null; do

@@ -94,7 +94,7 @@ Place Table::place() const
 namespace {
 
 constexpr std::size_t longest_exact_name = 31;
-constexpr int likely_rows = 32; // tried before all keys are
+constexpr int likely_rows = 6; // tried before all keys are
 
 template <class Type> Type &member(void *record, const Row &row)
 {
@@ -421,12 +421,13 @@ unsigned place_behind(const Table &table, unsigned index, unsigned place)
 // The row that the child answers to, or no_row. Children usually arrive in the order in which they are
 // written, with some left out: a child that bears the full name of the row at the likely place, or at one of
 // those behind it, answers to no other; and to none at all if that row is only written.
+// Behind the places of the written order stand the keys as they are tried, for what is not written.
 unsigned match(const Table &table, const TiXmlNode *child, unsigned &likely)
 {
     const char *name = child->Value();
     const unsigned places = table.places();
-    for (unsigned place = likely; place < places && place < likely + likely_rows; ++place) {
-        const unsigned index = table.ordered(place);
+    for (unsigned place = likely; place < places + table.keys && place < likely + likely_rows; ++place) {
+        const unsigned index = place < places ? table.ordered(place) : place - places;
         const Row &row = table.row(index);
         const char *key = table.key(row);
         if (*name == *key && (row.flags & row_shadowed) == 0 && std::strcmp(name, key) == 0) {
@@ -438,8 +439,8 @@ unsigned match(const Table &table, const TiXmlNode *child, unsigned &likely)
     unsigned place = 0;
     while (place < places && table.ordered(place) != index)
         ++place;
-    if (place < places)
-        likely = place_behind(table, index, place);
+    if (index != no_row)
+        likely = place_behind(table, index, place < places ? place : places + index);
     return index;
 }
 

@@ -63,6 +63,8 @@ void annotate_ignored(std::ostream &out, const Trace &trace, const std::string &
 {
     for (const Ignored &ignored : trace.ignored())
         annotate(out, "warning", path, ignored.spot, "ignored", ignored.path + " is ignored: " + why_ignored(ignored));
+    for (const Shortened &shortened : trace.shortened())
+        annotate(out, "warning", path, shortened.spot, "shortened", shortened.path + " was read as " + shortened.key);
     if (trace.ignored_in_all() > trace.ignored().size())
         annotate(out, "warning", path, {}, "ignored",
                  std::to_string(trace.ignored_in_all()) + " children are ignored in all");

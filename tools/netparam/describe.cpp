@@ -34,7 +34,8 @@ struct Line {
     std::string name, member, text;
 };
 
-void add_lines(std::vector<Line> &lines, const Table &table, const std::string &indent)
+// `writes`: the message has a writer, too.
+void add_lines(std::vector<Line> &lines, const Table &table, const std::string &indent, bool writes)
 {
     for (const unsigned i : described_rows(table)) {
         const Table *inner = inner_table(table, i);
@@ -47,14 +48,14 @@ void add_lines(std::vector<Line> &lines, const Table &table, const std::string &
             line.text += (line.text.empty() ? "words: " : ": ") + words_text(*words, is_mask(table, i));
         for (const std::string &note : row_notes(table, i))
             line.text += (line.text.empty() ? "" : "; ") + plain(note);
-        if (inner != nullptr && inner->written > 1)
-            line.text += "; written in this order: " + joined(written_order(*inner), ", ");
+        if (const auto order = inner_order(table, i); writes && !order.empty())
+            line.text += "; written in this order: " + joined(order, ", ");
         if (inner != nullptr)
             for (const std::string &note : table_notes(*inner))
                 line.text += "; children: " + plain(note);
         lines.push_back(line);
         if (inner != nullptr)
-            add_lines(lines, *inner, indent + "  ");
+            add_lines(lines, *inner, indent + "  ", writes);
     }
 }
 
@@ -70,10 +71,10 @@ void print_aside(std::ostream &out, const std::string &label, const std::string 
     out << label << (gap > 0 ? std::string(gap, ' ') : "\n" + std::string(column, ' ')) << aligned << '\n';
 }
 
-void print_table(std::ostream &out, const Table &table, const Style &style)
+void print_table(std::ostream &out, const Table &table, bool writes, const Style &style)
 {
     std::vector<Line> lines;
-    add_lines(lines, table, "  ");
+    add_lines(lines, table, "  ", writes);
     std::size_t column = 0;
     for (const Line &line : lines)
         column = std::max(column, line.name.size() + 2);
@@ -82,7 +83,7 @@ void print_table(std::ostream &out, const Table &table, const Style &style)
     for (const Line &line : lines)
         print_aside(out, line.name, line.member + (line.member.empty() || line.text.empty() ? "" : ": ") + line.text,
                     column, style);
-    if (table.written > 0) {
+    if (writes && table.written > 0) {
         out << '\n' << style.heading("Written in this order") << '\n';
         print_aside(out, "", joined(written_order(table), ", "), 2, style);
     }
@@ -90,7 +91,7 @@ void print_table(std::ostream &out, const Table &table, const Style &style)
 
 void print_message(std::ostream &out, const Entry &entry, const Style &style)
 {
-    constexpr std::size_t column = 14;
+    constexpr std::size_t column = 16;
     const Table *read = entry.message->read, *written = entry.message->written;
     const auto line = [&](const char *label, const std::string &text) {
         print_aside(out, std::string("  ") + label, plain(text), column, style);
@@ -113,7 +114,7 @@ void print_message(std::ostream &out, const Entry &entry, const Style &style)
             out << '\n' << style.heading("What is written") << '\n';
         for (const std::string &note : table_notes(*table))
             line("note", note);
-        print_table(out, *table, style);
+        print_table(out, *table, table == written, style);
     }
 }
 

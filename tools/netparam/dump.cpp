@@ -1,5 +1,6 @@
 #include "dump.h"
 
+#include "facts.h"
 #include "picture.h"
 #include "rows.h"
 #include "secrets.h"
@@ -20,6 +21,8 @@ using Json = nlohmann::ordered_json;
 
 struct View : RecordView<const char> {
     bool show_secrets;
+    const char *payload;
+    const Trace *trace;
 };
 
 std::vector<Item> dump_rows(const View &view);
@@ -100,8 +103,10 @@ void set_row(Item &item, const View &view, unsigned index)
         set_elements(item, at, size, count, stored >= 0, fill);
     };
     const auto shown = [&](Item &element, const char *record) {
-        element.items =
-            dump_rows({{*detail.shown, record, detail.shown_offset, detail.element_size}, view.show_secrets});
+        element.items = dump_rows({{*detail.shown, record, detail.shown_offset, detail.element_size},
+                                   view.show_secrets,
+                                   view.payload,
+                                   view.trace});
     };
     const auto spelled = [&](Item &element, const char *value) {
         set_spelled(element, value, detail, row_words(table, index));
@@ -122,7 +127,7 @@ void set_row(Item &item, const View &view, unsigned index)
         return set_month(item, row_words(table, index), at, static_cast<int>(capacity));
     case Form::group: {
         const Table &inner = *table.ref(row.ref).table;
-        item.items = dump_rows({{inner, at, 0, inner.record_size}, view.show_secrets});
+        item.items = dump_rows({{inner, at, 0, inner.record_size}, view.show_secrets, view.payload, view.trace});
         if (detail.shape == Shape::points)
             item.drawing = draw_points(load<net_smart_ai_points_t>(at), !is_line(table));
         return;
@@ -130,7 +135,8 @@ void set_row(Item &item, const View &view, unsigned index)
     case Form::list: {
         const Table &inner = *table.ref(row.ref).table;
         return each(inner.record_size, [&](Item &element, const char *record) {
-            element.items = dump_rows({{inner, record, 0, inner.record_size}, view.show_secrets});
+            element.items =
+                dump_rows({{inner, record, 0, inner.record_size}, view.show_secrets, view.payload, view.trace});
         });
     }
     case Form::record:
@@ -171,6 +177,49 @@ void hide(Item &item)
     item.list = false;
 }
 
+bool has_origin(const Item &item)
+{
+    return !item.origins.empty() || std::any_of(item.items.begin(), item.items.end(), has_origin);
+}
+
+void set_origins(Item &item, const std::vector<Spot> &origins)
+{
+    if (item.items.empty())
+        item.origins = origins;
+    for (Item &inner : item.items)
+        set_origins(inner, origins);
+}
+
+// Where the member lies and where it came from.
+void set_place(Item &item, const View &view, unsigned index)
+{
+    const Row &row = view.table.row(index);
+    item.offset = static_cast<std::size_t>(view.member(row) - view.payload);
+    item.bytes = bytes_of(view.table, index);
+    item.type = type_of(view.table, index);
+    if (item.list && item.items.size() > 0) {
+        const Detail &detail = view.table.detail(index);
+        const bool texts = form_of(view.table, index) == Form::texts;
+        const std::size_t size = item.bytes / (texts ? detail.dimensions[0] : capacity_of(view.table, index));
+        for (std::size_t i = 0; i < item.items.size(); ++i) {
+            item.items[i].offset = item.offset + i * size;
+            item.items[i].bytes = size;
+            item.items[i].type = item.type.substr(0, item.type.find('[')) +
+                                 (texts ? "[" + std::to_string(detail.dimensions[1]) + "]" : "");
+        }
+    }
+    if (view.trace == nullptr || has_origin(item))
+        return;
+    const std::vector<Spot> origins = view.trace->origins(view.member(row), view.table.key(row));
+    if (item.items.empty())
+        item.origins = origins;
+    else if (row.kind == netpublic::Kind::custom && origins.size() == 1) // its own code has read what is in it
+        set_origins(item, origins);
+    else if (row.kind == netpublic::Kind::custom && item.list && origins.size() == item.items.size())
+        for (std::size_t i = 0; i < origins.size(); ++i)
+            set_origins(item.items[i], {origins[i]});
+}
+
 std::vector<Item> dump_rows(const View &view)
 {
     std::vector<Item> items;
@@ -181,6 +230,7 @@ std::vector<Item> dump_rows(const View &view)
         Item item;
         item.name = name_of(view.table, i);
         set_row(item, view, i);
+        set_place(item, view, i);
         if (item.list)
             item.drawing = draw_rectangles(rectangles_in(item.items));
         if (!view.show_secrets && is_secret(item.name) && item.items.empty())
@@ -200,9 +250,13 @@ Json list_json(const std::vector<Item> &items)
 
 } // namespace
 
-std::vector<Item> dump(const Table &table, const void *record, bool show_secrets)
+std::vector<Item> dump(const Table &table, const void *record, bool show_secrets, const void *payload,
+                       const Trace *trace)
 {
-    return dump_rows({{table, static_cast<const char *>(record), 0, table.record_size}, show_secrets});
+    return dump_rows({{table, static_cast<const char *>(record), 0, table.record_size},
+                      show_secrets,
+                      static_cast<const char *>(payload),
+                      trace});
 }
 
 Json to_json(const std::vector<Item> &items)

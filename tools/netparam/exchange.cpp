@@ -71,6 +71,7 @@ void note_ignored(std::ostream &errors, const Session &session, const Document &
         annotate_ignored(errors, *session.trace(), document.name());
     else
         print_ignored(errors, *session.trace(), document, options);
+    print_shortened(errors, *session.trace(), document, options);
 }
 
 ExitCode refused(std::ostream &out, std::ostream &errors, const Session &session, const Document &document,

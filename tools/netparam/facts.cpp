@@ -49,14 +49,29 @@ bool has_detail(const Table &table, unsigned index)
     return table.detail(index).type != nullptr && *table.detail(index).type != '\0';
 }
 
-// What the record calls the int at that place.
+// What the record calls the int at that place, the members of its groups among them; empty without a name.
+std::string member_at(const Table &table, std::uint32_t offset)
+{
+    for (unsigned i = 0; i < table.rows; ++i) {
+        const Row &row = table.row(i);
+        if (!has_detail(table, i) || offset < row.offset || offset >= row.offset + bytes_of(table, i))
+            continue;
+        const std::string name = table.text(table.detail(i).member);
+        if (row.offset == offset && bytes_of(table, i) == sizeof(int))
+            return name;
+        if (row.kind != Kind::group)
+            continue;
+        const std::string inner = member_at(*table.ref(row.ref).table, offset - row.offset);
+        if (!inner.empty())
+            return name + "." + inner;
+    }
+    return "";
+}
+
 std::string int_at(const Table &table, std::uint32_t offset)
 {
-    for (unsigned i = 0; i < table.rows; ++i)
-        if (has_detail(table, i) && table.row(i).offset == offset && table.detail(i).element_size == 4 &&
-            std::size_t{table.detail(i).dimensions[0]} * table.detail(i).dimensions[1] == 1)
-            return std::string("`") + table.text(table.detail(i).member) + "`";
-    return "the int at byte " + std::to_string(offset);
+    const std::string name = member_at(table, offset);
+    return name.empty() ? "the int at byte " + std::to_string(offset) : "`" + name + "`";
 }
 
 std::string condition_text(When when)
@@ -299,6 +314,8 @@ std::vector<std::string> row_notes(const Table &table, unsigned index)
         notes.emplace_back(is_key && written ? "read and written by code of its own"
                            : is_key          ? "read by code of its own"
                                              : "written by code of its own");
+        if (is_key && inner_table(table, index) != nullptr)
+            notes.emplace_back("the rows below name its members, but that code decides what is accepted");
     }
     if (is_key) {
         const std::vector<unsigned> readers = readers_of(table, table.key(row));
@@ -372,6 +389,15 @@ std::vector<std::string> written_order(const Table &table)
     for (unsigned place = 0; place < table.written; ++place)
         keys.emplace_back(table.key(table.row(table.ordered(place))));
     return keys;
+}
+
+std::vector<std::string> inner_order(const Table &table, unsigned index)
+{
+    const Table *inner = inner_table(table, index);
+    bool written = is_in_order(table, index);
+    for (unsigned i = 0; i < table.rows && !written; ++i)
+        written = is_in_order(table, i) && std::string(table.key(table.row(i))) == table.key(table.row(index));
+    return written && inner != nullptr && inner->written > 1 ? written_order(*inner) : std::vector<std::string>();
 }
 
 std::vector<unsigned> described_rows(const Table &table)

@@ -40,6 +40,8 @@ std::string read_check(const netpublic::Table &table);
 std::string write_check(const netpublic::Table &table);
 // The keys in the order in which they are written, each as often as it is.
 std::vector<std::string> written_order(const netpublic::Table &table);
+// ... of the records in a row that is written, in front of each other; empty where there is nothing to order.
+std::vector<std::string> inner_order(const netpublic::Table &table, unsigned index);
 // Shown rows: the keys and what is written or stored beside them, without what is attached to them.
 std::vector<unsigned> described_rows(const netpublic::Table &table);
 

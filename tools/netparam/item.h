@@ -2,6 +2,7 @@
 #ifndef NETPARAM_ITEM_H
 #define NETPARAM_ITEM_H
 
+#include "document.h"
 #include "drawing.h"
 
 #include <nlohmann/json.hpp>
@@ -18,6 +19,11 @@ struct Item {
     Drawing drawing;
     std::vector<Item> items;
     bool list = false; // the items are one name's, so they are an array
+
+    // The member in the payload's memory, and the elements that it was read from; none for what was not read.
+    std::size_t offset = 0, bytes = 0;
+    std::string type;
+    std::vector<Spot> origins;
 };
 
 } // namespace netparam

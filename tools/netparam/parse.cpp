@@ -28,6 +28,7 @@ Json header_json(const Entry &entry, const Session &session)
 
 struct ParseOptions : Options {
     std::string bytes; // file; empty for none
+    bool memory = false;
 };
 
 ExitCode parse_body(std::ostream &out, std::ostream &errors, const ParseOptions &options)
@@ -62,19 +63,25 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, const ParseOptions 
         json["inited"] = session.envelope().inited;
         json["refused"] = accepted ? Json() : refusal_json(session, *document);
         json["ignored"] = ignored_json(*session.trace());
+        json["shortened"] = shortened_json(*session.trace());
         json["log"] = log_json(session);
         json["payload"] = to_json(items);
+        json["rows"] = rows_json(items);
         out << dumped(json) << '\n';
         return accepted ? exit_ok : exit_refused;
     }
     if (body_was_read) {
         out << options.style.heading(title(entry, session)) << (accepted ? "" : ", as far as it was read") << '\n';
-        print_items(out, items, options.style);
+        if (options.memory)
+            print_memory(out, items, options.style);
+        else
+            print_items(out, items, options.style);
         if (items.empty())
             out << "  " << session.trace()->taken() << " elements read; no rows describe this payload\n";
         out.flush();
     }
     print_ignored(errors, *session.trace(), *document, options);
+    print_shortened(errors, *session.trace(), *document, options);
     if (!accepted)
         print_refusal(errors, session, *document, options);
     print_log(errors, session, options.style);
@@ -97,6 +104,8 @@ void add_parse(CommandLine &line)
     options->add_options(verb).get_option("FILE")->required();
     options->add_format(verb, true);
     verb.add_flag("--json", options->json, "The same as --format json")->excludes("--format");
+    verb.add_flag("--memory", options->memory,
+                  "Also show each value's offset, bytes and C type, and the line and column that it came from");
     options->add_picture(verb);
     verb.add_option("--raw", options->bytes, "Also save the payload's bytes, as this machine's memory holds them")
         ->type_name("FILE");

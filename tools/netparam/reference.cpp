@@ -107,7 +107,7 @@ std::string cell(const std::string &text)
     for (const char c : text) {
         if (c == '<')
             out += "&lt;";
-        else if (c == '|' || c == '*' || c == '_' || (c == '\\'))
+        else if (c == '|' || c == '*' || c == '_' || c == '`' || (c == '\\'))
             out += std::string("\\") + c;
         else
             out += c;
@@ -156,18 +156,17 @@ What the library reads and writes, message by message, as its tables say it. Thi
 - **Key** is the name of a child element; `list/item` is a child of a child. The keys stand in the order in which
   they are tried. The order in which children arrive in a body does not matter, unless a note says so.
 - **A child answers to the first key that begins with its name**, case aside: `<STAT>` is read as `state` when no
-  earlier key begins with "stat", and `<s>` as the first key with an "s" in front. A longer name than the key
-  answers to nothing. Where an earlier key begins with the whole name of a later one, the earlier one takes the
+  earlier key begins with "stat", and `<s>` as the first key that begins with "s". A name that is longer than
+  the key never answers to it. Where an earlier key begins with the whole name of a later one, the earlier one takes the
   child; a note at the later one says so. Children that answer to no key have no effect, unless a note says so.
-- **Member** is the C type and name in the structure, whose name stands in the heading's first line.
+- **Member** is the C type and name in the structure, whose name stands below the heading.
 - **Accepts** is what can be read; anything else refuses the message. Plain whole numbers have at most 12
   characters, a sign included. Words are compared as a whole, case aside, unless a note says otherwise; the number
   in front of a word is what the member then holds. Texts that are too long are refused, never cut.
 - **Code of its own**: the table does not say what the message's own code does with the element.
-- Sizes are those of 64-bit and 32-bit machines alike, unless a structure holds pointers.
+- Sizes are the same on 32-bit and 64-bit machines.
 - `dataSize` is the envelope's; the initialiser sets it. "Host" messages have no initialiser: the host prepares the
   envelope, with a zeroed payload of that size.
-- Every parser and writer fails without envelope, payload, or element.
 )";
 
 class Page {
@@ -186,8 +185,8 @@ public:
         for (const Table *table : survey_.tables())
             if (const auto found = names_.find(table); found != names_.end()) {
                 out_ << "\n## Record " << found->second << "\n\n"
-                     << code(table->record) << ", " << table->record_size << " bytes.";
-                print_record(*table, "");
+                     << code(table->record) << ", " << table->record_size << " bytes.\n\n";
+                print_record(*table, true);
             }
         out_ << "\n# Shared word lists\n";
         for (const WordTable *words : survey_.words())
@@ -265,35 +264,33 @@ private:
             out_ << "- Written by " << code(entry.writer()) << (entry.root().empty() ? "" : " as " + code(entry.root()))
                  << (written != nullptr ? ": " + prose(write_check(*written)) : ", code of its own") << ".\n";
         if (read != nullptr)
-            print_record(*read, "");
+            print_record(*read, read == written);
         if (written != nullptr && written != read) {
             if (read != nullptr)
-                out_ << "\nWhat is written:";
-            print_record(*written, "");
+                out_ << "\nWhat is written:\n\n";
+            print_record(*written, true);
         }
     }
 
-    void print_record(const Table &table, const std::string &path)
+    // `writes`: it is written, too.
+    void print_record(const Table &table, bool writes)
     {
-        std::vector<std::string> notes = table_notes(table);
-        for (const std::string &note : notes)
-            out_ << (&note == &notes.front() ? "\n\n- " : "- ") << static_cast<char>(std::toupper(note.front()))
-                 << prose(note.substr(1)) << ".\n";
-        if (table.written > 0)
-            out_ << (notes.empty() ? "\n\n" : "") << "- Written in this order: " << in_code(written_order(table))
-                 << ".\n";
+        for (const std::string &note : table_notes(table))
+            out_ << "- " << static_cast<char>(std::toupper(note.front())) << prose(note.substr(1)) << ".\n";
+        if (writes && table.written > 0)
+            out_ << "- Written in this order: " << in_code(written_order(table)) << ".\n";
         out_ << "\n| Key | Member | Accepts | Notes |\n|---|---|---|---|\n";
-        print_level(table, path);
+        print_level(table, "", writes);
     }
 
-    void print_level(const Table &table, const std::string &path)
+    void print_level(const Table &table, const std::string &path, bool writes)
     {
         for (const unsigned i : described_rows(table)) {
             const std::string name = name_of(table, i);
             const Table *inner = inner_table(table, i);
             const WordTable *words = words_beside(table, i);
             const bool is_key = table.row(i).kind != Kind::preset;
-            std::string accepts = prose(limits_text(table, i));
+            std::string accepts = cell(limits_text(table, i));
             std::vector<std::string> notes = row_notes(table, i);
             if (words != nullptr) {
                 const auto found = word_names_.find(words);
@@ -309,14 +306,14 @@ private:
             else if (inner != nullptr)
                 for (const std::string &note : table_notes(*inner))
                     notes.push_back("children: " + note);
-            if (inner != nullptr && shared == names_.end() && inner->written > 1)
-                notes.push_back("written in this order: `" + joined(written_order(*inner), "`, `") + "`");
+            if (const auto order = inner_order(table, i); writes && !order.empty() && shared == names_.end())
+                notes.push_back("written in this order: `" + joined(order, "`, `") + "`");
             const std::string type = type_of(table, i), member = table.text(table.detail(i).member);
             out_ << "| " << (is_key ? code(path + name) : "") << " | "
                  << code(type + (type.empty() ? "" : " ") + member) << " | " << accepts << " | "
                  << prose(joined(notes, "; ")) << " |\n";
             if (inner != nullptr && shared == names_.end())
-                print_level(*inner, path + name + "/");
+                print_level(*inner, path + name + "/", writes);
         }
     }
 

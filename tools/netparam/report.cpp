@@ -65,7 +65,94 @@ void print_wordless(std::ostream &out, const std::vector<Item> &items, const std
     }
 }
 
+// What a row of the payload's memory shows.
+struct Place {
+    std::string offset, bytes, type, from, path, value;
+};
+
+std::string place_text(Spot spot)
+{
+    return spot.row > 0 ? std::to_string(spot.row) + ":" + std::to_string(spot.column) : "-";
+}
+
+// "5:14"; of several elements the first and the last.
+std::string from_text(const std::vector<Spot> &origins)
+{
+    if (origins.empty())
+        return "-";
+    return place_text(origins.front()) + (origins.size() > 1 ? "..." + place_text(origins.back()) : "");
+}
+
+Place place_of(const Item &item, const std::string &path)
+{
+    return {std::to_string(item.offset), std::to_string(item.bytes), item.type,
+            from_text(item.origins),     path + item.name,           item.text};
+}
+
+void add_places(std::vector<std::pair<Place, const Item *>> &places, const std::vector<Item> &items,
+                const std::string &path)
+{
+    for (const Item &item : items) {
+        if (item.items.empty() || !item.drawing.lines.empty())
+            places.emplace_back(place_of(item, path), &item);
+        add_places(places, item.items, item.list ? path : path + item.name + "/");
+    }
+}
+
+void add_rows(Json &rows, const std::vector<Item> &items, const std::string &path)
+{
+    for (const Item &item : items) {
+        add_rows(rows, item.items, item.list ? path : path + item.name + "/");
+        if (!item.items.empty())
+            continue;
+        Json from = Json::array();
+        for (const Spot &spot : item.origins)
+            from.push_back({{"line", spot.row}, {"column", spot.column}});
+        rows.push_back({{"path", path + item.name},
+                        {"offset", item.offset},
+                        {"bytes", item.bytes},
+                        {"type", item.type},
+                        {"from", from}});
+    }
+}
+
 } // namespace
+
+void print_memory(std::ostream &out, const std::vector<Item> &items, const Style &style)
+{
+    std::vector<std::pair<Place, const Item *>> places = {
+        {{"OFFSET", "BYTES", "TYPE", "FROM", "PATH", "VALUE"}, nullptr}};
+    add_places(places, items, "");
+    constexpr std::size_t widest_type = 26, widest_path = 40;
+    std::size_t type = 0, from = 0, path = 0, bytes = 5;
+    for (const auto &[place, item] : places) {
+        type = std::max(type, std::min(place.type.size(), widest_type));
+        from = std::max(from, place.from.size());
+        path = std::max(path, std::min(place.path.size(), widest_path));
+        bytes = std::max(bytes, place.bytes.size());
+    }
+    const auto left = [](const std::string &text, std::size_t width) {
+        return text + std::string(width - std::min(width, text.size()), ' ');
+    };
+    const auto right = [](const std::string &text, std::size_t width) {
+        return std::string(width - std::min(width, text.size()), ' ') + text;
+    };
+    for (const auto &[place, item] : places) {
+        const std::string line = "  " + right(place.offset, 7) + "  " + right(place.bytes, bytes) + "  " +
+                                 left(place.type, type) + "  " + left(place.from, from) + "  " +
+                                 left(place.path, path) + "  " + place.value;
+        out << (item == nullptr ? style.faint(line) : line) << '\n';
+        for (std::size_t i = 0; item != nullptr && i < item->drawing.lines.size(); ++i)
+            out << "      " << style.faint(item->drawing.lines[i]) << '\n';
+    }
+}
+
+Json rows_json(const std::vector<Item> &items)
+{
+    Json rows = Json::array();
+    add_rows(rows, items, "");
+    return rows;
+}
 
 void print_items(std::ostream &out, const std::vector<Item> &items, const Style &style)
 {
@@ -124,6 +211,13 @@ void print_ignored(std::ostream &out, const Trace &trace, const Document &docume
             << " children are ignored in all\n";
 }
 
+void print_shortened(std::ostream &out, const Trace &trace, const Document &document, const Options &options)
+{
+    for (const Shortened &shortened : trace.shortened())
+        out << document.at(shortened.spot) << ": " << options.style.note("note:") << ' ' << shortened.path
+            << " was read as " << shortened.key << '\n';
+}
+
 void print_log(std::ostream &out, const Session &session, const Style &style)
 {
     const std::vector<std::string> lines = log_lines(session);
@@ -150,6 +244,17 @@ Json ignored_json(const Trace &trace)
     return list;
 }
 
+Json shortened_json(const Trace &trace)
+{
+    Json list = Json::array();
+    for (const Shortened &shortened : trace.shortened())
+        list.push_back({{"line", shortened.spot.row},
+                        {"column", shortened.spot.column},
+                        {"element", shortened.path},
+                        {"key", shortened.key}});
+    return list;
+}
+
 Json log_json(const Session &session)
 {
     return log_lines(session);
@@ -164,7 +269,7 @@ std::vector<Item> payload_items(const Session &session, const Entry &entry, cons
         return {};
     const char *data = static_cast<const char *>(param.data);
     if (!session.is_list(*table))
-        return dump(*table, data, options.show_secrets);
+        return dump(*table, data, options.show_secrets, data, session.trace());
     // A list of records; those behind the last used one are left out.
     const std::size_t size = session.record_size();
     std::size_t used = records;
@@ -176,7 +281,7 @@ std::vector<Item> payload_items(const Session &session, const Entry &entry, cons
     for (std::size_t i = 0; i < used; ++i) {
         Item record;
         record.name = "record[" + std::to_string(i) + "]";
-        record.items = dump(*table, data + i * size, options.show_secrets);
+        record.items = dump(*table, data + i * size, options.show_secrets, data, session.trace());
         list.items.push_back(record);
     }
     return {list};

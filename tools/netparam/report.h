@@ -12,6 +12,9 @@ namespace netparam {
 // "path  value", drawings below.
 void print_items(std::ostream &out, const std::vector<Item> &items, const Style &style);
 
+// The same with each value's place in memory, its C type and the element that it came from.
+void print_memory(std::ostream &out, const std::vector<Item> &items, const Style &style);
+
 // Of a reading that failed; of the message as a whole where no element was to blame.
 Refusal refusal_of(const Session &session, const Document &document);
 
@@ -24,11 +27,15 @@ void print_refusal(std::ostream &out, const Session &session, const Document &do
 void print_unwritable(std::ostream &out, const Entry &entry, const std::vector<Item> &items, const Style &style);
 // Children that no key answers to.
 void print_ignored(std::ostream &out, const Trace &trace, const Document &document, const Options &options);
+// Children whose names are only the beginnings of keys.
+void print_shortened(std::ostream &out, const Trace &trace, const Document &document, const Options &options);
 // The library's own lines, if there are any.
 void print_log(std::ostream &out, const Session &session, const Style &style);
 
 nlohmann::ordered_json refusal_json(const Session &session, const Document &document);
 nlohmann::ordered_json ignored_json(const Trace &trace);
+nlohmann::ordered_json shortened_json(const Trace &trace);
+nlohmann::ordered_json rows_json(const std::vector<Item> &items);
 nlohmann::ordered_json log_json(const Session &session);
 
 // The payload by its rows; nothing when no rows say what it is.

@@ -2,7 +2,10 @@
 
 #include "accept.h"
 #include "nearest.h"
+#include "rows.h"
 #include "secrets.h"
+
+#include <algorithm>
 
 namespace netparam {
 namespace {
@@ -11,7 +14,7 @@ using netpublic::Event;
 using netpublic::Row;
 using netpublic::Table;
 
-constexpr std::size_t most_ignored = 20;
+constexpr std::size_t most_ignored = 20, most_shortened = 20;
 
 bool lies_within(const TiXmlNode *node, const TiXmlNode &outer)
 {
@@ -101,6 +104,7 @@ void Trace::happened(void *self, Event event, const Table &table, const Row *row
     case Event::taken:
         ++trace.taken_;
         trace.refused_ = false; // the message's own code has put up with it
+        trace.take(table, *row, record, *node);
         break;
     case Event::ignored:
         if ((table.flags & netpublic::table_others_fail) != 0)
@@ -109,6 +113,7 @@ void Trace::happened(void *self, Event event, const Table &table, const Row *row
             trace.ignore(table, *node);
         break;
     case Event::refused:
+        trace.take(table, *row, record, *node); // a number out of range is stored, too
         // Refusals come from the inside out; the innermost one is the reason for the others.
         if (trace.refused_ && lies_within(trace.outermost_, *node))
             trace.outermost_ = node;
@@ -126,6 +131,44 @@ void Trace::refuse(const Refusal &refusal, const TiXmlNode &node)
     refusal_ = refusal;
     outermost_ = &node;
     refused_ = true;
+}
+
+void Trace::take(const Table &table, const Row &row, const void *record, const TiXmlNode &node)
+{
+    const std::string key = table.key(row);
+    if (node.ValueStr().size() < key.size() && shortened_.size() < most_shortened)
+        shortened_.push_back({spot_of(node), path_of(node), key});
+    if ((row.flags & netpublic::row_skipped) != 0)
+        return;
+    const char *member = static_cast<const char *>(record) + row.offset;
+    Origin &origin = origins_[{member, key}];
+    const bool has_text = node.ToElement() != nullptr && node.ToElement()->GetText() != nullptr;
+    const Spot spot = has_text ? spot_of_text(node) : spot_of(node);
+    if (origin.parent != node.Parent())
+        origin = {node.Parent(), -1, {}};
+    if (row.kind == netpublic::Kind::custom) {
+        origin.spots.push_back(spot);
+    } else if (row.kind == netpublic::Kind::int_items) {
+        const int capacity = table.capacity(row);
+        const Row *counter = count_of(table, row);
+        int count = counter != nullptr ? load<std::int32_t>(static_cast<const char *>(record) + counter->offset)
+                                       : std::min(origin.count < 0 ? 1 : origin.count + 1, capacity + 1);
+        const bool too_many = counter != nullptr ? count == origin.count : count > capacity;
+        origin.count = count;
+        count = std::clamp(count, 1, capacity);
+        if (too_many && (row.flags & netpublic::list_last) == 0)
+            return;
+        origin.spots.resize(std::max(origin.spots.size(), static_cast<std::size_t>(count)));
+        origin.spots[static_cast<std::size_t>(count) - 1] = spot;
+    } else {
+        origin.spots = {spot};
+    }
+}
+
+std::vector<Spot> Trace::origins(const void *member, const char *key) const
+{
+    const auto found = origins_.find({member, key});
+    return found != origins_.end() ? found->second.spots : std::vector<Spot>();
 }
 
 void Trace::ignore(const Table &table, const TiXmlNode &node)

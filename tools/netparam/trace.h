@@ -5,7 +5,9 @@
 #include "document.h"
 #include "engine.h"
 
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace netparam {
@@ -25,6 +27,13 @@ struct Ignored {
     Spot spot;
     std::string path;
     std::vector<std::string> near; // keys that it may have meant
+};
+
+// A child whose name is only the beginning of the key that took it.
+struct Shortened {
+    Spot spot;
+    std::string path;
+    std::string key;
 };
 
 // Listens to the library's engine while it lives; not for two at once in a thread.
@@ -52,6 +61,14 @@ public:
     {
         return ignored_in_all_;
     }
+    // The first of them.
+    const std::vector<Shortened> &shortened() const
+    {
+        return shortened_;
+    }
+    // Where the key's elements stood that were read into this member: one a number of a list, the last one of
+    // other members. Empty where there is none.
+    std::vector<Spot> origins(const void *member, const char *key) const;
     // How many elements were taken.
     std::size_t taken() const
     {
@@ -63,6 +80,13 @@ private:
                          void *record, TiXmlNode *node);
     void refuse(const Refusal &refusal, const TiXmlNode &node);
     void ignore(const netpublic::Table &table, const TiXmlNode &node);
+    void take(const netpublic::Table &table, const netpublic::Row &row, const void *record, const TiXmlNode &node);
+
+    struct Origin {
+        const TiXmlNode *parent = nullptr;
+        int count = -1; // items after the latest one
+        std::vector<Spot> spots;
+    };
 
     netpublic::Watch watch_;
     bool listening_ = true;
@@ -73,6 +97,8 @@ private:
     std::vector<Ignored> ignored_;
     std::size_t ignored_in_all_ = 0;
     std::size_t taken_ = 0;
+    std::vector<Shortened> shortened_;
+    std::map<std::pair<const void *, std::string>, Origin> origins_;
 };
 
 } // namespace netparam

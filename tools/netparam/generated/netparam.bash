@@ -32,8 +32,12 @@ _netparam()
                 options='-h --help --json --names'
                 valued='  '
                 ;;
+            describe)
+                options='-h --help --all --json --markdown --rows'
+                valued='  '
+                ;;
             parse)
-                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --format --json --svg --raw'
+                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --format --json --memory --svg --raw'
                 valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --format --svg --raw '
                 ;;
             exchange)
@@ -66,7 +70,7 @@ _netparam()
         fi
     done
     if [[ -z $verb ]]; then
-        _netparam_reply 'list parse exchange write diff check filter --version -h --help'
+        _netparam_reply 'list describe parse exchange write diff check filter --version -h --help'
         return
     fi
     case $verb,$before in
@@ -123,6 +127,7 @@ _netparam()
     fi
     case $verb,$place in
     list,0) : ;;
+    describe,0) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
     parse,0) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
     parse,1) _netparam_files ;;
     exchange,0) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
