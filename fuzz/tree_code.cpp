@@ -158,8 +158,8 @@ void decode_tree(Bytes &input, TiXmlElement &root)
             break;
         case step_named: {
             const std::string name = counted(input), value = counted(input);
-            if (!name.empty()) // the XML library asserts that there is one
-                open->SetAttribute(name, value);
+            if (name.c_str()[0] != '\0') // the XML library asserts that there is one, also when it copies the tree
+                open->SetAttribute(name.c_str(), value.c_str());
             break;
         }
         }

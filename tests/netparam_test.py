@@ -10,6 +10,7 @@ import re
 import subprocess
 import sys
 import tempfile
+import textwrap
 import unittest
 
 EXAMPLES = os.path.join(os.path.dirname(os.path.abspath(__file__)), os.pardir, "examples")
@@ -551,6 +552,30 @@ class Terminal(unittest.TestCase):
         self.assertEqual(1, done.returncode)
         self.assertNotIn("\033", done.stdout + done.stderr)
         self.assertIn("\\x1b", done.stderr)
+
+
+class Readme(unittest.TestCase):
+    """The screens that the README shows are what one sees."""
+
+    def setUp(self):
+        with open(os.path.join(EXAMPLES, os.pardir, "README.md"), encoding="utf-8") as file:
+            self.screens = {command: textwrap.dedent(screen) for command, screen in
+                            re.findall(r"^    \$ netparam (.*)\n((?:    .*\n)+)", file.read(), re.MULTILINE)}
+
+    def test_the_refused_request(self):
+        request = example(REQUEST).replace("<sensitivity>9<", "<sensitivity>90<", 1)
+        with tempfile.TemporaryDirectory() as folder:
+            with open(os.path.join(folder, "request.xml"), "w", encoding="utf-8") as file:
+                file.write(request)
+            done = run("parse", "md", "request.xml", cwd=folder)
+        self.assertEqual(1, done.returncode)
+        self.assertEqual(self.screens["parse md request.xml"], done.stderr)
+
+    def test_the_drawn_schedule(self):
+        done = run("parse", "md", REQUEST)
+        above, screen = self.screens["parse md examples/motion_request.xml"].split("...\n", 1)
+        self.assertEqual(("", 9), (above, len(screen.splitlines())))
+        self.assertIn(textwrap.indent(screen, "  "), done.stdout)
 
 
 if __name__ == "__main__":
