@@ -269,6 +269,8 @@ template <class Draft> constexpr void add_field(Draft &draft, const Field &field
         flags |= row_attached;
     if ((field.flags & row_own_test) != 0)
         draft.flags |= table_own_tests;
+    if (field.kind == Kind::preset)
+        draft.flags |= table_presets;
     if ((field.flags & row_required) != 0) {
         draft.flags |= table_required;
         if (index >= required_keys)

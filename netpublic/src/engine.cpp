@@ -4,6 +4,7 @@
 
 #include <net_xml_public.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 
@@ -30,12 +31,12 @@ const Limits &Table::limit(unsigned index) const
     return reinterpret_cast<const Limits *>(&row(rows))[index - common_limit_count];
 }
 
-const Row *Table::attachment(const Row &of, Kind kind) const
+const Row *Table::find_attachment(const Row &of, Kind kind) const
 {
-    if ((of.flags & row_attached) == 0)
-        return nullptr;
-    for (const Row *row = &this->row(keys); row != &this->row(rows); ++row)
-        if (row->kind == kind && &this->row(row->ref) == &of)
+    const Row *first = &row(0);
+    const auto index = static_cast<std::uint32_t>(&of - first);
+    for (const Row *row = first + keys; row != first + rows; ++row)
+        if (row->kind == kind && row->ref == index)
             return row;
     return nullptr;
 }
@@ -94,7 +95,7 @@ Place Table::place() const
 namespace {
 
 constexpr std::size_t longest_exact_name = 31;
-constexpr int likely_rows = 6; // tried before all keys are
+constexpr unsigned likely_rows = 6; // tried before all keys are
 
 template <class Type> Type &member(void *record, const Row &row)
 {
@@ -376,7 +377,7 @@ NETPUBLIC_LEAF int refuse(const Walk &walk, unsigned index, TiXmlNode *child)
 int read_row(Walk &walk, unsigned index, TiXmlNode *child)
 {
     const Row &row = walk.table.row(index);
-    if (index < required_keys)
+    if ((row.flags & row_required) != 0)
         walk.seen |= 1u << index;
     if ((row.flags & row_skipped) == 0 && read_kind(walk, row, child) != 0)
         return -1;
@@ -386,14 +387,46 @@ int read_row(Walk &walk, unsigned index, TiXmlNode *child)
     return 0;
 }
 
+// The keys of a table and the places of its rows, ready for a search. Made for each search and not kept while
+// a row is read: it would lie on the stack once for every level of a message.
+struct Keys {
+    const Row *rows;
+    const char *own;   // where the table's own texts would begin if they stood behind the common ones
+    const char *order; // the rows of the places; null when they are in order
+    unsigned count;
+    unsigned places;
+
+    explicit Keys(const Table &table)
+        : rows(&table.row(0)), own(table.bytes(table.texts) - common_texts.size), order(nullptr), count(table.keys),
+          places(count)
+    {
+        if ((table.flags & table_ordered) != 0) {
+            places = table.written;
+            order = own + common_texts.size - places;
+        }
+    }
+    const char *key(const Row &row) const
+    {
+        return (row.key < common_texts.size ? common_texts.pool : own) + row.key;
+    }
+    // Behind the places of the written order stand the keys as they are tried, for what is not written.
+    unsigned row_at(unsigned place) const
+    {
+        if (place >= places)
+            return place - places;
+        return order != nullptr ? static_cast<unsigned char>(order[place]) : place;
+    }
+};
+
 // The first key from row `from` on that the name answers to.
 unsigned find_row(const Table &table, const char *name, unsigned from)
 {
+    const Keys keys(table);
     const std::size_t length = std::strlen(name);
     const bool exact = (table.flags & table_exact) != 0;
-    for (unsigned index = from; index < table.keys; ++index) {
-        const Row &row = table.row(index);
-        const char *key = table.key(row);
+    for (unsigned index = from; index < keys.count; ++index) {
+        const char *key = keys.key(keys.rows[index]);
+        // An empty name answers to any key.
         if (length != 0 && !alike(*name, *key))
             continue;
         if (exact ? is_named(name, key) : same_folded(name, key, length))
@@ -411,37 +444,69 @@ unsigned next_chain(const Table &table, unsigned index)
     return index;
 }
 
-// The place behind a row's in the order of writing; a list's own, since its elements come one after another.
-unsigned place_behind(const Table &table, unsigned index, unsigned place)
+// The place behind a row's; a list's own, since its elements come one after another.
+unsigned place_behind(const Row &row, unsigned place)
 {
-    const Kind kind = table.row(index).kind;
-    return kind == Kind::list || kind == Kind::int_items ? place : place + 1;
+    return row.kind == Kind::list || row.kind == Kind::int_items ? place : place + 1;
 }
 
-// The row that the child answers to, or no_row. Children usually arrive in the order in which they are
-// written, with some left out: a child that bears the full name of the row at the likely place, or at one of
-// those behind it, answers to no other; and to none at all if that row is only written.
-// Behind the places of the written order stand the keys as they are tried, for what is not written.
-unsigned match(const Table &table, const TiXmlNode *child, unsigned &likely)
+// Children usually arrive in the order in which they are written, with some left out: a child that bears the
+// full name of the row at the likely place, or at one of those behind it, answers to no other; and to none at
+// all if that row is only written. These three go from the likely row to all of them; the row, or no_row, or
+// unlikely for the next one to search.
+constexpr unsigned unlikely = no_row - 1;
+
+inline unsigned find_at(const Keys &keys, unsigned place, const char *name, unsigned &likely)
 {
-    const char *name = child->Value();
-    const unsigned places = table.places();
-    for (unsigned place = likely; place < places + table.keys && place < likely + likely_rows; ++place) {
-        const unsigned index = place < places ? table.ordered(place) : place - places;
-        const Row &row = table.row(index);
-        const char *key = table.key(row);
-        if (*name == *key && (row.flags & row_shadowed) == 0 && std::strcmp(name, key) == 0) {
-            likely = place_behind(table, index, place);
-            return index < table.keys ? index : no_row;
-        }
+    const unsigned index = keys.row_at(place);
+    const Row &row = keys.rows[index];
+    const char *key = keys.key(row);
+    if (*name != *key || (row.flags & row_shadowed) != 0 || std::strcmp(name, key) != 0)
+        return unlikely;
+    likely = place_behind(row, place);
+    return index < keys.count ? index : no_row;
+}
+
+NETPUBLIC_LEAF unsigned find_behind(const Table &table, const char *name, unsigned &likely)
+{
+    const Keys keys(table);
+    const unsigned end = std::min(keys.places + keys.count, likely + likely_rows);
+    for (unsigned place = likely; ++place < end;) {
+        const unsigned index = find_at(keys, place, name, likely);
+        if (index != unlikely)
+            return index;
     }
+    return unlikely;
+}
+
+NETPUBLIC_LEAF unsigned find_anywhere(const Table &table, const char *name, unsigned &likely)
+{
     const unsigned index = find_row(table, name, 0);
-    unsigned place = 0;
-    while (place < places && table.ordered(place) != index)
-        ++place;
-    if (index != no_row)
-        likely = place_behind(table, index, place < places ? place : places + index);
+    if (index == no_row)
+        return no_row;
+    const Keys keys(table);
+    unsigned place = index;
+    if (keys.order != nullptr) {
+        const void *found = std::memchr(keys.order, static_cast<int>(index), keys.places);
+        place = found != nullptr ? static_cast<unsigned>(static_cast<const char *>(found) - keys.order)
+                                 : keys.places + index;
+    }
+    likely = place_behind(keys.rows[index], place);
     return index;
+}
+
+inline unsigned find_near(const Table &table, const char *name, unsigned &likely)
+{
+    const Keys keys(table);
+    const unsigned index = likely < keys.places + keys.count ? find_at(keys, likely, name, likely) : unlikely;
+    return index != unlikely ? index : find_behind(table, name, likely);
+}
+
+// The row that the child answers to, or no_row. No frame of its own, as it is on the deepest path.
+[[gnu::always_inline]] inline unsigned match(const Table &table, const char *name, unsigned &likely)
+{
+    const unsigned index = find_near(table, name, likely);
+    return index != unlikely ? index : find_anywhere(table, name, likely);
 }
 
 void prepare(const Table &table, void *record)
@@ -450,6 +515,8 @@ void prepare(const Table &table, void *record)
         std::memset(record, 0, table.record_size);
     if ((table.flags & table_before) != 0)
         table.ref(0).before(record);
+    if ((table.flags & table_presets) == 0)
+        return;
     for (unsigned index = table.keys; index < table.rows; ++index)
         if (table.row(index).kind == Kind::preset)
             member<int>(record, table.row(index)) = table.limit(table.row(index).limits).low;
@@ -493,23 +560,24 @@ int read_record(const Table &table, void *record, TiXmlNode *element)
     Walk walk = {table, record, 0, false, 0};
     prepare(table, record);
     unsigned likely = 0;
-    const bool one_chain = (table.flags & (table_own_tests | table_exact)) == 0;
+    const unsigned flags = table.flags;
     for (TiXmlNode *child = element->FirstChild(); child != nullptr; child = child->NextSibling()) {
-        unsigned index = one_chain ? match(table, child, likely) : find_row(table, child->Value(), 0);
+        unsigned index = (flags & (table_own_tests | table_exact)) == 0 ? match(table, child->Value(), likely)
+                                                                        : find_row(table, child->Value(), 0);
         if (index == no_row) {
             tell(Event::ignored, table, nullptr, record, child);
             log_unknown(table, child->Value());
-            if ((table.flags & table_others_fail) != 0)
+            if ((flags & table_others_fail) != 0)
                 return -1;
         } else {
             do {
                 if (read_row(walk, index, child) != 0)
                     return refuse(walk, index, child);
-                index = (table.flags & table_own_tests) != 0 ? find_row(table, child->Value(), next_chain(table, index))
-                                                             : no_row;
+                index =
+                    (flags & table_own_tests) != 0 ? find_row(table, child->Value(), next_chain(table, index)) : no_row;
             } while (index != no_row);
         }
-        if (walk.full || (table.flags & table_first_only) != 0)
+        if (walk.full || (flags & table_first_only) != 0)
             break;
     }
     return finish(walk, element);
@@ -517,7 +585,7 @@ int read_record(const Table &table, void *record, TiXmlNode *element)
 
 unsigned find_child(const Table &table, const TiXmlNode *child, unsigned *likely)
 {
-    return match(table, child, *likely);
+    return match(table, child->Value(), *likely);
 }
 
 int read_child(const Table &table, void *record, unsigned row, TiXmlNode *child)

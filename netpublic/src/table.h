@@ -143,6 +143,7 @@ enum TableFlag : std::uint16_t {
     table_ordered = 0x1000,   // is written in another order than that of the rows
     table_source = 0x2000,    // a Source stands in front
     table_unknown = 0x4000,   // behind the parser's name stands the line for a child that answers to no key
+    table_presets = 0x8000,   // some row is a preset
 };
 
 #ifdef NETPUBLIC_DESCRIBED
@@ -226,7 +227,11 @@ struct Table {
         return limit(of.limits).low;
     }
     // The row's count, mark or condition; null when it has none.
-    const Row *attachment(const Row &of, Kind kind) const;
+    const Row *attachment(const Row &of, Kind kind) const
+    {
+        return (of.flags & row_attached) != 0 ? find_attachment(of, kind) : nullptr;
+    }
+    const Row *find_attachment(const Row &of, Kind kind) const;
     // The row at a place of the written order; that of a record which is only read is the order of its keys.
     unsigned ordered(unsigned place) const;
     unsigned places() const

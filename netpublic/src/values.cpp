@@ -32,10 +32,24 @@ struct Decimal {
     }
 };
 
-// Is the node's text a decimal number of 1 to `longest` characters?
-bool read_decimal(Decimal &number, int longest, const TiXmlNode *node)
+// A number of up to nine digits, as nearly all are. False for any other text.
+inline bool read_short_int(int &value, const char *text)
 {
-    const char *text = text_of(node);
+    const bool negative = *text == '-';
+    const char *first = text + negative;
+    const char *at = first;
+    std::uint32_t magnitude = 0;
+    for (; static_cast<unsigned char>(*at - '0') <= 9; ++at)
+        magnitude = magnitude * 10 + static_cast<unsigned char>(*at - '0');
+    if (*at != '\0' || at == first || at - first > safe_digits)
+        return false;
+    value = static_cast<int>(negative ? 0 - magnitude : magnitude);
+    return true;
+}
+
+// Is there a text, and is it a decimal number of 1 to `longest` characters?
+bool read_decimal(Decimal &number, int longest, const char *text)
+{
     if (text == nullptr)
         return false;
     const bool negative = *text == '-';
@@ -173,17 +187,25 @@ int append_decimal(TiXmlElement *parent, const char *name, bool negative, std::u
 
 int read_int(int *value, const TiXmlNode *node)
 {
+    const char *text = text_of(node);
+    if (text != nullptr && read_short_int(*value, text))
+        return 0;
     Decimal number;
-    if (!read_decimal(number, int_characters, node))
+    if (!read_decimal(number, int_characters, text))
         return -1;
-    *value = number.digits <= safe_digits ? static_cast<int>(number.value()) : std::atoi(number.text);
+    *value = number.magnitude <= INT32_MAX ? static_cast<int>(number.value()) : std::atoi(number.text);
     return 0;
 }
 
 int read_flag(int *value, const TiXmlNode *node)
 {
+    const char *text = text_of(node);
+    if (text != nullptr && (*text == '0' || *text == '1') && text[1] == '\0') {
+        *value = *text - '0';
+        return 0;
+    }
     Decimal number;
-    if (!read_decimal(number, flag_characters, node))
+    if (!read_decimal(number, flag_characters, text))
         return -1;
     *value = static_cast<int>(number.value());
     return static_cast<unsigned int>(*value) > 1 ? -1 : 0;
@@ -192,17 +214,17 @@ int read_flag(int *value, const TiXmlNode *node)
 int read_unsigned(unsigned int *value, const TiXmlNode *node)
 {
     Decimal number;
-    if (!read_decimal(number, unsigned_characters, node))
+    if (!read_decimal(number, unsigned_characters, text_of(node)))
         return -1;
-    *value = static_cast<unsigned int>(number.digits <= safe_digits ? number.value()
-                                                                    : std::strtoul(number.text, nullptr, 10));
+    *value = static_cast<unsigned int>(number.magnitude <= UINT32_MAX ? number.value()
+                                                                      : std::strtoul(number.text, nullptr, 10));
     return 0;
 }
 
 int read_int64(long long *value, const TiXmlNode *node)
 {
     Decimal number;
-    if (!read_decimal(number, int64_characters, node))
+    if (!read_decimal(number, int64_characters, text_of(node)))
         return -1;
     *value = static_cast<long long>(number.value());
     return 0;
@@ -211,7 +233,7 @@ int read_int64(long long *value, const TiXmlNode *node)
 int read_longlong(long long *value, const TiXmlNode *node)
 {
     Decimal number;
-    if (!read_decimal(number, longlong_characters, node))
+    if (!read_decimal(number, longlong_characters, text_of(node)))
         return -1;
     *value = number.digits <= safe_digits64 ? static_cast<long long>(number.value())
                                             : std::strtoll(number.text, nullptr, 10);
@@ -221,7 +243,7 @@ int read_longlong(long long *value, const TiXmlNode *node)
 int read_unsignedlonglong(unsigned long long *value, const TiXmlNode *node)
 {
     Decimal number;
-    if (!read_decimal(number, unsignedlonglong_characters, node))
+    if (!read_decimal(number, unsignedlonglong_characters, text_of(node)))
         return -1;
     *value = number.digits <= safe_digits64 ? number.value() : std::strtoull(number.text, nullptr, 10);
     return 0;

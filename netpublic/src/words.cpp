@@ -36,11 +36,12 @@ const WordTable::Entry *find_prefix(const WordTable &table, const char *text, st
 
 const WordTable::Entry *find_whole(const WordTable &table, const char *text, bool exact)
 {
+    const std::size_t length = std::strlen(text);
     for (const auto &entry : table) {
+        if (entry.length != length || entry.use == Use::write)
+            continue;
         const char *word = table.text(entry);
-        const std::size_t whole = entry.length + std::size_t{1}; // the terminator is part of the comparison
-        if (entry.use != Use::write && alike(*text, *word) &&
-            (exact ? std::strcmp(text, word) == 0 : same_folded(text, word, whole)))
+        if (exact ? std::memcmp(text, word, length) == 0 : same_folded(text, word, length))
             return &entry;
     }
     return nullptr;
