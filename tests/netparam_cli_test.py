@@ -103,7 +103,8 @@ class Filter(unittest.TestCase):
     def test_files(self):
         done = run("filter", "no-such-file", REQUEST)
         self.assertEqual((3, example(REQUEST)), (done.returncode, done.stdout))
-        self.assertEqual(2, run("filter", "--also", text="").returncode)
+        for name in ((), ("",), ("<a",), ("a b",)):
+            self.assertEqual(2, run("filter", "--also", *name, text="").returncode)
 
 
 class Folder(unittest.TestCase):
@@ -158,6 +159,29 @@ class Folder(unittest.TestCase):
         done = self.check("stranger.xml", "good.xml", "-v", "--message", "str*=md", "--message", "good.xml=user")
         self.assertRegex(done.stdout, r"(?m)^accepted +md +stranger.xml$")
         self.assertRegex(done.stdout, r"(?m)^refused +user +good.xml$")
+
+    def test_known_by_its_keys(self):
+        for name, text, message, result in (
+                ("a.xml", "<Other><usepir>1</usepir><scope/></Other>", "md", "refused"),
+                ("b.xml", "<Other><usepir>1</usepir><width>5</width></Other>", "md", "accepted"),
+                ("c.xml", "<Other><usepir>1</usepir><other>1</other></Other>", None, "unknown"),
+                ("d.xml", "<Other><channelId>1</channelId></Other>", None, "unknown"),  # many have this key
+                ("e.xml", "<Other><usepi>1</usepi></Other>", None, "unknown")):  # a guess from half a name
+            with self.subTest(text=text):
+                with open(os.path.join(self.folder, name), "w", encoding="utf-8") as file:
+                    file.write(text)
+                report = json.loads(self.check(name, "--format", "json").stdout)["files"][0]
+                self.assertEqual((message, result), (report["message"], report["result"]))
+                self.assertEqual(result == "refused", "taken as md, the only message with all its keys" in
+                                 self.check(name).stdout)
+
+    def test_shortened_names_are_told(self):
+        with open(os.path.join(self.folder, "md.xml"), "w", encoding="utf-8") as file:
+            file.write("<MD>\n<wid>5</wid></MD>")
+        self.assertIn("md.xml:2:1: note: MD/wid was read as width\n", self.check("md.xml").stdout)
+        report = json.loads(self.check("md.xml", "--format", "json").stdout)
+        self.assertEqual([{"line": 2, "column": 1, "element": "MD/wid", "key": "width"}],
+                         report["files"][0]["shortened"])
 
     def test_workflow_commands(self):
         done = self.check("inner/ignored.XML", "refused.xml", "malformed.xml", "stranger.xml", "--format",
@@ -256,6 +280,17 @@ class RefusalKinds(unittest.TestCase):
                 if accepted:
                     self.assertRegex(said[0], "  accepted  .*" + re.escape(accepted))
 
+    def test_elements_that_own_code_reads(self):
+        said = run("parse", "md", "-", text="<MD><sensInfoNew><sensInfoList>3</sensInfoList></sensInfoNew></MD>").stderr
+        self.assertRegex(said, "  accepted  an element with children such as .*sensitivity")
+
+    def test_a_header_that_is_none(self):
+        path = os.path.join(EXAMPLES, REQUEST)
+        done = run("parse", "md", path, "--ext", path)
+        self.assertEqual(1, done.returncode)
+        self.assertRegex(done.stderr, r"motion_request.xml:\d+:1: refused: this is no extension header")
+        self.assertIn("  accepted  a root element called Extension", done.stderr)
+
     def test_the_caret_stays_below(self):
         for before in ("\t", "\xe9\t", "\u540d\u524d", "e\u0301", "<a b='" + "\u540d" * 100 + "'/>", "<a/>" * 500):
             text = f"<?xml version='1.0' encoding='UTF-8'?>\n<MD><x>{before}</x><width>0</width>{'<b/>' * 100}</MD>"
@@ -290,6 +325,13 @@ class CommandLine(unittest.TestCase):
         done = subprocess.run(["bash", "-c", 'trap "" PIPE; "$0" list | head -n 1', netparam_test.NETPARAM],
                               capture_output=True, check=False)
         self.assertEqual((b"", 1), (done.stderr, done.stdout.count(b"\n")))
+
+    def test_what_cannot_be_written(self):
+        for arguments in (("--help",), ("--version",), ("list", "--help"), ("list",), ("manual",), ("check", EXAMPLES)):
+            with open("/dev/full", "w", encoding="utf-8") as full:
+                done = subprocess.run([netparam_test.NETPARAM, *arguments], stdout=full, stderr=subprocess.PIPE,
+                                      check=False)
+            self.assertEqual((3, b"netparam: the output cannot be written\n"), (done.returncode, done.stderr))
 
     def test_the_manual_tells_everything(self):
         page = run("manual").stdout.replace("\\-", "-")

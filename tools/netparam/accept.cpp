@@ -167,6 +167,14 @@ std::vector<std::string> spellings(const netpublic::WordTable &words, Use direct
     return texts;
 }
 
+std::vector<std::string> keys_of(const Table &table)
+{
+    std::vector<std::string> keys;
+    for (unsigned i = 0; i < table.keys; ++i)
+        keys.emplace_back(table.key(table.row(i)));
+    return keys;
+}
+
 std::string accepted_by(const Table &table, const Row &row)
 {
     switch (row.kind) {
@@ -199,10 +207,7 @@ std::string accepted_by(const Table &table, const Row &row)
         return "a whole number of at most 12 characters, " + std::to_string(table.capacity(row)) + " of them";
     case Kind::group:
     case Kind::list: {
-        const Table &inner = *table.ref(row.ref).table;
-        std::vector<std::string> keys;
-        for (unsigned i = 0; i < inner.keys; ++i)
-            keys.emplace_back(inner.key(inner.row(i)));
+        const std::vector<std::string> keys = keys_of(*table.ref(row.ref).table);
         return (row.kind == Kind::list ? "at most " + std::to_string(table.capacity(row)) + " elements with "
                                        : "an element with ") +
                "the children " + joined(keys, ", ");
@@ -216,6 +221,22 @@ std::string accepted_by(const Table &table, const Row &row)
     }
 }
 
+namespace {
+
+// Of an element whose reader is the message's own code, the rows at least name the members.
+std::string accepted_by_own_code(const Table &table, const Row &row)
+{
+    unsigned index = 0;
+    while (&table.row(index) != &row)
+        ++index;
+    const Table *inner = table.detail(index).shown;
+    if (inner == nullptr || inner->keys == 0)
+        return "";
+    return "an element with children such as " + joined(keys_of(*inner), ", ") + "; the message's own code decides";
+}
+
+} // namespace
+
 Verdict judge(const Table &table, const Row &row, const void *record, const TiXmlNode &node)
 {
     Verdict verdict = {"the value is refused", accepted_by(table, row), true};
@@ -228,6 +249,8 @@ Verdict judge(const Table &table, const Row &row, const void *record, const TiXm
         verdict.text_is_to_blame = false;
     } else if (row.kind == Kind::custom) {
         verdict.reason = own_fault(table, row, text);
+        if (verdict.accepted.empty())
+            verdict.accepted = accepted_by_own_code(table, row);
         verdict.text_is_to_blame = text != nullptr;
     } else if (row.kind == Kind::list || row.kind == Kind::int_items) {
         const int count = stored_count(table, row, record);

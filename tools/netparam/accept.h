@@ -21,6 +21,8 @@ struct Verdict {
 // Of a child that the row has refused; `record` is as the reader left it.
 Verdict judge(const netpublic::Table &table, const netpublic::Row &row, const void *record, const TiXmlNode &node);
 
+// In the order in which they are tried.
+std::vector<std::string> keys_of(const netpublic::Table &table);
 // The spellings that can be read, or that can be written.
 std::vector<std::string> spellings(const netpublic::WordTable &words, netpublic::Use direction);
 

@@ -115,8 +115,9 @@ public:
         json_ = {{"file", path}, {"message", nullptr}, {"result", nullptr}};
         try {
             // The text is read twice, so that a session can have it from the beginning.
-            const std::string root = Document(path).body().ValueStr();
-            settle(path, lower(root) == "extension" ? read_extension(path) : read_body(path, root));
+            const Document document(path);
+            const bool is_header = lower(document.body().ValueStr()) == "extension";
+            settle(path, is_header ? read_extension(path) : read_body(path, document.body()));
         } catch (const Failure &failure) {
             fail(path, failure);
         }
@@ -149,9 +150,7 @@ public:
     {
         progress_.clear();
         if (options_.format == format_json)
-            out_ << Json{{"files", files_}, {"summary", summary_json()}}.dump(2, ' ', false,
-                                                                              Json::error_handler_t::replace)
-                 << '\n';
+            out_ << json_text(Json{{"files", files_}, {"summary", summary_json()}}) << '\n';
         else
             out_ << summary() << '\n';
         for (const auto &one : by_severity)
@@ -166,9 +165,11 @@ private:
         const Entry *entry;
     };
 
-    // By --message; by the file's name up to its first dot, if that is a message's; by the root element.
-    const Entry &entry_for(const std::string &path, const std::string &root) const
+    // By --message; by the file's name up to its first dot, if that is a message's; by the root element; by the
+    // keys that the children name.
+    const Entry &entry_for(const std::string &path, const TiXmlElement &body)
     {
+        known_by_keys_ = false;
         const std::string file = fs::path(path).filename().string();
         for (const Choice &choice : chosen_)
             if (fnmatch(choice.pattern.c_str(), path.c_str(), 0) == 0 ||
@@ -176,18 +177,33 @@ private:
                 return *choice.entry;
         if (const Entry *entry = parsed_message(file.substr(0, file.find('.'))))
             return *entry;
-        const std::vector<const Entry *> found = parsed_by_root(root);
+        const std::vector<const Entry *> found = parsed_by_root(body.ValueStr());
         if (found.size() == 1)
             return *found.front();
+        const std::vector<const Entry *> fitting = parsed_by_keys(found.empty() ? parsed_messages() : found, body);
+        known_by_keys_ = fitting.size() == 1;
+        if (known_by_keys_)
+            return *fitting.front();
+        throw Failure(exit_usage,
+                      printable(path) + ": " +
+                          (found.empty() ? "no message is known by the root element "
+                                         : "several messages have the root element ") +
+                          in_quotes(body.ValueStr()) +
+                          (found.empty() && !fitting.empty() ? ", and several have keys for its children" : "") +
+                          candidates(found.empty() ? fitting : found) + "; --message says which one is meant");
+    }
+
+    // ": md, user", if there are only a few.
+    static std::string candidates(const std::vector<const Entry *> &messages)
+    {
+        constexpr std::size_t few = 6;
+        if (messages.empty() || messages.size() > few)
+            return "";
         std::vector<std::string> names;
-        names.reserve(found.size());
-        for (const Entry *entry : found)
+        names.reserve(messages.size());
+        for (const Entry *entry : messages)
             names.push_back(entry->name());
-        throw Failure(exit_usage, printable(path) + ": " +
-                                      (found.empty() ? "no message is known by the root element "
-                                                     : "several messages have the root element ") +
-                                      in_quotes(root) + (found.empty() ? "" : ": " + joined(names, ", ")) +
-                                      "; --message says which one is meant");
+        return ": " + joined(names, ", ");
     }
 
     Outcome read_extension(const std::string &path)
@@ -202,9 +218,9 @@ private:
         return good ? accepted : refused;
     }
 
-    Outcome read_body(const std::string &path, const std::string &root)
+    Outcome read_body(const std::string &path, const TiXmlElement &body)
     {
-        const Entry &entry = entry_for(path, root);
+        const Entry &entry = entry_for(path, body);
         Options options = options_;
         options.file = path;
         json_["message"] = entry.name();
@@ -215,6 +231,9 @@ private:
         session.prepare();
         const bool good = session.parse();
         report(session, *session.body_document(), path, good);
+        if (!good && known_by_keys_)
+            note(path, "not surely " + entry.name(),
+                 "taken as " + entry.name() + ", the only message with all its keys; --message can say otherwise");
         if (good && entry.writes())
             write(session, path);
         return good ? accepted : refused;
@@ -227,12 +246,15 @@ private:
         json_["written"] = good;
         written_ += good;
         unwritten_ += !good;
-        if (good || !options_.verbose)
-            return;
-        constexpr char text[] = "what was read cannot be written back";
+        if (!good && options_.verbose)
+            note(path, "not written", "what was read cannot be written back");
+    }
+
+    void note(const std::string &path, const std::string &title, const std::string &text)
+    {
         progress_.clear();
         if (options_.format == format_github)
-            annotate(out_, "notice", path, {}, "not written", text);
+            annotate(out_, "notice", path, {}, title, text);
         else if (options_.format == format_text)
             out_ << printable(path) << ": " << options_.style.note("note:") << ' ' << text << '\n';
     }
@@ -242,16 +264,18 @@ private:
         const Trace &trace = *session.trace();
         const bool ignores = trace.ignored_in_all() > 0;
         ignoring_ += ignores;
-        if (!good || ignores)
+        if (!good || ignores || !trace.shortened().empty())
             progress_.clear();
         json_["refused"] = good ? Json() : refusal_json(session, document);
         json_["ignored"] = ignored_json(trace);
+        json_["shortened"] = shortened_json(trace);
         if (options_.format == format_github) {
             annotate_ignored(out_, trace, path);
             if (!good)
                 annotate_refusal(out_, session, document);
         } else if (options_.format == format_text) {
             print_ignored(out_, trace, document, options_);
+            print_shortened(out_, trace, document, options_);
             if (!good)
                 print_refusal(out_, session, document, options_);
             if (!good)
@@ -313,6 +337,7 @@ private:
     const CheckOptions &options_;
     Progress progress_;
     std::vector<Choice> chosen_;
+    bool known_by_keys_ = false;        // the message of the file in progress
     Json json_, files_ = Json::array(); // of the file in progress, and of all
     std::size_t total_ = 0, ignoring_ = 0, written_ = 0, unwritten_ = 0;
     std::size_t counts_[outcomes] = {};
@@ -355,8 +380,9 @@ void add_check(CommandLine &line)
     options->device.add_options(verb);
     line.explain(verb,
                  "The message of a file is the one that --message gives for it, or the one that the file is called "
-                 "after (as in \"md.xml\" and \"md.2.xml\"), or the only one with its root element; otherwise the file "
-                 "is reported as unknown. Extension headers are known by their root element. What was read is written "
+                 "after (as in \"md.xml\" and \"md.2.xml\"), or the only one with its root element, or the only one "
+                 "with keys for all its children; otherwise the file is reported as unknown. Extension headers are "
+                 "known by their root element. What was read is written "
                  "back where the library can write the message; a payload that cannot be written is counted, but is "
                  "no refusal.\n\n"
                  "The exit code tells the worst that was found: a fault, then a file that cannot be read, a malformed "

@@ -87,7 +87,9 @@ CommandLine::CommandLine(Style for_both)
     app.failure_message([](const CLI::App *top, const CLI::Error &error) {
         const std::vector<CLI::App *> verbs = top->get_subcommands();
         const std::string command = verbs.empty() ? "netparam" : "netparam " + verbs.back()->get_name();
-        return command + ": " + printable(error.what()) + "\nSee \"" + command + " --help\".\n";
+        const bool lacks_verb = verbs.empty() && dynamic_cast<const CLI::RequiredError *>(&error) != nullptr;
+        return command + ": " + (lacks_verb ? "VERB is required" : printable(error.what())) + "\nSee \"" + command +
+               " --help\".\n";
     });
     app.require_subcommand(1);
     add_list(*this);

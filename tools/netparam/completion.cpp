@@ -249,7 +249,7 @@ void add_completion(CommandLine &line)
     options->line = &line;
     CLI::App &verb = line.add_verb("completion", "Prints a shell's completions", options, completion);
     verb.group("");
-    verb.add_option("SHELL", options->shell, "Which shell")->required()->check(CLI::IsMember({"bash", "zsh"}));
+    verb.add_option("SHELL", options->shell, "bash or zsh")->required()->check(CLI::IsMember({"bash", "zsh"}));
 }
 
 } // namespace netparam

@@ -131,7 +131,7 @@ ExitCode diff(std::ostream &out, std::ostream &errors, const DiffOptions &option
                            {"b", file_name(options.other)},
                            {"equal", found.empty()},
                            {"differences", list}};
-        out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+        out << json_text(json) << '\n';
     } else if (!found.empty()) {
         std::size_t width = 0;
         for (const Difference &difference : found)

@@ -97,7 +97,7 @@ ExitCode play(std::ostream &out, std::ostream &errors, const Options &options)
         throw Failure(exit_usage, entry.name() + " has no parser: leave out the FILE");
     Session session(entry, options);
 
-    if (Document *document = session.extension_document()) {
+    if (const Document *document = session.extension_document()) {
         print_xml(out, "Request, extension header", *document->tree().RootElement(), options);
         if (!session.read_extension())
             return refused(out, errors, session, *document, options);

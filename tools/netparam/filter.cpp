@@ -59,6 +59,13 @@ bool filter_file(const std::string &path, Masker &masker, std::ostream &out)
     return whole;
 }
 
+// Empty for what can be the name of an element or attribute.
+std::string name_fault(const std::string &name)
+{
+    const bool fits = !name.empty() && name.find_first_of(" \t\r\n<>/=&\"'") == std::string::npos;
+    return fits ? "" : in_quotes(name) + " is no name of an element or attribute";
+}
+
 ExitCode filter(std::ostream &out, std::ostream &errors, const FilterOptions &options)
 {
     std::vector<std::string> names(std::begin(addresses), std::end(addresses));
@@ -87,6 +94,7 @@ void add_filter(CommandLine &line)
     CLI::App &verb = line.add_verb("filter", "Hides passwords, keys, tokens and addresses in a log", options, filter);
     verb.add_option("FILE", options->files, "Texts with XML in them; none, or -, is standard input");
     verb.add_option("--also", options->also, "A further element or attribute to hide")
+        ->check(name_fault)
         ->type_name("NAME")
         ->allow_extra_args(false);
     line.explain(

@@ -28,6 +28,13 @@ void check_verb(const CLI::App &app, const std::string &typed)
                       (near.empty() ? ", only " + joined(verbs, ", ") : "; did you mean " + near.front() + "?"));
 }
 
+ExitCode flushed(ExitCode code)
+{
+    if (!std::cout.flush())
+        throw Failure(exit_file, "the output cannot be written");
+    return code;
+}
+
 int run(int argc, char **argv)
 {
     CommandLine line(terminal_style());
@@ -35,13 +42,11 @@ int run(int argc, char **argv)
         check_verb(line.app, argc > 1 ? argv[1] : "-");
         line.app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
-        const int code = line.app.exit(error, std::cout, std::cerr);
-        return code == 0 ? exit_ok : exit_usage;
+        if (line.app.exit(error, std::cout, std::cerr) != 0)
+            return exit_usage;
+        return flushed(exit_ok); // help or version
     }
-    const ExitCode code = line.action(std::cout, std::cerr);
-    if (!std::cout.flush())
-        throw Failure(exit_file, "the output cannot be written");
-    return code;
+    return flushed(line.action(std::cout, std::cerr));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "messages.h"
 
+#include "engine.h"
 #include "failure.h"
 #include "nearest.h"
 #include "text.h"
@@ -156,6 +157,36 @@ std::vector<const Entry *> parsed_by_root(const std::string &element)
     std::vector<const Entry *> found;
     for (const Entry &entry : entries())
         if (entry.parses() && (simplified(entry.name()) == simplified(element) || bears(entry, simplified(element))))
+            found.push_back(&entry);
+    return found;
+}
+
+std::vector<const Entry *> parsed_by_keys(const std::vector<const Entry *> &messages, const TiXmlElement &body)
+{
+    const auto has_key = [](const Entry &entry, const TiXmlElement &child) {
+        const netpublic::Table *table = entry.message->read;
+        for (unsigned i = 0; table != nullptr && i < table->keys; ++i)
+            if (netpublic::is_named(child.Value(), table->key(table->row(i))))
+                return true;
+        return false;
+    };
+    std::vector<const Entry *> found;
+    for (const Entry *entry : messages) {
+        const TiXmlElement *child = body.FirstChildElement();
+        bool fits = child != nullptr;
+        for (; fits && child != nullptr; child = child->NextSiblingElement())
+            fits = has_key(*entry, *child);
+        if (fits)
+            found.push_back(entry);
+    }
+    return found;
+}
+
+std::vector<const Entry *> parsed_messages()
+{
+    std::vector<const Entry *> found;
+    for (const Entry &entry : entries())
+        if (entry.parses())
             found.push_back(&entry);
     return found;
 }

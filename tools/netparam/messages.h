@@ -5,6 +5,8 @@
 #include "catalogue.h"
 #include "registry.h"
 
+#include <tinyxml.h>
+
 #include <string>
 #include <vector>
 
@@ -42,6 +44,10 @@ const Entry &find_message(const std::string &name);
 const Entry *parsed_message(const std::string &name);
 // All messages that can be parsed and are known by the root element.
 std::vector<const Entry *> parsed_by_root(const std::string &element);
+// Those of these messages whose tables have a key of the name of every child; none for a body without children.
+std::vector<const Entry *> parsed_by_keys(const std::vector<const Entry *> &messages, const TiXmlElement &body);
+// All messages that can be parsed.
+std::vector<const Entry *> parsed_messages();
 
 } // namespace netparam
 

@@ -9,12 +9,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Names and texts of a body may hold any bytes; JSON is UTF-8.
-std::string dumped(const Json &json)
-{
-    return json.dump(2, ' ', false, Json::error_handler_t::replace);
-}
-
 Json header_json(const Entry &entry, const Session &session)
 {
     const net_param_t &param = session.envelope();
@@ -67,7 +61,7 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, const ParseOptions 
         json["log"] = log_json(session);
         json["payload"] = to_json(items);
         json["rows"] = rows_json(items);
-        out << dumped(json) << '\n';
+        out << json_text(json) << '\n';
         return accepted ? exit_ok : exit_refused;
     }
     if (body_was_read) {

@@ -147,6 +147,11 @@ void print_memory(std::ostream &out, const std::vector<Item> &items, const Style
     }
 }
 
+std::string json_text(const Json &json)
+{
+    return json.dump(2, ' ', false, Json::error_handler_t::replace);
+}
+
 Json rows_json(const std::vector<Item> &items)
 {
     Json rows = Json::array();
@@ -165,6 +170,15 @@ Refusal refusal_of(const Session &session, const Document &document)
     if (const Refusal *refusal = session.trace()->refusal())
         return *refusal;
     Refusal refusal;
+    const TiXmlElement *root = document.tree().RootElement();
+    if (&document == session.extension_document() && root != nullptr &&
+        !netpublic::answers_to(root->Value(), "Extension")) {
+        refusal.spot = spot_of(*root);
+        refusal.path = root->ValueStr();
+        refusal.reason = "this is no extension header";
+        refusal.accepted = "a root element called Extension";
+        return refusal;
+    }
     refusal.spot = spot_of(document.body());
     refusal.path = path_of(document.body());
     refusal.reason = "the message as a whole is refused, although each of its elements was read";

@@ -32,6 +32,9 @@ void print_shortened(std::ostream &out, const Trace &trace, const Document &docu
 // The library's own lines, if there are any.
 void print_log(std::ostream &out, const Session &session, const Style &style);
 
+// For output; what is no UTF-8 is replaced, as names and texts of a body may hold any bytes.
+std::string json_text(const nlohmann::ordered_json &json);
+
 nlohmann::ordered_json refusal_json(const Session &session, const Document &document);
 nlohmann::ordered_json ignored_json(const Trace &trace);
 nlohmann::ordered_json shortened_json(const Trace &trace);

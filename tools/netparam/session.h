@@ -68,7 +68,7 @@ public:
     {
         return extension_;
     }
-    Document *extension_document()
+    const Document *extension_document() const
     {
         return extension_document_ ? &*extension_document_ : nullptr;
     }

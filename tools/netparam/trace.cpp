@@ -32,14 +32,6 @@ bool is_known(const Table &table, const TiXmlNode &node)
     return false;
 }
 
-std::vector<std::string> keys_of(const Table &table)
-{
-    std::vector<std::string> keys;
-    for (unsigned i = 0; i < table.keys; ++i)
-        keys.emplace_back(table.key(table.row(i)));
-    return keys;
-}
-
 Refusal of_value(const Table &table, const Row &row, const void *record, const TiXmlNode &node, bool show_secrets)
 {
     const Verdict verdict = judge(table, row, record, node);

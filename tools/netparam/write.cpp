@@ -1,5 +1,5 @@
 #include "command_line.h"
-#include "drawn.h"
+#include "grid_file.h"
 #include "load.h"
 #include "payload.h"
 #include "report.h"

@@ -1,4 +1,4 @@
-#include "drawn.h"
+#include "grid_file.h"
 
 #include "document.h"
 #include "failure.h"

@@ -1,6 +1,6 @@
-// Drawings of cells as text, read back in.
-#ifndef NETPARAM_DRAWN_H
-#define NETPARAM_DRAWN_H
+// Grids and schedules drawn as text, read back in: what "write --grid" takes.
+#ifndef NETPARAM_GRID_FILE_H
+#define NETPARAM_GRID_FILE_H
 
 #include "item.h"
 
