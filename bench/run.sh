@@ -32,6 +32,7 @@ done
 
 install_packages "${build_packages[@]}" "${bench_packages[@]}"
 build=build/bench
+mkdir -p $build
 results=$build/benchmarks.json
 target=netpublic_bench
 [ "$count" = no ] || target=netpublic_count

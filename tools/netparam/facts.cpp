@@ -11,7 +11,6 @@ namespace netparam {
 
 using netpublic::Detail;
 using netpublic::Kind;
-using netpublic::Limits;
 using netpublic::Row;
 using netpublic::Shape;
 using netpublic::Table;
@@ -56,7 +55,7 @@ std::string member_at(const Table &table, std::uint32_t offset)
         const Row &row = table.row(i);
         if (!has_detail(table, i) || offset < row.offset || offset >= row.offset + bytes_of(table, i))
             continue;
-        const std::string name = table.text(table.detail(i).member);
+        std::string name = table.text(table.detail(i).member);
         if (row.offset == offset && bytes_of(table, i) == sizeof(int))
             return name;
         if (row.kind != Kind::group)
