@@ -310,15 +310,20 @@ TEST_F(InterfaceTest, LoopbackHasAddresses)
 // A real interface has a hardware address whose bytes differ; the kernel's text of it is the one wanted.
 TEST_F(InterfaceTest, HardwareAddressOfRealInterfaces)
 {
-    for (const auto &entry : std::filesystem::directory_iterator("/sys/class/net")) {
+    int compared = 0;
+    std::error_code missing;
+    for (const auto &entry : std::filesystem::directory_iterator("/sys/class/net", missing)) {
         std::ifstream file(entry.path() / "address");
         std::string kernel;
         Buffer<32> ip;
         Buffer<20> mac;
         if (file >> kernel && net_ip_and_mac_get(entry.path().filename().c_str(), ip, mac) == 0) {
             EXPECT_EQ(std::string(mac), kernel) << entry.path();
+            ++compared;
         }
     }
+    if (compared == 0)
+        GTEST_SKIP() << "no interface with an address to compare with";
 }
 
 TEST_F(InterfaceTest, UnknownInterfaceHasNone)
