@@ -160,7 +160,7 @@ std::string quoted(const std::string &text)
     return "'" + replaced(text, "'", "'\\''") + "'";
 }
 
-// In a specification of an argument.
+// Inside what zsh is told of an argument.
 std::string zsh_text(const std::string &text)
 {
     std::string out;
