@@ -1,6 +1,6 @@
 #include "author.h"
 
-#include "engine.h"
+#include "engine/engine.h"
 #include "oracle.h"
 #include "promises.h"
 #include "session.h"

@@ -3,7 +3,7 @@
 #ifndef NETPUBLIC_FUZZ_ORACLE_H
 #define NETPUBLIC_FUZZ_ORACLE_H
 
-#include "engine.h"
+#include "engine/engine.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include "session.h"
 
+#include "ground/text_guard.h"
 #include "oracle.h"
 #include "promises.h"
-#include "text_guard.h"
 
 #include <net_public.h>
 #include <tinyxml.h>

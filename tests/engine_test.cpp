@@ -1,6 +1,6 @@
-#include "engine.h"
+#include "engine/engine.h"
+#include "engine/records.h"
 #include "memory.h"
-#include "records.h"
 #include "support.h"
 
 #include <net_public.h>

@@ -1,5 +1,5 @@
-#include "log.h"
-#include "words.h"
+#include "ground/log.h"
+#include "ground/words.h"
 
 #include <net_host.h>
 #include <net_public.h>

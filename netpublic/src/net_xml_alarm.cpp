@@ -1,12 +1,12 @@
 // Alarm and intelligent detection: motion detection and detector areas, alarm reports and searches,
 // smart-AI rules and AI settings, floodlights.
-#include "engine.h"
-#include "grid.h"
-#include "records.h"
-#include "registry.h"
-#include "tables.h"
-#include "time_blocks.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/records.h"
+#include "engine/registry.h"
+#include "toolkit/time_blocks.h"
+#include "values/grid.h"
+#include "values/tables.h"
+#include "values/values.h"
 
 #include <net_public.h>
 

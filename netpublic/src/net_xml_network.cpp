@@ -1,7 +1,7 @@
 // Network settings: link type, DHCP, automatic DNS, addresses, DNS servers, service ports, NTP and DDNS.
-#include "engine.h"
-#include "registry.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/registry.h"
+#include "values/values.h"
 
 #include <net_public.h>
 

@@ -1,7 +1,7 @@
 // What is laid over the picture: the date, the channel's name, and the privacy masks.
-#include "engine.h"
-#include "registry.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/registry.h"
+#include "values/values.h"
 
 #include <net_public.h>
 

@@ -1,8 +1,8 @@
 // Pan, tilt and zoom: commands, presets, cruises, the serial line, zoom and focus, guard and positions.
-#include "engine.h"
-#include "registry.h"
-#include "tables.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/registry.h"
+#include "values/tables.h"
+#include "values/values.h"
 
 #include <net_public.h>
 

@@ -1,7 +1,7 @@
 // Recording: schedule, timing, switch, key and prompt of encrypted recordings, manual recording, deletion.
-#include "engine.h"
-#include "records.h"
-#include "registry.h"
+#include "engine/engine.h"
+#include "engine/records.h"
+#include "engine/registry.h"
 
 #include <net_public.h>
 

@@ -1,10 +1,10 @@
 // Live view and encoding: live-view requests, encoder settings, encode tables, recorded-file headers.
-#include "engine.h"
-#include "printed_size.h"
-#include "records.h"
-#include "registry.h"
-#include "tables.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/records.h"
+#include "engine/registry.h"
+#include "toolkit/printed_size.h"
+#include "values/tables.h"
+#include "values/values.h"
 
 #include <net_public.h>
 

@@ -1,9 +1,9 @@
 // Device system: device information, general settings with the clock, daylight saving, video standard,
 // disks, configuration files, automatic reboot, factory restore, performance, versions and the local output.
-#include "engine.h"
-#include "registry.h"
-#include "tables.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/registry.h"
+#include "values/tables.h"
+#include "values/values.h"
 
 #include <net_public.h>
 

@@ -1,8 +1,8 @@
 // The device system: the support and ability descriptions and the heart beat.
-#include "engine.h"
-#include "registry.h"
-#include "tables.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/registry.h"
+#include "values/tables.h"
+#include "values/values.h"
 
 #include <net_host.h>
 #include <net_public.h>

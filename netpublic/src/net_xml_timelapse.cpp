@@ -1,9 +1,9 @@
 // Time-lapse recording: configuration, calendar, tasks, file search, download, deletion, cover.
-#include "engine.h"
-#include "records.h"
-#include "registry.h"
-#include "tables.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/records.h"
+#include "engine/registry.h"
+#include "values/tables.h"
+#include "values/values.h"
 
 #include <net_public.h>
 

@@ -1,8 +1,8 @@
 // Users and login: login requests, accounts, users who are online, rights, failed logins, authorisation,
 // shared users, and camera firmware. Secrets are copied, never logged.
-#include "engine.h"
-#include "registry.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/registry.h"
+#include "values/values.h"
 
 #include <net_public.h>
 

@@ -1,7 +1,7 @@
 #include "facts.h"
 
 #include "accept.h"
-#include "engine.h"
+#include "engine/engine.h"
 #include "rows.h"
 #include "text.h"
 

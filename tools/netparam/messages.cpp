@@ -1,6 +1,6 @@
 #include "messages.h"
 
-#include "engine.h"
+#include "engine/engine.h"
 #include "failure.h"
 #include "nearest.h"
 #include "text.h"

@@ -3,7 +3,7 @@
 #define NETPARAM_TRACE_H
 
 #include "document.h"
-#include "engine.h"
+#include "engine/engine.h"
 
 #include <map>
 #include <string>

@@ -2,7 +2,7 @@
 #ifndef NETPUBLIC_DESCRIBE_H
 #define NETPUBLIC_DESCRIBE_H
 
-#include "description.h"
+#include "engine/description.h"
 
 namespace netpublic {
 

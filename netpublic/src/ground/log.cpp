@@ -1,4 +1,4 @@
-#include "log.h"
+#include "ground/log.h"
 
 #include <net_host.h>
 

@@ -1,5 +1,5 @@
-#include "base64.h"
-#include "grid.h"
+#include "ground/base64.h"
+#include "values/grid.h"
 
 #include <net_public.h>
 #include <net_xml_words.h>

@@ -1,6 +1,6 @@
-#include "text_guard.h"
+#include "ground/text_guard.h"
 
-#include "words.h"
+#include "ground/words.h"
 
 #include <cstring>
 

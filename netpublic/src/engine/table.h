@@ -8,9 +8,9 @@
 #ifndef NETPUBLIC_TABLE_H
 #define NETPUBLIC_TABLE_H
 
-#include "common.h"
-#include "log.h"
-#include "words.h"
+#include "engine/common.h"
+#include "ground/log.h"
+#include "ground/words.h"
 
 #include <cstddef>
 #include <cstdint>

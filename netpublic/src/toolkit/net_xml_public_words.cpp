@@ -1,5 +1,5 @@
-#include "log.h"
-#include "tables.h"
+#include "ground/log.h"
+#include "values/tables.h"
 
 #include <net_public.h>
 #include <net_xml_words.h>

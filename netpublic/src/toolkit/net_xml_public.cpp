@@ -1,9 +1,9 @@
 // The XML toolkit's readers and writers, and the extension header.
-#include "engine.h"
-#include "records.h"
-#include "tables.h"
-#include "text_guard.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/records.h"
+#include "ground/text_guard.h"
+#include "values/tables.h"
+#include "values/values.h"
 
 #include <net_host.h>
 #include <net_public.h>

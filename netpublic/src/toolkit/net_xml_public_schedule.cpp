@@ -1,8 +1,8 @@
 // Weekly schedules: the per-type form, the per-combination form and the runs of hours in both.
-#include "engine.h"
-#include "tables.h"
-#include "time_blocks.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "toolkit/time_blocks.h"
+#include "values/tables.h"
+#include "values/values.h"
 
 #include <net_xml_public.h>
 

@@ -1,4 +1,4 @@
-#include "words.h"
+#include "ground/words.h"
 
 #include <cstring>
 

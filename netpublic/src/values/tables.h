@@ -2,7 +2,7 @@
 #ifndef NETPUBLIC_TABLES_H
 #define NETPUBLIC_TABLES_H
 
-#include "words.h"
+#include "ground/words.h"
 
 namespace netpublic {
 

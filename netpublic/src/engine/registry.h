@@ -17,7 +17,7 @@
 
 #ifdef NETPUBLIC_DESCRIBED
 
-#include "table.h"
+#include "engine/table.h"
 
 #include <net_types.h>
 

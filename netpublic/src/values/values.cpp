@@ -1,4 +1,4 @@
-#include "values.h"
+#include "values/values.h"
 
 #include <clocale>
 #include <cstdlib>

@@ -1,6 +1,6 @@
-#include "printed_size.h"
+#include "toolkit/printed_size.h"
 
-#include "values.h"
+#include "values/values.h"
 
 namespace netpublic {
 namespace {

@@ -1,4 +1,4 @@
-#include "tree.h"
+#include "ground/tree.h"
 
 namespace netpublic {
 

@@ -2,7 +2,7 @@
 #ifndef NETPUBLIC_ENGINE_H
 #define NETPUBLIC_ENGINE_H
 
-#include "describe.h"
+#include "engine/describe.h"
 
 #include <net_types.h>
 

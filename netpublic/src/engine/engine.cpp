@@ -1,6 +1,6 @@
-#include "engine.h"
+#include "engine/engine.h"
 
-#include "values.h"
+#include "values/values.h"
 
 #include <net_xml_public.h>
 

@@ -3,7 +3,7 @@
 #ifndef NETPUBLIC_VALUES_H
 #define NETPUBLIC_VALUES_H
 
-#include "tree.h"
+#include "ground/tree.h"
 
 #include <cstdint>
 

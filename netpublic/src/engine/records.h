@@ -2,7 +2,7 @@
 #ifndef NETPUBLIC_RECORDS_H
 #define NETPUBLIC_RECORDS_H
 
-#include "describe.h"
+#include "engine/describe.h"
 
 namespace netpublic {
 

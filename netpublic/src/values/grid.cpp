@@ -1,6 +1,6 @@
-#include "grid.h"
+#include "values/grid.h"
 
-#include "base64.h"
+#include "ground/base64.h"
 
 #include <cstdint>
 #include <cstring>

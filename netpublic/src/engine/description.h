@@ -14,7 +14,7 @@
 #ifndef NETPUBLIC_DESCRIPTION_H
 #define NETPUBLIC_DESCRIPTION_H
 
-#include "table.h"
+#include "engine/table.h"
 
 #include <net_types.h>
 
