@@ -103,21 +103,6 @@ constexpr auto encoder_message = describe<EncoderFields>();
 
 // Encode tables -----------------------------------------------------------------------------------
 
-// The lines are handed the value and the source line, and show them the other way round.
-struct ResolutionFields : Description {
-    using T = net_resolution_info_v20_t;
-    static constexpr Field fields[] = {
-        integer("width", AT(width))
-            .at_least(1)
-            .complain_plainly("Func(get_resolution_from_xmlnode) Line(%2$d) width(%1$d)\n"),
-        integer("height", AT(height))
-            .at_least(1)
-            .complain_plainly("Func(get_resolution_from_xmlnode) Line(%2$d) height(%1$d)\n"),
-    };
-    static constexpr Traits traits = HERE;
-};
-constexpr auto resolution_record = describe<ResolutionFields>();
-
 constexpr int no_stream = -1;
 
 // An encode table with the stream that it is for.
@@ -489,7 +474,7 @@ int get_compression_info_from_xmlnode(net_compression_info_v20_t *info, TiXmlNod
 
 int get_resolution_from_xmlnode(net_resolution_info_v20_t *resolution, TiXmlNode *node, const char *key)
 {
-    return read_logged(resolution_record, Line::plain, "get_resolution_from_xmlnode", resolution, node, key);
+    return read_component_logged(resolution, node, key, resolution_record);
 }
 
 int get_encodeTable_from_xmlnode(net_stream_info_v20_t *info, TiXmlNode *node, const char *key)

@@ -8,10 +8,10 @@ namespace netpublic {
 
 // Rows as they are being packed, in arrays that are long enough for any description of so many fields.
 template <std::size_t Fields, std::size_t Characters> struct Draft {
-    static constexpr std::size_t room = 4 * Fields; // a field and whatever is attached to it
+    static constexpr std::size_t room = (1 + Field::most_attachments) * Fields; // a field and what is attached to it
     Row rows[room]{};
     Limits limits[room]{};
-    Ref refs[2 * Fields + 2]{};
+    Ref refs[(3 + Field::most_attachments) * Fields + 3]{};
     std::uint8_t order[room]{};
     TextPool<Characters> texts;
 #ifdef NETPUBLIC_DESCRIBED
@@ -20,6 +20,7 @@ template <std::size_t Fields, std::size_t Characters> struct Draft {
     Source source{};
     std::size_t row_count = 0, key_count = 0, limit_count = 0, ref_count = 0, written = 0;
     std::uint16_t flags = 0;
+    std::uint8_t rare = 0;
 
     constexpr bool has_source() const
     {
@@ -187,11 +188,14 @@ template <class D> constexpr std::size_t characters_of()
 {
     const Traits &traits = D::traits;
     std::size_t characters = 1;
-    for (const char *text :
-         {traits.root_name, traits.parser_name, traits.writer_name, traits.unknown_line, traits.file})
+    for (const char *text : {traits.root_name, traits.parser_name, traits.writer_name, traits.unknown_line,
+                             traits.missing_line, traits.file})
         characters += room_for(text);
-    for (const Field &field : D::fields)
+    for (const Field &field : D::fields) {
         characters += room_for(field.key) + room_for(field.complaint);
+        for (const Field::Attachment &attachment : field.attachments)
+            characters += room_for(attachment.text);
+    }
 #ifdef NETPUBLIC_DESCRIBED
     for (const Field &field : D::fields)
         characters += room_for(field.member_name);
@@ -207,11 +211,11 @@ template <class Draft> constexpr std::size_t add_text(Draft &draft, const char *
     return common < common_texts.size ? common : common_texts.size + draft.texts.add(text);
 }
 
-// A text and, directly behind it, another one.
-template <class Draft> constexpr std::size_t add_texts(Draft &draft, const char *text, const char *other)
+// A text and, directly behind it, others.
+template <class Draft, class... Texts> constexpr std::size_t add_texts(Draft &draft, const char *text, Texts... others)
 {
     const std::size_t at = draft.texts.append(text);
-    draft.texts.append(other);
+    (draft.texts.append(others), ...);
     return common_texts.size + at;
 }
 
@@ -228,25 +232,40 @@ template <class Draft> constexpr std::size_t add_limits(Draft &draft, Limits pai
     return common_limit_count + own;
 }
 
-// Of a custom row's two functions only those that can be called.
+// Of a row's functions for reading and writing, which are its last two references, only those that can be called.
 template <class Draft> constexpr std::size_t add_refs(Draft &draft, const Field &field)
 {
     const std::size_t first = draft.ref_count;
-    for (std::size_t i = 0; i < field.ref_count; ++i)
-        if (field.kind != Kind::custom || field.direction != (i == 0 ? Direction::write : Direction::read))
+    const bool functions = field.kind == Kind::custom || field.kind == Kind::converted || field.kind == Kind::wire ||
+                           field.kind == Kind::wires;
+    for (std::size_t i = 0; i < field.ref_count; ++i) {
+        const bool reads = i + 2 == field.ref_count, writes = i + 1 == field.ref_count;
+        if (!functions ||
+            (!(reads && field.direction == Direction::write) && !(writes && field.direction == Direction::read)))
             draft.refs[draft.ref_count++] = field.refs[i];
+    }
     return field.ref_count == 0 ? no_ref : first;
 }
 
+// A row behind the keys, with the number of the row that it belongs to.
 template <class Draft>
-constexpr void attach(Draft &draft, std::size_t owner, const Field::Attachment &attachment, Kind kind)
+constexpr void add_attachment(Draft &draft, std::size_t owner, const Field::Attachment &attachment)
 {
-    if (!attachment.given)
-        return;
-    const std::size_t limits = kind == Kind::mark        ? add_limits(draft, {attachment.value, 0})
-                               : kind == Kind::condition ? static_cast<std::size_t>(attachment.value)
-                                                         : no_limits;
-    draft.rows[draft.row_count++] = pack_row(kind, attachment.offset, 0, 0, owner, limits);
+    std::size_t offset = attachment.offset, key = 0, limits = no_limits;
+    const bool function =
+        attachment.kind == Kind::hook || attachment.kind == Kind::again ||
+        (attachment.kind == Kind::condition && attachment.value == static_cast<std::int32_t>(When::function));
+    if (function) {
+        offset = draft.ref_count;
+        draft.refs[draft.ref_count++] = attachment.ref;
+    }
+    if (attachment.kind == Kind::mark)
+        limits = add_limits(draft, {attachment.value, 0});
+    else if (attachment.kind == Kind::condition || attachment.kind == Kind::hook)
+        limits = static_cast<std::size_t>(attachment.value);
+    if (attachment.text != nullptr)
+        key = add_text(draft, attachment.text);
+    draft.rows[draft.row_count++] = pack_row(attachment.kind, offset, 0, key, owner, limits);
 }
 
 #ifdef NETPUBLIC_DESCRIBED
@@ -255,7 +274,8 @@ template <class Draft> constexpr Detail detail_of(Draft &draft, const Field &fie
     return {field.member_type,  narrowed<std::uint16_t>(add_text(draft, field.member_name)),
             field.shape,        {field.dimensions[0], field.dimensions[1]},
             field.element_size, field.shown_table,
-            field.shown_offset, field.spelling};
+            field.shown_offset, field.spelling,
+            field.acceptance};
 }
 #endif
 
@@ -265,13 +285,15 @@ template <class Draft> constexpr void add_field(Draft &draft, const Field &field
     std::size_t flags = field.flags;
     if (shadowed)
         flags |= row_shadowed;
-    if (field.count.given || field.mark.given || field.condition.given)
+    if (field.attachment_count != 0)
         flags |= row_attached;
     if ((field.flags & row_own_test) != 0)
         draft.flags |= table_own_tests;
     if (field.kind == Kind::preset)
         draft.flags |= table_presets;
-    if ((field.flags & row_required) != 0) {
+    if (field.kind == Kind::grid || (field.kind == Kind::int_list && (field.flags & int_list_late) != 0))
+        draft.rare |= trait_late;
+    if ((field.flags & row_required) != 0 || (field.is_list() && (field.flags & list_exact) != 0)) {
         draft.flags |= table_required;
         if (index >= required_keys)
             wrong_description("only the first keys can be required");
@@ -280,10 +302,10 @@ template <class Draft> constexpr void add_field(Draft &draft, const Field &field
                             : field.key != nullptr     ? add_text(draft, field.key)
                                                        : 0;
     const std::size_t limits = field.limited ? add_limits(draft, field.limits) : no_limits;
-    draft.rows[index] = pack_row(field.kind, field.offset, flags, key, add_refs(draft, field), limits);
-    attach(draft, index, field.count, Kind::count);
-    attach(draft, index, field.mark, Kind::mark);
-    attach(draft, index, field.condition, Kind::condition);
+    const std::size_t ref = field.longest != 0 ? add_limits(draft, {field.longest, 0}) : add_refs(draft, field);
+    draft.rows[index] = pack_row(field.kind, field.offset, flags, key, ref, limits);
+    for (std::size_t i = 0; i < field.attachment_count; ++i)
+        add_attachment(draft, index, field.attachments[i]);
 #ifdef NETPUBLIC_DESCRIBED
     draft.details[index] = detail_of(draft, field);
 #endif
@@ -316,8 +338,11 @@ template <class Draft> constexpr void add_traits(Draft &draft, const Traits &tra
         draft.flags |= table_after;
         draft.refs[draft.ref_count++] = Ref(traits.after_hook);
     }
+    if ((traits.flags & table_walked) != 0)
+        draft.refs[draft.ref_count++] = Ref(traits.parse_function);
+    draft.rare |= traits.rare;
     const bool unnamed = *traits.file == '\0' && *traits.root_name == '\0' && *traits.parser_name == '\0' &&
-                         *traits.writer_name == '\0' && *traits.unknown_line == '\0';
+                         *traits.writer_name == '\0' && *traits.unknown_line == '\0' && *traits.missing_line == '\0';
     if (unnamed && traits.entry_line == Line::parser && traits.write_entry_line == Line::writer &&
         traits.failure_line == Line::none)
         return; // what a table without a Source says
@@ -327,12 +352,15 @@ template <class Draft> constexpr void add_traits(Draft &draft, const Traits &tra
     source.line = narrowed<std::uint16_t>(static_cast<std::size_t>(traits.line));
     source.writer = narrowed<std::uint16_t>(add_text(draft, traits.writer_name));
     source.root = narrowed<std::uint16_t>(add_text(draft, traits.root_name));
-    if (*traits.unknown_line == '\0') {
-        source.parser = narrowed<std::uint16_t>(add_text(draft, traits.parser_name));
-    } else {
+    // Behind the parser's name: the line for other children, the line for a missing one.
+    const bool unknown = *traits.unknown_line != '\0', missing = *traits.missing_line != '\0';
+    if (unknown)
         draft.flags |= table_unknown;
-        source.parser = narrowed<std::uint16_t>(add_texts(draft, traits.parser_name, traits.unknown_line));
-    }
+    source.parser = narrowed<std::uint16_t>(
+        unknown && missing ? add_texts(draft, traits.parser_name, traits.unknown_line, traits.missing_line)
+        : unknown          ? add_texts(draft, traits.parser_name, traits.unknown_line)
+        : missing          ? add_texts(draft, traits.parser_name, traits.missing_line)
+                           : add_text(draft, traits.parser_name));
     source.entry = traits.entry_line;
     source.write_entry = traits.write_entry_line;
     source.failure = traits.failure_line;
@@ -381,8 +409,10 @@ template <class D> constexpr auto describe()
 
     Table &head = out.beginning.head;
     const std::size_t start = offsetof(decltype(out.beginning), head), end = offsetof(Out, end) - start;
-    head.record_size = fitting<24>(sizeof(typename D::T)) & low_bits<24>;
-    head.keys = fitting<8>(draft.key_count) & low_bits<8>;
+    head.record_size = fitting<offset_bits>(sizeof(typename D::T)) & low_bits<offset_bits>;
+    head.keys = fitting<7>(draft.key_count) & low_bits<7>;
+    head.names = D::traits.names;
+    head.traits = fitting<4>(draft.rare) & low_bits<4>;
     head.flags = draft.flags;
     head.rows = narrowed<std::uint8_t>(draft.row_count);
     head.written = narrowed<std::uint8_t>(draft.written);
@@ -390,6 +420,9 @@ template <class D> constexpr auto describe()
     head.texts = narrowed<std::uint16_t>(end + offsetof(decltype(out.end), bytes) + order);
 #ifdef NETPUBLIC_DESCRIBED
     head.record = type_name<typename D::T>.data();
+    head.title = D::traits.title_text;
+    head.summary = D::traits.summary_text;
+    head.layout = D::traits.layout_table;
     head.details = narrowed<std::uint16_t>(offsetof(Out, details) - start);
     for (std::size_t i = 0; i < draft.row_count; ++i)
         out.details[i] = draft.details[i];

@@ -4,6 +4,9 @@
 
 #include "engine/describe.h"
 
+#include <net_xml_public.h>
+#include <net_xml_stream.h>
+
 namespace netpublic {
 
 // "year" to "second".
@@ -41,6 +44,46 @@ struct FloatValueFields : Description {
     static constexpr auto written = order("min", "max", "cur", "def");
 };
 inline constexpr auto float_value_record = describe<FloatValueFields>();
+
+// A device of a search.
+struct QueryDeviceFields : Description {
+    using T = net_query_deive_t;
+    static constexpr Field fields[] = {
+        text("uid", AT(uid)).complain("query error. device->uid(%s)\n"),
+        unsigned_longlong("logicChnBitmap", AT(logicChnBitmap)),
+    };
+    static constexpr Traits traits = HERE.logged_as("net_xml_public.cpp");
+};
+inline constexpr auto query_device = describe<QueryDeviceFields>();
+
+// The size of a picture. The lines are handed the value and the source line, and show them the other way round.
+struct ResolutionFields : Description {
+    using T = net_resolution_info_v20_t;
+    static constexpr Field fields[] = {
+        integer("width", AT(width))
+            .at_least(1)
+            .complain_plainly("Func(get_resolution_from_xmlnode) Line(%2$d) width(%1$d)\n"),
+        integer("height", AT(height))
+            .at_least(1)
+            .complain_plainly("Func(get_resolution_from_xmlnode) Line(%2$d) height(%1$d)\n"),
+    };
+    static constexpr Traits traits =
+        HERE.logged_as("net_xml_stream.cpp").parser("get_resolution_from_xmlnode").entry(Line::plain);
+};
+inline constexpr auto resolution_record = describe<ResolutionFields>();
+
+// Written with its name, which is never read.
+struct NamedResolutionFields : Description {
+    using T = net_resolution_info_v20_t;
+    static constexpr Field fields[] = {
+        ResolutionFields::fields[0],
+        ResolutionFields::fields[1],
+        text("resolutionName", AT(name)).write_only(),
+    };
+    static constexpr auto written = order("resolutionName", "width", "height");
+    static constexpr Traits traits = ResolutionFields::traits;
+};
+inline constexpr auto named_resolution_record = describe<NamedResolutionFields>();
 
 } // namespace netpublic
 

@@ -85,6 +85,15 @@ void log_line(Line line, Place place, const char *function)
     case Line::param_error:
         log_error(place, "param error");
         break;
+    case Line::location:
+        log_error(place, "%s, %d\n", function, place.line);
+        break;
+    case Line::null_error:
+        log_error(place, "arguments are null.\n");
+        break;
+    case Line::rights_error:
+        log_error(place, "nets_ability_support_s2x fail\n");
+        break;
     case Line::xml_error:
         log_error(place, "XML IS ERROR\n");
         break;

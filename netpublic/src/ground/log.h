@@ -53,6 +53,9 @@ enum class Line : std::uint8_t {
     xml_err,      // error line "xml err\n"
     param_error,  // error line "param error", without a line break
     green_empty,  // green prefix and an empty line, not gated
+    location,     // error line "%s, %d\n"
+    null_error,   // error line "arguments are null.\n"
+    rights_error, // error line "nets_ability_support_s2x fail\n"
 };
 void log_line(Line line, Place place, const char *function);
 

@@ -1,5 +1,6 @@
 // The XML toolkit's readers and writers, and the extension header.
 #include "engine/engine.h"
+#include "engine/matching.h"
 #include "engine/records.h"
 #include "ground/text_guard.h"
 #include "values/tables.h"
@@ -14,8 +15,7 @@ namespace netpublic {
 namespace {
 
 // A reader of one value is refused a node whose name does not answer to the key.
-template <class Value>
-int read_value(int (*read)(Value *, const TiXmlNode *), Value *value, const TiXmlNode *node, const char *key)
+template <class Value> int read_value(int (*read)(Value *, Node), Value *value, Node node, const char *key)
 {
     if (!is_component(value, node, key))
         return -1;
@@ -31,47 +31,28 @@ int append_value(int (*append)(TiXmlElement *, const char *, Value), TiXmlElemen
     return omit1 != 1 || omit2 != 1 ? append(parent, name, value) : 0;
 }
 
-// Its log line names the type, on purpose.
-int read_check_frame(net_video_inpsection_info_t &entry, TiXmlNode *node)
-{
-    if (read_int(&entry.checkFrame, node) == 0)
-        return 0;
-    log_error(NET_HERE, "query error. type(%d)\n", entry.type);
-    return -1;
-}
-
 struct InspectionFields : Description {
     using T = net_video_inpsection_info_t;
     static constexpr Field fields[] = {
         integer("channelId", AT(channelId)).at_least(0).complain("query error. channelId(%d)\n"),
         integer("type", AT(type)).at_least(0).complain("query error. type(%d)\n"),
-        custom<read_check_frame>("checkFrame", AT(checkFrame)),
+        integer("checkFrame", AT(checkFrame)).complain("query error. type(%d)\n", AT(type)), // the type, on purpose
     };
     static constexpr Traits traits = HERE;
 };
 constexpr auto inspection = describe<InspectionFields>();
 
-struct DeviceFields : Description {
-    using T = net_query_deive_t;
-    static constexpr Field fields[] = {
-        text("uid", AT(uid)).complain("query error. device->uid(%s)\n"),
-        unsigned_longlong("logicChnBitmap", AT(logicChnBitmap)),
-    };
-    static constexpr Traits traits = HERE;
-};
-constexpr auto device = describe<DeviceFields>();
-
 // Fills entries from the "deviceInfo" children. Returns how many, or -1.
-int read_devices(const Table &entry, void *list, int max, TiXmlNode *node, const char *key)
+int read_devices(const Table &entry, void *list, int max, Node node, const char *key)
 {
     if (!is_component(list, node, key))
         return -1;
     int count = 0;
-    for (TiXmlNode *child = node->FirstChild(); child != nullptr && count < max; child = child->NextSibling()) {
-        if (!answers_to(child->Value(), "deviceInfo"))
+    for (Node child = node.first_child(); child && count < max; child = child.next_sibling()) {
+        if (!answers_to(child.name(), "deviceInfo"))
             continue;
         char *record = static_cast<char *>(list) + static_cast<std::size_t>(count) * entry.record_size;
-        if (read_record(entry, record, child) != 0) {
+        if (read_component(record, child, nullptr, entry) != 0) {
             log_error(NET_HERE, "get_query_device_info_from_xmlnode error\n");
             return -1;
         }
@@ -80,36 +61,29 @@ int read_devices(const Table &entry, void *list, int max, TiXmlNode *node, const
     return count;
 }
 
-// Appends the rows to an element of the host's; all of them or none.
-int write_component(const Table &table, const void *record, TiXmlElement *element)
-{
-    const TiXmlNode *last = element->LastChild();
-    return write_record(table, record, element) != 0 ? remove_children(element, last) : 0;
-}
-
 // The number of inputs and outputs is asked for each time.
-int read_input(net_ext_t &ext, TiXmlNode *node)
+int check_input(const net_ext_t &ext)
 {
-    if (read_int(&ext.inputId, node) == 0 && ext.inputId >= 0 && ext.inputId < sc_get_default_alarmin_num())
-        return 0;
-    log_error(NET_HERE, "query error. inputId(%d)\n", ext.inputId);
-    return -1;
+    return ext.inputId >= 0 && ext.inputId < sc_get_default_alarmin_num() ? 0 : -1;
 }
 
-int read_output(net_ext_t &ext, TiXmlNode *node)
+int check_output(const net_ext_t &ext)
 {
-    if (read_int(&ext.outputId, node) == 0 && ext.outputId >= 0 && ext.outputId < sc_get_default_alarmout_num())
-        return 0;
-    log_error(NET_HERE, "query error. outputId(%d)\n", ext.outputId);
-    return -1;
+    return ext.outputId >= 0 && ext.outputId < sc_get_default_alarmout_num() ? 0 : -1;
 }
 
 struct ExtensionFields : Description {
     using T = net_ext_t;
     static constexpr Field fields[] = {
         integer("channelId", AT(channelId)).at_least(0).complain("query error. channelId(%d)\n"),
-        custom<read_input>("inputId", AT(inputId)),
-        custom<read_output>("outputId", AT(outputId)),
+        integer("inputId", AT(inputId))
+            .then<check_input>()
+            .complain("query error. inputId(%d)\n")
+            .accepts("a whole number from 0, less than the device has alarm inputs"),
+        integer("outputId", AT(outputId))
+            .then<check_output>()
+            .complain("query error. outputId(%d)\n")
+            .accepts("a whole number from 0, less than the device has alarm outputs"),
         integer("patrolId", AT(patrolId)).in(0, 5).complain("query error. patrolId(%d)\n"),
         flag("binaryData", AT(binaryData)).complain("query error. binaryData(%d)\n"),
         integer("encryptLen", AT(encryptLen)).at_least(0).complain("query error. encrypt_len(%d)\n"),
@@ -227,7 +201,7 @@ int get_query_device_from_xmlnode(net_video_inpsection_info_t *list, int max, Ti
 
 int get_query_device_from_xmlnode(net_query_deive_t *list, int max, TiXmlNode *node, const char *key)
 {
-    return read_devices(device, list, max, node, key) < 0 ? -1 : 0;
+    return read_devices(query_device, list, max, node, key) < 0 ? -1 : 0;
 }
 
 int InsertChildToXmlElement_string(TiXmlElement *parent, const char *name, const char *text, int omit1, int omit2)

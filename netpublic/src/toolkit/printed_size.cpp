@@ -59,7 +59,7 @@ std::size_t own_size(const TiXmlNode *node)
 {
     if (is_text(node))
         return encoded_size(node->ValueStr()) + (is_one_line(node->Parent()) ? 0 : 1);
-    return is_element(node) ? tags_size(*node->ToElement()) : 0;
+    return node->Type() == TiXmlNode::TINYXML_ELEMENT ? tags_size(*node->ToElement()) : 0;
 }
 
 // The node behind this one in document order, inside `root`; null at the end.

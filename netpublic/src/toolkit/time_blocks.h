@@ -5,14 +5,9 @@
 class TiXmlElement;
 class TiXmlNode;
 
-namespace netpublic {
+#include "toolkit/schedules.h"
 
-struct TimeBlock {
-    int enable;    // 0 or 1
-    int weekDay;   // 0 Sunday to 6 Saturday
-    int beginHour; // 0 to 23
-    int endHour;   // the last hour of the run, not before the first
-};
+namespace netpublic {
 
 // Hands each "timeBlock" child to `apply`; at most 168, the rest is ignored. A child of any other name,
 // a block that lacks a value or one that ends before it begins is -1.

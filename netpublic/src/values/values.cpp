@@ -101,26 +101,19 @@ double to_double(const char *text)
     double value;
     if (read_short_decimal(value, text))
         return value;
-    const char point = decimal_point();
-    if (point == '.')
+    if (decimal_point() == '.')
         return std::atof(text);
-    char local[64]; // more characters than a float has
-    std::size_t at = 0;
-    for (; text[at] != '\0' && text[at] != point && at + 1 < sizeof local; ++at)
-        local[at] = text[at] == '.' ? point : text[at];
-    local[at] = '\0';
-    return std::atof(local);
+    return strtod_l(text, nullptr, newlocale(LC_ALL_MASK, "C", nullptr)); // takes no memory for this locale
 }
 
 // Writes the decimal digits in front of `end`. Returns the first of them.
 char *write_digits(char *end, std::uint64_t magnitude)
 {
-    std::uint32_t low;
     while (magnitude > UINT32_MAX) { // 32-bit divisions are cheaper on the target
         *--end = static_cast<char>('0' + magnitude % 10);
         magnitude /= 10;
     }
-    low = static_cast<std::uint32_t>(magnitude);
+    auto low = static_cast<std::uint32_t>(magnitude);
     do {
         *--end = static_cast<char>('0' + low % 10);
         low /= 10;
@@ -172,7 +165,7 @@ char *write_short_float(char *end, float value)
     return end;
 }
 
-int append_decimal(TiXmlElement *parent, const char *name, bool negative, std::uint64_t magnitude)
+int append_decimal(Element parent, const char *name, bool negative, std::uint64_t magnitude)
 {
     char text[24]; // 20 digits, a sign and the terminator
     char *end = text + sizeof text - 1;
@@ -185,9 +178,8 @@ int append_decimal(TiXmlElement *parent, const char *name, bool negative, std::u
 
 } // namespace
 
-int read_int(int *value, const TiXmlNode *node)
+int to_int(int *value, const char *text)
 {
-    const char *text = text_of(node);
     if (text != nullptr && read_short_int(*value, text))
         return 0;
     Decimal number;
@@ -197,9 +189,14 @@ int read_int(int *value, const TiXmlNode *node)
     return 0;
 }
 
-int read_flag(int *value, const TiXmlNode *node)
+int read_int(int *value, Node node)
 {
-    const char *text = text_of(node);
+    return to_int(value, node.text());
+}
+
+int read_flag(int *value, Node node)
+{
+    const char *text = node.text();
     if (text != nullptr && (*text == '0' || *text == '1') && text[1] == '\0') {
         *value = *text - '0';
         return 0;
@@ -211,58 +208,58 @@ int read_flag(int *value, const TiXmlNode *node)
     return static_cast<unsigned int>(*value) > 1 ? -1 : 0;
 }
 
-int read_unsigned(unsigned int *value, const TiXmlNode *node)
+int read_unsigned(unsigned int *value, Node node)
 {
     Decimal number;
-    if (!read_decimal(number, unsigned_characters, text_of(node)))
+    if (!read_decimal(number, unsigned_characters, node.text()))
         return -1;
     *value = static_cast<unsigned int>(number.magnitude <= UINT32_MAX ? number.value()
                                                                       : std::strtoul(number.text, nullptr, 10));
     return 0;
 }
 
-int read_int64(long long *value, const TiXmlNode *node)
+int read_int64(long long *value, Node node)
 {
     Decimal number;
-    if (!read_decimal(number, int64_characters, text_of(node)))
+    if (!read_decimal(number, int64_characters, node.text()))
         return -1;
     *value = static_cast<long long>(number.value());
     return 0;
 }
 
-int read_longlong(long long *value, const TiXmlNode *node)
+int read_longlong(long long *value, Node node)
 {
     Decimal number;
-    if (!read_decimal(number, longlong_characters, text_of(node)))
+    if (!read_decimal(number, longlong_characters, node.text()))
         return -1;
     *value = number.digits <= safe_digits64 ? static_cast<long long>(number.value())
                                             : std::strtoll(number.text, nullptr, 10);
     return 0;
 }
 
-int read_unsignedlonglong(unsigned long long *value, const TiXmlNode *node)
+int read_unsignedlonglong(unsigned long long *value, Node node)
 {
     Decimal number;
-    if (!read_decimal(number, unsignedlonglong_characters, text_of(node)))
+    if (!read_decimal(number, unsignedlonglong_characters, node.text()))
         return -1;
     *value = number.digits <= safe_digits64 ? number.value() : std::strtoull(number.text, nullptr, 10);
     return 0;
 }
 
-int read_float(float *value, const TiXmlNode *node)
+int read_float(float *value, Node node)
 {
-    const char *text = text_of(node);
+    const char *text = node.text();
     if (text == nullptr)
         return -1;
     *value = static_cast<float>(to_double(text));
     return 0;
 }
 
-int view_text(const char **text, std::size_t longest, const TiXmlNode *node)
+int view_text(const char **text, std::size_t longest, Node node)
 {
-    if (!is_element(node))
+    if (!node.is_element())
         return -1;
-    const char *found = text_of(node);
+    const char *found = node.text();
     if (found == nullptr)
         found = "";
     if (std::strlen(found) > longest)
@@ -271,12 +268,12 @@ int view_text(const char **text, std::size_t longest, const TiXmlNode *node)
     return 0;
 }
 
-int read_text(char *text, std::size_t size, const TiXmlNode *node)
+int read_text(char *text, std::size_t size, Node node)
 {
     std::memset(text, 0, size);
-    if (!is_element(node))
+    if (!node.is_element())
         return -1;
-    const char *found = text_of(node);
+    const char *found = node.text();
     if (found == nullptr)
         return 0;
     const std::size_t length = std::strlen(found);
@@ -286,29 +283,29 @@ int read_text(char *text, std::size_t size, const TiXmlNode *node)
     return 0;
 }
 
-int append_int(TiXmlElement *parent, const char *name, int value)
+int append_int(Element parent, const char *name, int value)
 {
     const auto bits = static_cast<unsigned int>(value);
     return append_decimal(parent, name, value < 0, value < 0 ? 0 - bits : bits);
 }
 
-int append_unsigned(TiXmlElement *parent, const char *name, unsigned int value)
+int append_unsigned(Element parent, const char *name, unsigned int value)
 {
     return append_decimal(parent, name, false, value);
 }
 
-int append_longlong(TiXmlElement *parent, const char *name, long long value)
+int append_longlong(Element parent, const char *name, long long value)
 {
     const auto bits = static_cast<std::uint64_t>(value);
     return append_decimal(parent, name, value < 0, value < 0 ? 0 - bits : bits);
 }
 
-int append_unsignedlonglong(TiXmlElement *parent, const char *name, unsigned long long value)
+int append_unsignedlonglong(Element parent, const char *name, unsigned long long value)
 {
     return append_decimal(parent, name, false, value);
 }
 
-int append_float(TiXmlElement *parent, const char *name, float value)
+int append_float(Element parent, const char *name, float value)
 {
     char text[32];
     char *end = text + sizeof text - 1;
