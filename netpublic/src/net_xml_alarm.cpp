@@ -813,13 +813,6 @@ template <int capacity> int read_devices(net_find_event_log_t &search, TiXmlNode
     return get_query_device_from_xmlnode(search.devices, capacity, node, nullptr);
 }
 
-// Names the members; get_query_device_from_xmlnode() reads them.
-struct QueryDeviceFields : Description {
-    using T = net_query_deive_t;
-    static constexpr Field fields[] = {shown("logicChnBitmap", AT(logicChnBitmap)), shown("uid", AT(uid))};
-};
-constexpr auto query_device = describe<QueryDeviceFields>();
-
 struct FindEventLogFields : Description {
     using T = net_find_event_log_t;
     static constexpr Field fields[] = {

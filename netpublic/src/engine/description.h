@@ -75,28 +75,28 @@ template <class Type> inline constexpr auto type_name = spelled_type<Type>();
 
 template <class Type> constexpr Shape shape_of()
 {
-    using Element = std::remove_all_extents_t<Type>;
-    if constexpr (std::is_same_v<Element, char>)
+    using Base = std::remove_all_extents_t<Type>;
+    if constexpr (std::is_same_v<Base, char>)
         return Shape::characters;
-    else if constexpr (std::is_same_v<Element, unsigned char>)
+    else if constexpr (std::is_same_v<Base, unsigned char>)
         return Shape::u8;
-    else if constexpr (std::is_same_v<Element, float>)
+    else if constexpr (std::is_same_v<Base, float>)
         return Shape::f32;
-    else if constexpr (std::is_same_v<Element, net_counted_text_t>)
+    else if constexpr (std::is_same_v<Base, net_counted_text_t>)
         return Shape::counted;
-    else if constexpr (std::is_same_v<Element, time_section_t>)
+    else if constexpr (std::is_same_v<Base, time_section_t>)
         return Shape::section;
-    else if constexpr (std::is_same_v<Element, net_schedule_t>)
+    else if constexpr (std::is_same_v<Base, net_schedule_t>)
         return Shape::schedule;
-    else if constexpr (std::is_same_v<Element, net_smart_ai_points_t>)
+    else if constexpr (std::is_same_v<Base, net_smart_ai_points_t>)
         return Shape::points;
-    else if constexpr (std::is_class_v<Element>)
+    else if constexpr (std::is_class_v<Base>)
         return Shape::record;
-    else if constexpr (std::is_pointer_v<Element>)
+    else if constexpr (std::is_pointer_v<Base>)
         return Shape::none;
-    else if constexpr (sizeof(Element) == 8)
-        return std::is_signed<Element>::value ? Shape::i64 : Shape::u64;
-    else if constexpr (std::is_unsigned_v<Element>)
+    else if constexpr (sizeof(Base) == 8)
+        return std::is_signed<Base>::value ? Shape::i64 : Shape::u64;
+    else if constexpr (std::is_unsigned_v<Base>)
         return Shape::u32;
     else
         return Shape::i32;
@@ -989,7 +989,7 @@ struct Traits {
     std::uint8_t rare = 0;
     Before before_hook = nullptr;
     After after_hook = nullptr;
-    Parse parse_function = nullptr;
+    ParseBody parse_function = nullptr;
     // Under the undefined-behaviour sanitizer gcc takes no function's address for a constant non-null.
     bool has_before = false;
     bool has_after = false;
@@ -1118,7 +1118,7 @@ struct Traits {
     {
         return parsed_by(parse_envelope<Payload>);
     }
-    constexpr Traits parsed_by(Parse function) const
+    constexpr Traits parsed_by(ParseBody function) const
     {
         Traits changed = with(table_walked);
         changed.parse_function = function;

@@ -126,7 +126,7 @@ using After = int (*)(void *record);
 using Ahead = void (*)(void *record, const Item &item);
 using Then = int (*)(void *record, const Item &item);
 using Test = bool (*)(const void *record);
-using Parse = int (*)(const Table &message, net_param_t *param, Node body);
+using ParseBody = int (*)(const Table &message, net_param_t *param, Node body);
 
 // What a row or a table refers to outside its block.
 union Ref {
@@ -143,7 +143,7 @@ union Ref {
     Ahead ahead;
     Then then;
     Test test;
-    Parse parse;
+    ParseBody parse;
 
     constexpr Ref() : table(nullptr) {}
     constexpr Ref(const Table *to) : table(to) {}
@@ -159,7 +159,7 @@ union Ref {
     constexpr Ref(Ahead to) : ahead(to) {}
     constexpr Ref(Then to) : then(to) {}
     constexpr Ref(Test to) : test(to) {}
-    constexpr Ref(Parse to) : parse(to) {}
+    constexpr Ref(ParseBody to) : parse(to) {}
 };
 
 constexpr unsigned longest_int_list = 127; // characters
