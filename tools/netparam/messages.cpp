@@ -130,7 +130,7 @@ std::string Entry::root() const
 
 const netpublic::Table *Entry::table() const
 {
-    return message == nullptr ? nullptr : message->read != nullptr ? message->read : message->written;
+    return message == nullptr ? nullptr : netpublic::payload_table(*message);
 }
 
 unsigned int Entry::size() const

@@ -293,7 +293,7 @@ template <class Draft> constexpr void add_field(Draft &draft, const Field &field
         draft.flags |= table_presets;
     if (field.kind == Kind::grid || (field.kind == Kind::int_list && (field.flags & int_list_late) != 0))
         draft.rare |= trait_late;
-    if ((field.flags & row_required) != 0 || (field.is_list() && (field.flags & list_exact) != 0)) {
+    if ((field.flags & row_required) != 0 || (is_list(field.kind) && (field.flags & list_exact) != 0)) {
         draft.flags |= table_required;
         if (index >= required_keys)
             wrong_description("only the first keys can be required");

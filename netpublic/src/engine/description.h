@@ -283,7 +283,7 @@ struct Field {
     // Lists: an error line for each refused item; it is given the function and the source line.
     constexpr Field item_line(const char *line) const
     {
-        if (!is_list())
+        if (!is_list(kind))
             wrong_description("only lists have items");
         return second_line(line);
     }
@@ -292,10 +292,6 @@ struct Field {
     constexpr Field too_large(const char *line) const
     {
         return of(Kind::grid).second_line(line);
-    }
-    constexpr bool is_list() const
-    {
-        return kind == Kind::list || kind == Kind::int_items || kind == Kind::wires;
     }
     // Stores a number in another member once the row has been read.
     template <class Record> constexpr Field marks(Member<Record, int> member, int value = 1) const
@@ -548,7 +544,7 @@ struct Field {
     }
     constexpr Field of_list() const
     {
-        if (!is_list())
+        if (!is_list(kind))
             wrong_description("rows of this kind are no lists");
         return *this;
     }
@@ -889,11 +885,19 @@ template <class Record, class Type> constexpr Field about(Field field, Member<Re
 #endif
     return field;
 }
+// The rows of a wire of the member's own type name the member's members.
+template <class Type, class Described> constexpr Field naming(Field field, const Described &described)
+{
+    if constexpr (std::is_same_v<std::remove_all_extents_t<Type>, typename Described::T>)
+        return field.shown(described);
+    else
+        return field;
+}
 // One element; its target is the member.
 template <auto take, auto give = nullptr, class Record, class Type, class Described>
 constexpr Field wire(const char *key, Member<Record, Type> member, const Described &described)
 {
-    return about(wire_of<Type, take, give>(Kind::wire, key, described), member);
+    return naming<Type>(about(wire_of<Type, take, give>(Kind::wire, key, described), member), described);
 }
 // One element; its target is the record.
 template <class Record, auto take, auto give = nullptr, class Described>
@@ -905,7 +909,8 @@ constexpr Field wire_part(const char *key, const Described &described)
 template <auto take, auto give = nullptr, class Record, class Type, class Described>
 constexpr Field wires(const char *key, Member<Record, Type> member, const Described &described, int capacity = INT_MAX)
 {
-    return about(wire_of<Type, take, give>(Kind::wires, key, described), member).limited_to(capacity, 0);
+    return naming<Type>(about(wire_of<Type, take, give>(Kind::wires, key, described), member), described)
+        .limited_to(capacity, 0);
 }
 // The same; their target is the record.
 template <class Record, auto take, auto give = nullptr, class Described>

@@ -46,8 +46,7 @@ struct Order {
     // Behind a list's place stands the list itself, since its elements come one after another.
     unsigned place_behind(unsigned place) const
     {
-        const Kind kind = rows[row_at(place)].kind;
-        return kind == Kind::list || kind == Kind::int_items || kind == Kind::wires ? place : place + 1;
+        return is_list(rows[row_at(place)].kind) ? place : place + 1;
     }
     const char *key(const Row &row) const
     {

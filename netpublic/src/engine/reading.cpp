@@ -44,11 +44,6 @@ struct Walk {
     }
 };
 
-bool is_list(const Row &row)
-{
-    return row.kind == Kind::list || row.kind == Kind::int_items || row.kind == Kind::wires;
-}
-
 // Log lines ---------------------------------------------------------------------------------------
 
 // Formats of rows are literals of the tables.
@@ -80,7 +75,7 @@ void log_missing(const Walk &walk)
 
 void log_item(const Walk &walk, const Row &row)
 {
-    if (const char *line = is_list(row) ? walk.table.second_line(row) : nullptr)
+    if (const char *line = is_list(row.kind) ? walk.table.second_line(row) : nullptr)
         log_error(walk.place(), line, walk.function(), walk.place().line);
 }
 
@@ -519,7 +514,7 @@ NETPUBLIC_LEAF int pass_over(Walk &walk, Node child)
     if (table.keys == 0)
         return 0;
     const Row &row = table.row(0);
-    if (!is_list(row) || (row.flags & list_by_position) == 0)
+    if (!is_list(row.kind) || (row.flags & list_by_position) == 0)
         return 0;
     if (row.kind == Kind::list) {
         const std::size_t size = table.ref(row.ref).table->record_size;
@@ -533,7 +528,7 @@ NETPUBLIC_LEAF int pass_over(Walk &walk, Node child)
 NETPUBLIC_LEAF bool is_full(Walk &walk)
 {
     const Row &row = walk.table.row(0);
-    return is_list(row) && (row.flags & list_stop) == list_stop &&
+    return is_list(row.kind) && (row.flags & list_stop) == list_stop &&
            count_of(walk, row) >= static_cast<unsigned>(walk.table.capacity(row));
 }
 
@@ -543,8 +538,8 @@ NETPUBLIC_LEAF int check_required(const Walk &walk, Node element)
     for (unsigned index = 0; index < table.keys && index < required_keys; ++index) {
         const Row &row = table.row(index);
         const bool absent = (row.flags & row_required) != 0 && (walk.seen >> index & 1) == 0;
-        const bool too_few =
-            is_list(row) && (row.flags & list_exact) != 0 && walk.items != static_cast<unsigned>(table.capacity(row));
+        const bool too_few = is_list(row.kind) && (row.flags & list_exact) != 0 &&
+                             walk.items != static_cast<unsigned>(table.capacity(row));
         if (absent || too_few) {
             tell(Event::missing, table, &row, walk.record, element);
             log_missing(walk);

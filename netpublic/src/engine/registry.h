@@ -73,6 +73,15 @@ struct Messages {
     }
 };
 
+// The rows of the payload itself; null where only a walk's are known.
+inline const Table *payload_table(const Message &message)
+{
+    const Table *table = message.read != nullptr ? message.read : message.written;
+    if (table == nullptr || (table->flags & table_walked) == 0)
+        return table;
+    return table->layout;
+}
+
 // One function a domain.
 #define NETPUBLIC_DECLARE(domain) Messages domain##_messages();
 NETPUBLIC_DOMAINS(NETPUBLIC_DECLARE)

@@ -59,6 +59,16 @@ enum class Kind : std::uint8_t {
     second_line, // a further line of the row's own: see Field::code_line(), item_line() and too_large()
 };
 
+// Rows of elements of one name that fill one after another, and of elements whose children a table describes.
+constexpr bool is_list(Kind kind)
+{
+    return kind == Kind::list || kind == Kind::int_items || kind == Kind::wires;
+}
+constexpr bool has_table(Kind kind)
+{
+    return kind == Kind::group || kind == Kind::list || kind == Kind::wire || kind == Kind::wires;
+}
+
 // What a row's flags mean. Those of one kind of rows share bits with those of others, as the kinds never meet.
 enum RowFlag : std::uint16_t {
     row_required = 0x1,          // the walk fails without such a child

@@ -11,7 +11,7 @@
 #include <ostream>
 #include <string>
 
-#if defined(__GLIBCXX__) && !defined(_GLIBCXX_IOSTREAM)
+#if defined(__GLIBCXX__) && !defined(_GLIBCXX_IOSTREAM) && !defined(NETPUBLIC_DESCRIBED)
 #define _GLIBCXX_IOSTREAM 1 // libstdc++'s own guard: <tinyxml.h> needs the streams' types, not their objects
 #endif
 #include <tinyxml.h>
