@@ -275,7 +275,7 @@ template <class Draft> constexpr Detail detail_of(Draft &draft, const Field &fie
             field.shape,        {field.dimensions[0], field.dimensions[1]},
             field.element_size, field.shown_table,
             field.shown_offset, field.spelling,
-            field.acceptance};
+            field.acceptance,   field.sample_text};
 }
 #endif
 

@@ -178,6 +178,7 @@ struct Field {
     std::uint32_t shown_offset = 0;
     const WordTable *spelling = nullptr;
     const char *acceptance = "";
+    const char *sample_text = "";
 #endif
 
     // The field itself, if it is of such a kind; what is said of another kind does not compile.
@@ -366,6 +367,13 @@ struct Field {
         changed.acceptance = words;
         return changed;
     }
+    // A text that is accepted, where the row alone does not tell one; a "#" in it is the item's place in its list.
+    constexpr Field sample(const char *text) const
+    {
+        Field changed = *this;
+        changed.sample_text = text;
+        return changed;
+    }
     // Each number of the member holds a day's hours: bit h is hour h.
     constexpr Field hours() const
     {
@@ -383,6 +391,10 @@ struct Field {
         return *this;
     }
     constexpr Field accepts(const char *) const
+    {
+        return *this;
+    }
+    constexpr Field sample(const char *) const
     {
         return *this;
     }

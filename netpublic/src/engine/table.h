@@ -266,8 +266,9 @@ struct Detail {
     std::uint32_t shown_offset;
     // The spellings of the code or, where it is unsigned, of the bits that a function makes of the text.
     const WordTable *words;
-    // What a function accepts, in words.
+    // What a function accepts, in words; and a text that it accepts. A "#" in it is the item's place in its list.
     const char *accepts;
+    const char *sample;
 };
 #endif
 
