@@ -1,7 +1,6 @@
 // Network settings: link type, DHCP, automatic DNS, addresses, DNS servers, service ports, NTP and DDNS.
 #include "engine/engine.h"
 #include "engine/registry.h"
-#include "values/values.h"
 
 #include <net_public.h>
 

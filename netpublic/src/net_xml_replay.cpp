@@ -48,7 +48,7 @@ int take_day_type(int (&types)[days], const DayType &day)
 struct MonthFields : Description {
     using T = DayRecord;
     static constexpr Field fields[] = {
-        wires<take_day_type>("dayType", AT(dayType), day_type, days).stop_when_full(),
+        wires<take_day_type>("dayType", AT(dayType), day_type, days).stop_when_full().spelled(day_types),
     };
     static constexpr Traits traits = Traits{}.exact_names().others_fail();
 };
@@ -72,14 +72,15 @@ struct WrittenDayRecord {
     const int *types;
 };
 
-// The month up to its first negative type; days without a recording are left out.
+// The month up to its first negative type; days without a recording are left out. The cursor is the next day.
 Give give_day_type(const WrittenDayRecord &record, DayType &day, Item &item)
 {
-    if (item.index == days || record.types[item.index] < 0)
+    while (item.cursor < days && record.types[item.cursor] == no_recording)
+        ++item.cursor;
+    if (item.cursor == days || record.types[item.cursor] < 0)
         return Give::ended;
-    day = {static_cast<int>(item.index), record.types[item.index]};
-    if (day.type == no_recording)
-        return Give::left_out;
+    day = {static_cast<int>(item.cursor), record.types[item.cursor]};
+    ++item.cursor;
     if (word_of(day_types, day.type) != nullptr)
         return Give::written;
     const Place here = NET_HERE;

@@ -1,7 +1,6 @@
 // Still pictures: snapshot requests, crop, stored pictures, AI time-lapse snapshots.
 #include "engine/engine.h"
 #include "engine/registry.h"
-#include "values/values.h"
 
 #include <net_public.h>
 

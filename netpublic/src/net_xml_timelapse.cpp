@@ -3,7 +3,6 @@
 #include "engine/records.h"
 #include "engine/registry.h"
 #include "values/tables.h"
-#include "values/values.h"
 
 #include <net_public.h>
 

@@ -2,7 +2,6 @@
 // shared users, and camera firmware. Secrets are copied, never logged.
 #include "engine/engine.h"
 #include "engine/registry.h"
-#include "values/values.h"
 
 #include <net_public.h>
 
@@ -186,6 +185,7 @@ struct UsersFields : Description {
             .by_position()
             .absent<empty_user>()
             .stop_when_full()
+            .shown(user_record)
             .accepts("an account with an id or a name"),
     };
     static constexpr Traits traits = HERE.parser("nets_user_cfg_x2s")
