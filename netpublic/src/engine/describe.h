@@ -157,11 +157,15 @@ template <class D> constexpr std::size_t row_of(std::size_t wanted)
     return row;
 }
 
-// The field that is written under a key.
-template <class D> constexpr std::size_t written_field(const char *key)
+// The field at a place of the written order: for a key that stands there for the second time, the second one.
+template <class D> constexpr std::size_t written_field(std::size_t place)
 {
+    const char *key = D::written[place];
+    std::size_t earlier = 0;
+    for (std::size_t i = 0; i < place; ++i)
+        earlier += same_text(D::written[i], key) ? 1 : 0;
     for (std::size_t i = 0; i < std::size(D::fields); ++i)
-        if (is_written(D::fields[i]) && same_text(D::fields[i].key, key))
+        if (is_written(D::fields[i]) && same_text(D::fields[i].key, key) && earlier-- == 0)
             return i;
     wrong_description("a written key is not among the fields");
     return 0;
@@ -319,8 +323,8 @@ template <class D, class Draft> constexpr void add_order(Draft &draft)
             if (is_written(D::fields[i]))
                 draft.order[draft.written++] = narrowed<std::uint8_t>(row_of<D>(i));
     } else {
-        for (const char *key : D::written)
-            draft.order[draft.written++] = narrowed<std::uint8_t>(row_of<D>(written_field<D>(key)));
+        for (std::size_t place = 0; place < std::size(D::written); ++place)
+            draft.order[draft.written++] = narrowed<std::uint8_t>(row_of<D>(written_field<D>(place)));
     }
     for (std::size_t place = 0; place < draft.written; ++place)
         if (draft.order[place] != place)

@@ -332,7 +332,8 @@ struct Field {
         return attach({Kind::hook, 0, static_cast<std::int32_t>(Moment::then), nullptr, Ref(then_thunk<function>)});
     }
     // void function(T &record) behind an item of an indexed list in which no child has answered to this key. It is
-    // handed the list's first record, whichever one the item has chosen.
+    // handed the list's first record, whichever one the item has chosen. Of a list by position: at the place of a
+    // child of another name.
     template <auto function> constexpr Field absent() const
     {
         return attach({Kind::hook, 0, static_cast<std::int32_t>(Moment::absent), nullptr, Ref(ahead_thunk<function>)});
@@ -526,6 +527,13 @@ struct Field {
         static_assert(std::is_same_v<Type, int> || std::is_same_v<Type, unsigned int>, "a count is an int");
         return of_list().attach({Kind::count, member.offset, 0, nullptr, {}});
     }
+    // Lists that are written: the first items only.
+    constexpr Field first(std::int32_t items) const
+    {
+        if (!is_list() || direction != Direction::write || items > limits.low)
+            wrong_description("only so many items of a written list");
+        return limited_to(items, limits.high);
+    }
     constexpr Field refuse_more() const
     {
         return of_list().with(list_refuse);
@@ -544,7 +552,8 @@ struct Field {
     {
         return of_list().with(list_stop | list_exact);
     }
-    // An item's index is its place among all children. A child of another name leaves its record empty.
+    // An item's index is its place among all children. A child of another name leaves its record empty, even where
+    // it fails; that of a wire is left to absent().
     constexpr Field by_position() const
     {
         return of_list().with(list_by_position);
@@ -1219,7 +1228,7 @@ struct Traits {
         NET_FILE, __LINE__                                                                                             \
     }
 
-// The order in which the children are written, by key.
+// The order in which the children are written, by key; a key that stands there twice is that of two fields.
 template <class... Keys> constexpr std::array<const char *, sizeof...(Keys)> order(Keys... keys)
 {
     return {keys...};

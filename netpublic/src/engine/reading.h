@@ -21,8 +21,9 @@ int check_parser(const Table &message, const net_param_t *param, Node body, std:
 int read_component(void *record, Node node, const char *key, const Table &table);
 // The same, which logs the table's entry line for that ...
 int read_component_logged(void *record, Node node, const char *key, const Table &table);
-// ... or only for what is null.
-int read_component_noting_null(void *record, Node node, const char *key, const Table &table);
+// ... or only for what is null; with the reader's own name where the table bears another one.
+int read_component_noting_null(void *record, Node node, const char *key, const Table &table,
+                               const char *function = nullptr);
 bool is_component(const void *record, Node node, const char *key);
 
 // One item of an indexed list of `capacity` records, the first of which is given: see Field::indexed(). With `seen`,
