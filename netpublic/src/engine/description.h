@@ -585,6 +585,11 @@ template <class Record> constexpr Field byte(const char *key, Member<Record, uns
 {
     return field_of(Kind::byte, key, member);
 }
+// A bit of the member: a number other than 0 sets it, a 0 takes none away.
+template <class Record> constexpr Field bit(const char *key, Member<Record, unsigned int> member, std::int32_t mask)
+{
+    return field_of(Kind::byte, key, member).limited_to(mask, 0).with(number_bit).read_only();
+}
 // The item's place in its list, written as such. When it is read, it chooses the item's record, and is stored there.
 template <class Record> constexpr Field place(const char *key, Member<Record, int> member)
 {
