@@ -209,6 +209,10 @@ struct Field {
     {
         if (attachment_count == most_attachments)
             wrong_description("too much is attached to a row");
+        for (std::size_t i = 0; i < attachment_count; ++i)
+            if (attachments[i].kind == attachment.kind &&
+                (attachment.kind != Kind::hook || attachments[i].value == attachment.value))
+                wrong_description("a row has one of each");
         Field changed = *this;
         changed.attachments[changed.attachment_count++] = attachment;
         return changed;
