@@ -414,12 +414,17 @@ struct ChannelAbilities {
     };
 };
 
-// The names one behind the other, each with its terminator.
+// A name among the others: its length, its characters and a terminator.
+constexpr std::size_t room_of(const AbilityName &ability)
+{
+    return length_of(ability.operation.key) + 2;
+}
+
 template <class Abilities> constexpr std::size_t name_characters()
 {
     std::size_t characters = 0;
     for (const AbilityName &ability : Abilities::list)
-        characters += length_of(ability.operation.key) + 1;
+        characters += room_of(ability);
     return characters;
 }
 
@@ -428,9 +433,11 @@ template <class Abilities> constexpr auto names_of()
     std::array<char, name_characters<Abilities>()> names{};
     std::size_t at = 0;
     for (const AbilityName &ability : Abilities::list) {
-        for (const char *from = ability.operation.key; *from != '\0'; ++from)
-            names[at++] = *from;
-        ++at;
+        const char *name = ability.operation.key;
+        names[at] = static_cast<char>(length_of(name));
+        for (std::size_t i = 0; name[i] != '\0'; ++i)
+            names[at + 1 + i] = name[i];
+        at += room_of(ability);
     }
     return names;
 }
@@ -450,7 +457,7 @@ template <class Abilities> constexpr Share share_of(const char *module)
         if (same_text(ability.module, module)) {
             ++count;
         } else if (count == 0) {
-            name += length_of(ability.operation.key) + 1;
+            name += room_of(ability);
             ++first;
         }
     }
@@ -541,18 +548,6 @@ bool has_token(Operation operation)
     return operation >= NET_ABILITY_OPERATION_RO && operation <= NET_ABILITY_OPERATION_BUTT;
 }
 
-// The tokens of so many operations, whose names stand one behind the other. The list has room for them.
-int list_tokens(char *list, const char *names, const Operation *operations, unsigned count)
-{
-    char *end = list;
-    *end = '\0';
-    for (; count != 0; --count, ++operations, names += std::strlen(names) + 1)
-        if (has_token(*operations) &&
-            append_token(end, list + longest_device_list, end == list, names, *operations) != 0)
-            return -1;
-    return 0;
-}
-
 using Ability = net_ability_v20_t;
 
 // A module's element.
@@ -560,7 +555,7 @@ struct ModuleElement {
     Ability *target = nullptr; // that is read into
     const Ability *source = nullptr;
     const Module *module = nullptr; // that is written, for so many channels
-    int channels = 0;
+    unsigned channels = 0;
 
     ModuleElement() = default;
     explicit ModuleElement(Ability &ability) : target(&ability) {}
@@ -573,7 +568,24 @@ struct SubModule {
 };
 struct WrittenSubModule : SubModule {
     char list[longest_device_list + 1];
+
+    WrittenSubModule() {} // the list is not cleared
+    Give give(const char *names, const void *operations, Share share);
 };
+
+// The tokens of a module's share of the names and operations.
+Give WrittenSubModule::give(const char *names, const void *operations, Share share)
+{
+    const Operation *operation = static_cast<const Operation *>(operations) + share.first;
+    char *end = list;
+    *end = '\0';
+    names += share.name;
+    for (; share.count != 0; --share.count, ++operation, names += *names + 2)
+        if (has_token(*operation) && append_token(end, std::end(list) - 1, end == list, names + 1, *operation) != 0)
+            return Give::failed;
+    tokens = list;
+    return Give::written;
+}
 
 // Only "image" is read.
 int take_sub_module(ModuleElement &element, const SubModule &sub)
@@ -587,32 +599,25 @@ int take_sub_module(ModuleElement &element, const SubModule &sub)
     return 0;
 }
 
-// What the module has without a channel, then channel by channel.
-Give give_sub_module(const ModuleElement &element, WrittenSubModule &sub, const Item &item)
+Give give_device(const ModuleElement &element, WrittenSubModule &sub)
 {
-    constexpr int no_channel = -1;
-    sub.channelId = static_cast<int>(item.index) + no_channel;
-    if (sub.channelId >= element.channels)
+    const Share &share = element.module->device;
+    return share.count != 0 ? sub.give(device_names.data(), &element.source->device, share) : Give::left_out;
+}
+
+Give give_channel(const ModuleElement &element, WrittenSubModule &sub, const Item &item)
+{
+    const Share &share = element.module->channel;
+    if (share.count == 0 || item.index >= element.channels)
         return Give::ended;
-    const bool device = sub.channelId == no_channel;
-    const Share &share = device ? element.module->device : element.module->channel;
-    if (share.count == 0)
-        return Give::left_out;
-    const char *names = device ? device_names.data() : channel_names.data();
-    const auto *operations = device ? reinterpret_cast<const Operation *>(&element.source->device)
-                                    : reinterpret_cast<const Operation *>(&element.source->channel[sub.channelId]);
-    sub.tokens = sub.list;
-    return list_tokens(sub.list, names + share.name, operations + share.first, share.count) != 0 ? Give::failed
-                                                                                                 : Give::written;
+    sub.channelId = static_cast<int>(item.index);
+    return sub.give(channel_names.data(), &element.source->channel[item.index], share);
 }
 
 struct SubModuleFields : Description {
     using T = SubModule;
     static constexpr Field fields[] = {
-        integer("channelId", AT(channelId))
-            .in(0, 15)
-            .complain("get channelId failed!\n")
-            .when(AT(channelId), When::nonnegative),
+        integer("channelId", AT(channelId)).in(0, 15).complain("get channelId failed!\n"),
         view("abilityValue", AT(tokens))
             .upto(list_size - 1)
             .complain("get cString failed!\n")
@@ -622,11 +627,19 @@ struct SubModuleFields : Description {
 };
 constexpr auto sub_module = describe<SubModuleFields>();
 
-// Each child is a "subModule" when it is read, whatever its name.
+struct DeviceSubModuleFields : Description {
+    using T = SubModule;
+    static constexpr Field fields[] = {view("abilityValue", AT(tokens)).write_only()};
+};
+constexpr auto device_sub_module = describe<DeviceSubModuleFields>();
+
+// What the module has without a channel, then channel by channel. Of what is read, each child is a "subModule",
+// whatever its name.
 struct ModuleFields : Description {
     using T = ModuleElement;
     static constexpr Field fields[] = {
-        wires_part<T, take_sub_module, give_sub_module>("subModule", sub_module),
+        wire_part<T, nullptr, give_device>("subModule", device_sub_module),
+        wires_part<T, take_sub_module, give_channel>("subModule", sub_module),
     };
     static constexpr Traits traits = Traits{}.any_name();
 };
@@ -644,8 +657,7 @@ Give give_module(const Ability &ability, ModuleElement &element, const Item &ite
     element.module = modules;
     while (std::strcmp(element.module->name, item.key) != 0)
         ++element.module;
-    if (element.module->channel.count != 0)
-        element.channels = std::clamp(sc_get_channel_num(), 0, static_cast<int>(NET_SUPPORT_CHANNELS));
+    element.channels = static_cast<unsigned>(std::clamp<int>(sc_get_channel_num(), 0, NET_SUPPORT_CHANNELS));
     return Give::written;
 }
 
@@ -826,7 +838,7 @@ int make_string_to_enum(char *list, char const *name, NET_ABILITY_OPERATION_V20_
     }
     const std::size_t length = std::strlen(name);
     for (const char *at = list; *at != '\0' && op != NET_ABILITY_OPERATION_RW; ++at) {
-        if (!same_folded(at, name, length))
+        if (length != 0 && !(alike(*at, *name) && same_folded(at, name, length)))
             continue;
         if (same_folded(at + length, "_rw", 3))
             op = NET_ABILITY_OPERATION_RW; // counts more than a "_ro", wherever that is
