@@ -375,6 +375,10 @@ template <class D> constexpr auto draft_of()
     Draft<std::size(D::fields) + std::size(D::also_shown), characters_of<D>()> draft;
     add_traits(draft, D::traits); // first, since the hooks are the first references
     draft.row_count = std::size(D::fields);
+#ifdef NETPUBLIC_DESCRIBED
+    for (const Field &field : D::also_shown) // neither read nor written
+        add_field(draft, field, draft.row_count++, false);
+#endif
     for (std::size_t i = 0; i < std::size(D::fields); ++i) {
         const Field &field = D::fields[i];
         if (field.record_size != 0 && field.record_size != sizeof(typename D::T))
@@ -383,10 +387,6 @@ template <class D> constexpr auto draft_of()
         add_field(draft, field, row_of<D>(i), is_shadowed<D>(i));
     }
     add_order<D>(draft);
-#ifdef NETPUBLIC_DESCRIBED
-    for (const Field &field : D::also_shown) // neither read nor written: behind all others
-        add_field(draft, field, draft.row_count++, false);
-#endif
     return draft;
 }
 

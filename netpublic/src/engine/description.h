@@ -210,6 +210,10 @@ struct Field {
     {
         if (attachment_count == most_attachments)
             wrong_description("too much is attached to a row");
+        for (std::size_t i = 0; i < attachment_count; ++i)
+            if (attachments[i].kind == attachment.kind &&
+                (attachment.kind != Kind::hook || attachments[i].value == attachment.value))
+                wrong_description("a row has one of each");
         Field changed = *this;
         changed.attachments[changed.attachment_count++] = attachment;
         return changed;
@@ -605,6 +609,11 @@ template <class Record> constexpr Field flag(const char *key, Member<Record, int
 template <class Record> constexpr Field byte(const char *key, Member<Record, unsigned char> member)
 {
     return field_of(Kind::byte, key, member);
+}
+// A bit of the member: a number other than 0 sets it, a 0 takes none away.
+template <class Record> constexpr Field bit(const char *key, Member<Record, unsigned int> member, std::int32_t mask)
+{
+    return field_of(Kind::byte, key, member).limited_to(mask, 0).with(number_bit).read_only();
 }
 // The item's place in its list, written as such. When it is read, it chooses the item's record, and is stored there.
 template <class Record> constexpr Field place(const char *key, Member<Record, int> member)

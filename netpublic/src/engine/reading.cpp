@@ -141,7 +141,10 @@ NETPUBLIC_LEAF int read_byte(Walk &walk, const Row &row, Node child)
     int value;
     if (read_int(&value, child) != 0 || !in_limits(walk, row, value))
         return -1;
-    member<unsigned char>(walk.record, row) = static_cast<unsigned char>(value);
+    if ((row.flags & number_bit) == 0)
+        member<unsigned char>(walk.record, row) = static_cast<unsigned char>(value);
+    else if (value != 0)
+        member<unsigned int>(walk.record, row) |= static_cast<unsigned int>(walk.table.limit(row.limits).low);
     return 0;
 }
 

@@ -26,7 +26,7 @@ struct Table;
 enum class Kind : std::uint8_t {
     integer,           // int
     flag,              // int, 0 or 1
-    byte,              // unsigned char: the low byte of a number
+    byte,              // unsigned char: the low byte of a number; unsigned int: a bit, see number_bit
     unsigned_integer,  // unsigned int
     int64,             // long long
     unsigned_longlong, // unsigned long long
@@ -81,6 +81,7 @@ enum RowFlag : std::uint16_t {
     row_attached = 0x80,         // rows behind the keys belong to it
     row_checked = 0x100,         // a number must lie within the limits
     number_tolerant = 0x200,     // one that cannot be read leaves the member as it was
+    number_bit = 0x400,          // one other than 0 adds limits.low to the member
     view_whole = 0x100,          // the name must be the whole key
     word_prefix = 0x100,         // the text may be the beginning of the spelling
     word_exact = 0x200,          // case matters
