@@ -534,7 +534,7 @@ struct Field {
     // Lists that are written: the first items only.
     constexpr Field first(std::int32_t items) const
     {
-        if (!is_list() || direction != Direction::write || items > limits.low)
+        if (!is_list(kind) || direction != Direction::write || items > limits.low)
             wrong_description("only so many items of a written list");
         return limited_to(items, limits.high);
     }

@@ -521,7 +521,7 @@ NETPUBLIC_LEAF int pass_over(Walk &walk, Node child)
     const Table &table = walk.table;
     tell(Event::ignored, table, nullptr, walk.record, child);
     log_unknown(table, child.name());
-    if (table.keys != 0 && is_list(table.row(0)) && (table.row(0).flags & list_by_position) != 0)
+    if (table.keys != 0 && is_list(table.row(0).kind) && (table.row(0).flags & list_by_position) != 0)
         pass_place(walk, table.row(0));
     if ((table.flags & table_others_fail) == 0)
         return 0;
