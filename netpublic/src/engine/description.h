@@ -723,11 +723,13 @@ constexpr Field list(const char *key, Member<Record, Type[Capacity]> member, con
     field.ref_count = 1;
     return field;
 }
-// The same, of records that the member points to. Only in records that live no longer than the walk.
+// The same, of records that the member points to. Only in the envelope and in records that live no longer than the
+// walk.
 template <std::size_t capacity, class Record, class Type, class Described>
 constexpr Field list_behind(const char *key, Member<Record, Type *> member, const Described &record)
 {
-    static_assert(std::is_same_v<Type, typename Described::T>, "the list describes other records");
+    static_assert(std::is_same_v<Type, typename Described::T> || std::is_void_v<Type>,
+                  "the list describes other records");
     Field field = field_of(Kind::list, key, member).limited_to(capacity, 0).with(list_behind_pointer);
     field.refs[0] = Ref(&record.table());
     field.ref_count = 1;
