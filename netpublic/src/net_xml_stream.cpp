@@ -159,8 +159,10 @@ struct StreamInfoFields : Description {
     using T = net_stream_info_v20_t;
     static constexpr Field fields[] = {
         unsigned_longlong("channelBits", AT(channelBits)),
-        wires_part<T, take_encode_table, give_encode_table>("encodeTable", encode_table),
+        wires_part<T, take_encode_table, give_encode_table>("encodeTable", encode_table)
+            .accepts("the table of the main or the sub stream; others are read and dropped"),
     };
+    // What the tables are stored in.
     static constexpr Field also_shown[] = {
         shown("mainStream", AT(mainStream)).shown(encode_table, offsetof(TypedTable, table)),
         shown("subStream", AT(subStream)).shown(encode_table, offsetof(TypedTable, table)),
@@ -210,7 +212,8 @@ struct EntryFields : Description {
     using T = Entry;
     static constexpr Field fields[] = {
         unsigned_longlong("channelBits", AT(channelBits)),
-        wires_part<T, take_entry_table>("encodeTable", encode_table),
+        wires_part<T, take_entry_table>("encodeTable", encode_table)
+            .accepts("the table of the main or the sub stream; others are read and dropped"),
     };
     static constexpr Traits traits = HERE.parser("get_streamInfo_from_xmlnode").failure(Line::plain);
 };
@@ -270,6 +273,7 @@ struct EncodingMessageFields : Description {
 };
 constexpr auto encoding_list_message = describe<EncodingMessageFields>();
 
+// A reply, which ends where the host's budget does.
 struct EncodingPage {
     net_stream_info_v20_t *entries;
     int count;
