@@ -723,11 +723,13 @@ constexpr Field list(const char *key, Member<Record, Type[Capacity]> member, con
     field.ref_count = 1;
     return field;
 }
-// The same, of records that the member points to. Only in records that live no longer than the walk.
+// The same, of records that the member points to. Only in the envelope and in records that live no longer than the
+// walk.
 template <std::size_t capacity, class Record, class Type, class Described>
 constexpr Field list_behind(const char *key, Member<Record, Type *> member, const Described &record)
 {
-    static_assert(std::is_same_v<Type, typename Described::T>, "the list describes other records");
+    static_assert(std::is_same_v<Type, typename Described::T> || std::is_void_v<Type>,
+                  "the list describes other records");
     Field field = field_of(Kind::list, key, member).limited_to(capacity, 0).with(list_behind_pointer);
     field.refs[0] = Ref(&record.table());
     field.ref_count = 1;
@@ -786,9 +788,12 @@ template <class Record, auto function> void before_thunk(void *record)
 {
     function(*static_cast<Record *>(record));
 }
-template <class Record, auto function> int after_thunk(void *record)
+template <class Record, auto function> int after_thunk(void *record, [[maybe_unused]] std::uint32_t seen)
 {
-    return function(*static_cast<Record *>(record));
+    if constexpr (std::is_invocable_v<decltype(function), Record &, std::uint32_t>)
+        return function(*static_cast<Record *>(record), seen);
+    else
+        return function(*static_cast<Record *>(record));
 }
 template <class Record, auto function> int read_thunk(void *record, TiXmlNode *node)
 {
@@ -947,6 +952,21 @@ template <class Record, auto take, auto give = nullptr, class Described>
 constexpr Field wires_part(const char *key, const Described &described, int capacity = INT_MAX)
 {
     return wire_of<Record, take, give>(Kind::wires, key, described).limited_to(capacity, 0);
+}
+
+// The bodies of exported readers of such an element: see read_component() and read_component_logged().
+template <auto take, class Target>
+int read_component_wire(Target *target, Node element, const char *key, const Table &wire)
+{
+    Item item = {"", 0, 0, 0};
+    return is_component(target, element, key) ? read_wire_thunk<Target, take>(target, wire, item, element) : -1;
+}
+template <auto take, class Target>
+int read_component_wire_logged(Target *target, Node element, const char *key, const Table &wire)
+{
+    if (is_component(target, element, key))
+        return read_component_wire<take>(target, element, nullptr, wire);
+    return read_component_logged(nullptr, element, key, wire);
 }
 
 // What the other kinds cannot say: int read(T &record, TiXmlNode *child), int write(const T &record,
@@ -1214,7 +1234,8 @@ struct Traits {
     {
         return with(table_capital);
     }
-    // void before(T &record) runs in front of the walk, int after(T &record) behind it; -1 refuses the record.
+    // void before(T &record) runs in front of the walk, int after(T &record[, std::uint32_t seen]) behind it; -1
+    // refuses the record. Bit i of `seen` tells that a child has answered to the i-th key, of the first 32.
     template <class Record, auto function> constexpr Traits before() const
     {
         Traits changed = *this;

@@ -596,7 +596,7 @@ int finish(Walk &walk, Node element)
         return -1;
     if ((table.flags & table_after) == 0)
         return 0;
-    return table.ref((table.flags & table_before) != 0 ? 1 : 0).after(walk.record);
+    return table.ref((table.flags & table_before) != 0 ? 1 : 0).after(walk.record, walk.seen);
 }
 
 } // namespace
