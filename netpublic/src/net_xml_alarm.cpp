@@ -171,7 +171,11 @@ int check_id(ListedPeriod &period)
 struct DayPartFields : Description {
     using T = ListedPeriod;
     static constexpr Field fields[] = {
-        integer("id", AT(id)).in(0, periods - 1).then<check_id>().accepts("the period's place in the list, from 0"),
+        integer("id", AT(id))
+            .in(0, periods - 1)
+            .then<check_id>()
+            .accepts("the period's place in the list, from 0")
+            .sample("#"),
         PrioritisedFields::fields[1],
         PrioritisedFields::fields[2],
         PrioritisedFields::fields[3],
@@ -394,7 +398,7 @@ struct SublistFields : Description {
 constexpr auto sublist_record = describe<SublistFields>();
 
 // A rule number that is no rule's drops the sublist; the rest of the report still counts.
-int add_objects(unsigned int *masks, const Sublist &sublist)
+int take_sublist(RuleMasks &masks, const Sublist &sublist)
 {
     if (sublist.index < 0 || sublist.index >= smart_ai_rules)
         log_error(NET_HERE, "invalid param index:%d\n", sublist.index);
@@ -410,17 +414,13 @@ struct SmartType {
     RuleMasks masks = {};
 };
 
-int take_sublist(RuleMasks &masks, const Sublist &sublist)
-{
-    return add_objects(masks, sublist);
-}
-
 struct SmartTypeFields : Description {
     using T = SmartType;
     static constexpr Field fields[] = {
         view("type", AT(type))
             .upto(19)
-            .accepts("crossline, intrusion, loitering, legacy or loss, in this case; other entries are dropped"),
+            .accepts("crossline, intrusion, loitering, legacy or loss, in this case; other entries are dropped")
+            .sample("crossline"),
         integer("index", AT(index)).accepts("bit b stands for rule b; entries with a negative number are dropped"),
         wires<take_sublist>("sublist", AT(masks), sublist_record),
     };
@@ -1212,10 +1212,7 @@ int net_alarm_area_x2s(net_param_t *param, TiXmlNode *node)
 
 int get_scope_from_xmlnode(tag_net_pic_motion_cfg_v20_t *motion, TiXmlNode *node, const char *name)
 {
-    if (motion == nullptr)
-        return -1;
-    Scope scope(*motion);
-    return read_component(&scope, node, name, scope_record);
+    return read_component_wire<take_scope>(motion, node, name, scope_record);
 }
 
 int get_area_from_xmlnode(net_ai_area_t *area, TiXmlNode *node, const char *name)
@@ -1299,10 +1296,7 @@ int get_smart_ai_from_xmlnode(net_smart_ai_stat_t *smart, TiXmlNode *node, const
 
 int get_smartai_sublist_from_xmlnode(unsigned int *masks, TiXmlNode *node, const char *key)
 {
-    Sublist sublist;
-    if (read_component_logged(masks != nullptr ? &sublist : nullptr, node, key, sublist_record) != 0)
-        return -1;
-    return add_objects(masks, sublist);
+    return read_component_wire_logged<take_sublist>(reinterpret_cast<RuleMasks *>(masks), node, key, sublist_record);
 }
 
 int net_find_alarm_video_x2s(net_param_t *param, TiXmlNode *node)

@@ -66,7 +66,7 @@ inline constexpr const char *common_text_list[] = {
     // Sources
     "net_xml_alarm.cpp", "net_xml_network.cpp", "net_xml_osd.cpp", "net_xml_ptz.cpp", "net_xml_public.cpp",
     "net_xml_recode.cpp", "net_xml_replay.cpp", "net_xml_stream.cpp", "net_xml_system.cpp",
-    "net_xml_system_support.cpp", "net_xml_timelapse.cpp", "net_xml_user.cpp",
+    "net_xml_timelapse.cpp", "net_xml_user.cpp",
     // clang-format on
 };
 

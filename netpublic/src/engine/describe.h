@@ -157,11 +157,15 @@ template <class D> constexpr std::size_t row_of(std::size_t wanted)
     return row;
 }
 
-// The field that is written under a key.
-template <class D> constexpr std::size_t written_field(const char *key)
+// The field at a place of the written order: for a key that stands there for the second time, the second one.
+template <class D> constexpr std::size_t written_field(std::size_t place)
 {
+    const char *key = D::written[place];
+    std::size_t earlier = 0;
+    for (std::size_t i = 0; i < place; ++i)
+        earlier += same_text(D::written[i], key) ? 1 : 0;
     for (std::size_t i = 0; i < std::size(D::fields); ++i)
-        if (is_written(D::fields[i]) && same_text(D::fields[i].key, key))
+        if (is_written(D::fields[i]) && same_text(D::fields[i].key, key) && earlier-- == 0)
             return i;
     wrong_description("a written key is not among the fields");
     return 0;
@@ -275,7 +279,7 @@ template <class Draft> constexpr Detail detail_of(Draft &draft, const Field &fie
             field.shape,        {field.dimensions[0], field.dimensions[1]},
             field.element_size, field.shown_table,
             field.shown_offset, field.spelling,
-            field.acceptance};
+            field.acceptance,   field.sample_text};
 }
 #endif
 
@@ -319,8 +323,8 @@ template <class D, class Draft> constexpr void add_order(Draft &draft)
             if (is_written(D::fields[i]))
                 draft.order[draft.written++] = narrowed<std::uint8_t>(row_of<D>(i));
     } else {
-        for (const char *key : D::written)
-            draft.order[draft.written++] = narrowed<std::uint8_t>(row_of<D>(written_field<D>(key)));
+        for (std::size_t place = 0; place < std::size(D::written); ++place)
+            draft.order[draft.written++] = narrowed<std::uint8_t>(row_of<D>(written_field<D>(place)));
     }
     for (std::size_t place = 0; place < draft.written; ++place)
         if (draft.order[place] != place)
@@ -371,6 +375,10 @@ template <class D> constexpr auto draft_of()
     Draft<std::size(D::fields) + std::size(D::also_shown), characters_of<D>()> draft;
     add_traits(draft, D::traits); // first, since the hooks are the first references
     draft.row_count = std::size(D::fields);
+#ifdef NETPUBLIC_DESCRIBED
+    for (const Field &field : D::also_shown) // neither read nor written
+        add_field(draft, field, draft.row_count++, false);
+#endif
     for (std::size_t i = 0; i < std::size(D::fields); ++i) {
         const Field &field = D::fields[i];
         if (field.record_size != 0 && field.record_size != sizeof(typename D::T))
@@ -379,10 +387,6 @@ template <class D> constexpr auto draft_of()
         add_field(draft, field, row_of<D>(i), is_shadowed<D>(i));
     }
     add_order<D>(draft);
-#ifdef NETPUBLIC_DESCRIBED
-    for (const Field &field : D::also_shown) // neither read nor written: behind all others
-        add_field(draft, field, draft.row_count++, false);
-#endif
     return draft;
 }
 

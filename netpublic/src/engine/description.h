@@ -184,6 +184,7 @@ struct Field {
     std::uint32_t shown_offset = 0;
     const WordTable *spelling = nullptr;
     const char *acceptance = "";
+    const char *sample_text = "";
 #endif
 
     // The field itself, if it is of such a kind; what is said of another kind does not compile.
@@ -215,6 +216,10 @@ struct Field {
     {
         if (attachment_count == most_attachments)
             wrong_description("too much is attached to a row");
+        for (std::size_t i = 0; i < attachment_count; ++i)
+            if (attachments[i].kind == attachment.kind &&
+                (attachment.kind != Kind::hook || attachments[i].value == attachment.value))
+                wrong_description("a row has one of each");
         Field changed = *this;
         changed.attachments[changed.attachment_count++] = attachment;
         return changed;
@@ -337,7 +342,8 @@ struct Field {
         return attach({Kind::hook, 0, static_cast<std::int32_t>(Moment::then), nullptr, Ref(then_thunk<function>)});
     }
     // void function(T &record) behind an item of an indexed list in which no child has answered to this key. It is
-    // handed the list's first record, whichever one the item has chosen.
+    // handed the list's first record, whichever one the item has chosen. Of a list by position: at the place of a
+    // child of another name.
     template <auto function> constexpr Field absent() const
     {
         return attach({Kind::hook, 0, static_cast<std::int32_t>(Moment::absent), nullptr, Ref(ahead_thunk<function>)});
@@ -372,6 +378,13 @@ struct Field {
         changed.acceptance = words;
         return changed;
     }
+    // A text that is accepted, where the row alone does not tell one; a "#" in it is the item's place in its list.
+    constexpr Field sample(const char *text) const
+    {
+        Field changed = *this;
+        changed.sample_text = text;
+        return changed;
+    }
     // Each number of the member holds a day's hours: bit h is hour h.
     constexpr Field hours() const
     {
@@ -389,6 +402,10 @@ struct Field {
         return *this;
     }
     constexpr Field accepts(const char *) const
+    {
+        return *this;
+    }
+    constexpr Field sample(const char *) const
     {
         return *this;
     }
@@ -520,6 +537,13 @@ struct Field {
         static_assert(std::is_same_v<Type, int> || std::is_same_v<Type, unsigned int>, "a count is an int");
         return of_list().attach({Kind::count, member.offset, 0, nullptr, {}});
     }
+    // Lists that are written: the first items only.
+    constexpr Field first(std::int32_t items) const
+    {
+        if (!is_list(kind) || direction != Direction::write || items > limits.low)
+            wrong_description("only so many items of a written list");
+        return limited_to(items, limits.high);
+    }
     constexpr Field refuse_more() const
     {
         return of_list().with(list_refuse);
@@ -538,7 +562,8 @@ struct Field {
     {
         return of_list().with(list_stop | list_exact);
     }
-    // An item's index is its place among all children. A child of another name leaves its record empty.
+    // An item's index is its place among all children. A child of another name leaves its record empty, even where
+    // it fails; that of a wire is left to absent().
     constexpr Field by_position() const
     {
         return of_list().with(list_by_position);
@@ -590,6 +615,11 @@ template <class Record> constexpr Field flag(const char *key, Member<Record, int
 template <class Record> constexpr Field byte(const char *key, Member<Record, unsigned char> member)
 {
     return field_of(Kind::byte, key, member);
+}
+// A bit of the member: a number other than 0 sets it, a 0 takes none away.
+template <class Record> constexpr Field bit(const char *key, Member<Record, unsigned int> member, std::int32_t mask)
+{
+    return field_of(Kind::byte, key, member).limited_to(mask, 0).with(number_bit).read_only();
 }
 // The item's place in its list, written as such. When it is read, it chooses the item's record, and is stored there.
 template <class Record> constexpr Field place(const char *key, Member<Record, int> member)
@@ -699,11 +729,13 @@ constexpr Field list(const char *key, Member<Record, Type[Capacity]> member, con
     field.ref_count = 1;
     return field;
 }
-// The same, of records that the member points to. Only in records that live no longer than the walk.
+// The same, of records that the member points to. Only in the envelope and in records that live no longer than the
+// walk.
 template <std::size_t capacity, class Record, class Type, class Described>
 constexpr Field list_behind(const char *key, Member<Record, Type *> member, const Described &record)
 {
-    static_assert(std::is_same_v<Type, typename Described::T>, "the list describes other records");
+    static_assert(std::is_same_v<Type, typename Described::T> || std::is_void_v<Type>,
+                  "the list describes other records");
     Field field = field_of(Kind::list, key, member).limited_to(capacity, 0).with(list_behind_pointer);
     field.refs[0] = Ref(&record.table());
     field.ref_count = 1;
@@ -762,9 +794,12 @@ template <class Record, auto function> void before_thunk(void *record)
 {
     function(*static_cast<Record *>(record));
 }
-template <class Record, auto function> int after_thunk(void *record)
+template <class Record, auto function> int after_thunk(void *record, [[maybe_unused]] std::uint32_t seen)
 {
-    return function(*static_cast<Record *>(record));
+    if constexpr (std::is_invocable_v<decltype(function), Record &, std::uint32_t>)
+        return function(*static_cast<Record *>(record), seen);
+    else
+        return function(*static_cast<Record *>(record));
 }
 template <class Record, auto function> int read_thunk(void *record, TiXmlNode *node)
 {
@@ -923,6 +958,21 @@ template <class Record, auto take, auto give = nullptr, class Described>
 constexpr Field wires_part(const char *key, const Described &described, int capacity = INT_MAX)
 {
     return wire_of<Record, take, give>(Kind::wires, key, described).limited_to(capacity, 0);
+}
+
+// The bodies of exported readers of such an element: see read_component() and read_component_logged().
+template <auto take, class Target>
+int read_component_wire(Target *target, Node element, const char *key, const Table &wire)
+{
+    Item item = {"", 0, 0, 0};
+    return is_component(target, element, key) ? read_wire_thunk<Target, take>(target, wire, item, element) : -1;
+}
+template <auto take, class Target>
+int read_component_wire_logged(Target *target, Node element, const char *key, const Table &wire)
+{
+    if (is_component(target, element, key))
+        return read_component_wire<take>(target, element, nullptr, wire);
+    return read_component_logged(nullptr, element, key, wire);
 }
 
 // What the other kinds cannot say: int read(T &record, TiXmlNode *child), int write(const T &record,
@@ -1190,7 +1240,8 @@ struct Traits {
     {
         return with(table_capital);
     }
-    // void before(T &record) runs in front of the walk, int after(T &record) behind it; -1 refuses the record.
+    // void before(T &record) runs in front of the walk, int after(T &record[, std::uint32_t seen]) behind it; -1
+    // refuses the record. Bit i of `seen` tells that a child has answered to the i-th key, of the first 32.
     template <class Record, auto function> constexpr Traits before() const
     {
         Traits changed = *this;
@@ -1213,7 +1264,7 @@ struct Traits {
         NET_FILE, __LINE__                                                                                             \
     }
 
-// The order in which the children are written, by key.
+// The order in which the children are written, by key; a key that stands there twice is that of two fields.
 template <class... Keys> constexpr std::array<const char *, sizeof...(Keys)> order(Keys... keys)
 {
     return {keys...};

@@ -141,7 +141,10 @@ NETPUBLIC_LEAF int read_byte(Walk &walk, const Row &row, Node child)
     int value;
     if (read_int(&value, child) != 0 || !in_limits(walk, row, value))
         return -1;
-    member<unsigned char>(walk.record, row) = static_cast<unsigned char>(value);
+    if ((row.flags & number_bit) == 0)
+        member<unsigned char>(walk.record, row) = static_cast<unsigned char>(value);
+    else if (value != 0)
+        member<unsigned int>(walk.record, row) |= static_cast<unsigned int>(walk.table.limit(row.limits).low);
     return 0;
 }
 
@@ -501,27 +504,29 @@ NETPUBLIC_LEAF unsigned find_by_rule(Walk &walk, Node child, unsigned &expected)
     }
 }
 
+// The place in a list by position that a child of another name has.
+NETPUBLIC_LEAF void pass_place(Walk &walk, const Row &row)
+{
+    if (row.kind == Kind::list) {
+        const std::size_t size = walk.table.ref(row.ref).table->record_size;
+        std::memset(first_item(walk, row) + walk.items * size, 0, size);
+    }
+    run_hook(walk, row, Moment::absent);
+    walk.full = ++walk.items == static_cast<unsigned>(walk.table.capacity(row));
+}
+
 // A child that answers to no key: 0 or -1.
 NETPUBLIC_LEAF int pass_over(Walk &walk, Node child)
 {
     const Table &table = walk.table;
     tell(Event::ignored, table, nullptr, walk.record, child);
     log_unknown(table, child.name());
-    if ((table.flags & table_others_fail) != 0) {
-        log_line(table.failure(), walk.place(), walk.function());
-        return -1;
-    }
-    if (table.keys == 0)
+    if (table.keys != 0 && is_list(table.row(0).kind) && (table.row(0).flags & list_by_position) != 0)
+        pass_place(walk, table.row(0));
+    if ((table.flags & table_others_fail) == 0)
         return 0;
-    const Row &row = table.row(0);
-    if (!is_list(row.kind) || (row.flags & list_by_position) == 0)
-        return 0;
-    if (row.kind == Kind::list) {
-        const std::size_t size = table.ref(row.ref).table->record_size;
-        std::memset(first_item(walk, row) + walk.items * size, 0, size);
-    }
-    walk.full = ++walk.items == static_cast<unsigned>(table.capacity(row));
-    return 0;
+    log_line(table.failure(), walk.place(), walk.function());
+    return -1;
 }
 
 // A list that goes on from what its count holds may be full from the start.
@@ -594,7 +599,7 @@ int finish(Walk &walk, Node element)
         return -1;
     if ((table.flags & table_after) == 0)
         return 0;
-    return table.ref((table.flags & table_before) != 0 ? 1 : 0).after(walk.record);
+    return table.ref((table.flags & table_before) != 0 ? 1 : 0).after(walk.record, walk.seen);
 }
 
 } // namespace
@@ -687,11 +692,11 @@ int read_component_logged(void *record, Node node, const char *key, const Table 
     return -1;
 }
 
-int read_component_noting_null(void *record, Node node, const char *key, const Table &table)
+int read_component_noting_null(void *record, Node node, const char *key, const Table &table, const char *function)
 {
     if (record != nullptr && node)
         return read_component(record, node, key, table);
-    log_line(table.source().entry, table.place(), table.parser());
+    log_line(table.source().entry, table.place(), function != nullptr ? function : table.parser());
     return -1;
 }
 

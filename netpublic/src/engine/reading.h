@@ -21,9 +21,10 @@ int check_parser(const Table &message, const net_param_t *param, Node body, std:
 int read_component(void *record, Node node, const char *key, const Table &table);
 // The same, which logs the table's entry line for that ...
 int read_component_logged(void *record, Node node, const char *key, const Table &table);
-// ... or only for what is null.
-int read_component_noting_null(void *record, Node node, const char *key, const Table &table);
-// The same of an element that is a value itself: the table's first row reads it.
+// ... or only for what is null; with the reader's own name where the table bears another one.
+int read_component_noting_null(void *record, Node node, const char *key, const Table &table,
+                               const char *function = nullptr);
+// As read_component(), of an element that is a value itself: the table's first row reads it.
 int read_component_value(void *record, Node node, const char *key, const Table &table);
 bool is_component(const void *record, Node node, const char *key);
 

@@ -23,7 +23,8 @@ const Row *Table::find_attachment(const Row &of, Kind kind, unsigned limits_colu
 {
     const Row *first = &row(0);
     const auto index = static_cast<std::uint32_t>(&of - first);
-    for (const Row *row = first + keys; row != first + rows; ++row)
+    // The attachments are the last rows.
+    for (const Row *row = first + rows - 1; row->kind > Kind::preset; --row)
         if (row->kind == kind && row->ref == index && (limits_column == any_column || row->limits == limits_column))
             return row;
     return nullptr;

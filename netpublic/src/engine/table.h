@@ -26,7 +26,7 @@ struct Table;
 enum class Kind : std::uint8_t {
     integer,           // int
     flag,              // int, 0 or 1
-    byte,              // unsigned char: the low byte of a number
+    byte,              // unsigned char: the low byte of a number; unsigned int: a bit, see number_bit
     unsigned_integer,  // unsigned int
     int64,             // long long
     unsigned_longlong, // unsigned long long
@@ -81,6 +81,7 @@ enum RowFlag : std::uint16_t {
     row_attached = 0x80,         // rows behind the keys belong to it
     row_checked = 0x100,         // a number must lie within the limits
     number_tolerant = 0x200,     // one that cannot be read leaves the member as it was
+    number_bit = 0x400,          // one other than 0 adds limits.low to the member
     view_whole = 0x100,          // the name must be the whole key
     word_prefix = 0x100,         // the text may be the beginning of the spelling
     word_exact = 0x200,          // case matters
@@ -132,7 +133,7 @@ using WriteWire = Give (*)(const void *record, const Table &wire, Item &item, El
 using ReadText = int (*)(void *record, const char *text);
 using WriteText = int (*)(const void *record, char *text, std::size_t size);
 using Before = void (*)(void *record);
-using After = int (*)(void *record);
+using After = int (*)(void *record, std::uint32_t seen);
 using Ahead = void (*)(void *record, const Item &item);
 using Then = int (*)(void *record, const Item &item);
 using Test = bool (*)(const void *record);
@@ -266,8 +267,9 @@ struct Detail {
     std::uint32_t shown_offset;
     // The spellings of the code or, where it is unsigned, of the bits that a function makes of the text.
     const WordTable *words;
-    // What a function accepts, in words.
+    // What a function accepts, in words; and a text that it accepts. A "#" in it is the item's place in its list.
     const char *accepts;
+    const char *sample;
 };
 #endif
 

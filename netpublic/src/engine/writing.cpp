@@ -168,6 +168,8 @@ int write_items(const Table &table, const Row &row, const void *record, Element 
     if (count > capacity)
         count = capacity;
     const char *first = &member<char>(record, row);
+    if (row.kind == Kind::list && (row.flags & list_behind_pointer) != 0)
+        first = member<const char *>(record, row);
     for (int index = 0; index < count; ++index) {
         if (row.kind == Kind::int_items) {
             if (append_int(parent, table.key(row), reinterpret_cast<const int *>(first)[index]) != 0)

@@ -61,8 +61,11 @@ void log_line(Line line, Place place, const char *function);
 
 } // namespace netpublic
 
-// The base name of the source file.
-#ifdef __FILE_NAME__
+// The base name of the source file. A source whose lines carry another one's name says so once, in front of its
+// includes: #define NETPUBLIC_LOGGED_AS "net_xml_public.cpp"
+#ifdef NETPUBLIC_LOGGED_AS
+#define NET_FILE NETPUBLIC_LOGGED_AS
+#elif defined __FILE_NAME__
 #define NET_FILE __FILE_NAME__
 #else
 #define NET_FILE (::netpublic::base_name(__FILE__))

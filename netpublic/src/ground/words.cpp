@@ -28,7 +28,9 @@ const WordTable::Entry *find_prefix(const WordTable &table, const char *text, st
 {
     for (const auto &entry : table) {
         const char *word = table.text(entry);
-        if (entry.use != Use::write && (length == 0 || (alike(*text, *word) && same_folded(text, word, length))))
+        if (entry.use == Use::write || (length != 0 && !(alike(*text, *word) && same_folded(text, word, length))))
+            continue;
+        if (entry.use != Use::whole || entry.length == length)
             return &entry;
     }
     return nullptr;

@@ -8,8 +8,8 @@
 
 namespace netpublic {
 
-// Which direction a spelling serves.
-enum class Use : std::uint8_t { both, read, write };
+// Which direction a spelling serves. One of `whole` serves both, but its beginnings do not stand for it.
+enum class Use : std::uint8_t { both, read, write, whole };
 
 // One spelling, as the author of a table writes it.
 struct Word {
@@ -107,7 +107,7 @@ bool same_folded(const char *a, const char *b, std::size_t length);
 bool contains_folded(const char *text, const char *word);
 
 // The first spelling that begins with the given `length` characters, case aside; null without one.
-// The empty text finds the first spelling.
+// The empty text finds the first spelling that has beginnings.
 const WordTable::Entry *find_prefix(const WordTable &table, const char *text, std::size_t length);
 
 // The spelling that equals the whole text; `exact` regards case.

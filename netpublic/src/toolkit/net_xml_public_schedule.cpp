@@ -1,4 +1,5 @@
 // Weekly schedules: the per-type form, the per-combination form and the runs of hours in both.
+#define NETPUBLIC_LOGGED_AS "net_xml_public.cpp"
 #include "toolkit/schedules.h"
 
 

@@ -165,15 +165,23 @@ char *write_short_float(char *end, float value)
     return end;
 }
 
-int append_decimal(Element parent, const char *name, bool negative, std::uint64_t magnitude)
+constexpr std::size_t decimal_room = 24; // 20 digits, a sign and the terminator
+
+// Writes the number at the end of the room. Returns its beginning.
+char *write_decimal(char *room, bool negative, std::uint64_t magnitude)
 {
-    char text[24]; // 20 digits, a sign and the terminator
-    char *end = text + sizeof text - 1;
+    char *end = room + decimal_room - 1;
     *end = '\0';
     char *first = write_digits(end, magnitude);
     if (negative)
         *--first = '-';
-    return append_text(parent, name, first);
+    return first;
+}
+
+int append_decimal(Element parent, const char *name, bool negative, std::uint64_t magnitude)
+{
+    char room[decimal_room];
+    return append_text(parent, name, write_decimal(room, negative, magnitude));
 }
 
 } // namespace
@@ -187,6 +195,14 @@ int to_int(int *value, const char *text)
         return -1;
     *value = number.magnitude <= INT32_MAX ? static_cast<int>(number.value()) : std::atoi(number.text);
     return 0;
+}
+
+void from_int(char *text, long long value)
+{
+    char room[decimal_room];
+    const auto bits = static_cast<std::uint64_t>(value);
+    const char *first = write_decimal(room, value < 0, value < 0 ? 0 - bits : bits);
+    std::memcpy(text, first, static_cast<std::size_t>(room + sizeof room - first));
 }
 
 int read_int(int *value, Node node)

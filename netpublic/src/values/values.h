@@ -28,6 +28,8 @@ int view_text(const char **text, std::size_t longest, Node node);
 
 // The number that a text is, as read_int(); a null text is none.
 int to_int(int *value, const char *text);
+// The number as a text, of at most 21 bytes with its terminator.
+void from_int(char *text, long long value);
 
 // Writers, which do as append_text().
 [[nodiscard]] int append_int(Element parent, const char *name, int value);
