@@ -44,6 +44,12 @@ template <class Record, class Type> struct Member {
         offsetof(T, field), #field                                                                                     \
     }
 
+// The record as its own member, where it is a number or an array.
+template <class Record> constexpr Member<Record, Record> itself(const char *name)
+{
+    return {0, name};
+}
+
 #ifdef NETPUBLIC_DESCRIBED
 // A type's name without its namespace, as the compiler shows it: "... [with Type = net_motion_t]".
 template <class Type> constexpr auto spelled_type()

@@ -564,9 +564,12 @@ NETPUBLIC_LEAF int read_late(Walk &walk, Node element)
         if (!late && row.kind != Kind::grid)
             continue;
         Node last;
-        for (Node child = element.first_child(); child; child = child.next_sibling())
-            if (find_key(table, child.name(), 0) == index)
+        for (Node child = element.first_child(); child; child = child.next_sibling()) {
+            const char *name = child.name();
+            // The first characters tell most names apart.
+            if ((*name == '\0' || alike(*name, *table.key(row))) && find_key(table, name, 0) == index)
                 last = child;
+        }
         if (!last)
             continue;
         if (late ? read_int_list(walk, row, last) != 0 : read_grid(walk, row, last) != 0) {
@@ -695,6 +698,14 @@ int read_component_noting_null(void *record, Node node, const char *key, const T
         return read_component(record, node, key, table);
     log_line(table.source().entry, table.place(), function != nullptr ? function : table.parser());
     return -1;
+}
+
+int read_component_value(void *record, Node node, const char *key, const Table &table)
+{
+    if (!is_component(record, node, key))
+        return -1;
+    Walk walk = {table, record, 0, false, 0};
+    return read_row(walk, 0, node) != 0 ? refuse(walk, table.row(0), node) : 0;
 }
 
 int check_parser(const Table &message, const net_param_t *param, Node body, std::size_t size)
