@@ -406,9 +406,8 @@ int read_kind(Walk &walk, const Row &row, Node child)
         return read_item(walk, row, child);
     case Kind::wire:
         return read_wire(walk, row, child, 0);
-    case Kind::custom:
-        return walk.table.ref(row.ref).read(record, const_cast<TiXmlNode *>(child.tree()));
     case Kind::constant:
+    case Kind::named:
     case Kind::preset:
     case Kind::count:
     case Kind::mark:
@@ -667,12 +666,13 @@ int read_indexed(const Table &table, void *first, int capacity, Node element, st
     return result;
 }
 
-int read_child(const Table &table, void *record, unsigned row, Node child);
+#ifdef NETPUBLIC_DESCRIBED
 int read_child(const Table &table, void *record, unsigned row, Node child)
 {
     Walk walk = {table, record, 0, false, 0};
     return read_row(walk, row, child) != 0 ? refuse(walk, table.row(row), child) : 0;
 }
+#endif
 
 bool is_component(const void *record, Node node, const char *key)
 {

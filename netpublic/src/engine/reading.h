@@ -42,6 +42,9 @@ struct Watch {
     void (*happened)(void *context, Event event, const Table &table, const Row *row, void *record, Node node);
 };
 extern thread_local const Watch *watch;
+
+// One child into the record by the row at this index, for tests of single rows.
+int read_child(const Table &table, void *record, unsigned row, Node child);
 #endif
 
 } // namespace netpublic

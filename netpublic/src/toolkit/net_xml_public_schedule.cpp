@@ -2,7 +2,6 @@
 #define NETPUBLIC_LOGGED_AS "net_xml_public.cpp"
 #include "toolkit/schedules.h"
 
-
 #include <net_xml_public.h>
 
 #include <cstring>
