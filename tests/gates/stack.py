@@ -140,7 +140,7 @@ KINDS = kind_names()
 SOURCE = TABLE_HEAD = 12  # bytes
 HAS_BEFORE, HAS_AFTER, IS_ORDERED, HAS_SOURCE, IS_WALKED = 0x400, 0x800, 0x1000, 0x2000, 0x10
 COMPLAINS = 0x8  # a row's flag
-NO_LIMITS = 0x7F
+NO_COLUMN = 0x7F  # a row's column that says nothing
 BY_FUNCTION = 3  # a condition's When
 BEHIND_KEYS = KINDS.index("preset")
 HOOKS = "ahead", "then", "absent"  # by Moment
