@@ -871,14 +871,10 @@ Give write_wire_thunk(const void *target_record, const Table &table, Item &item,
     using Wire = typename Parameters<decltype(give)>::Second;
     const auto &target = *static_cast<const Target *>(target_record);
     Wire wire = {};
-    Give decision;
     if constexpr (std::is_invocable_v<decltype(give), const Target &, Wire &, Item &>)
-        decision = give(target, wire, item);
+        return write_given(give(target, wire, item), table, &wire, item, parent);
     else
-        decision = give(target, wire);
-    if (decision != Give::written)
-        return decision;
-    return write_record(table, &wire, append_element(parent, item.key)) != 0 ? Give::failed : Give::written;
+        return write_given(give(target, wire), table, &wire, item, parent);
 }
 template <class Target, auto take, auto give, class Described>
 constexpr Field wire_of(Kind kind, const char *key, const Described &described)
