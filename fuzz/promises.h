@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 class TiXmlNode;
 
@@ -65,6 +66,12 @@ private:
 // and its texts end within their members. `exempt` is a text that its initialiser may have filled to the
 // last byte.
 void check_record(const netpublic::Table &table, const void *record, const void *exempt = nullptr);
+
+// Why an extension header was refused before the XML library saw it, out of the log line; null when it was not.
+const char *header_refusal(std::string_view log);
+// P15: whatever was not refused must have no more in it than the limits allow, as the XML library reads it; and
+// what was refused for a reason must give that reason.
+void check_header(const std::string &text, const char *refusal);
 
 // A number that changes with any node, name, text or attribute of a tree. P7 and P8.
 std::uint64_t fingerprint(const TiXmlNode &tree);
