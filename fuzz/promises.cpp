@@ -407,6 +407,20 @@ void check_record(const Table &table, const void *record, const void *exempt)
     check_view({table, static_cast<const char *>(record), 0, table.record_size}, exempt);
 }
 
+LowLimits::LowLimits(bool low) : levels_(netpublic::guarded_levels), attributes_(netpublic::guarded_attributes)
+{
+    if (low) {
+        netpublic::guarded_levels = 4;
+        netpublic::guarded_attributes = 3;
+    }
+}
+
+LowLimits::~LowLimits()
+{
+    netpublic::guarded_levels = levels_;
+    netpublic::guarded_attributes = attributes_;
+}
+
 const char *header_refusal(std::string_view log)
 {
     for (const char *refusal : refusals)

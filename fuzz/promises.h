@@ -67,6 +67,19 @@ private:
 // last byte.
 void check_record(const netpublic::Table &table, const void *record, const void *exempt = nullptr);
 
+// While one lives, an extension header of 5 levels or of 4 attributes in one element is refused, so that short
+// texts come near the limits.
+class LowLimits {
+public:
+    explicit LowLimits(bool low = true);
+    ~LowLimits();
+    LowLimits(const LowLimits &) = delete;
+    LowLimits &operator=(const LowLimits &) = delete;
+
+private:
+    int levels_, attributes_;
+};
+
 // Why an extension header was refused before the XML library saw it, out of the log line; null when it was not.
 const char *header_refusal(std::string_view log);
 // P15: whatever was not refused must have no more in it than the limits allow, as the XML library reads it; and

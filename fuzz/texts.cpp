@@ -59,8 +59,10 @@ void check_accepted(const net_ext_t &ext)
 
 } // namespace
 
+// The last byte of the host's answers says whether the limits are the library's own.
 void run_header(const std::uint8_t *data, std::size_t size)
 {
+    const LowLimits limits(size >= Host::answers_size && data[Host::answers_size - 1] % 2 != 0);
     Host host;
     Bytes input(data, size);
     host.play(input);
@@ -136,7 +138,8 @@ void header_seeds(const Sink &sink)
           "<ExtenSion><!-- c --><![CDATA[x]]>&#x41;&amp;<c a='1' b=\"2\">1</c></ExtenSion>",
           "\xEF\xBB\xBF<ExtenSion><userName>\xE2\x82\xAC</userName></ExtenSion>", "<ExtenSion>\xE2",
           "<!DOCTYPE x [<!ENTITY e 'y'>]><ExtenSion/>"})
-        sink("header", head + text);
+        for (const char limits : {'\0', '\1'})
+            sink("header", head.substr(0, Host::answers_size - 1) + limits + text);
     std::string deep = head, many = head + "<ExtenSion";
     for (int i = 0; i < 65; ++i) {
         deep += "<a>";
