@@ -77,8 +77,7 @@ void run_header(const std::uint8_t *data, std::size_t size)
     {
         Oracle oracle;
         result = net_exten_x2s(text.as<char>(), record.as<net_ext_t>());
-        for (const std::string &secret : oracle.secrets())
-            require(host.log().find(secret) == std::string_view::npos, "P12", "a secret in a log line");
+        oracle.check_log(host.log(), text.as<char>());
     }
     require(result == 0 || result == -1, "P1", "the result of the extension header");
     require(std::memcmp(text.as<>(), input.rest(), input.left()) == 0, "P7", "the text of the header has changed");
