@@ -16,6 +16,12 @@
 #include <sanitizer/asan_interface.h>
 #endif
 
+#if defined(__x86_64__) && __has_include(<valgrind/memcheck.h>)
+#include <valgrind/memcheck.h>
+#else
+#define VALGRIND_MAKE_MEM_UNDEFINED(from, size) static_cast<void>(0)
+#endif
+
 namespace fuzz {
 namespace {
 
@@ -349,6 +355,7 @@ void *guarded_allocate(unsigned int size)
     lock(block);
     unlock_content(block);
     std::memset(block->content(), garbage, size);
+    VALGRIND_MAKE_MEM_UNDEFINED(block->content(), size);
     block->live = true;
     ++live_blocks;
     return block->content();

@@ -37,7 +37,7 @@ inline void require(bool holds, const char *promise, const char *what)
 
 // Blocks between guard bytes, for the host's allocator and for buffers that are handed over. Under the
 // address sanitizer the guards are poisoned, so that a read is found as well, at the very access.
-// Contents start as garbage.
+// Contents start as garbage, which counts as never written under memcheck.
 void *guarded_allocate(unsigned int size);
 void guarded_release(void *block); // with a check of the guards
 bool guards_intact(const void *block);

@@ -92,6 +92,9 @@ Session::Session(const Message &message, net_ext_t ext, Host &host) : message_(m
     require((result == 0) == (param_.data != nullptr), "P13", "an initialiser without memory");
     if (param_.data != nullptr)
         require(guards_intact(param_.data), "P2", "an initialiser wrote beside the payload");
+    // This payload comes as it was allocated, which is meant: the host fills it.
+    if (param_.data != nullptr && std::strcmp(message.name, "dst") == 0)
+        std::memset(param_.data, garbage, size());
 }
 
 Session::~Session()

@@ -197,7 +197,8 @@ NETPUBLIC_API int net_local_time_get(struct tm *src, struct tm *dst);
 
 /**
  * Replaces the content of passwords, keys, tokens and addresses by as many asterisks, so that a message
- * can be logged. Only tags without attributes and blanks are recognised; case matters.
+ * can be logged. Only tags without attributes and blanks are recognised; case matters. An element ends at the
+ * next close tag of its name: where elements of one name nest, the rest of the outer one is shown.
  * @return a static buffer that lasts until the next call: not for two threads at once. Empty for a null text.
  */
 NETPUBLIC_API const char *net_xml_printf_filter(const char *xml);
