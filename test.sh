@@ -10,7 +10,7 @@ cd "$top" || exit 1
 # shellcheck source=packaging/packages.sh
 . packaging/packages.sh
 
-all_sections=(format build release asan tsan armhf golden budgets consumer packages bench analysis coverage fuzz)
+all_sections=(format build release asan tsan memcheck growth armhf golden budgets consumer packages bench analysis coverage fuzz promises)
 gates=tests/gates
 golden=tests/golden
 size_goal=98304 # bytes; what the library is to shrink to
@@ -159,6 +159,23 @@ section_asan() {
 section_tsan() {
     build tsan netpublic_tests &&
         check_tests "tests (thread sanitizer)" build/tsan/tests/netpublic_tests --gtest_filter='*Thread*'
+}
+
+# Uninitialised reads. What replaces operator new, and what only runs for long, is left out.
+section_memcheck() {
+    local out='FaultTest.*:*Thread*:*Allocate*:HeaderTest.TheLibrary*:*LikelyRow*:*EqualsKind*:*NoBudget*:*TakesLinear*:FloatText.*'
+    build release netpublic_tests && check_tests "tests (memcheck)" valgrind -q --error-exitcode=9 \
+        build/release/tests/netpublic_tests --gtest_filter="-$out"
+}
+
+# Work grows as the input does: counted, not timed.
+section_growth() {
+    build release netpublic_growth && measure "linear growth" python3 $gates/growth.py build/release/tests/netpublic_growth
+}
+
+# Each promise of the security page, broken once: its check must notice.
+section_promises() {
+    measure "a mutant of each promise" python3 $gates/promise_mutants.py --work build/promises
 }
 
 section_armhf() {
