@@ -232,9 +232,12 @@ section_consumer() {
     # shellcheck disable=SC2046 # names without blanks
     build armhf $(installables) && check "consumer projects (armhf, emulated)" $gates/consumer.sh build/armhf armhf
     check "inside another project, shared and static" $gates/subproject.sh
+    check "both layouts of TinyXML, and every mixture refused" $gates/tinyxml_layout.sh build/release
 }
 
 section_packages() {
+    configure hardened && check "hardening, compiler lines" $gates/hardening.sh build/hardened
+    build armhf-hardened netpublic && check "hardening (armhf)" $gates/hardening.sh build/armhf-hardened armhf
     # shellcheck disable=SC2046 # names without blanks
     build release $(installables) && check "Debian packages" packaging/test_packages.sh build/release
     # shellcheck disable=SC2046 # names without blanks
