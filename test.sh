@@ -249,13 +249,14 @@ section_consumer() {
     # shellcheck disable=SC2046 # names without blanks
     build armhf $(installables) && check "consumer projects (armhf, emulated)" $gates/consumer.sh build/armhf armhf
     check "inside another project, shared and static" $gates/subproject.sh
+    check "both layouts of TinyXML, and every mixture refused" $gates/tinyxml_layout.sh build/release
 }
 
 section_packages() {
-    # shellcheck disable=SC2046 # names without blanks
-    build release $(installables) && check "Debian packages" packaging/test_packages.sh build/release
-    # shellcheck disable=SC2046 # names without blanks
-    build armhf $(installables) && check "Debian packages (armhf, emulated)" packaging/test_packages.sh build/armhf armhf
+    configure hardened && check "hardening, compiler lines" $gates/hardening.sh build/hardened
+    build armhf-hardened netpublic && check "hardening (armhf)" $gates/hardening.sh build/armhf-hardened armhf
+    check "Debian packages" packaging/test_packages.sh &&
+        check "Debian packages (armhf, emulated)" packaging/test_packages.sh armhf
     check "Buildroot and Yocto recipes" packaging/test_recipes.sh
 }
 

@@ -1,7 +1,7 @@
 // P15: what of an extension header reaches the XML library. Seen from outside, by the result of
 // net_exten_x2s() and the line that gives the reason.
-#include "support.h"
 #include "ground/text_guard.h"
+#include "support.h"
 
 #include <host.h>
 #include <net_public.h>
