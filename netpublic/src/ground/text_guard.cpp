@@ -264,7 +264,7 @@ private:
     bool encoding_known_;
     int level_ = 0;
     const char *refusal_ = nullptr;
-    char word_[6]; // how the latest value begins, decoded
+    char word_[6] = {}; // how the latest value begins, decoded
     std::size_t word_length_ = 0;
 };
 
