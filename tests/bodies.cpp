@@ -35,8 +35,9 @@ void collect(const Table &table, const Path &around, std::vector<Path> &rows)
         Path path = around;
         path.push_back({&table, i});
         rows.push_back(path);
-        if (const Table *inside = path.back().inside())
-            collect(*inside, path, rows);
+        for (const Table *inside : {path.back().inside(), path.back().again()})
+            if (inside != nullptr)
+                collect(*inside, path, rows);
     }
 }
 
@@ -64,6 +65,12 @@ int usual_count(const Table &table, const Row &row)
 const Table *Step::inside() const
 {
     return has_table(row().kind) && (row().flags & row_skipped) == 0 ? table->ref(row().ref).table : nullptr;
+}
+
+const Table *Step::again() const
+{
+    const Row *attached = table->attachment(row(), Kind::again);
+    return attached != nullptr ? table->ref(attached->offset).table : nullptr;
 }
 
 std::string print(const Path &path)
@@ -137,12 +144,29 @@ std::string usual_text(const Table &table, unsigned index, int place)
 
 namespace {
 
-void add_child(TiXmlElement &element, const char *name, const std::string &text)
+TiXmlElement *add_child(TiXmlElement &element, const char *name, const std::string &text)
 {
     auto *child = new TiXmlElement(name);
     element.LinkEndChild(child);
     if (!text.empty())
         child->LinkEndChild(new TiXmlText(text.c_str()));
+    return child;
+}
+
+int children_of(const TiXmlElement &element, const char *name)
+{
+    int count = 0;
+    for (auto *child = element.FirstChildElement(name); child != nullptr; child = child->NextSiblingElement(name))
+        ++count;
+    return count;
+}
+
+TiXmlElement *nth_child(TiXmlElement &element, const char *name, int index)
+{
+    TiXmlElement *child = element.FirstChildElement(name);
+    while (index-- > 0)
+        child = child->NextSiblingElement(name);
+    return child;
 }
 
 int count_for(const Path &path, const Recipe &recipe)
@@ -164,7 +188,9 @@ void fill_item(TiXmlElement &element, const Table &table, const Recipe &recipe, 
         if (!is_reachable(table, i))
             continue;
         path.push_back({&table, i});
-        const int count = count_for(path, recipe);
+        // What other rows of the same element have put there is filled up.
+        const int there = path.back().inside() != nullptr ? children_of(element, path.back().key()) : 0;
+        const int count = std::max(count_for(path, recipe), there);
         for (int item = 0; item < count; ++item) {
             const char *text = recipe.text ? recipe.text(path) : nullptr;
             const char *key = path.back().key();
@@ -173,9 +199,10 @@ void fill_item(TiXmlElement &element, const Table &table, const Recipe &recipe, 
                 add_child(element, key, text != nullptr ? text : usual_text(table, i, place));
                 continue;
             }
-            auto *child = new TiXmlElement(key);
-            element.LinkEndChild(child);
+            auto *child = item < there ? nth_child(element, key, item) : add_child(element, key, "");
             fill_item(*child, *inside, recipe, path, item);
+            if (const Table *again = path.back().again())
+                fill_item(*child, *again, recipe, path, item);
         }
         path.pop_back();
     }

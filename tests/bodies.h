@@ -27,6 +27,8 @@ struct Step {
     }
     // What the row's element holds; null when that is a text.
     const netpublic::Table *inside() const;
+    // The rows that read it once more, see Field::again(); null without.
+    const netpublic::Table *again() const;
     bool operator==(const Step &other) const
     {
         return table == other.table && index == other.index;
