@@ -1,6 +1,7 @@
 #include "promises.h"
 
 #include "ground/text_guard.h"
+#include "engine/member.h"
 
 #include <net_types.h>
 #include <tinyxml.h>
@@ -215,6 +216,8 @@ int items_of(const View &view, const Row &row)
     const int count = load<int>(view.member(*count_row));
     if (count >= 0 && count <= view.table.capacity(row))
         return count;
+    if (count > 0 && netpublic::is_only_written(view.table, row))
+        return view.table.capacity(row); // the first ones; the row that is read tells how many there can be
     broken("P3", named(view.table, row, "the count") + " is " + std::to_string(count));
     return -1;
 }
