@@ -81,7 +81,7 @@ struct CompressionFields : Description {
         word("encoderType", AT(encoderType), rate_controls).skipped().fallback(0), // not the client's to set
         integer("frame", AT(frame)).in(0, 30),
         integer("bitRate", AT(bitRate)).at_least(0),
-        part("gop", gop_part),
+        part("gop", gop_part).accepts("the current length lies between the ends"),
         word("encoderProfile", AT(encoderProfile), encoder_profiles).otherwise(0).fallback(0),
         integer("videoEncType", AT(videoEncType)).at_least(0),
         text("resolutionName", AT(resolutionName)).write_only(),

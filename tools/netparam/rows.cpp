@@ -60,6 +60,8 @@ bool shown_before(const Table &table, unsigned index)
     const Row &row = table.row(index);
     for (unsigned i = 0; i < index; ++i) {
         const Row &earlier = table.row(i);
+        if (form_of(table, i) == Form::none)
+            continue; // what shows nothing hides nothing
         const bool same_key = std::strcmp(table.key(earlier), table.key(row)) == 0;
         const bool same_member =
             std::strcmp(table.text(table.detail(i).member), table.text(table.detail(index).member)) == 0;

@@ -57,6 +57,13 @@ Refusal of_missing(const Table &table, const Row &row, const TiXmlNode &element)
     refusal.path = path_of(element);
     refusal.key = table.key(row);
     refusal.reason = "the child \"" + refusal.key + "\" is missing";
+    if (netpublic::is_list(row.kind) && (row.flags & netpublic::list_exact) != 0) {
+        int items = 0;
+        for (const TiXmlNode *child = element.FirstChild(); child != nullptr; child = child->NextSibling())
+            items +=
+                netpublic::find_key(table, child->Value(), 0) == static_cast<unsigned>(&row - &table.row(0)) ? 1 : 0;
+        refusal.reason = "there are only " + std::to_string(items) + " of \"" + refusal.key + "\"";
+    }
     refusal.accepted = refusal.key + ": " + accepted_by(table, row);
     return refusal;
 }
@@ -66,8 +73,10 @@ Refusal of_stranger(const Table &table, const TiXmlNode &node)
     Refusal refusal;
     refusal.spot = spot_of(node);
     refusal.path = path_of(node);
-    refusal.reason = "no such child is accepted here";
-    refusal.accepted = joined(keys_of(table), ", ");
+    refusal.reason = node.ToElement() == nullptr ? "this is no element; a comment or text is refused here"
+                     : table.names == netpublic::Names::in_order ? "another child is expected here"
+                                                                 : "no such child is accepted here";
+    refusal.accepted = joined(keys_of(table), table.names == netpublic::Names::in_order ? ", then " : ", ");
     return refusal;
 }
 

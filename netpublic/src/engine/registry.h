@@ -11,7 +11,7 @@
 //     HOST_MESSAGE(name, payload type, parser, writer, tables as above)   the host prepares the envelope
 //
 // `name` is what one types: the family name in lower case with hyphens. A missing parser, writer or table
-// is nullptr.
+// is nullptr; a writer without a table writes nothing.
 #ifndef NETPUBLIC_REGISTRY_H
 #define NETPUBLIC_REGISTRY_H
 
