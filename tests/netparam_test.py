@@ -44,12 +44,13 @@ class Catalogue(unittest.TestCase):
     def test_shows_id_size_directions_and_initialiser(self):
         done = run("list", "nets_param_md_init")
         self.assertEqual(0, done.returncode)
-        self.assertEqual(["md", "1903", "17056", "parse", "write", "nets_param_md_init"],
+        self.assertEqual(["md", "1903", "17056", "parse", "write", "motion", "detection", "settings", "nets_param_md_init"],
                          done.stdout.splitlines()[1].split())
 
     def test_filters_by_id_and_text(self):
         self.assertEqual(2, len(run("list", "1903").stdout.splitlines()))
         self.assertEqual(2, len(run("list", "NETS_PARAM_LED").stdout.splitlines()))
+        self.assertEqual("md", run("list", "motion").stdout.splitlines()[1].split()[0])
         done = run("list", "nosuchthing")
         self.assertEqual((2, ""), (done.returncode, done.stdout))
 
@@ -94,7 +95,7 @@ class Parsing(unittest.TestCase):
         self.assertEqual((0, ""), (done.returncode, done.stderr))
         shown = fields(done.stdout)
         self.assertEqual("60", shown["width"])
-        self.assertEqual("20", shown["sensitivityInfoList[1]/sensitivity"])
+        self.assertEqual("20", shown["sensitivityInfoList/sensitivityInfo[1]/sensitivity"])
         self.assertEqual("12", shown["sensInfoNew/sensitivityDefault"])
         self.assertEqual("rec,ftp,push (0x244)", " ".join(shown["handleException/handleType"].split()))
         self.assertEqual("60 x 34 cells, 432 set", shown["scope"])
@@ -140,7 +141,7 @@ class Parsing(unittest.TestCase):
         payload = shown["payload"]
         self.assertEqual(34, len(payload["scope"]))
         self.assertEqual("0" * 10 + "1" * 36 + "0" * 14, payload["scope"][8])
-        self.assertEqual(9, payload["sensitivityInfoList"][3]["sensitivity"])
+        self.assertEqual(9, payload["sensitivityInfoList"]["sensitivityInfo"][3]["sensitivity"])
         self.assertEqual("rec,ftp,push", payload["handleException"]["handleType"])
 
     def test_any_bytes_make_valid_json(self):
@@ -201,7 +202,7 @@ class Drawings(unittest.TestCase):
     def test_sets_and_masks_show_their_words(self):
         shown = fields(run("parse", "alarm-report", "alarm_report.xml").stdout)
         smart = "AlarmEvent[0]/smartAiTypeList/"
-        self.assertEqual("crossline_0,crossline_1,crossline_2,loitering_0", shown[smart + "smartAiType"])
+        self.assertEqual("crossline_0,crossline_1,crossline_2,loitering_0", shown[smart + "events"])
         self.assertEqual("people,vehicle (0x3)", shown[smart + "crossline[1]"])
 
 
@@ -216,8 +217,8 @@ MESSAGES = examples_of(".xml")
 
 # Components of messages, not messages: they have no envelope or serve several.
 COMPONENTS = {
-    "get_sensitivity_new_info_x2s", "net_exten_x2s", "net_float_value_s2x", "net_int_value_s2x", "net_ptz_param_s2x",
-    "net_smart_ai_direction_s2x", "net_smart_ai_op_s2x", "net_smart_ai_points_s2x", "xml_enc_info_list_s2x",
+    "get_sensitivity_new_info_x2s", "net_exten_x2s", "net_float_value_s2x", "net_int_value_s2x",
+    "net_smart_ai_direction_s2x", "net_smart_ai_op_s2x", "net_smart_ai_points_s2x",
 }
 
 

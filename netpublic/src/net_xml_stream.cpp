@@ -286,7 +286,8 @@ struct EncodingPageFields : Description {
         list_behind<INT_MAX>("StreamInfo", AT(entries), stream_info).counted_by(AT(count)).write_only(),
         integer("more", AT(more)).when(AT(more)).write_only(),
     };
-    static constexpr Traits traits = HERE.writer("xml_enc_info_list_s2x", "StreamInfoList").layout(encoding_payload);
+    static constexpr Traits traits =
+        HERE.writer("xml_enc_info_list_s2x", "StreamInfoList").write_entry(Line::none).layout(encoding_payload);
 };
 constexpr auto encoding_page = describe<EncodingPageFields>();
 

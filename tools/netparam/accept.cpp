@@ -268,7 +268,7 @@ bool is_unplaced(const Table &table, const Row &row, const TiXmlNode &node)
 
 Verdict judge(const Table &table, const Row &row, const void *record, const TiXmlNode &node)
 {
-    Verdict verdict = {"the value is refused", accepted_by(table, row), true};
+    Verdict verdict = {"the message's own code refuses this text", accepted_by(table, row), true};
     const TiXmlElement *element = node.ToElement();
     const char *text = element != nullptr ? element->GetText() : nullptr;
     if (element == nullptr) {

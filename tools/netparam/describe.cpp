@@ -51,8 +51,8 @@ void add_lines(std::vector<Line> &lines, const Table &table, const std::string &
             line.text += "; written in this order: " + joined(order, ", ");
         const std::vector<const Table *> inner = inner_tables(table, i);
         for (const Table *each : inner)
-            for (const std::string &note : table_notes(*each))
-                line.text += "; children: " + plain(note);
+            if (const std::string note = children_notes(*each); !note.empty())
+                line.text += "; " + plain(note);
         lines.push_back(line);
         for (const Table *each : inner)
             add_lines(lines, *each, indent + "  ", writes && is_in_order(table, i) && each == inner.front());
@@ -79,7 +79,7 @@ void print_table(std::ostream &out, const Table &table, bool writes, const Style
     for (const Line &line : lines)
         column = std::max(column, line.name.size() + 2);
     column = std::min<std::size_t>(column, 34);
-    out << '\n' << style.heading("Keys, in the order in which they are tried") << '\n';
+    out << '\n' << style.heading(table.keys != 0 ? "Keys, in the order in which they are tried" : "Elements") << '\n';
     for (const Line &line : lines)
         print_aside(out, line.name, line.member + (line.member.empty() || line.text.empty() ? "" : ": ") + line.text,
                     column, style);

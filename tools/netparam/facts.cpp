@@ -70,8 +70,62 @@ std::string member_at(const Table &table, std::uint32_t offset)
     return "";
 }
 
+// Which bytes of a record are a payload's: all of them, or, of a record of a walk's own, those of the one it holds.
+struct Share {
+    std::uint32_t from, end;
+    bool held;
+};
+
+// The records that payloads consist of, by their types.
+class PayloadRecords {
+public:
+    PayloadRecords()
+    {
+        for (const Entry &entry : entries())
+            if (const Table *table = entry.table())
+                add(*table, {0, table->record_size, false});
+    }
+    // Null for other records.
+    const Share *find(const char *record) const
+    {
+        const auto found = shares_.find(record);
+        return found != shares_.end() ? &found->second : nullptr;
+    }
+
+private:
+    void add(const Table &table, Share share)
+    {
+        shares_.try_emplace(table.record, share);
+        if (!visited_.insert(&table).second)
+            return;
+        for (unsigned i = 0; i < table.rows; ++i) {
+            const Row &row = table.row(i);
+            const Table *inner = row.kind == Kind::group || row.kind == Kind::list ? table.ref(row.ref).table : nullptr;
+            if (inner != nullptr)
+                add(*inner, {0, inner->record_size, false});
+            const Detail &detail = table.detail(i);
+            if (has_detail(table, i) && detail.shown != nullptr)
+                add(*detail.shown, {detail.shown_offset, detail.shown_offset + detail.element_size,
+                                    detail.element_size != detail.shown->record_size});
+        }
+    }
+
+    std::map<std::string, Share> shares_;
+    std::set<const Table *> visited_;
+};
+
+const Share *share_of(const Table &table)
+{
+    static const PayloadRecords records;
+    return records.find(table.record);
+}
+
 std::string int_at(const Table &table, std::uint32_t offset)
 {
+    if (std::strcmp(table.record, "net_param_t") == 0)
+        return "the envelope's `" + member_at(table, offset) + "`";
+    if (share_of(table) == nullptr)
+        return "a number that lives no longer than the reading or writing";
     const std::string name = member_at(table, offset);
     return name.empty() ? "the int at byte " + std::to_string(offset) : "`" + name + "`";
 }
@@ -270,60 +324,11 @@ std::string hexadecimal(int number)
     return text;
 }
 
-// Which bytes of a record are a payload's: all of them, or, of a record of a walk's own, those of the one it holds.
-struct Share {
-    std::uint32_t from, end;
-    bool held;
-};
-
-// The records that payloads consist of, by their types.
-class PayloadRecords {
-public:
-    PayloadRecords()
-    {
-        for (const Entry &entry : entries())
-            if (const Table *table = entry.table())
-                add(*table, {0, table->record_size, false});
-    }
-    // Null for other records.
-    const Share *find(const char *record) const
-    {
-        const auto found = shares_.find(record);
-        return found != shares_.end() ? &found->second : nullptr;
-    }
-
-private:
-    void add(const Table &table, Share share)
-    {
-        shares_.try_emplace(table.record, share);
-        if (!visited_.insert(&table).second)
-            return;
-        for (unsigned i = 0; i < table.rows; ++i) {
-            const Row &row = table.row(i);
-            const Table *inner = row.kind == Kind::group || row.kind == Kind::list ? table.ref(row.ref).table : nullptr;
-            if (inner != nullptr)
-                add(*inner, {0, inner->record_size, false});
-            const Detail &detail = table.detail(i);
-            if (has_detail(table, i) && detail.shown != nullptr)
-                add(*detail.shown, {detail.shown_offset, detail.shown_offset + detail.element_size,
-                                    detail.element_size != detail.shown->record_size});
-        }
-    }
-
-    std::map<std::string, Share> shares_;
-    std::set<const Table *> visited_;
-};
-
-const Share *share_of(const Table &table)
-{
-    static const PayloadRecords records;
-    return records.find(table.record);
-}
-
 std::string check_text(const Table &table, bool any_size, netpublic::Line line)
 {
-    return (any_size ? "any `dataSize`" : "`dataSize` " + std::to_string(table.record_size)) +
-           "; a bad envelope logs " + fixed_line(line);
+    const std::uint32_t size = table.layout != nullptr ? table.layout->record_size : table.record_size;
+    return (any_size ? "any `dataSize`" : "`dataSize` " + std::to_string(size)) + "; a bad envelope logs " +
+           fixed_line(line);
 }
 
 } // namespace
@@ -486,7 +491,8 @@ std::string limits_text(const Table &table, unsigned index)
     case Kind::constant:
         return "always " + std::to_string(table.limit(row.limits).low);
     case Kind::preset:
-        return "set to " + std::to_string(table.limit(row.limits).low) + " before the keys are read";
+        return (share_of(table) == nullptr ? int_at(table, row.offset) + " is set to " : "set to ") +
+               std::to_string(table.limit(row.limits).low) + " before the keys are read";
     case Kind::named:
         return "";
     case Kind::int_list:
@@ -587,10 +593,17 @@ std::vector<std::string> table_notes(const Table &table)
     if (table.parsed == netpublic::ParsedAs::tried)
         notes.emplace_back("the body is checked as a whole before anything is stored");
     if (table.parsed == netpublic::ParsedAs::walk)
-        notes.emplace_back("the body is read into a record of its own, and stored when all of it has been read");
+        notes.emplace_back(
+            "what the message says as a whole is stored by code of its own when all of it has been read");
     if (table.failure() != netpublic::Line::none)
         notes.push_back("a refused child logs " + fixed_line(table.failure()));
     return notes;
+}
+
+std::string children_notes(const Table &inner)
+{
+    const std::string notes = joined(table_notes(inner), ", ");
+    return notes.empty() ? "" : "children: " + notes;
 }
 
 std::string read_check(const Table &table)

@@ -43,6 +43,8 @@ std::string limits_text(const netpublic::Table &table, unsigned index);
 std::vector<std::string> row_notes(const netpublic::Table &table, unsigned index, bool writes);
 // ... and about a record as a whole.
 std::vector<std::string> table_notes(const netpublic::Table &table);
+// The same of the children of a row; empty when nothing is unusual.
+std::string children_notes(const netpublic::Table &inner);
 // What parser and writer demand of the envelope.
 std::string read_check(const netpublic::Table &table);
 std::string write_check(const netpublic::Table &table);

@@ -117,6 +117,12 @@ std::string cell(const std::string &text)
     return out;
 }
 
+std::string sentence(std::string words)
+{
+    words.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(words.front())));
+    return words + ".";
+}
+
 // Code stays as it is, but for what ends a table's cell.
 std::string code(const std::string &text)
 {
@@ -257,7 +263,8 @@ private:
     void print_message(const Entry &entry)
     {
         const Table *read = entry.message->read, *written = entry.message->written;
-        out_ << "\n## " << entry.name() << "\n\n**" << cell(entry.title()) << "** " << cell(entry.summary()) << "\n\n";
+        out_ << "\n## " << entry.name() << "\n\n**" << cell(sentence(entry.title())) << "** " << cell(entry.summary())
+             << "\n\n";
         if (entry.initialiser != nullptr)
             out_ << code(entry.initialiser->name) << ", id " << id_text(entry) << ", ";
         else
@@ -314,8 +321,8 @@ private:
                            anchor("record " + shared->second) + ")";
             else
                 for (const Table *each : inner)
-                    for (const std::string &note : table_notes(*each))
-                        notes.push_back("children: " + note);
+                    if (const std::string note = children_notes(*each); !note.empty())
+                        notes.push_back(note);
             if (const auto order = inner_order(table, i); writes && !order.empty() && shared == names_.end())
                 notes.push_back("written in this order: `" + joined(order, "`, `") + "`");
             const std::string member = in_payload(table, i) ? type_of(table, i) + " " + member_of(table, i) : "";

@@ -105,7 +105,7 @@ void Trace::happened(void *self, Event event, const Table &table, const Row *row
     const TiXmlNode *node = element.tree();
     switch (event) {
     case Event::taken:
-        ++trace.taken_;
+        trace.taken_.insert(node);
         trace.refused_ = false; // the message's own code has put up with it
         trace.take(table, *row, record, *node);
         break;
@@ -139,7 +139,8 @@ void Trace::refuse(const Refusal &refusal, const TiXmlNode &node)
 void Trace::take(const Table &table, const Row &row, const void *record, const TiXmlNode &node)
 {
     const std::string key = table.key(row);
-    if (node.ValueStr().size() < key.size() && shortened_.size() < most_shortened)
+    if (node.ValueStr().size() < key.size() && shortened_.size() < most_shortened &&
+        table.names != netpublic::Names::any && told_.insert({&node, key}).second)
         shortened_.push_back({spot_of(node), path_of(node), key});
     if ((row.flags & netpublic::row_skipped) != 0)
         return;
@@ -178,7 +179,9 @@ void Trace::ignore(const Table &table, const TiXmlNode &node)
 {
     refused_ = false;
     // A comment takes part in the matching, but nobody means a key by it.
-    if (node.ToElement() == nullptr || is_known(table, node))
+    // A body that is read twice is told of once, and what one reading takes, the other may ignore.
+    if (node.ToElement() == nullptr || is_known(table, node) || taken_.count(&node) != 0 ||
+        !told_.insert({&node, ""}).second)
         return;
     ++ignored_in_all_;
     if (ignored_.size() < most_ignored)

@@ -77,9 +77,7 @@ struct Messages {
 inline const Table *payload_table(const Message &message)
 {
     const Table *table = message.read != nullptr ? message.read : message.written;
-    if (table == nullptr || (table->flags & table_walked) == 0)
-        return table;
-    return table->layout;
+    return table == nullptr || (table->layout == nullptr && (table->flags & table_walked) == 0) ? table : table->layout;
 }
 
 // One function a domain.
