@@ -231,7 +231,9 @@ Give give_arming(const Motion &motion, TimeBlock &block, Item &item)
 struct ArmingFields : Description {
     using T = Motion;
     static constexpr Field fields[] = {
-        wires_part<T, take_arming, give_arming>("timeBlock", time_block, week_hours).stop_when_full(),
+        wires_part<T, take_arming, give_arming>("timeBlock", time_block, week_hours)
+            .stop_when_full()
+            .accepts("the last hour is not before the first"),
     };
     static constexpr Field also_shown[] = {shown("timeBlock", AT(timeBlock))};
     static constexpr Traits traits = Traits{}.exact_names().others_fail();

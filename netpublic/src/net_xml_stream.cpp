@@ -81,7 +81,7 @@ struct CompressionFields : Description {
         word("encoderType", AT(encoderType), rate_controls).skipped().fallback(0), // not the client's to set
         integer("frame", AT(frame)).in(0, 30),
         integer("bitRate", AT(bitRate)).at_least(0),
-        part("gop", gop_part),
+        part("gop", gop_part).accepts("the current length lies between the ends"),
         word("encoderProfile", AT(encoderProfile), encoder_profiles).otherwise(0).fallback(0),
         integer("videoEncType", AT(videoEncType)).at_least(0),
         text("resolutionName", AT(resolutionName)).write_only(),
@@ -287,7 +287,8 @@ struct EncodingPageFields : Description {
         list_behind<INT_MAX>("StreamInfo", AT(entries), stream_info).counted_by(AT(count)).write_only(),
         integer("more", AT(more)).when(AT(more)).write_only(),
     };
-    static constexpr Traits traits = HERE.writer("xml_enc_info_list_s2x", "StreamInfoList").layout(encoding_payload);
+    static constexpr Traits traits =
+        HERE.writer("xml_enc_info_list_s2x", "StreamInfoList").write_entry(Line::none).layout(encoding_payload);
 };
 constexpr auto encoding_page = describe<EncodingPageFields>();
 

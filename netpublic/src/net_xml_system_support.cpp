@@ -630,7 +630,8 @@ constexpr auto sub_module = describe<SubModuleFields>();
 
 struct DeviceSubModuleFields : Description {
     using T = SubModule;
-    static constexpr Field fields[] = {view("abilityValue", AT(tokens)).write_only()};
+    static constexpr Field fields[] = {
+        view("abilityValue", AT(tokens)).write_only().accepts("the module's names, each with _ro or _rw")};
 };
 constexpr auto device_sub_module = describe<DeviceSubModuleFields>();
 

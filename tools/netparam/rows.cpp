@@ -54,18 +54,30 @@ Form shaped_form(const Detail &detail)
     return detail.shape <= Shape::u8 ? Form::numbers : Form::scalars;
 }
 
+// An element whose children show nothing by themselves: they are kept in another form.
+bool shows_inside(const Table &table, const Row &row)
+{
+    const Table &inner = *table.ref(row.ref).table;
+    for (unsigned i = 0; i < inner.rows; ++i)
+        if (is_shown(inner, i))
+            return true;
+    return false;
+}
+
 // Does an earlier row show the same? A field may have one row to be read by and another to be written by.
 bool shown_before(const Table &table, unsigned index)
 {
     const Row &row = table.row(index);
     for (unsigned i = 0; i < index; ++i) {
         const Row &earlier = table.row(i);
+        if (form_of(table, i) == Form::none)
+            continue; // what shows nothing hides nothing
         const bool same_key = std::strcmp(table.key(earlier), table.key(row)) == 0;
         const bool same_member =
             std::strcmp(table.text(table.detail(i).member), table.text(table.detail(index).member)) == 0;
         if (row.kind == Kind::preset ? earlier.offset == row.offset : same_key && index >= table.keys)
             return true;
-        if (earlier.offset == row.offset && (same_key || (same_member && row.kind != Kind::group)))
+        if (earlier.offset == row.offset && (same_key || (same_member && form_of(table, index) != Form::group)))
             return true;
     }
     // A preset inside a member that has a row of its own.
@@ -81,8 +93,12 @@ Form form_of(const Table &table, unsigned index)
         return Form::word;
     case Kind::mask:
         return Form::mask;
-    case Kind::group:
-        return Form::group;
+    case Kind::group: {
+        const Detail &detail = table.detail(index);
+        if (shows_inside(table, table.row(index)))
+            return Form::group;
+        return detail.shape == Shape::record ? Form::none : shaped_form(detail);
+    }
     case Kind::list:
         return Form::list;
     case Kind::int_items:

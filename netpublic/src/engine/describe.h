@@ -433,6 +433,7 @@ template <class D> constexpr auto describe()
     head.title = D::traits.title_text;
     head.summary = D::traits.summary_text;
     head.layout = D::traits.layout_table;
+    head.parsed = D::traits.parsed;
     head.details = narrowed<std::uint16_t>(offsetof(Out, details) - start);
     for (std::size_t i = 0; i < draft.row_count; ++i)
         out.details[i] = draft.details[i];

@@ -230,6 +230,9 @@ enum TableTrait : std::uint8_t {
     trait_write_line = 0x8, // a writer that fails behind its check logs as the check does
 };
 
+// How a message's body reaches the payload: see Traits::walk(), tried() and envelope().
+enum class ParsedAs : std::uint8_t { record, walk, tried, envelope };
+
 #ifdef NETPUBLIC_DESCRIBED
 // What the tools want to know of a member beyond its row.
 enum class Shape : std::uint8_t {
@@ -296,6 +299,7 @@ struct Table {
     const char *title;   // a few words
     const char *summary; // one sentence
     const Table *layout; // the payload's rows, where this table describes a record of a walk
+    ParsedAs parsed;
 #endif
 
     // The block goes on behind this head; the empty instruction keeps the compiler from knowing better.

@@ -121,7 +121,9 @@ Give give_combination(const net_schedule_t &schedule, Combination &combination, 
 struct BlockListFields : Description {
     using T = Combination;
     static constexpr Field fields[] = {
-        wires_part<T, take_block, give_block>("timeBlock", time_block, week_hours).stop_when_full(),
+        wires_part<T, take_block, give_block>("timeBlock", time_block, week_hours)
+            .stop_when_full()
+            .accepts("the last hour is not before the first"),
     };
     static constexpr Traits traits = Traits{}.exact_names().others_fail();
 };
