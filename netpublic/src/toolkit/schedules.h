@@ -94,7 +94,7 @@ inline constexpr auto type_item = describe<TypeItemFields>();
 struct TypeScheduleFields : Description {
     using T = net_schedule_t;
     static constexpr Field fields[] = {
-        wires_part<T, take_type_item, give_type_item>("item", type_item),
+        wires_part<T, take_type_item, give_type_item>("item", type_item).accepts("an item with a type and a table"),
     };
     static constexpr Traits traits =
         HERE.logged_as("net_xml_public.cpp").parser("get_type_schedule_list_from_xmlnode").failure(Line::plain_failed);
