@@ -261,17 +261,17 @@ class RefusalKinds(unittest.TestCase):
         ("motion_request", "<columns>60</columns>", "", "the child \"columns\" is missing", "a whole number from 1 to"),
         ("motion_request", "<width>60</width>", "<!--wid-->", "this is no element", "a whole number from 1 to 155"),
         ("crossline_rules", "<x>", "<x/><x>", "the element has no text", "a number"),
-        ("ethernet", "<mac>0", "<mac>", "the message's own code refuses this text", "hexadecimal"),
+        ("ethernet", "<mac>0", "<mac>", "the message's own code refuses this text", "exactly 17 characters"),
         ("ptz_serial", "<baudRate>2400<", "<baudRate>2401<", "own code refuses this text", "1200, 2400, 4800 or 9600"),
         ("osd_channel", "Gate (north)", "Gate|north", "own code refuses this text", "without $ & * /"),
         ("ai_detect_area", "<width>", "<width>9", "there is no grid of 960 x 34 cells", "in base64"),
-        ("motion_request", "/4AAD", "4AAD", "this is no base64", "the grid's cells in base64"),
-        ("motion_request", "<id>1</id>", "<id>2</id>", "the number is refused", "the period's place in the list"),
+        ("motion_request", "AAD/////", "AD/////", "this is no base64", "the grid's cells in base64"),
+        ("motion_request", "<id>1</id>", "<id>2</id>", "own code refuses this number", "the period's place in the list"),
         ("record_schedule_combinations", "<alarmType>", "<timeBlockList/><alarmType>", "another child is expected here",
          "alarmType, then timeBlockList"),
         ("support_camera", "<chnID>", "<audioTalk>1</audioTalk><chnID>", "must come first", "of at most 12 char"),
         ("ptz_presets", "<preset>", "<cruise/><preset>", "no such child is accepted here", "preset"),
-        ("users", "<userSetState>", "<validHours>0</validHours><userSetState>", "the number is refused", "-1, for ever"),
+        ("users", "<userSetState>", "<validHours>0</validHours><userSetState>", "own code refuses this number", "-1, for ever"),
     )
 
     def test_each_kind(self):

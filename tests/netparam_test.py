@@ -293,7 +293,8 @@ class Refusals(unittest.TestCase):
 
     def test_what_only_the_message_knows_is_in_the_log(self):
         said = self.refused("<columns>60<", "<columns>61<")
-        self.assertIn("element   MD/scope\n", said)
+        self.assertIn("these are 2040 cells, but a grid of 61 x 34 has 2080", said)
+        self.assertRegex(said, 'element   MD/scope/valueTable\n  read      "A+"\\.\\.\\. .*\n  accepted  .*base64')
         self.assertIn("The library's log\n  Func(get_scope_from_xmlnode)", said)
 
     def test_what_was_read_before_is_shown(self):

@@ -90,6 +90,7 @@ struct PrioritisedFields : Description {
         integer("beginHour", AT(period.beginHour)).in(0, 23), integer("beginMinute", AT(period.beginMinute)).in(0, 59),
         integer("endHour", AT(period.endHour)).in(0, 23),     integer("endMinute", AT(period.endMinute)).in(0, 59),
     };
+    static constexpr Field also_shown[] = {shown("enable", AT(period.enable))};
 };
 constexpr auto prioritised = describe<PrioritisedFields>();
 

@@ -288,6 +288,7 @@ struct SupportFields : Description {
         part("smartHome", smart_home).write_only(),
     };
     static constexpr Field also_shown[] = {
+        shown("count", AT(count)),
         shown("googleHomeVer", AT(googleHomeVer)),
         shown("amazonAlexaVer", AT(amazonAlexaVer)),
     };

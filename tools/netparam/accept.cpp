@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 
@@ -122,13 +123,17 @@ int stored_count(const Table &table, const Row &row, const void *record)
     return count;
 }
 
-std::string number_fault(const Row &row, const char *text)
+std::string number_fault(const Table &table, const Row &row, const char *text)
 {
     const std::size_t length = std::strlen(text);
     if (length > longest_number(row.kind))
         return "the number is too long";
     if (std::strspn(text + (*text == '-' ? 1 : 0), "0123456789") != length - (*text == '-' ? 1 : 0))
         return "this is no whole number";
+    const long long number = std::strtoll(text, nullptr, 10);
+    if (has_range(row) && number >= table.limit(row.limits).low && number <= table.limit(row.limits).high &&
+        table.hook(row, netpublic::Moment::then) != nullptr)
+        return "the message's own code refuses this number";
     if (row.kind == Kind::flag || row.kind == Kind::place || has_range(row))
         return "the number is out of range";
     return refused_number;
@@ -286,7 +291,7 @@ Verdict judge(const Table &table, const Row &row, const void *record, const TiXm
         verdict.text_is_to_blame = false;
         verdict.reason = full ? "the list is full" : "the item is refused";
         if (!full && row.kind == Kind::int_items) {
-            verdict.reason = text != nullptr ? number_fault(row, text) : no_text;
+            verdict.reason = text != nullptr ? number_fault(table, row, text) : no_text;
             verdict.text_is_to_blame = text != nullptr;
         }
     } else if (row.kind == Kind::grid && std::strlen(text != nullptr ? text : "") <= table.longest(row)) {
@@ -294,7 +299,7 @@ Verdict judge(const Table &table, const Row &row, const void *record, const TiXm
     } else if (text == nullptr) {
         verdict.reason = no_text;
     } else if (is_number(row.kind)) {
-        verdict.reason = number_fault(row, text);
+        verdict.reason = number_fault(table, row, text);
     } else if (row.kind == Kind::word ||
                (row.kind == Kind::converted && words_behind(table, row) != nullptr && own_words(table, row).empty())) {
         verdict.reason = word_fault(table, row, text);

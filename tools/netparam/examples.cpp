@@ -30,14 +30,14 @@ std::string shape_of(const TiXmlElement &element)
     return shape + ">";
 }
 
-// Leaves the first two of elements that repeat.
+// Leaves the first four of elements that repeat: some lists want so many.
 void shorten(TiXmlElement &element)
 {
     std::map<std::string, int> seen;
     for (TiXmlElement *child = element.FirstChildElement(); child != nullptr;) {
         TiXmlElement *next = child->NextSiblingElement();
         shorten(*child);
-        if (++seen[shape_of(*child)] > 2)
+        if (++seen[shape_of(*child)] > 4)
             element.RemoveChild(child);
         child = next;
     }

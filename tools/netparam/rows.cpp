@@ -75,7 +75,8 @@ bool shown_before(const Table &table, unsigned index)
         const bool same_key = std::strcmp(table.key(earlier), table.key(row)) == 0;
         const bool same_member =
             std::strcmp(table.text(table.detail(i).member), table.text(table.detail(index).member)) == 0;
-        if (row.kind == Kind::preset ? earlier.offset == row.offset : same_key && index >= table.keys)
+        const bool has_member = table.detail(i).shape != Shape::none; // a part has none
+        if (row.kind == Kind::preset ? has_member && earlier.offset == row.offset : same_key && index >= table.keys)
             return true;
         if (earlier.offset == row.offset && (same_key || (same_member && form_of(table, index) != Form::group)))
             return true;
@@ -149,7 +150,9 @@ bool code_of(const netpublic::WordTable &words, const std::string &text, int &co
 
 const Row *count_of(const Table &table, const Row &list)
 {
-    return table.attachment(list, Kind::count);
+    // That of an indexed list is the host's: what is read does not move it.
+    const bool indexed = list.kind == Kind::list && (list.flags & netpublic::list_indexed) != 0;
+    return indexed ? nullptr : table.attachment(list, Kind::count);
 }
 
 std::size_t capacity_of(const Table &table, unsigned index)
