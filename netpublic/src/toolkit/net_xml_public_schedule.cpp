@@ -38,9 +38,14 @@ int check_block(TimeBlock &block)
     return block.beginHour > block.endHour ? -1 : 0;
 }
 
+static bool is_empty(const char *text)
+{
+    return text == nullptr || *text == '\0';
+}
+
 int take_type_item(net_schedule_t &schedule, const TypeItem &item)
 {
-    if (*item.type == '\0' || *item.hours == '\0') {
+    if (is_empty(item.type) || is_empty(item.hours)) {
         log_line(Line::plain_failed, NET_HERE, "get_type_schedule_list_from_xmlnode");
         return -1;
     }
