@@ -167,8 +167,8 @@ constexpr int most_cruises = 6;
 constexpr int most_key_positions = 16; // of one cruise
 constexpr int cruise_records = 32;     // of the payload
 
-struct KeyPositionFields : Description {
-    using T = net_ptz_cruise_v20_t;
+template <class Record> struct KeyPositionRows : Description {
+    using T = Record;
     static constexpr Field fields[] = {
         integer("keyPosId", AT(keyPosId)).in(0, 15).required(),
         integer("presetId", AT(presetId)).in(-1, 255).required(),
@@ -177,6 +177,10 @@ struct KeyPositionFields : Description {
         integer("trackEnable", AT(trackEnable)).marks(AT(hasTrackValue)),
         integer("trackTime", AT(trackTime)).marks(AT(hasTrackValue)),
     };
+};
+
+// The payload's record, for the tools.
+struct KeyPositionRecordFields : KeyPositionRows<net_ptz_cruise_v20_t> {
     // What the message says of the cruise, and the cruise of all its key positions.
     static constexpr Field also_shown[] = {
         shown("channelId", AT(channelId)),
@@ -191,12 +195,12 @@ struct KeyPositionFields : Description {
         shown("reserved", AT(reserved)),
     };
 };
-constexpr auto key_position = describe<KeyPositionFields>();
+constexpr auto key_position_record = describe<KeyPositionRecordFields>();
 
 struct CruiseListFields : Description {
     using T = net_ptz_cruise_list_v20_t;
     static constexpr Field fields[] = {
-        list("keyPos", AT(keyPos), key_position),
+        list("keyPos", AT(keyPos), key_position_record),
     };
 };
 constexpr auto cruise_payload = describe<CruiseListFields>();
@@ -213,9 +217,17 @@ constexpr net_ptz_cruise_v20_t new_record()
     return record;
 }
 
-struct KeyPosition : net_ptz_cruise_v20_t {
-    KeyPosition() : net_ptz_cruise_v20_t(new_record()) {}
+// The message's own part of a record: a whole one would be too much for the stack.
+struct KeyPosition {
+    int keyPosId;
+    int presetId;
+    int speed;
+    int dwellTime;
+    int trackEnable;
+    int trackTime;
+    int hasTrackValue;
 };
+constexpr auto key_position = describe<KeyPositionRows<KeyPosition>>();
 
 // The first walk checks and counts, without a payload; the second one fills it.
 struct CruiseWalk {
@@ -247,8 +259,17 @@ struct Cruise {
 
 int take_key_position(Cruise &cruise, const KeyPosition &position)
 {
-    if (cruise.records != nullptr)
-        cruise.records[cruise.keyPositions] = position;
+    if (cruise.records == nullptr)
+        return 0;
+    net_ptz_cruise_v20_t &record = cruise.records[cruise.keyPositions];
+    record = new_record();
+    record.keyPosId = position.keyPosId;
+    record.presetId = position.presetId;
+    record.speed = position.speed;
+    record.dwellTime = position.dwellTime;
+    record.trackEnable = position.trackEnable;
+    record.trackTime = position.trackTime;
+    record.hasTrackValue = position.hasTrackValue;
     return 0;
 }
 
@@ -290,7 +311,7 @@ void read_day_masks(int (&masks)[7], const char *table)
 }
 
 // A cruise gives its own values to each of its key positions.
-void fill_records(const Cruise &cruise)
+[[gnu::noinline]] void fill_records(const Cruise &cruise)
 {
     for (int i = 0; i < cruise.keyPositions; ++i) {
         net_ptz_cruise_v20_t &record = cruise.records[i];

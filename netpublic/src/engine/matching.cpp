@@ -6,7 +6,6 @@
 namespace netpublic {
 namespace {
 
-constexpr std::size_t longest_exact_name = 31;
 constexpr unsigned near_rows = 6; // from the expected one on, tried before all keys are
 
 // The rows of a table in the order in which children are expected: as they are written, behind them the keys as
@@ -77,7 +76,7 @@ bool answers_to(const char *name, const char *key)
 
 bool is_named(const char *name, const char *key)
 {
-    return same_folded(name, key, longest_exact_name);
+    return same_folded(name, key, compared_characters);
 }
 
 unsigned find_key(const Table &table, const char *name, unsigned from)

@@ -169,6 +169,9 @@ union Ref {
 
 constexpr unsigned longest_int_list = 127; // characters
 
+// Whole names are told apart by so many characters.
+constexpr std::size_t compared_characters = 31;
+
 // Only the first keys of a table can be required: so many bits keep what has been seen.
 constexpr unsigned required_keys = 32;
 

@@ -58,9 +58,9 @@ template <class IsSet> Give next_block(TimeBlock &block, Item &item, IsSet is_se
 
 // The per-type form: the week's hours of one alarm type, "item".
 struct TypeItem {
-    const char *type = "";
+    const char *type = nullptr;
     int index = 0; // of a smart-AI rule
-    const char *hours = "";
+    const char *hours = nullptr;
     int indexed = 0; // the rule is written
 };
 struct WrittenTypeItem : TypeItem {
@@ -104,7 +104,7 @@ inline constexpr auto type_schedule = describe<TypeScheduleFields>();
 // The per-combination form: the hours that have one combination of types, "Schedule".
 struct Combination {
     net_schedule_t *schedule = nullptr;
-    const char *word = "";
+    const char *word = nullptr;         // there before it is looked at
     time_section_t types = {};          // what is read sets them in the hours of its blocks
     unsigned int hours[week_days] = {}; // what is written; bit h is hour h
 
