@@ -71,18 +71,35 @@ void print_aside(std::ostream &out, const std::string &label, const std::string 
     out << label << (gap > 0 ? std::string(gap, ' ') : "\n" + std::string(column, ' ')) << aligned << '\n';
 }
 
-void print_table(std::ostream &out, const Table &table, bool writes, const Style &style)
+// The members alone, not how they are read.
+void add_members(std::vector<Line> &lines, const Table &table, const std::string &indent)
 {
-    std::vector<Line> lines;
-    add_lines(lines, table, "  ", writes);
+    for (const unsigned i : described_rows(table)) {
+        const WordTable *words = words_beside(table, i);
+        lines.push_back({indent + name_of(table, i), type_of(table, i) + " " + member_of(table, i),
+                         words != nullptr ? words_text(*words, is_mask(table, i)) : ""});
+        for (const Table *each : inner_tables(table, i))
+            add_members(lines, *each, indent + "  ");
+    }
+}
+
+void print_lines(std::ostream &out, const std::string &heading, const std::vector<Line> &lines, const Style &style)
+{
     std::size_t column = 0;
     for (const Line &line : lines)
         column = std::max(column, line.name.size() + 2);
     column = std::min<std::size_t>(column, 34);
-    out << '\n' << style.heading(table.keys != 0 ? "Keys, in the order in which they are tried" : "Elements") << '\n';
+    out << '\n' << style.heading(heading) << '\n';
     for (const Line &line : lines)
         print_aside(out, line.name, line.member + (line.member.empty() || line.text.empty() ? "" : ": ") + line.text,
                     column, style);
+}
+
+void print_table(std::ostream &out, const std::string &heading, const Table &table, bool writes, const Style &style)
+{
+    std::vector<Line> lines;
+    add_lines(lines, table, "  ", writes);
+    print_lines(out, heading, lines, style);
     if (writes && table.written > 0) {
         out << '\n' << style.heading("Written in this order") << '\n';
         print_aside(out, "", joined(written_order(table), ", "), 2, style);
@@ -115,7 +132,13 @@ void print_message(std::ostream &out, const Entry &entry, const Style &style)
             out << '\n' << style.heading("What is written") << '\n';
         for (const std::string &note : table_notes(*table))
             line("note", note);
-        print_table(out, *table, table == written, style);
+        print_table(out, table->keys != 0 ? "Keys, in the order in which they are tried" : "Elements", *table,
+                    table == written, style);
+    }
+    if (const Table *payload = entry.table(); payload != nullptr && payload != read && payload != written) {
+        std::vector<Line> lines;
+        add_members(lines, *payload, "  ");
+        print_lines(out, "What the payload holds", lines, style);
     }
 }
 
@@ -189,6 +212,25 @@ Json table_json(const Table &table, bool writes)
     return json;
 }
 
+// The members alone, not how they are read.
+Json members_json(const Table &table)
+{
+    Json members = Json::array();
+    for (const unsigned i : described_rows(table)) {
+        Json json = {{"name", name_of(table, i)},
+                     {"member", member_of(table, i)},
+                     {"type", type_of(table, i)},
+                     {"offset", table.row(i).offset},
+                     {"bytes", bytes_of(table, i)}};
+        if (const WordTable *words = words_beside(table, i))
+            json["words"] = words_json(*words);
+        for (const Table *inner : inner_tables(table, i))
+            json["record"] = members_json(*inner);
+        members.push_back(json);
+    }
+    return members;
+}
+
 Json message_json(const Entry &entry)
 {
     const auto optional = [](const std::string &text) { return text.empty() ? Json() : Json(text); };
@@ -208,6 +250,9 @@ Json message_json(const Entry &entry)
     // One table for both directions stands under "read" alone.
     json["read"] = read != nullptr ? table_json(*read, read == written) : Json();
     json["written"] = written != nullptr && written != read ? table_json(*written, true) : Json();
+    const Table *payload = entry.table();
+    if (payload != nullptr && payload != read && payload != written)
+        json["payload"] = members_json(*payload);
     return json;
 }
 

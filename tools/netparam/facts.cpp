@@ -59,8 +59,11 @@ std::string member_at(const Table &table, std::uint32_t offset)
         if (!has_detail(table, i) || offset < row.offset || offset >= row.offset + bytes_of(table, i))
             continue;
         std::string name = table.text(table.detail(i).member);
+        const Detail &detail = table.detail(i);
         if (row.offset == offset && bytes_of(table, i) == sizeof(int))
             return name;
+        if (detail.shape == Shape::i32 && detail.dimensions[1] == 1)
+            return name + "[" + std::to_string((offset - row.offset) / detail.element_size) + "]";
         if (row.kind != Kind::group)
             continue;
         const std::string inner = member_at(*table.ref(row.ref).table, offset - row.offset);
@@ -126,7 +129,9 @@ std::string int_at(const Table &table, std::uint32_t offset)
         return "the envelope's `" + member_at(table, offset) + "`";
     if (share_of(table) == nullptr)
         return "a number that lives no longer than the reading or writing";
-    const std::string name = member_at(table, offset);
+    std::string name = member_at(table, offset);
+    if (name.empty() && table.layout != nullptr)
+        name = member_at(*table.layout, offset);
     return name.empty() ? "the int at byte " + std::to_string(offset) : "`" + name + "`";
 }
 

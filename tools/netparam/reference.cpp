@@ -23,6 +23,8 @@ std::vector<const Table *> tables_of(const Entry &entry)
         tables.push_back(entry.message->read);
     if (entry.message->written != nullptr && entry.message->written != entry.message->read)
         tables.push_back(entry.message->written);
+    if (const Table *payload = entry.table(); payload != entry.message->read && payload != entry.message->written)
+        tables.push_back(payload);
     return tables;
 }
 
@@ -46,7 +48,9 @@ public:
                 ++uses_[table];
                 // tables_of() leaves out null, but the analyser takes the comparison with `read` for a sign of it.
                 // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker)
-                visit(*table, entry->name() + (table != entry->message->read && entry->parses() ? "(written)" : ""));
+                visit(*table, entry->name() + (table == entry->message->read || !entry->parses() ? ""
+                                               : table == entry->message->written                ? "(written)"
+                                                                                                 : "(payload)"));
             }
     }
     const std::vector<const Table *> &tables() const
@@ -285,6 +289,13 @@ private:
                 out_ << "\nWhat is written:\n\n";
             print_record(*written, true);
         }
+        if (entry.table() != nullptr && entry.table() != read && entry.table() != written) {
+            out_ << "\nWhat the payload holds, under the names that `netparam parse --json` gives it:\n\n| Name | "
+                    "Member | Words | |\n|---|---|---|---|\n";
+            bare_ = true;
+            print_level(*entry.table(), "", false);
+            bare_ = false;
+        }
         if (const auto example = examples_.find(entry.name()); example != examples_.end())
             out_ << "\n" << example->second;
     }
@@ -306,8 +317,8 @@ private:
             const std::string name = name_of(table, i);
             const std::vector<const Table *> inner = inner_tables(table, i);
             const WordTable *words = words_beside(table, i);
-            std::string accepts = cell(limits_text(table, i));
-            std::vector<std::string> notes = row_notes(table, i, writes);
+            std::string accepts = bare_ ? "" : cell(limits_text(table, i));
+            std::vector<std::string> notes = bare_ ? std::vector<std::string>() : row_notes(table, i, writes);
             if (words != nullptr) {
                 const auto found = word_names_.find(words);
                 accepts += (accepts.empty() ? "" : ": ") +
@@ -317,23 +328,24 @@ private:
             }
             const auto shared = inner.size() == 1 ? names_.find(inner.front()) : names_.end();
             if (shared != names_.end())
-                accepts += (accepts.empty() ? "[record " : " of [record ") + cell(shared->second) + "](" +
+                accepts += (accepts.empty() ? "[record " : "; see [record ") + cell(shared->second) + "](" +
                            anchor("record " + shared->second) + ")";
-            else
+            else if (!bare_)
                 for (const Table *each : inner)
                     if (const std::string note = children_notes(*each); !note.empty())
                         notes.push_back(note);
             if (const auto order = inner_order(table, i); writes && !order.empty() && shared == names_.end())
                 notes.push_back("written in this order: `" + joined(order, "`, `") + "`");
             const std::string member = in_payload(table, i) ? type_of(table, i) + " " + member_of(table, i) : "";
-            out_ << "| " << (has_key(table, i) ? code(path + name) : "") << " | " << code(member) << " | " << accepts
-                 << " | " << prose(joined(notes, "; ")) << " |\n";
+            out_ << "| " << (bare_ || has_key(table, i) ? code(path + name) : "") << " | " << code(member) << " | "
+                 << accepts << " | " << prose(joined(notes, "; ")) << " |\n";
             if (shared == names_.end())
                 for (const Table *each : inner)
                     print_level(*each, path + name + "/", writes && is_in_order(table, i) && each == inner.front());
         }
     }
 
+    bool bare_ = false; // only the members, not how they are read
     std::ostream &out_;
     const Examples &examples_;
     Survey survey_;
