@@ -331,10 +331,11 @@ struct Field {
                        nullptr,
                        {}});
     }
-    // void function(T &record[, const Item &]) in front of reading the row.
+    // Groups: void function(T &record[, const Item &]) in front of reading the row.
     template <auto function> constexpr Field ahead() const
     {
-        return attach({Kind::hook, 0, static_cast<std::int32_t>(Moment::ahead), nullptr, Ref(ahead_thunk<function>)});
+        return of(Kind::group)
+            .attach({Kind::hook, 0, static_cast<std::int32_t>(Moment::ahead), nullptr, Ref(ahead_thunk<function>)});
     }
     // int function(T &record[, const Item &]) once the row has been read; -1 refuses it after all.
     template <auto function> constexpr Field then() const

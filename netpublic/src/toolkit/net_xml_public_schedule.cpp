@@ -45,10 +45,8 @@ static bool is_empty(const char *text)
 
 int take_type_item(net_schedule_t &schedule, const TypeItem &item)
 {
-    if (is_empty(item.type) || is_empty(item.hours)) {
-        log_line(Line::plain_failed, NET_HERE, "get_type_schedule_list_from_xmlnode");
+    if (is_empty(item.type) || is_empty(item.hours))
         return -1;
-    }
     int code = -1;
     if (get_alarm_in_type_intValue(&code, const_cast<char *>(item.type), item.index) != 0 || code < 0)
         return 0; // an unknown type or rule is skipped
