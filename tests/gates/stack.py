@@ -146,7 +146,7 @@ KINDS = kind_names()
 # The packed form: see table.h.
 SOURCE = TABLE_HEAD = 12  # bytes
 HAS_BEFORE, HAS_AFTER, IS_ORDERED, HAS_SOURCE, IS_WALKED = 0x400, 0x800, 0x1000, 0x2000, 0x10
-COMPLAINS = 0x8  # a row's flag
+COMPLAINS, ATTACHED = 0x8, 0x80  # a row's flags
 NO_COLUMN = 0x7F  # a row's column that says nothing
 BY_FUNCTION = 3  # a condition's When
 BEHIND_KEYS = KINDS.index("preset")
@@ -200,10 +200,13 @@ class Table:
                 if self.writes(row):
                     yield f"write_{what}", to(at), inner
             elif row.kind in ("group", "list"):
-                for way in ("read",) * self.reads(row) + ("write",) * self.writes(row):
-                    yield f"{way}_{row.kind}", None, to(row.ref)
+                attached = "_attached" if row.kind == "group" and row.flags & ATTACHED else ""
+                if self.reads(row):
+                    yield f"read{attached}_{row.kind}", None, to(row.ref)
+                if self.writes(row):
+                    yield f"write_{row.kind}", None, to(row.ref)
             elif row.kind == "again":
-                yield "read_group", None, to(row.offset)
+                yield "read_attached_group", None, to(row.offset)
             elif row.kind == "hook":
                 yield HOOKS[row.limits], to(row.offset), None
             elif row.kind == "condition" and row.limits & 3 == BY_FUNCTION:
