@@ -167,7 +167,8 @@ constexpr int most_cruises = 6;
 constexpr int most_key_positions = 16; // of one cruise
 constexpr int cruise_records = 32;     // of the payload
 
-template <class Record> struct KeyPositionRows : Description {
+// What a key position says, in a record that has room for it.
+template <class Record> struct KeyPositionFields : Description {
     using T = Record;
     static constexpr Field fields[] = {
         integer("keyPosId", AT(keyPosId)).in(0, 15).required(),
@@ -179,8 +180,7 @@ template <class Record> struct KeyPositionRows : Description {
     };
 };
 
-// The payload's record, for the tools.
-struct KeyPositionRecordFields : KeyPositionRows<net_ptz_cruise_v20_t> {
+struct CruiseRecordFields : KeyPositionFields<net_ptz_cruise_v20_t> {
     // What the message says of the cruise, and the cruise of all its key positions.
     static constexpr Field also_shown[] = {
         shown("channelId", AT(channelId)),
@@ -195,39 +195,26 @@ struct KeyPositionRecordFields : KeyPositionRows<net_ptz_cruise_v20_t> {
         shown("reserved", AT(reserved)),
     };
 };
-constexpr auto key_position_record = describe<KeyPositionRecordFields>();
+constexpr auto cruise_payload_record = describe<CruiseRecordFields>();
 
 struct CruiseListFields : Description {
     using T = net_ptz_cruise_list_v20_t;
     static constexpr Field fields[] = {
-        list("keyPos", AT(keyPos), key_position_record),
+        list("keyPos", AT(keyPos), cruise_payload_record),
     };
 };
 constexpr auto cruise_payload = describe<CruiseListFields>();
 
-// A record of which nothing has been told.
-constexpr net_ptz_cruise_v20_t new_record()
-{
-    net_ptz_cruise_v20_t record = {};
-    record.channelId = -1;
-    record.patrolId = -1;
-    record.keyPosId = -1;
-    record.presetId = -1;
-    record.reserved = 7;
-    return record;
-}
-
-// The message's own part of a record: a whole one would be too much for the stack.
 struct KeyPosition {
-    int keyPosId;
-    int presetId;
-    int speed;
-    int dwellTime;
-    int trackEnable;
-    int trackTime;
-    int hasTrackValue;
+    int keyPosId = -1;
+    int presetId = -1;
+    int speed = 0;
+    int dwellTime = 0;
+    int trackEnable = 0;
+    int trackTime = 0;
+    int hasTrackValue = 0;
 };
-constexpr auto key_position = describe<KeyPositionRows<KeyPosition>>();
+constexpr auto key_position = describe<KeyPositionFields<KeyPosition>>();
 
 // The first walk checks and counts, without a payload; the second one fills it.
 struct CruiseWalk {
@@ -247,7 +234,7 @@ struct Cruise {
     int enable = 1;
     int starting = 0;
     int cruising = 0;
-    char name[32] = {};
+    const char *name = "";
     const char *valueTable = nullptr; // null without one
     int keyPositions = 0;
 
@@ -257,12 +244,23 @@ struct Cruise {
     }
 };
 
+// What nothing is said of is 0, but for the identifiers and a word of unknown meaning.
+void clear_record(net_ptz_cruise_v20_t &record)
+{
+    record = {};
+    record.channelId = -1;
+    record.patrolId = -1;
+    record.keyPosId = -1;
+    record.presetId = -1;
+    record.reserved = 7;
+}
+
 int take_key_position(Cruise &cruise, const KeyPosition &position)
 {
     if (cruise.records == nullptr)
         return 0;
     net_ptz_cruise_v20_t &record = cruise.records[cruise.keyPositions];
-    record = new_record();
+    clear_record(record);
     record.keyPosId = position.keyPosId;
     record.presetId = position.presetId;
     record.speed = position.speed;
@@ -290,7 +288,7 @@ struct CruiseFields : Description {
         flag("enable", AT(enable)).accepts("0 leaves a single record with nothing but the cruise's and channel's ids"),
         flag("starting", AT(starting)),
         flag("cruising", AT(cruising)),
-        text("name", AT(name)),
+        view("name", AT(name)).upto(31),
         view("valueTable", AT(valueTable)).upto(168).accepts("24 characters a day; 1 sets an hour, others clear it"),
         part("keyPosList", key_position_items),
     };
@@ -311,7 +309,7 @@ void read_day_masks(int (&masks)[7], const char *table)
 }
 
 // A cruise gives its own values to each of its key positions.
-[[gnu::noinline]] void fill_records(const Cruise &cruise)
+void fill_records(const Cruise &cruise)
 {
     for (int i = 0; i < cruise.keyPositions; ++i) {
         net_ptz_cruise_v20_t &record = cruise.records[i];
@@ -319,7 +317,7 @@ void read_day_masks(int (&masks)[7], const char *table)
         record.enable = 1;
         record.starting = cruise.starting;
         record.cruising = cruise.cruising;
-        std::memcpy(record.name, cruise.name, sizeof record.name);
+        std::strncpy(record.name, cruise.name, sizeof record.name - 1);
         if (cruise.valueTable != nullptr) {
             record.hasValueTable = 1;
             if (i == 0)
@@ -338,7 +336,7 @@ int take_cruise(CruiseWalk &walk, const Cruise &cruise)
         walk.off |= 1u << walk.cruises;
         count = 1;
         if (walk.records != nullptr) {
-            walk.records[walk.count] = new_record();
+            clear_record(walk.records[walk.count]);
             walk.records[walk.count].patrolId = cruise.patrolId;
         }
     } else if (cruise.records != nullptr) {

@@ -89,7 +89,14 @@ unsigned find_key(const Table &table, const char *name, unsigned from)
     return no_row;
 }
 
-unsigned find_further(const Table &table, const char *name, unsigned &expected)
+namespace {
+
+// These steps lie beside each other, as all of a deep message lies above them on the stack.
+
+constexpr unsigned unlikely = no_row - 1;
+
+// Among the rows behind the expected one; or unlikely.
+[[gnu::noinline]] unsigned find_near(const Table &table, const char *name, unsigned &expected)
 {
     const Order order(table);
     const unsigned end = std::min(order.places(), expected + near_rows);
@@ -101,9 +108,25 @@ unsigned find_further(const Table &table, const char *name, unsigned &expected)
         expected = order.place_behind(place);
         return index < order.keys ? index : no_row;
     }
+    return unlikely;
+}
+
+// What is expected once a row, or none, has been found among all.
+[[gnu::noinline]] unsigned expect_behind(const Table &table, unsigned row, unsigned expected)
+{
+    const Order order(table);
+    return row != no_row ? order.place_behind(order.place_of(row)) : expected;
+}
+
+} // namespace
+
+unsigned find_further(const Table &table, const char *name, unsigned &expected)
+{
+    const unsigned near = find_near(table, name, expected);
+    if (near != unlikely)
+        return near;
     const unsigned index = find_key(table, name, 0);
-    if (index != no_row)
-        expected = order.place_behind(order.place_of(index));
+    expected = expect_behind(table, index, expected);
     return index;
 }
 
