@@ -491,7 +491,7 @@ public:
         // What is said in words may be about all that the element is about.
         loose_ = *step.table->detail(step.index).accepts != '\0';
         if ((message.read->flags & table_walked) == 0)
-            follow(*payload, 0, 0);
+            follow(*message.read, 0, 0);
         else if (loose_ || !find(*payload, 0, 0, payload->record_size))
             places_.add(0, payload->record_size);
     }
