@@ -221,6 +221,7 @@ section_golden() {
         check_golden $generated/_netparam $netparam completion zsh
     fi
     check_golden installed.txt installed_tree build/release
+    check_golden examples.txt python3 $gates/examples.py build/release/tools/netparam/netparam examples
     check_golden tables.txt build/release/tools/netparam/netparam describe --all --rows
     check_golden docs/messages.md build/release/tools/netparam/netparam describe --all --markdown --examples examples
     check_golden layout-x86_64.txt python3 $gates/layout.py x86_64-linux-gnu netpublic/include
