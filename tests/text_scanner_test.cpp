@@ -214,6 +214,23 @@ TEST_F(TextScanner, ReadsDamagedTextsAsTheLibraryDoes)
         "<\xEF\xBB\xBF"
         "b>",
         "<c>x</c>",
+        "\x7F",
+        "\xC1",
+        "\xC2",
+        "\xF4",
+        "<\x7F",
+        "&#x100000041;",
+        "&#x4200000042;",
+        "<?XML ",
+        "<?XmL encoding='x'?>",
+        " ab='1'",
+        " abc='1'",
+        " abc = 1",
+        "&#X41;",
+        "&#xZZx34;",
+        "&#12#34;",
+        "&#;",
+        "&#x;",
         std::string(1, '\0'),
     };
     std::mt19937 random(20240511);

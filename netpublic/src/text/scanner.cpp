@@ -289,7 +289,7 @@ char *Scanner::skip_to(char *at, const char *mark)
 // from the next ';', wherever it stands; names that nobody knows lose their '&'.
 char *Scanner::decode_reference(char *&to, char *at) const
 {
-    if (at[1] != '#' || at[2] == '\0') {
+    if (at[1] != '#') {
         for (const NamedEntity &entity : named_entities)
             if (std::strncmp(at + 1, entity.name, static_cast<std::size_t>(entity.length)) == 0) {
                 *to++ = entity.character;
