@@ -237,7 +237,7 @@ TEST_F(TextScanner, ReadsDamagedTextsAsTheLibraryDoes)
     const auto below = [&](std::size_t bound) { return random() % static_cast<unsigned int>(bound); };
     const auto piece = [&] { return pieces[below(pieces.size())]; };
     int accepted = 0;
-    for (int round = 0; round < 60000; ++round) {
+    for (int round = 0; round < 30000; ++round) {
         std::string text;
         if (round % 3 == 0) {
             for (std::size_t left = below(12); left > 0; --left)
@@ -264,7 +264,7 @@ TEST_F(TextScanner, ReadsDamagedTextsAsTheLibraryDoes)
         ASSERT_EQ(fuzz::scan_difference(text), "") << text;
         accepted += Scanned(text).result == 0;
     }
-    EXPECT_GT(accepted, 5000) << "nearly everything is refused";
+    EXPECT_GT(accepted, 2500) << "nearly everything is refused";
 }
 
 // Every cut at every byte: those of short examples compared, long ones at least read in a block of exact size.

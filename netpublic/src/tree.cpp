@@ -49,6 +49,17 @@ int append_text(TiXmlElement *parent, const char *name, const char *text, std::s
     }
 }
 
+int append_made(TiXmlElement *parent, const char *name, std::size_t length, MakeText make, const void *context) noexcept
+{
+    try {
+        std::string text(length, '\0');
+        make(context, text.data(), 0, length);
+        return append_text(parent, name, text.c_str());
+    } catch (...) {
+        return -1;
+    }
+}
+
 int remove_children(TiXmlElement *parent, const TiXmlNode *last) noexcept
 {
     while (parent->LastChild() != last)

@@ -27,6 +27,13 @@ namespace netpublic {
 [[nodiscard]] int append_text(TiXmlElement *parent, const char *name, const char *text) noexcept;
 [[nodiscard]] int append_text(TiXmlElement *parent, const char *name, const char *text, std::size_t length) noexcept;
 
+// Makes characters of a text, from the `first` one on. Both numbers are multiples of 4, but for `count` at the
+// text's end.
+using MakeText = void (*)(const void *context, char *to, std::size_t first, std::size_t count);
+// With a text that is made where it stands.
+[[nodiscard]] int append_made(TiXmlElement *parent, const char *name, std::size_t length, MakeText make,
+                              const void *context) noexcept;
+
 // Deletes the children behind `last` again; null deletes all. -1, what a writer then returns.
 int remove_children(TiXmlElement *parent, const TiXmlNode *last) noexcept;
 
