@@ -96,29 +96,6 @@ bool begins(const char *at, const char *mark)
     return *mark == '\0';
 }
 
-// The bytes are compared a word at a time; no byte behind the first `length` ones is read.
-bool same_bytes(const char *a, const char *b, std::size_t length)
-{
-    using Word = std::uintptr_t;
-    Word one;
-    Word other;
-    if (length < sizeof(Word)) {
-        while (length > 0 && *a == *b)
-            ++a, ++b, --length;
-        return length == 0;
-    }
-    for (std::size_t i = 0;; i += sizeof(Word)) {
-        if (i + sizeof(Word) > length)
-            i = length - sizeof(Word);
-        std::memcpy(&one, a + i, sizeof(Word));
-        std::memcpy(&other, b + i, sizeof(Word));
-        if (one != other)
-            return false;
-        if (i + sizeof(Word) == length)
-            return true;
-    }
-}
-
 struct NamedEntity {
     char name[6];
     char length;
@@ -144,10 +121,56 @@ Encoding encoding_of(const Span &value)
     return utf8 ? Encoding::utf8 : Encoding::legacy;
 }
 
-inline char *skip_run(char *at)
+using Word = std::uintptr_t;
+constexpr Word each_byte = ~Word{0} / 255; // 0x01 in each
+
+Word word_at(const char *at)
 {
-    while ((classes[*at] & ends_run) == 0)
-        ++at;
+    Word word;
+    std::memcpy(&word, at, sizeof word);
+    return word;
+}
+
+// Has the word a byte of 0, or none above the first one that looks like it?
+constexpr Word zeros(Word word)
+{
+    return (word - each_byte) & ~word;
+}
+
+// No byte behind the first `length` ones is read.
+bool same_bytes(const char *a, const char *b, std::size_t length)
+{
+    if (length < sizeof(Word)) {
+        while (length > 0 && *a == *b)
+            ++a, ++b, --length;
+        return length == 0;
+    }
+    std::size_t i = 0;
+    for (; i < length - sizeof(Word); i += sizeof(Word))
+        if (word_at(a + i) != word_at(b + i))
+            return false;
+    return word_at(a + length - sizeof(Word)) == word_at(b + length - sizeof(Word));
+}
+
+// What of a long text has nothing in it that could end a run, a word at a time.
+char *skip_words(char *at, const char *end)
+{
+    while (static_cast<std::size_t>(end - at) >= sizeof(Word)) {
+        const Word word = word_at(at);
+        const Word marks = zeros(word ^ each_byte * '<') | zeros(word ^ each_byte * '&');
+        if (((marks | word | (word - each_byte * ('!'))) & each_byte * 0x80) != 0)
+            break;
+        at += sizeof(Word);
+    }
+    return at;
+}
+
+inline char *skip_run(char *at, const char *end)
+{
+    constexpr int short_run = 12;
+    for (int left = short_run; (classes[*at] & ends_run) == 0; ++at)
+        if (--left == 0)
+            at = skip_words(at, end) - 1;
     return at;
 }
 
@@ -269,8 +292,11 @@ bool Scanner::grow(const char *at, unsigned int count)
 char *Scanner::skip_blanks(char *at)
 {
     for (;;) {
-        while ((classes[*at] & is_blank) != 0)
+        while ((classes[*at] & is_blank) != 0) {
             pass(at++);
+            while (static_cast<std::size_t>(end_ - at) >= sizeof(Word) && word_at(at) == each_byte * ' ')
+                at += sizeof(Word);
+        }
         if (encoding_ != Encoding::utf8 || !is_blank_sequence(at))
             return at;
         at += 3;
@@ -513,7 +539,7 @@ Fault Scanner::scan(char *at)
             if (*at == '\0')
                 return fail(at == before ? Fault::element_value : Fault::end_tag, at);
             char *first = at;
-            at = skip_run(at);
+            at = skip_run(at, end_);
             char *end = at;
             if (*at != '<') {
                 at = decode(end, at, '<', true);
@@ -599,7 +625,7 @@ Fault Scanner::scan(char *at)
         if ((classes[*at] & ends_run) == 0) {
             // Nearly always a value and the end tag, and then one token is all.
             char *const text = at;
-            char *const text_end = skip_run(at);
+            char *const text_end = skip_run(at, end_);
             const auto length = static_cast<std::size_t>(name_end - fresh.at);
             if (*text_end == '<' && text_end[1] == '/' && static_cast<std::size_t>(end_ - text_end) > length + 2 &&
                 same_bytes(text_end + 2, fresh.at, length) && text_end[length + 2] == '>') {
