@@ -162,6 +162,8 @@ TEST_F(TextScanner, ReadsDamagedTextsAsTheLibraryDoes)
         "\xEF\xBB\xBF",
         "\xEF\xBF\xBF",
         "\xEF\xBF\xBE",
+        "\xEF\xBF\xC8",
+        "\xEF\xBF\xBD",
         "\xEF",
         "&#65;",
         "&lt;",

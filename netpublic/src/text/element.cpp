@@ -47,29 +47,26 @@ inline std::size_t plain_length(const char *text, std::size_t longest)
     return length;
 }
 
+// What stands for a character that is not plain, up to its ';'.
 struct Escape {
     char text[8];
-    std::size_t length;
 };
 
 Escape escape_of(char c)
 {
     switch (c) {
     case '"':
-        return {"&quot;", 6};
+        return {"&quot;"};
     case '&':
-        return {"&amp;", 5};
+        return {"&amp;"};
     case '\'':
-        return {"&apos;", 6};
+        return {"&apos;"};
     case '<':
-        return {"&lt;", 4};
+        return {"&lt;"};
     case '>':
-        return {"&gt;", 4};
+        return {"&gt;"};
     default:
-        Escape number = {"&#x00;", 6};
-        number.text[3] = static_cast<char>('0' + c / 16);
-        number.text[4] = "0123456789ABCDEF"[c % 16];
-        return number;
+        return {{'&', '#', 'x', static_cast<char>('0' + c / 16), "0123456789ABCDEF"[c % 16], ';'}};
     }
 }
 
@@ -84,10 +81,15 @@ void TextWriter::put(const char *text, std::size_t length)
     length_ += static_cast<unsigned int>(length);
 }
 
+void TextWriter::put(const char *text)
+{
+    put(text, std::strlen(text));
+}
+
 void TextWriter::end_start_tag()
 {
     if (open_)
-        put(">", 1);
+        put(">");
     open_ = false;
 }
 
@@ -97,12 +99,12 @@ void TextWriter::end_deeper(unsigned int level)
         --level_;
         ++breaks_;
         if (open_) {
-            put(" />", 3);
+            put(" />");
         } else {
             ++breaks_;
-            put("</", 2);
-            put(names_[level_], std::strlen(names_[level_]));
-            put(">", 1);
+            put("</");
+            put(names_[level_]);
+            put(">");
         }
         open_ = false;
     }
@@ -114,8 +116,8 @@ Element TextWriter::open(unsigned int level, const char *name)
     end_start_tag();
     if (level == most_levels)
         return {};
-    put("<", 1);
-    put(name, std::strlen(name));
+    put("<");
+    put(name);
     names_[level_++] = name;
     open_ = true;
     return {this, level_};
@@ -123,11 +125,11 @@ Element TextWriter::open(unsigned int level, const char *name)
 
 void TextWriter::add_attribute(const char *name, const char *plain)
 {
-    put(" ", 1);
-    put(name, std::strlen(name));
-    put("=\"", 2);
-    put(plain, std::strlen(plain));
-    put("\"", 1);
+    put(" ");
+    put(name);
+    put("=\"");
+    put(plain);
+    put("\"");
 }
 
 // Nearly always there is room, and then it is looked for once.
@@ -150,7 +152,7 @@ void TextWriter::add_plain(unsigned int level, const char *name, const char *tex
         ++breaks_;
         return;
     }
-    begin_text(name);
+    begin_text(level, name);
     put(text, length);
     end_text(name);
 }
@@ -162,13 +164,11 @@ void TextWriter::add_text(unsigned int level, const char *name, const char *text
         add_plain(level, name, text, plain);
         return;
     }
-    end_deeper(level);
-    end_start_tag();
-    begin_text(name);
+    begin_text(level, name);
     while (plain < longest && text[plain] != '\0') {
         put(text, plain);
         const Escape escape = escape_of(text[plain]);
-        put(escape.text, escape.length);
+        put(escape.text);
         text += plain + 1;
         longest -= plain + 1;
         plain = plain_length(text, longest);
@@ -179,9 +179,7 @@ void TextWriter::add_text(unsigned int level, const char *name, const char *text
 
 void TextWriter::add_made(unsigned int level, const char *name, std::size_t length, MakeText make, const void *context)
 {
-    end_deeper(level);
-    end_start_tag();
-    begin_text(name);
+    begin_text(level, name);
     if (length_ < size_ && length < size_ - length_) {
         make(context, text_ + length_, 0, length);
         length_ += static_cast<unsigned int>(length);
@@ -196,19 +194,21 @@ void TextWriter::add_made(unsigned int level, const char *name, std::size_t leng
     end_text(name);
 }
 
-void TextWriter::begin_text(const char *name)
+void TextWriter::begin_text(unsigned int level, const char *name)
 {
-    put("<", 1);
-    put(name, std::strlen(name));
-    put(">", 1);
+    end_deeper(level);
+    end_start_tag();
+    put("<");
+    put(name);
+    put(">");
 }
 
 void TextWriter::end_text(const char *name)
 {
     ++breaks_;
-    put("</", 2);
-    put(name, std::strlen(name));
-    put(">", 1);
+    put("</");
+    put(name);
+    put(">");
 }
 
 Mark TextWriter::mark(unsigned int level)

@@ -115,9 +115,10 @@ private:
 
     void end_deeper(unsigned int level);
     void end_start_tag();
-    void begin_text(const char *name);
+    void begin_text(unsigned int level, const char *name);
     void end_text(const char *name);
     void put(const char *text, std::size_t length);
+    void put(const char *text);
 
     char *text_;
     unsigned int size_;

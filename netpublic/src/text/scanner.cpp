@@ -74,7 +74,7 @@ bool is_byte_order_mark(const char *at)
 // Byte order mark, U+FFFE and U+FFFF: blanks between tokens.
 bool is_blank_sequence(const char *at)
 {
-    return is_byte_order_mark(at) || (byte_at(at) == 0xEF && byte_at(at + 1) == 0xBF && byte_at(at + 2) >= 0xBE);
+    return is_byte_order_mark(at) || (byte_at(at) == 0xEF && byte_at(at + 1) == 0xBF && (byte_at(at + 2) | 1) == 0xBF);
 }
 
 char folded(char c)
@@ -216,22 +216,22 @@ public:
     {
     }
 
-    Fault scan(char *at);
+    void scan(char *at);
+    ScanError error() const
+    {
+        return {fault_, line_, static_cast<unsigned int>(fault_at_ - line_start_) + 1};
+    }
     Token *tokens() const
     {
         return tokens_;
     }
-    void locate(ScanError &error) const
-    {
-        error.line = line_;
-        error.column = static_cast<unsigned int>(fault_at_ - line_start_) + 1;
-    }
 
 private:
-    Fault fail(Fault fault, const char *at)
+    std::nullptr_t fail(Fault fault, const char *at)
     {
+        fault_ = fault;
         fault_at_ = at;
-        return fault;
+        return nullptr;
     }
     // To be told of every byte that may be a line break.
     void pass(const char *at)
@@ -243,21 +243,32 @@ private:
         }
     }
     bool allocate(unsigned int tokens);
-    bool grow(const char *at, unsigned int count);
+    bool grow(const char *at);
     char *skip_blanks(char *at);
     char *skip_to(char *at, const char *mark);
-    char *decode(char *&to, char *at, char end, bool condense);
+    char *decode(char *&to, char *at, char end, bool condense, Fault fault);
     char *decode_reference(char *&to, char *at) const;
-    char *read_attribute(char *at, Span &value, Fault &fault);
-    char *read_attributes(char *at, Fault &fault);
-    char *read_declaration(char *at, bool at_top);
-    char *read_other(char *at, bool at_top, Token &token);
+    char *read_attribute(char *at, Span &value);
+    char *read_attributes(char *at);
+    char *read_declaration(char *at);
+    bool add(const Token &token, const char *at);
+    char *read_text(char *at);
+    char *read_end_tag(char *at);
+    char *read_element(char *at);
+    char *read_other(char *at);
 
     Token *tokens_ = nullptr;
     unsigned int capacity_ = 0;
     Encoding encoding_ = Encoding::unknown;
+    Fault fault_ = Fault::none;
     unsigned int line_ = 1;
-    const char *end_;
+    std::uint32_t count_ = 0;
+    std::uint32_t open_ = 0; // the innermost open element, whose distance is that to its parent; or the document
+    std::uint32_t last_ = 0; // its last child so far, if any
+    std::uint32_t level_ = 0;
+    char nowhere_;
+    char *terminate_ = &nowhere_; // where a text ends: to be 0 once what ends it has been looked at
+    char *end_;
     const char *line_start_;
     const char *fault_at_ = nullptr;
     const ScanLimits &limits_;
@@ -280,13 +291,13 @@ bool Scanner::allocate(unsigned int tokens)
 
 // What is behind `at` has at most so many tokens, if no '>' ends a text: one for each opening tag or the like, one
 // for each text in front of a tag. Where that is too few, this is asked again.
-bool Scanner::grow(const char *at, unsigned int count)
+bool Scanner::grow(const char *at)
 {
-    unsigned int more = 16 + count / 8;
+    unsigned int more = 16 + count_ / 8;
     for (; at < end_; ++at)
         if (*at == '<')
             more += (at[1] != '/') + (at[-1] != '>');
-    return allocate(count + more);
+    return allocate(count_ + more);
 }
 
 char *Scanner::skip_blanks(char *at)
@@ -357,7 +368,7 @@ char *Scanner::decode_reference(char *&to, char *at) const
 
 // Decodes what stands in front of the end character, to where it stands: `to` is moved behind it. Condensed, runs of
 // blanks are one, and none at the end. Returns the end, or the text's end, or null for a malformed reference.
-char *Scanner::decode(char *&to, char *at, char end, bool condense)
+char *Scanner::decode(char *&to, char *at, char end, bool condense, Fault fault)
 {
     bool blank = false;
     while (*at != '\0' && *at != end) {
@@ -370,10 +381,10 @@ char *Scanner::decode(char *&to, char *at, char end, bool condense)
             *to++ = ' ';
         blank = false;
         if (*at == '&') {
-            fault_at_ = at;
-            at = decode_reference(to, at);
-            if (at == nullptr)
-                return nullptr;
+            char *const behind = decode_reference(to, at);
+            if (behind == nullptr)
+                return fail(fault, at);
+            at = behind;
             continue;
         }
         // A sequence is taken as a whole, whatever is in it.
@@ -386,83 +397,64 @@ char *Scanner::decode(char *&to, char *at, char end, bool condense)
 }
 
 // Name and value, from the name on. Returns where the tag goes on, or null.
-char *Scanner::read_attribute(char *at, Span &value, Fault &fault)
+char *Scanner::read_attribute(char *at, Span &value)
 {
-    fault = Fault::attributes;
-    fault_at_ = at;
     if ((classes[*at] & is_first) == 0)
-        return nullptr;
-    while ((classes[*at] & is_name) != 0)
-        ++at;
-    at = skip_blanks(at);
-    fault_at_ = at;
+        return fail(Fault::attributes, at);
+    at = skip_blanks(skip_name(at));
     if (*at != '=')
-        return nullptr;
+        return fail(Fault::attributes, at);
     at = skip_blanks(at + 1);
-    fault_at_ = at;
     if (*at == '\0')
-        return nullptr;
+        return fail(Fault::attributes, at);
     if (*at == '"' || *at == '\'') {
         value = {at + 1, at + 1};
-        at = decode(value.end, at + 1, *at, false);
-        fault = Fault::element;
-        return at != nullptr && *at != '\0' ? at + 1 : nullptr;
+        at = decode(value.end, at + 1, *at, false, Fault::element);
+        return at != nullptr && *at != '\0' ? at + 1 : at;
     }
     value.first = at;
     for (; *at != '\0' && *at != '/' && *at != '>' && (classes[*at] & is_blank) == 0; ++at)
-        if (*at == '"' || *at == '\'') {
-            fault_at_ = at;
-            return nullptr;
-        }
+        if (*at == '"' || *at == '\'')
+            return fail(Fault::attributes, at);
     value.end = at;
     return at;
 }
 
-// From behind the name to the '>', or to the '/' in front of it. Null and the fault for anything else.
-char *Scanner::read_attributes(char *at, Fault &fault)
+// From behind the name to the '>', or to the '/' in front of it.
+char *Scanner::read_attributes(char *at)
 {
     const char *names[scanned_attributes];
-    unsigned int count = 0;
-    for (;;) {
+    for (unsigned int count = 0;; ++count) {
         at = skip_blanks(at);
-        fault_at_ = at;
-        if (*at == '\0') {
-            fault = Fault::attributes;
-            return nullptr;
-        }
+        if (*at == '\0')
+            return fail(Fault::attributes, at);
         if (*at == '>')
             return at;
-        if (*at == '/') {
-            fault = Fault::empty_tag;
-            return at[1] == '>' ? at : nullptr;
-        }
-        if (count == limits_.attributes) {
-            fault = Fault::too_many_attributes;
-            return nullptr;
-        }
+        if (*at == '/')
+            return at[1] == '>' ? at : fail(Fault::empty_tag, at);
+        if (count == limits_.attributes)
+            return fail(Fault::too_many_attributes, at);
         const char *name = at;
+        names[count] = name;
         Span value;
-        at = read_attribute(at, value, fault);
+        at = read_attribute(at, value);
         if (at == nullptr)
             return nullptr;
-        fault_at_ = name;
-        fault = Fault::element;
         if (*at == '\0')
-            return nullptr;
+            return fail(Fault::element, name);
         for (unsigned int i = 0; i < count; ++i)
             if (same_name(name, names[i]))
-                return nullptr;
-        names[count++] = name;
+                return fail(Fault::element, name);
     }
 }
 
 // From behind "<?xml" to behind its '>'; null where it does not end. The first one at the top tells the encoding.
-char *Scanner::read_declaration(char *at, bool at_top)
+char *Scanner::read_declaration(char *at)
 {
     Encoding declared = Encoding::utf8;
     while (*at != '\0') {
         if (*at == '>') {
-            if (at_top && encoding_ == Encoding::unknown)
+            if (open_ == 0 && encoding_ == Encoding::unknown)
                 encoding_ = declared;
             return at + 1;
         }
@@ -470,8 +462,7 @@ char *Scanner::read_declaration(char *at, bool at_top)
         const bool names_encoding = begins_folded(at, "encoding");
         if (names_encoding || begins_folded(at, "version") || begins_folded(at, "standalone")) {
             Span value;
-            Fault ignored;
-            at = read_attribute(at, value, ignored);
+            at = read_attribute(at, value);
             if (at == nullptr)
                 return nullptr;
             if (names_encoding)
@@ -484,200 +475,197 @@ char *Scanner::read_declaration(char *at, bool at_top)
     return nullptr;
 }
 
-// Anything in '<' and '>' that is no element. Only a declaration can be null: one that does not end.
-char *Scanner::read_other(char *at, bool at_top, Token &token)
+// A child of the innermost open element. What it adds is last_.
+bool Scanner::add(const Token &token, const char *at)
 {
-    token = {"", Token::other};
-    if (begins_folded(at + 1, "?xml"))
-        return read_declaration(at + 5, at_top);
-    char *value = at + 1;
-    const char *mark = ">";
-    if (begins(value, "!--")) {
-        value = at + 4;
-        mark = "-->";
-    } else if (begins(value, "![CDATA[")) {
-        value = at + 9;
-        mark = "]]>";
-        token.link = Token::text;
+    if (count_ == capacity_ && !grow(at)) {
+        fail(Fault::no_memory, at);
+        return false;
     }
-    token.at = value;
-    char *const end = skip_to(value, mark);
-    if (*end == '\0')
-        return end;
-    *end = '\0';
-    return end + std::strlen(mark);
+    if (last_ != 0)
+        tokens_[last_].link |= Token::has_sibling;
+    else
+        tokens_[open_].link |= Token::has_children;
+    tokens_[count_] = token;
+    last_ = count_++;
+    return true;
 }
 
-// Token 0 is the document. It keeps the elements at the top, and nothing else.
-Fault Scanner::scan(char *at)
+// A text up to a '<', which is left standing until it has been looked at. Null also where the text does not end.
+char *Scanner::read_text(char *at)
 {
-    if (!allocate(first_capacity(static_cast<std::size_t>(end_ - at))))
-        return fail(Fault::no_memory, at);
-    tokens_[0] = {at, 0};
-    Token *tokens = tokens_;
-    std::uint32_t count = 1;
-    std::uint32_t open = 0; // the innermost open element, whose distance is that to its parent
-    std::uint32_t last = 0; // its last child so far, if any
-    std::uint32_t level = 0;
-    char nowhere;
-    char *terminate = &nowhere; // where a text ends, once the tag behind it has been looked at
+    const char *first = at;
+    at = skip_run(at, end_);
+    terminate_ = at;
+    if (*at != '<') {
+        at = decode(terminate_, at, '<', true, Fault::element_value);
+        if (at == nullptr || is_all_blank(first, terminate_))
+            return at;
+    }
+    return add({first, Token::text}, at) ? at : nullptr;
+}
 
+// What has nothing in it but a text becomes one token.
+char *Scanner::read_end_tag(char *at)
+{
+    Token &element = tokens_[open_];
+    const char *name = element.at;
+    const char *const tag = at;
+    for (at += 2; *name != '\0' && *name == *at; ++name)
+        ++at;
+    if (*name != '\0')
+        return fail(Fault::end_tag, tag);
+    at = skip_blanks(at);
+    if (*at != '>')
+        return fail(Fault::end_tag, at);
+    const std::uint32_t parent = open_ - element.distance();
+    if (last_ == open_ + 1 && count_ == last_ + 1 && (tokens_[last_].link & Token::text) != 0) {
+        element.link = Token::has_text | distance(element.at, tokens_[last_].at);
+        count_ = last_;
+    } else {
+        element.link = (element.link & Token::flags) | (count_ - open_) << Token::flag_bits;
+    }
+    last_ = open_;
+    open_ = parent;
+    --level_;
+    return at + 1;
+}
+
+// A start tag; and nearly always a value and the end tag behind it, or else the element stays open.
+char *Scanner::read_element(char *at)
+{
+    if (level_ == limits_.levels)
+        return fail(Fault::too_deep, at);
+    char *name = at + 1;
+    if ((classes[*name] & may_be_blank) != 0)
+        name = skip_blanks(name);
+    char *const name_end = skip_name(name);
+    if ((classes[*name] & is_first) == 0 || *name_end == '\0')
+        return fail(Fault::element_name, name);
+    at = name_end;
+    if (*at != '>')
+        at = read_attributes(at);
+    if (at == nullptr || !add({name, 0}, at))
+        return nullptr;
+    if (*at == '/') {
+        *name_end = '\0';
+        return at + 2;
+    }
+    ++at;
+    if ((classes[*at] & ends_run) == 0) {
+        char *const text_end = skip_run(at, end_);
+        const auto length = static_cast<std::size_t>(name_end - name);
+        if (*text_end == '<' && text_end[1] == '/' && static_cast<std::size_t>(end_ - text_end) > length + 2 &&
+            same_bytes(text_end + 2, name, length) && text_end[length + 2] == '>') {
+            tokens_[last_].link = Token::has_text | distance(name, at);
+            *name_end = '\0';
+            *text_end = '\0';
+            return text_end + length + 3;
+        }
+    }
+    *name_end = '\0';
+    tokens_[last_].link = (last_ - open_) << Token::flag_bits;
+    open_ = last_;
+    last_ = 0;
+    ++level_;
+    return at;
+}
+
+// Anything else in '<' and '>'. At the top nothing of it is kept, and one that does not end is none.
+char *Scanner::read_other(char *at)
+{
+    Token token = {"", Token::other};
+    char *behind;
+    if (begins_folded(at + 1, "?xml")) {
+        behind = read_declaration(at + 5);
+        if (behind == nullptr && open_ != 0)
+            return fail(Fault::element_value, at);
+        if (behind == nullptr) {
+            fault_ = Fault::none;
+            return end_;
+        }
+    } else {
+        const char *mark = ">";
+        ++at;
+        if (begins(at, "!--")) {
+            at += 3;
+            mark = "-->";
+        } else if (begins(at, "![CDATA[")) {
+            at += 8;
+            mark = "]]>";
+            token.link = Token::text;
+        }
+        token.at = at;
+        behind = skip_to(at, mark);
+        if (*behind != '\0') {
+            *behind = '\0';
+            behind += std::strlen(mark);
+        }
+    }
+    return open_ == 0 || add(token, behind) ? behind : nullptr;
+}
+
+// Token 0 is the document.
+void Scanner::scan(char *at)
+{
+    if (!allocate(first_capacity(static_cast<std::size_t>(end_ - at)))) {
+        fail(Fault::no_memory, at);
+        return;
+    }
+    tokens_[count_++] = {at, 0};
     if (is_byte_order_mark(at))
         encoding_ = Encoding::utf8;
     at = skip_blanks(at);
-    if (*at != '<')
-        return fail(Fault::document_empty, at);
-    for (;;) {
+    if (*at != '<') {
+        fail(Fault::document_empty, at);
+        return;
+    }
+    while (at != nullptr) {
         const char *const before = at;
         if ((classes[*at] & may_be_blank) != 0)
             at = skip_blanks(at);
-        Token fresh = {at, 0};
-        char *name_end = at;
         if (*at != '<') {
-            if (open == 0)
+            if (open_ == 0)
                 break; // the end, or a text that ends the reading
             if (*at == '\0')
-                return fail(at == before ? Fault::element_value : Fault::end_tag, at);
-            char *first = at;
-            at = skip_run(at, end_);
-            char *end = at;
-            if (*at != '<') {
-                at = decode(end, at, '<', true);
-                if (at == nullptr)
-                    return Fault::element_value;
-                if (is_all_blank(first, end))
-                    continue;
-            }
-            terminate = end;
-            fresh.link = Token::text;
-        } else if (at[1] == '/' && open != 0) {
-            *terminate = '\0';
-            const char *name = tokens[open].at;
-            const char *const tag = at;
-            for (at += 2; *name != '\0' && *name == *at; ++name)
-                ++at;
-            if (*name != '\0')
-                return fail(Fault::end_tag, tag);
-            at = skip_blanks(at);
-            if (*at != '>')
-                return fail(Fault::end_tag, at);
-            ++at;
-            Token &closed = tokens[open];
-            const std::uint32_t parent = open - closed.distance();
-            if (last == open + 1 && last == count - 1 && (tokens[last].link & Token::text) != 0) {
-                closed.link = Token::has_text | distance(closed.at, tokens[last].at);
-                count = last;
-            } else {
-                closed.link = (closed.link & Token::flags) | (count - open) << Token::flag_bits;
-            }
-            last = open;
-            open = parent;
-            --level;
-            continue;
-        } else if ((classes[at[1]] & is_first) != 0) {
-            *terminate = '\0';
-            if (level == limits_.levels)
-                return fail(Fault::too_deep, at);
-            char *name = at + 1;
-            if ((classes[*name] & may_be_blank) != 0)
-                name = skip_blanks(name);
-            if ((classes[*name] & is_first) == 0)
-                return fail(Fault::element_name, name);
-            fresh.at = name;
-            name_end = skip_name(name);
-            if (*name_end == '\0')
-                return fail(Fault::element_name, name);
-            at = name_end;
-            if (*at != '>') {
-                Fault fault;
-                at = read_attributes(at, fault);
-                if (at == nullptr)
-                    return fault;
-            }
-        } else {
-            *terminate = '\0';
-            at = read_other(at, open == 0, fresh);
-            if (at == nullptr) {
-                if (open == 0)
-                    break;
-                return Fault::element_value;
-            }
-            if (open == 0)
-                continue;
-        }
-
-        if (count == capacity_) {
-            if (!grow(at, count))
-                return fail(Fault::no_memory, at);
-            tokens = tokens_;
-        }
-        tokens[last != 0 ? last : open].link |= last != 0 ? Token::has_sibling : Token::has_children;
-        tokens[count] = fresh;
-        last = count++;
-        if (fresh.link != 0)
-            continue;
-        if (*at == '/') {
-            *name_end = '\0';
-            at += 2;
+                at = fail(at == before ? Fault::element_value : Fault::end_tag, at);
+            else
+                at = read_text(at);
             continue;
         }
-        ++at;
-        if ((classes[*at] & ends_run) == 0) {
-            // Nearly always a value and the end tag, and then one token is all.
-            char *const text = at;
-            char *const text_end = skip_run(at, end_);
-            const auto length = static_cast<std::size_t>(name_end - fresh.at);
-            if (*text_end == '<' && text_end[1] == '/' && static_cast<std::size_t>(end_ - text_end) > length + 2 &&
-                same_bytes(text_end + 2, fresh.at, length) && text_end[length + 2] == '>') {
-                tokens[last].link = Token::has_text | distance(fresh.at, text);
-                *name_end = '\0';
-                *text_end = '\0';
-                at = text_end + length + 3;
-                continue;
-            }
-        }
-        *name_end = '\0';
-        tokens[last].link = (last - open) << Token::flag_bits;
-        open = last;
-        last = 0;
-        ++level;
+        *terminate_ = '\0';
+        if ((classes[at[1]] & is_first) != 0)
+            at = read_element(at);
+        else if (at[1] == '/' && open_ != 0)
+            at = read_end_tag(at);
+        else
+            at = read_other(at);
     }
-    return (tokens[0].link & Token::has_children) != 0 ? Fault::none : fail(Fault::no_root, at);
+    if (at != nullptr && (tokens_[0].link & Token::has_children) == 0)
+        fail(Fault::no_root, at);
 }
 
 } // namespace
 
 const char *fault_text(Fault fault)
 {
-    switch (fault) {
-    case Fault::none:
-        break;
-    case Fault::element:
-        return "Error parsing Element.";
-    case Fault::element_name:
-        return "Failed to read Element name";
-    case Fault::element_value:
-        return "Error reading Element value.";
-    case Fault::attributes:
-        return "Error reading Attributes.";
-    case Fault::empty_tag:
-        return "Error: empty tag.";
-    case Fault::end_tag:
-        return "Error reading end tag.";
-    case Fault::document_empty:
-        return "Error document empty.";
-    case Fault::no_root:
-        return "no root element";
-    case Fault::too_long:
-        return "text too long";
-    case Fault::too_deep:
-        return "nested too deeply";
-    case Fault::too_many_attributes:
-        return "too many attributes";
-    case Fault::no_memory:
-        return "out of memory";
-    }
-    return "";
+    static constexpr char texts[] = "\0" // in the order of the faults
+                                    "Error parsing Element.\0"
+                                    "Failed to read Element name\0"
+                                    "Error reading Element value.\0"
+                                    "Error reading Attributes.\0"
+                                    "Error: empty tag.\0"
+                                    "Error reading end tag.\0"
+                                    "Error document empty.\0"
+                                    "no root element\0"
+                                    "text too long\0"
+                                    "nested too deeply\0"
+                                    "too many attributes\0"
+                                    "out of memory";
+    const char *text = texts;
+    for (auto left = static_cast<int>(fault); left > 0; --left)
+        text += std::strlen(text) + 1;
+    return text;
 }
 
 ScannedText::~ScannedText()
@@ -693,12 +681,10 @@ int ScannedText::scan(char *text, unsigned int length, const ScanLimits &limits)
         return -1;
     }
     Scanner scanner(text, length, limits);
-    error_.fault = scanner.scan(text);
+    scanner.scan(text);
     block_ = scanner.tokens();
-    if (error_.fault == Fault::none)
-        return 0;
-    scanner.locate(error_);
-    return -1;
+    error_ = scanner.error();
+    return error_.fault == Fault::none ? 0 : -1;
 }
 
 Node ScannedText::root() const
