@@ -345,6 +345,31 @@ TEST_F(TextScanner, LimitsAreExact)
     EXPECT_EQ(fault("<a></a> ", limits), Fault::too_long);
 }
 
+TEST_F(TextScanner, StrictlyReadsWhatItShows)
+{
+    ScanLimits strict;
+    strict.strict = true;
+    const char *const read_otherwise[] = {"<r>&#x<a>x41;</r>",
+                                          "<r>&#12#34;</r>",
+                                          "<r>&#;</r>",
+                                          "<r>&#x;</r>",
+                                          "<r a='&#x'x41;'/>",
+                                          "<r>&#x<!--x41;--></r>",
+                                          "<?xml?><r>\xE2</r></r>",
+                                          "<?xml?><r>\xF0\x9F<a/></r>",
+                                          "<?xml?><r a=\"\xC3\"\"/>"};
+    for (const char *text : read_otherwise) {
+        EXPECT_EQ(Scanned(text).fault(), Fault::none) << text;
+        const Fault fault = Scanned(text, strict).fault();
+        EXPECT_EQ(fault, std::strchr(text, '&') != nullptr ? Fault::reference : Fault::sequence) << text;
+    }
+    for (const char *text :
+         {"<?xml?><r a='\xC3\xA9&#xe9;'>\xE2\x82\xAC&#8364;&bogus;</r>", "<r>\xE2</r>", "<r>&#x0A;</r>"})
+        EXPECT_EQ(Scanned(text, strict).fault(), Fault::none) << text;
+    EXPECT_EQ(Scanned("<r>&#1a;</r>", strict).fault(), Fault::element_value);
+    EXPECT_EQ(Scanned("<r>&#1", strict).fault(), Fault::element_value);
+}
+
 // One block for whatever is a message, no larger than its text where a pointer has four bytes.
 TEST_F(TextScanner, TakesOneBlock)
 {

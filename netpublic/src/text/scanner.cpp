@@ -247,7 +247,7 @@ private:
     char *skip_blanks(char *at);
     char *skip_to(char *at, const char *mark);
     char *decode(char *&to, char *at, char end, bool condense, Fault fault);
-    char *decode_reference(char *&to, char *at) const;
+    char *decode_reference(char *&to, char *at, Fault fault);
     char *read_attribute(char *at, Span &value);
     char *read_attributes(char *at);
     char *read_declaration(char *at);
@@ -324,7 +324,7 @@ char *Scanner::skip_to(char *at, const char *mark)
 
 // A reference from its '&' on, as one character behind `to`. Null where it is malformed. Numbers are read backwards
 // from the next ';', wherever it stands; names that nobody knows lose their '&'.
-char *Scanner::decode_reference(char *&to, char *at) const
+char *Scanner::decode_reference(char *&to, char *at, Fault fault)
 {
     if (at[1] != '#') {
         for (const NamedEntity &entity : named_entities)
@@ -335,24 +335,28 @@ char *Scanner::decode_reference(char *&to, char *at) const
         return at + 1;
     }
     const bool hexadecimal = at[2] == 'x';
+    const char *const mark = at + 1 + hexadecimal;
     char *const end = std::strchr(at + 2, ';');
     if (end == nullptr)
-        return nullptr;
+        return fail(fault, at);
     const unsigned int base = hexadecimal ? 16 : 10;
     unsigned long code = 0;
     unsigned int weight = 1; // both wrap around, each at its own width
-    for (const char *digit = end - 1; *digit != (hexadecimal ? 'x' : '#'); --digit) {
+    const char *digit = end - 1;
+    for (; *digit != *mark; --digit) {
         const char c = folded(*digit);
         unsigned int value = static_cast<unsigned char>(c - '0');
         if (value > 9) {
             value = static_cast<unsigned char>(c - 'a');
             if (!hexadecimal || value > 5)
-                return nullptr;
+                return fail(fault, at);
             value += 10;
         }
         code += weight * value;
         weight *= base;
     }
+    if (limits_.strict && (digit != mark || mark + 1 == end))
+        return fail(Fault::reference, at);
     if (encoding_ != Encoding::utf8 || code < 0x80) {
         *to++ = static_cast<char>(code);
         return end + 1;
@@ -381,14 +385,15 @@ char *Scanner::decode(char *&to, char *at, char end, bool condense, Fault fault)
             *to++ = ' ';
         blank = false;
         if (*at == '&') {
-            char *const behind = decode_reference(to, at);
-            if (behind == nullptr)
-                return fail(fault, at);
-            at = behind;
+            at = decode_reference(to, at, fault);
+            if (at == nullptr)
+                return nullptr;
             continue;
         }
         // A sequence is taken as a whole, whatever is in it.
         for (int left = encoding_ == Encoding::utf8 ? sequence_length(*at) : 1; left > 0 && *at != '\0'; --left) {
+            if (limits_.strict && *at == end)
+                return fail(Fault::sequence, at);
             pass(at);
             *to++ = *at++;
         }
@@ -432,14 +437,14 @@ char *Scanner::read_attributes(char *at)
             return at;
         if (*at == '/')
             return at[1] == '>' ? at : fail(Fault::empty_tag, at);
-        if (count == limits_.attributes)
-            return fail(Fault::too_many_attributes, at);
         const char *name = at;
-        names[count] = name;
         Span value;
         at = read_attribute(at, value);
         if (at == nullptr)
             return nullptr;
+        if (count == limits_.attributes)
+            return fail(Fault::too_many_attributes, name);
+        names[count] = name;
         if (*at == '\0')
             return fail(Fault::element, name);
         for (unsigned int i = 0; i < count; ++i)
@@ -661,6 +666,8 @@ const char *fault_text(Fault fault)
                                     "text too long\0"
                                     "nested too deeply\0"
                                     "too many attributes\0"
+                                    "no UTF-8\0"
+                                    "bad reference\0"
                                     "out of memory";
     const char *text = texts;
     for (auto left = static_cast<int>(fault); left > 0; --left)

@@ -18,6 +18,9 @@ struct ScanLimits {
     unsigned int length = scanned_length;
     unsigned int levels = scanned_length;         // elements in one another; an element without content counts, too
     unsigned int attributes = scanned_attributes; // of one element; no more than scanned_attributes
+    // Refuse what reads as something else than it shows: a numeric reference that is more than digits, or 'x' and
+    // hexadecimal digits, and a UTF-8 sequence that is cut short by the end of its text.
+    bool strict = false;
 };
 
 enum class Fault : std::uint8_t {
@@ -35,6 +38,8 @@ enum class Fault : std::uint8_t {
     too_long,
     too_deep,
     too_many_attributes,
+    sequence,
+    reference,
     no_memory,
 };
 
