@@ -1,6 +1,6 @@
 #include "author.h"
 
-#include "engine.h"
+#include "engine/engine.h"
 #include "oracle.h"
 #include "promises.h"
 #include "session.h"
@@ -55,10 +55,8 @@ public:
             if (!has_key(row))
                 continue;
             names_.insert(table.key(row));
-            const Table *inner =
-                row.kind == Kind::group || row.kind == Kind::list ? table.ref(row.ref).table : table.detail(i).shown;
-            if (inner != nullptr)
-                add(table.key(row), *inner);
+            if (has_table(row.kind))
+                add(table.key(row), *table.ref(row.ref).table);
             if (row.kind == Kind::word || row.kind == Kind::mask || row.kind == Kind::events)
                 add(*table.ref(row.ref).words);
             if (table.detail(i).words != nullptr)
@@ -118,8 +116,9 @@ Lore &lore()
     return all;
 }
 
-void learn_child(void *, Event, const Table &table, const Row *, void *, TiXmlNode *node)
+void learn_child(void *, Event, const Table &table, const Row *, void *, Node child)
 {
+    const TiXmlNode *node = child.tree();
     if (node->Parent() != nullptr && node->Parent()->ToElement() != nullptr)
         lore().add(node->Parent()->ValueStr(), table);
 }
@@ -343,7 +342,7 @@ std::string Author::content(const Table &table, unsigned index)
             joined += number(table, row) + ",";
         return joined;
     }
-    case Kind::custom:
+    case Kind::converted:
         if (table.detail(index).words != nullptr)
             return pick(2) == 0 ? word(*table.detail(index).words) : words(*table.detail(index).words);
         return pick(4) == 0 ? number(table, row) : seen_before(key);
@@ -356,12 +355,7 @@ TiXmlElement *Author::make(const Table &table, unsigned index, Plan plan, int de
 {
     const Row &row = table.row(index);
     auto *element = new TiXmlElement(name(table.key(row)));
-    const Table *inner = row.kind == Kind::group || row.kind == Kind::list ? table.ref(row.ref).table : nullptr;
-    if (inner == nullptr && row.kind == Kind::custom) {
-        const auto &known = lore().children(table.key(row));
-        if (!known.empty())
-            inner = known[pick(static_cast<unsigned>(known.size()))];
-    }
+    const Table *inner = has_table(row.kind) ? table.ref(row.ref).table : nullptr;
     constexpr int deepest = 8;
     if (inner != nullptr && depth < deepest && pick(32) != 0)
         fill(*element, *inner, plan, depth + 1);
@@ -387,7 +381,7 @@ void Author::fill(TiXmlElement &element, const Table &table, Plan plan, int dept
             continue;
         const Row &row = table.row(index);
         unsigned times = 1;
-        if (row.kind == Kind::list || row.kind == Kind::int_items)
+        if (is_list(row.kind))
             times = plan == Plan::whole ? 2
                     : pick(64) == 0     ? std::min(static_cast<unsigned>(table.capacity(row)) + 1u, 70u)
                                         : pick(4);

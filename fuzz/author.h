@@ -3,7 +3,7 @@
 #ifndef NETPUBLIC_FUZZ_AUTHOR_H
 #define NETPUBLIC_FUZZ_AUTHOR_H
 
-#include "registry.h"
+#include "engine/registry.h"
 
 #include <cstdint>
 #include <random>

@@ -1,10 +1,10 @@
 // Base64, grids, words and lists of numbers against the plain algorithms.
 #include "bytes.h"
-#include "grid.h"
 #include "host.h"
 #include "promises.h"
-#include "tables.h"
 #include "targets.h"
+#include "values/grid.h"
+#include "values/tables.h"
 
 #include <net_public.h>
 #include <net_xml_words.h>

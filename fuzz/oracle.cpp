@@ -1,5 +1,6 @@
 #include "oracle.h"
 
+#include "engine/matching.h"
 #include "promises.h"
 
 #include <net_types.h>
@@ -26,8 +27,17 @@ std::string place(const Table &table, const Row *row, const TiXmlNode &node)
 // The rule of names, as plainly as it can be said.
 bool answers(const Table &table, const char *name, const Row &row)
 {
-    return (table.flags & table_exact) != 0 ? strncasecmp(name, table.key(row), 31) == 0
-                                            : strncasecmp(name, table.key(row), std::strlen(name)) == 0;
+    const char *key = table.key(row);
+    switch (table.names) {
+    case Names::whole:
+        return strncasecmp(name, key, 31) == 0;
+    case Names::longer:
+        return strncasecmp(name, key, std::strlen(key)) == 0;
+    case Names::looked_up:
+        return std::strcmp(name, key) == 0;
+    default:
+        return strncasecmp(name, key, std::strlen(name)) == 0;
+    }
 }
 
 // Is it the first row of its chain that the name answers to?
@@ -104,7 +114,9 @@ void expect_word(Expected &expected, const Table &table, const Row &row, const c
 {
     const auto *entry = lookup(*table.ref(row.ref).words, text, row.flags);
     expected.accepted = entry != nullptr || (row.flags & (word_keep | word_otherwise)) != 0;
-    if (entry != nullptr)
+    if ((row.flags & word_adds) == word_adds)
+        expected.known = false; // depends on what the member held
+    else if (entry != nullptr)
         expected.store(static_cast<int>(entry->code));
     else if ((row.flags & word_otherwise) != 0)
         expected.store(static_cast<int>(table.limit(row.limits).high));
@@ -149,7 +161,10 @@ Expected expect(const Table &table, const Row &row, const TiXmlNode &node)
     const auto low = [&] { return static_cast<std::size_t>(table.limit(row.limits).low); };
     switch (row.kind) {
     case Kind::integer:
-        expect_integer(expected, table, row, text);
+        if ((row.flags & number_tolerant) != 0)
+            expected.known = false;
+        else
+            expect_integer(expected, table, row, text);
         break;
     case Kind::flag:
         if (is_number(text, 9)) {
@@ -201,9 +216,17 @@ Expected expect(const Table &table, const Row &row, const TiXmlNode &node)
     return expected;
 }
 
+// Does a function of the message have the last word?
+bool has_hook(const Table &table, const Row &row)
+{
+    return table.hook(row, Moment::then) != nullptr;
+}
+
 void check_value(const Table &table, const Row &row, const char *member, const TiXmlNode &node, bool taken)
 {
-    const Expected expected = expect(table, row, node);
+    Expected expected = expect(table, row, node);
+    if (expected.known && expected.accepted && !taken && has_hook(table, row))
+        expected.accepted = false;
     if (!expected.known)
         return;
     if (expected.accepted != taken)
@@ -250,9 +273,12 @@ Oracle::~Oracle()
     netpublic::watch = nullptr;
 }
 
-void Oracle::happened(void *self, Event event, const Table &table, const Row *row, void *record, TiXmlNode *node)
+void Oracle::happened(void *self, Event event, const Table &table, const Row *row, void *record, Node element)
 {
     Oracle &oracle = *static_cast<Oracle *>(self);
+    const TiXmlNode *node = element.tree();
+    // Where names do not decide alone, the children's order or their number does.
+    const bool by_name = table.names != Names::any && table.names != Names::in_order && table.names != Names::looked_up;
     const unsigned index = row != nullptr ? index_of(table, *row) : 0;
     count(table, index, event);
     if (oracle.payload_ != nullptr) {
@@ -266,7 +292,7 @@ void Oracle::happened(void *self, Event event, const Table &table, const Row *ro
     case Event::taken:
     case Event::refused:
         oracle.taken_ += event == Event::taken;
-        if (!takes(table, node->Value(), index))
+        if (by_name && !takes(table, node->Value(), index))
             broken("P9", place(table, row, *node) + ": another row's child");
         if ((row->flags & row_skipped) == 0)
             check_value(table, *row, static_cast<const char *>(record) + row->offset, *node, event == Event::taken);
@@ -278,7 +304,7 @@ void Oracle::happened(void *self, Event event, const Table &table, const Row *ro
         break;
     case Event::ignored:
         ++oracle.ignored_;
-        if (!nobody_takes(table, node->Value()))
+        if (by_name && !nobody_takes(table, node->Value()))
             broken("P9", place(table, row, *node) + ": ignored, although a key is there");
         break;
     case Event::missing:

@@ -3,7 +3,7 @@
 #ifndef NETPUBLIC_FUZZ_ORACLE_H
 #define NETPUBLIC_FUZZ_ORACLE_H
 
-#include "engine.h"
+#include "engine/engine.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -51,7 +51,7 @@ public:
 
 private:
     static void happened(void *self, netpublic::Event event, const netpublic::Table &table, const netpublic::Row *row,
-                         void *record, TiXmlNode *node);
+                         void *record, netpublic::Node element);
 
     netpublic::Watch watch_;
     const char *payload_;

@@ -235,6 +235,9 @@ void check_row(const View &view, unsigned index, const void *exempt)
     case Kind::int_items:
         items_of(view, row);
         return;
+    case Kind::wire:
+    case Kind::wires:
+    case Kind::converted:
     case Kind::custom:
         return check_shape(view, row, table.detail(index), exempt);
     default:

@@ -3,7 +3,7 @@
 #ifndef NETPUBLIC_FUZZ_PROMISES_H
 #define NETPUBLIC_FUZZ_PROMISES_H
 
-#include "table.h"
+#include "engine/table.h"
 
 #include <cstddef>
 #include <cstdint>

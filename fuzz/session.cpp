@@ -1,8 +1,8 @@
 #include "session.h"
 
+#include "ground/text_guard.h"
 #include "oracle.h"
 #include "promises.h"
-#include "text_guard.h"
 
 #include <net_public.h>
 #include <tinyxml.h>
@@ -124,8 +124,9 @@ int Session::parse(TiXmlNode *body)
     require(guards_intact(param_.data), "P2", "a parser wrote beside the payload");
     require(guarded_live() == live, "P6", "a parser kept a block");
     require(fingerprint(*body) == tree, "P7", "a parser changed the tree");
-    if (message_.read != nullptr && trusted_)
-        check_record(*message_.read, param_.data, unterminated(message_, param_.data));
+    const netpublic::Table *layout = netpublic::payload_table(message_);
+    if (message_.read != nullptr && layout != nullptr && trusted_)
+        check_record(*layout, param_.data, unterminated(message_, param_.data));
     return result;
 }
 

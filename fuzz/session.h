@@ -2,10 +2,10 @@
 #ifndef NETPUBLIC_FUZZ_SESSION_H
 #define NETPUBLIC_FUZZ_SESSION_H
 
-#include "engine.h"
+#include "engine/engine.h"
+#include "engine/registry.h"
 #include "host.h"
 #include "oracle.h"
-#include "registry.h"
 
 #include <set>
 #include <string>

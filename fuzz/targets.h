@@ -3,7 +3,7 @@
 #ifndef NETPUBLIC_FUZZ_TARGETS_H
 #define NETPUBLIC_FUZZ_TARGETS_H
 
-#include "registry.h"
+#include "engine/registry.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -5,9 +5,9 @@
 #include "oracle.h"
 #include "promises.h"
 #include "session.h"
-#include "tables.h"
 #include "targets.h"
 #include "tree_code.h"
+#include "values/tables.h"
 
 #include <net_host_standin.h>
 #include <net_public.h>

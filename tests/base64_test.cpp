@@ -1,5 +1,5 @@
-#include "grid.h"
 #include "support.h"
+#include "values/grid.h"
 
 #include <net_public.h>
 

@@ -1,6 +1,6 @@
-#include "engine.h"
+#include "engine/engine.h"
+#include "engine/records.h"
 #include "memory.h"
-#include "records.h"
 #include "support.h"
 
 #include <net_public.h>
@@ -138,7 +138,7 @@ Numbers read_plainly(const Table &table, const std::vector<std::string> &names)
             const Row &row = table.row(index);
             if ((row.flags & row_own_test) != 0)
                 taken = false;
-            if (taken || !plainly_matches(names[place], table.key(row), (table.flags & table_exact) != 0))
+            if (taken || !plainly_matches(names[place], table.key(row), table.names == Names::whole))
                 continue;
             taken = true;
             int *member = reinterpret_cast<int *>(reinterpret_cast<char *>(&numbers) + row.offset);
@@ -289,9 +289,9 @@ struct Payload {
     unsigned int natural;
 };
 
-int failing_write(const Payload &, TiXmlElement *parent)
+int failing_write(const Payload &, char *text, std::size_t size)
 {
-    parent->LinkEndChild(new TiXmlElement("half"));
+    std::memset(text, 'x', size);
     return -1;
 }
 
@@ -540,7 +540,7 @@ TEST_F(EngineTest, Words)
     EXPECT_EQ(word_read<4>("green"), "99: 0 " + failed);
     EXPECT_EQ(word_read<4>(std::string(32, 'g')), "77: -1 " + failed) << "too long is no spelling at all";
     EXPECT_EQ(word_read<5>("green"), "77: -1 <red engine_test.cpp>bad green\n" + failed);
-    EXPECT_EQ(word_read<6>("green"), "77: -1") << "quiet";
+    EXPECT_EQ(word_read<6>("green"), "77: -1 bad green\n") << "quiet but for its own line";
 
     Payload payload = {};
     payload.word = 8;
@@ -707,24 +707,6 @@ TEST_F(EngineTest, Walks)
     EXPECT_EQ(p.word, 0);
     EXPECT_EQ(read<FirstFields>(p, "<x/><word>2</word>"), "0");
     EXPECT_EQ(p.word, 0);
-
-    // One child at a time: no hooks, no presets.
-    Xml node("<p><number>7</number><other>8</other><number>x</number></p>");
-    const Table &table = Message<HookFields>::table;
-    TiXmlNode *child = node.root()->FirstChild();
-    unsigned likely = 0;
-    p = {};
-    unsigned row = find_child(table, child, &likely);
-    ASSERT_EQ(row, 0U);
-    EXPECT_EQ(read_child(table, &p, row, child), 0);
-    EXPECT_EQ(p.number, 7);
-    EXPECT_EQ(p.preset, 0);
-    child = child->NextSibling();
-    EXPECT_EQ(find_child(table, child, &likely), no_row);
-    child = child->NextSibling();
-    row = find_child(table, child, &likely);
-    ASSERT_EQ(row, 0U);
-    EXPECT_EQ(read_child(table, &p, row, child), -1);
 }
 
 TEST_F(EngineTest, Messages)
@@ -761,7 +743,7 @@ struct FailingFields : Description {
     static constexpr Field fields[] = {
         integer("number", AT(number)),
         group("group", AT(group), inner),
-        custom<nullptr, failing_write>("bad", AT(number)),
+        converted<nullptr, failing_write>("bad", AT(number)),
         integer("behind", AT(number)).write_only(),
     };
     static constexpr Traits traits = HERE.writer("failing_s2x", "Failing").any_size().capital_version();
@@ -833,9 +815,9 @@ TEST_F(EngineTest, ToolsCanWatchAWalk)
 {
     std::string heard;
     const Watch listener = {
-        &heard, [](void *context, Event event, const Table &table, const Row *row, void *, TiXmlNode *node) {
+        &heard, [](void *context, Event event, const Table &table, const Row *row, void *, Node node) {
             const char *const names[] = {"taken", "ignored", "refused", "missing"};
-            *static_cast<std::string *>(context) += std::string(names[static_cast<int>(event)]) + " " + node->Value() +
+            *static_cast<std::string *>(context) += std::string(names[static_cast<int>(event)]) + " " + node.name() +
                                                     ":" + (row != nullptr ? table.key(*row) : "") + "; ";
         }};
     watch = &listener;

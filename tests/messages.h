@@ -2,7 +2,7 @@
 #ifndef NETPUBLIC_TESTS_MESSAGES_H
 #define NETPUBLIC_TESTS_MESSAGES_H
 
-#include "registry.h"
+#include "engine/registry.h"
 #include "support.h"
 
 #include <string>

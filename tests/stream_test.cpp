@@ -1,5 +1,5 @@
-#include "printed_size.h"
 #include "support.h"
+#include "toolkit/printed_size.h"
 
 #include <net_public.h>
 

@@ -3,6 +3,8 @@
 #ifndef NETPUBLIC_TESTS_SUPPORT_H
 #define NETPUBLIC_TESTS_SUPPORT_H
 
+#include "ground/node.h"
+
 #include <gtest/gtest.h>
 #include <net_host_standin.h>
 #include <net_types.h>
@@ -36,6 +38,10 @@ public:
 
     TiXmlElement *root();
     operator TiXmlElement *()
+    {
+        return root();
+    }
+    operator netpublic::Node()
     {
         return root();
     }

@@ -1,7 +1,7 @@
 // A lint over the tables of all registered messages.
+#include "engine/engine.h"
 #include "messages.h"
 
-#include <engine.h>
 #include <gtest/gtest.h>
 
 #include <map>
@@ -40,7 +40,7 @@ std::map<std::string, const Table *> all_tables()
 std::string taken_keys(const Table &table)
 {
     std::string taken;
-    if ((table.flags & table_exact) != 0)
+    if (table.names == Names::whole)
         return taken;
     unsigned chain = 0; // where the key's chain begins
     for (unsigned i = 0; i < table.keys; ++i) {

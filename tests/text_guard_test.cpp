@@ -1,5 +1,5 @@
+#include "ground/text_guard.h"
 #include "support.h"
-#include "text_guard.h"
 
 #include <net_public.h>
 #include <pthread.h>

@@ -20,8 +20,8 @@ unsigned long steps;
 #define NETPUBLIC_STEP() ++counted_scanner::steps
 #define netpublic netpublic_counted
 #undef NETPUBLIC_TEXT_SCANNER_H
-#undef NETPUBLIC_TEXT_NODE_H
-#include "text/node.cpp"
+#undef NETPUBLIC_NODE_H
+#include "ground/node.cpp"
 #include "text/scanner.cpp"
 #undef netpublic
 

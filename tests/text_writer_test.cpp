@@ -1,6 +1,8 @@
+#include "ground/element.h"
 #include "memory.h"
 #include "support.h"
-#include "text/element.h"
+#include "toolkit/printed_size.h"
+#include "values/values.h"
 
 #include <filesystem>
 #include <fstream>
@@ -12,12 +14,13 @@
 
 namespace {
 
-using netpublic::append_decimal;
 using netpublic::append_element;
+using netpublic::append_longlong;
 using netpublic::append_made;
 using netpublic::append_plain;
 using netpublic::append_root;
 using netpublic::append_text;
+using netpublic::append_unsignedlonglong;
 using netpublic::Element;
 using netpublic::Mark;
 using netpublic::TextWriter;
@@ -148,8 +151,8 @@ private:
             const std::string plain = std::to_string(random_());
             EXPECT_EQ(append_plain(parent, name(), plain.c_str(), plain.size()), 0);
         } else if (kind == 3) {
-            const std::uint64_t magnitude = std::uint64_t{random_()} << below(33) >> below(64);
-            EXPECT_EQ(append_decimal(parent, name(), below(2) != 0, magnitude), 0);
+            const auto number = static_cast<long long>(std::uint64_t{random_()} << below(34)) >> below(64);
+            EXPECT_EQ(append_longlong(parent, name(), number), 0);
         } else if (kind == 4) {
             const unsigned int start = below(26);
             EXPECT_EQ(append_made(parent, name(), below(200), make_letters, &start), 0);
@@ -160,7 +163,7 @@ private:
         } else if (kind == 6) {
             const Mark mark = mark_end(parent);
             fill(parent, depth - 1);
-            EXPECT_EQ(append_decimal(parent, "size", false, printed_since(parent, mark)), 0);
+            EXPECT_EQ(append_unsignedlonglong(parent, "size", printed_since(parent, mark)), 0);
         } else {
             const Element child = kind == 7 ? append_root(parent, name(), "Version") : append_element(parent, name());
             if (depth > 0)
@@ -189,14 +192,14 @@ TEST(TextWriter, FailsBeyondItsLevels)
     Element element = writer.top();
     for (int level = 0; level < 15; ++level)
         element = append_element(element, "a");
-    EXPECT_EQ(append_decimal(element, "b", true, UINT64_MAX), 0);
+    EXPECT_EQ(append_longlong(element, "b", INT64_MIN), 0);
     EXPECT_FALSE(append_element(element, "c"));
     EXPECT_FALSE(append_root(element, "c", "version"));
     EXPECT_FALSE(append_element(Element(), "a"));
     EXPECT_EQ(append_text(Element(), "a", "b"), -1);
-    EXPECT_EQ(append_decimal(append_element(element, "c"), "d", false, 0), -1);
+    EXPECT_EQ(append_longlong(append_element(element, "c"), "d", 0), -1);
     writer.finish();
-    EXPECT_EQ(std::string(text).substr(45, 27), "<b>-18446744073709551615</b");
+    EXPECT_EQ(std::string(text).substr(45, 27), "<b>-9223372036854775808</b>");
 }
 
 } // namespace

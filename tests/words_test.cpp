@@ -1,5 +1,5 @@
 #include "support.h"
-#include "tables.h"
+#include "values/tables.h"
 
 #include <net_public.h>
 

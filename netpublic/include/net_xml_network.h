@@ -53,7 +53,7 @@ struct net_port_cfg_t {
 
 /** The NTP client. */
 struct net_ntp_cfg_t {
-    net_counted_text_t server; /**< Counted text, at most 256 characters. */
+    net_counted_text_t server; /**< Counted text, at most 255 characters. */
     int synchronizeInterval;   /**< Any number. */
     int port;                  /**< 0 to 65535. */
     int enable;                /**< 0 or 1. */
@@ -63,9 +63,9 @@ struct net_ntp_cfg_t {
 struct net_ddns_cfg_t {
     int enable;                  /**< 0 or 1. */
     int ddnsType;                /**< As get_ddns_type_index() tells. */
-    net_counted_text_t userName; /**< Counted text, at most 256 characters. */
+    net_counted_text_t userName; /**< Counted text, at most 255 characters. */
     net_counted_text_t password; /**< Secret. */
-    net_counted_text_t ddnsName; /**< Counted text, at most 256 characters. */
+    net_counted_text_t ddnsName; /**< Counted text, at most 255 characters. */
 };
 
 /** Certificates: message 818. */

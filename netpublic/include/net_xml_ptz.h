@@ -77,10 +77,10 @@ struct net_ptz_preset_v20_t {
     int channelId;       /**< 0 to 63; -1 in a record without preset. */
     int command;         /**< A NET_PTZ_CMD_E code, or -1. */
     int id;              /**< 0 to 255; -1 in a record without preset. */
-    char name[32];       /**< Terminated; "invalid" in a record without preset. */
-    char imageName[32];  /**< Terminated. */
-    int maxPresetNum;    /**< Any number. */
-    int maxPresetPicNum; /**< Any number. */
+    char name[32];       /**< Terminated; "invalid" in a record without preset, and of a preset without name. */
+    char imageName[32];  /**< Terminated; stays as it is when the message does not give it. */
+    int maxPresetNum;    /**< Any number, the same in all presets; 0 when the message does not give it. */
+    int maxPresetPicNum; /**< Any number, the same in all presets; 0 when the message does not give it. */
 };
 
 /** The presets of a channel: message 4603. */

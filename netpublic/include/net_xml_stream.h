@@ -93,7 +93,10 @@ struct net_enc_list_v20_t {
     net_stream_info_v20_t entries[16]; /**< The envelope's `reserved1` says how many. */
 };
 
-/** A date and time in a recorded file: the low 8 bits of each number, of the year too (2023 is 0xE7). */
+/**
+ * A date and time in a recorded file: the low 8 bits of each number, of the year too (2023 is 0xE7). What the message
+ * leaves out of one is 0.
+ */
 struct tag_net_file_time_v20_t {
     unsigned char year;   /**< The low 8 bits of the calendar year: 2023 is 0xE7. */
     unsigned char month;  /**< 1 to 12. */

@@ -24,7 +24,7 @@ class TiXmlNode;
 
 /** "DeviceInfo". */
 struct net_device_info_v20_t {
-    net_counted_text_t firmVersion;       /**< At most 256 characters. */
+    net_counted_text_t firmVersion;       /**< At most 255 characters. */
     int ioInputPortNum;                   /**< 0 and above. */
     int ioOutputPortNum;                  /**< 0 and above. */
     int diskNum;                          /**< 0 and above. */
@@ -40,7 +40,7 @@ struct net_device_info_v20_t {
     int language;                         /**< Code of get_language_string(). */
     int sdCard;                           /**< 0 or 1. */
     int ptzMode;                          /**< 0 none, 1 af, 2 ptz, 3 pt, 4 p. */
-    net_counted_text_t typeInfo;          /**< At most 256 characters. */
+    net_counted_text_t typeInfo;          /**< At most 255 characters. */
     int softVer;                          /**< Any number. */
     int hardVer;                          /**< Any number. */
     int panelVer;                         /**< Any number. */
@@ -206,7 +206,7 @@ NETPUBLIC_API int net_param_hdd_cfg_x2s(net_param_t *param, TiXmlNode *node);
 /** A configuration file on its way. */
 struct net_cfg_file_v20_t {
     unsigned long long channelBits; /**< One bit per channel; read by net_cfg_file_info_x2s() only. */
-    net_counted_text_t fileName;    /**< Counted text, at most 256 characters. */
+    net_counted_text_t fileName;    /**< Counted text, at most 255 characters. */
     unsigned int fileSize;          /**< Bytes. */
     unsigned int curSize;           /**< Bytes. */
     int updateParameter;            /**< 0 or 1. */
@@ -269,7 +269,7 @@ struct net_performance_v20_t {
 /** The versions of a device. */
 struct net_version_v20_t {
     /** @{ */
-    /** Counted text, at most 256 characters. */
+    /** Counted text, at most 255 characters. */
     net_counted_text_t name;
     net_counted_text_t type;
     net_counted_text_t serialNumber;

@@ -142,8 +142,8 @@ struct net_timelapse_thumbnail_t {
 struct net_timelapse_file_item_t {
     int flags;    /**< NET_TIMELAPSE_FILE_E bits. Of films the original is written whatever they say. */
     int reserved; /**< Not interpreted here. */
-    net_timelapse_original_t original;   /**< The film itself. */
-    net_timelapse_thumbnail_t thumbnail; /**< Its small version. */
+    net_timelapse_original_t original;   /**< The film, or the full picture. */
+    net_timelapse_thumbnail_t thumbnail; /**< The small picture. */
 };
 
 /** The file search and its result. */
@@ -158,7 +158,7 @@ struct net_timelapse_file_t {
     int taskType;                        /**< A NET_TIMELAPSE_TYPE_E code. */
     int totalNum;                        /**< Files of the whole search, which may take several results. */
     int finished;                        /**< Any number. */
-    net_timelapse_file_item_t item[128]; /**< The films; further ones are logged and ignored. */
+    net_timelapse_file_item_t item[128]; /**< The files found; further ones are logged and ignored. */
     int itemCount;                       /**< Items held here, 0 to 128. */
     int reserved;                        /**< Not interpreted here. */
 };
@@ -184,7 +184,7 @@ struct net_timelapse_file_delete_item_t {
 /** The deletion of files. */
 struct net_timelapse_file_delete_t {
     int taskType;                               /**< A NET_TIMELAPSE_TYPE_E code. */
-    net_timelapse_file_delete_item_t item[128]; /**< The films; further ones are logged and ignored. */
+    net_timelapse_file_delete_item_t item[128]; /**< The files to delete; further ones are logged and ignored. */
     int itemCount;                              /**< Items held, 0 to 128. */
 };
 

@@ -58,7 +58,7 @@ struct tag_net_userinfo_all__v20_t {
     int userSetState;                  /**< A NET_USER_SET_STATE_E code. */
     int userId;                        /**< 0 and above. */
     int validHours;                    /**< -1, or 1 and above. */
-    int reserved;                      /**< 1 once an identifier or a name was read. */
+    int reserved;                      /**< Not interpreted here; 0 in an account that was read. */
     unsigned long long channelAbility; /**< The channels of the user: one bit each. */
 };
 
@@ -156,9 +156,9 @@ struct net_device_ability_support_v20_t {
 
 /** A camera firmware. */
 struct net_ipc_ver_v20_t {
-    net_counted_text_t platform; /**< Counted text, at most 256 characters. */
-    net_counted_text_t version;  /**< Counted text, at most 256 characters. */
-    net_counted_text_t url;      /**< Counted text, at most 256 characters. */
+    net_counted_text_t platform; /**< Counted text, at most 255 characters. */
+    net_counted_text_t version;  /**< Counted text, at most 255 characters. */
+    net_counted_text_t url;      /**< Counted text, at most 255 characters. */
 };
 
 /** The camera firmware that is offered. */

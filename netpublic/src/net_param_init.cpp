@@ -1,7 +1,7 @@
 // The initialisers of all messages. What they have in common is a table, catalogue.inc; what is special
 // about some of them is code, here.
-#include "log.h"
-#include "words.h"
+#include "ground/log.h"
+#include "ground/words.h"
 
 #include <net_public.h>
 

@@ -1,5 +1,5 @@
-#include "log.h"
-#include "words.h"
+#include "ground/log.h"
+#include "values/tables.h"
 
 #include <net_host.h>
 #include <net_public.h>
@@ -632,21 +632,8 @@ int get_alarm_str(char *buf, unsigned int size, int alarmTypes, time_section_t a
 char *net_get_streanm_type_string(STREAM_TYPE_E type)
 {
     static char streamType[32];
-    const char *word = nullptr;
-    switch (type) {
-    case STREAM_TYPE_MAIN:
-        word = "mainStream";
-        break;
-    case STREAM_TYPE_SUB:
-        word = "subStream";
-        break;
-    case STREAM_TYPE_MOBILE:
-        word = "mobileStream";
-        break;
-    case STREAM_TYPE_EXTERN:
-        word = "externStream";
-        break;
-    default: // snapshots, too, are no live stream
+    const char *word = word_of(video_streams, type);
+    if (word == nullptr) { // snapshots, too, are no live stream
         log_green(NET_HERE, "unknow stream type:%d.\n", type);
         return nullptr;
     }

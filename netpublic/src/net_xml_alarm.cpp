@@ -1,12 +1,12 @@
 // Alarm and intelligent detection: motion detection and detector areas, alarm reports and searches,
 // smart-AI rules and AI settings, floodlights.
-#include "engine.h"
-#include "grid.h"
-#include "records.h"
-#include "registry.h"
-#include "tables.h"
-#include "time_blocks.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/records.h"
+#include "engine/registry.h"
+#include "toolkit/time_blocks.h"
+#include "values/grid.h"
+#include "values/tables.h"
+#include "values/values.h"
 
 #include <net_public.h>
 
@@ -812,13 +812,6 @@ template <int capacity> int read_devices(net_find_event_log_t &search, TiXmlNode
 {
     return get_query_device_from_xmlnode(search.devices, capacity, node, nullptr);
 }
-
-// Names the members; get_query_device_from_xmlnode() reads them.
-struct QueryDeviceFields : Description {
-    using T = net_query_deive_t;
-    static constexpr Field fields[] = {shown("logicChnBitmap", AT(logicChnBitmap)), shown("uid", AT(uid))};
-};
-constexpr auto query_device = describe<QueryDeviceFields>();
 
 struct FindEventLogFields : Description {
     using T = net_find_event_log_t;

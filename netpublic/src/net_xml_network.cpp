@@ -1,7 +1,6 @@
 // Network settings: link type, DHCP, automatic DNS, addresses, DNS servers, service ports, NTP and DDNS.
-#include "engine.h"
-#include "registry.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/registry.h"
 
 #include <net_public.h>
 
@@ -24,51 +23,57 @@ struct LinkFields : Description {
     static constexpr Field fields[] = {
         word("type", AT(type), links).fallback(0).write_only(),
     };
-    static constexpr Traits traits = HERE.writer("net_link_s2x", "LinkType");
+    static constexpr Traits traits =
+        HERE.writer("net_link_s2x", "LinkType").title("link type", "Over which kind of link the device is connected.");
 };
 constexpr auto link_message = describe<LinkFields>();
 
 // Only the first child counts: an "enable" behind another one is not looked for.
-struct DhcpFields : Description {
-    using T = net_dhcp_v20_t;
+template <class Switch> struct SwitchFields : Description {
+    using T = Switch;
     static constexpr Field fields[] = {
         flag("enable", AT(enable)).required(),
     };
-    static constexpr Traits traits =
-        HERE.parser("net_dhcp_x2s").writer("net_dhcp_s2x", "Dhcp").first_child_only().others_fail().sets_inited();
+    static constexpr Traits at(Traits here)
+    {
+        return here.first_child_only().others_fail().sets_inited();
+    }
+};
+
+struct DhcpFields : SwitchFields<net_dhcp_v20_t> {
+    static constexpr Traits traits = at(HERE)
+                                         .parser("net_dhcp_x2s")
+                                         .writer("net_dhcp_s2x", "Dhcp")
+                                         .title("DHCP", "Whether the device gets its addresses by DHCP.");
 };
 constexpr auto dhcp_message = describe<DhcpFields>();
 
-struct AutoDnsFields : Description {
-    using T = net_autodns_v20_t;
-    static constexpr Field fields[] = {
-        flag("enable", AT(enable)).required(),
-    };
-    static constexpr Traits traits = HERE.parser("net_autodns_x2s")
+struct AutoDnsFields : SwitchFields<net_autodns_v20_t> {
+    static constexpr Traits traits = at(HERE)
+                                         .parser("net_autodns_x2s")
                                          .writer("net_autodns_s2x", "AutoDns")
-                                         .first_child_only()
-                                         .others_fail()
-                                         .sets_inited();
+                                         .title("automatic DNS", "Whether the device is told its DNS servers.");
 };
 constexpr auto autodns_message = describe<AutoDnsFields>();
 
 // The only address with a length of its own; its characters are not looked at.
-int read_mac(net_ethernet_v20_t &addresses, TiXmlNode *node)
+int check_mac(const net_ethernet_v20_t &addresses)
 {
-    if (read_text(addresses.mac, mac_length + 1, node) != 0)
-        return -1;
     return std::strlen(addresses.mac) == mac_length ? 0 : -1;
 }
 
 struct EthernetFields : Description {
     using T = net_ethernet_v20_t;
     static constexpr Field fields[] = {
-        text("ip", AT(ip)).upto(address_length), text("mask", AT(mask)).upto(address_length),
-        custom<read_mac>("mac", AT(mac)),        text("gateway", AT(gateway)).upto(address_length),
-        text("mac", AT(mac)).write_only(),
+        text("ip", AT(ip)).upto(address_length),
+        text("mask", AT(mask)).upto(address_length),
+        text("mac", AT(mac)).upto(mac_length).then<check_mac>().accepts("exactly 17 characters"),
+        text("gateway", AT(gateway)).upto(address_length),
     };
-    static constexpr auto written = order("ip", "mask", "mac", "gateway");
-    static constexpr Traits traits = HERE.parser("net_ethernet_x2s").writer("net_ethernet_s2x", "Ip").sets_inited();
+    static constexpr Traits traits = HERE.parser("net_ethernet_x2s")
+                                         .writer("net_ethernet_s2x", "Ip")
+                                         .sets_inited()
+                                         .title("addresses", "The device's IP and MAC address, mask and gateway.");
 };
 constexpr auto ethernet_message = describe<EthernetFields>();
 
@@ -78,34 +83,43 @@ struct DnsFields : Description {
         text("dns1", AT(dns1)).upto(address_length),
         text("dns2", AT(dns2)).upto(address_length),
     };
-    static constexpr Traits traits = HERE.parser("net_dns_info_x2s").writer("net_dns_info_s2x", "Dns").sets_inited();
+    static constexpr Traits traits = HERE.parser("net_dns_info_x2s")
+                                         .writer("net_dns_info_s2x", "Dns")
+                                         .sets_inited()
+                                         .title("DNS servers", "The two DNS servers that the device asks.");
 };
 constexpr auto dns_message = describe<DnsFields>();
 
 // Services ----------------------------------------------------------------------------------------
 
-constexpr char surv_port_key[] = "serverPort";
-constexpr char http_port_key[] = "httpPort";
-constexpr char https_port_key[] = "httpsPort";
-constexpr char rtsp_port_key[] = "rtspPort";
-constexpr char rtmp_port_key[] = "rtmpPort";
-constexpr char onvif_port_key[] = "onvifPort";
+struct Service {
+    const char *port_key;
+    const char *title;
+};
+constexpr Service surv_service = {"serverPort", "media port"};
+constexpr Service http_service = {"httpPort", "HTTP port"};
+constexpr Service https_service = {"httpsPort", "HTTPS port"};
+constexpr Service rtsp_service = {"rtspPort", "RTSP port"};
+constexpr Service rtmp_service = {"rtmpPort", "RTMP port"};
+constexpr Service onvif_service = {"onvifPort", "ONVIF port"};
 
 // The services differ in nothing but the name of the port.
-template <const auto &port_key> struct PortFields : Description {
+template <const Service &service> struct PortFields : Description {
     using T = net_port_cfg_t;
     static constexpr Field fields[] = {
-        integer(port_key, AT(port)).in(1, last_port),
+        integer(service.port_key, AT(port)).in(1, last_port),
         integer("enable", AT(enable)).at_least(0),
     };
-    static constexpr Traits traits = HERE.entry(Line::none).any_size_read();
+    static constexpr Traits traits = HERE.entry(Line::none)
+                                         .any_size_read()
+                                         .title(service.title, "On which port the service runs, and whether it does.");
 };
-constexpr auto surv_port_message = describe<PortFields<surv_port_key>>();
-constexpr auto http_port_message = describe<PortFields<http_port_key>>();
-constexpr auto https_port_message = describe<PortFields<https_port_key>>();
-constexpr auto rtsp_port_message = describe<PortFields<rtsp_port_key>>();
-constexpr auto rtmp_port_message = describe<PortFields<rtmp_port_key>>();
-constexpr auto onvif_port_message = describe<PortFields<onvif_port_key>>();
+constexpr auto surv_port_message = describe<PortFields<surv_service>>();
+constexpr auto http_port_message = describe<PortFields<http_service>>();
+constexpr auto https_port_message = describe<PortFields<https_service>>();
+constexpr auto rtsp_port_message = describe<PortFields<rtsp_service>>();
+constexpr auto rtmp_port_message = describe<PortFields<rtmp_service>>();
+constexpr auto onvif_port_message = describe<PortFields<onvif_service>>();
 
 struct NtpFields : Description {
     using T = net_ntp_cfg_t;
@@ -114,7 +128,9 @@ struct NtpFields : Description {
         integer("synchronizeInterval", AT(synchronizeInterval)),
         integer("port", AT(port)).in(0, last_port), // unlike a service's it may be 0
     };
-    static constexpr Traits traits = HERE.entry(Line::none).any_size_read();
+    static constexpr Traits traits = HERE.entry(Line::none)
+                                         .any_size_read()
+                                         .title("NTP", "From which server the device takes the time, and how often.");
 };
 constexpr auto ntp_message = describe<NtpFields>();
 
@@ -131,7 +147,8 @@ struct DdnsFields : Description {
         counted_text("userName", AT(userName)),
         counted_text("password", AT(password)),
     };
-    static constexpr Traits traits = HERE.entry(Line::none).any_size_read();
+    static constexpr Traits traits =
+        HERE.entry(Line::none).any_size_read().title("DDNS", "The account with a provider of dynamic host names.");
 };
 constexpr auto ddns_message = describe<DdnsFields>();
 

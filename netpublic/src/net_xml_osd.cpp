@@ -1,7 +1,6 @@
 // What is laid over the picture: the date, the channel's name, and the privacy masks.
-#include "engine.h"
-#include "registry.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/registry.h"
 
 #include <net_public.h>
 
@@ -26,39 +25,40 @@ struct DateFields : Description {
         integer("height", AT(height)).at_least(0),
         word("language", AT(language), overlay_languages).otherwise(language_other).fallback(language_other),
     };
-    static constexpr Traits traits = HERE.parser("nets_osd_date_x2s")
-                                         .writer("nets_osd_date_s2x", "OsdDate")
-                                         .entry(Line::none)
-                                         .write_entry(Line::none)
-                                         .any_size();
+    static constexpr Traits traits =
+        HERE.parser("nets_osd_date_x2s")
+            .writer("nets_osd_date_s2x", "OsdDate")
+            .entry(Line::none)
+            .write_entry(Line::none)
+            .any_size()
+            .title("date overlay", "Date and time as text over the picture, and where they stand.");
 };
 constexpr auto date_message = describe<DateFields>();
 
-int read_name(net_osd_chn_v20_t &overlay, TiXmlNode *node)
+int check_name(net_osd_chn_v20_t &overlay)
 {
-    return read_text(overlay.name, sizeof overlay.name, node) == 0 && net_check_dev_name(overlay.name) == 0 ? 0 : -1;
+    return net_check_dev_name(overlay.name);
 }
 
 struct NameFields : Description {
     using T = net_osd_chn_v20_t;
     static constexpr Field fields[] = {
         integer("channelId", AT(channelId)).at_least(0),
-        custom<read_name>("name", AT(name)),
+        text("name", AT(name)).then<check_name>().accepts("printable ASCII without $ & * / : ; < > ? \\ ` |"),
         flag("enable", AT(enable)),
         integer("topLeftX", AT(topLeftX)),
         integer("topLeftY", AT(topLeftY)),
         integer("enWatermark", AT(enWatermark)),
         integer("enBgcolor", AT(enBgcolor)),
-        text("name", AT(name)).write_only(),
     };
-    static constexpr auto written =
-        order("channelId", "name", "enable", "topLeftX", "topLeftY", "enWatermark", "enBgcolor");
-    static constexpr Traits traits = HERE.parser("nets_osd_chn_x2s")
-                                         .writer("nets_osd_chn_s2x", "OsdChn")
-                                         .entry(Line::none)
-                                         .write_entry(Line::none)
-                                         .unknown("xml parse not exist this one") // without a line break, meant
-                                         .any_size();
+    static constexpr Traits traits =
+        HERE.parser("nets_osd_chn_x2s")
+            .writer("nets_osd_chn_s2x", "OsdChn")
+            .entry(Line::none)
+            .write_entry(Line::none)
+            .unknown("xml parse not exist this one") // without a line break, meant
+            .any_size()
+            .title("channel name overlay", "The channel's name as text over the picture, and where it stands.");
 };
 constexpr auto name_message = describe<NameFields>();
 
@@ -66,36 +66,52 @@ constexpr auto name_message = describe<NameFields>();
 
 constexpr int most_masks = 8;
 
-// A mask as its element tells it; in `present`, what it does tell is not 0.
+// A mask as its element tells it, or a part of it.
 struct Mask {
-    tag_net_shelter_v20_t values;
-    tag_net_shelter_v20_t present;
-    int enable;
+    tag_net_shelter_v20_t values = {};
+    int enable = 1;
+    std::uint32_t seen = 0; // bit i: the i-th of the rows below was told
 };
+
+int note_seen(Mask &mask, std::uint32_t seen)
+{
+    mask.seen = seen;
+    return 0;
+}
 
 struct MaskFields : Description {
     using T = Mask;
     static constexpr Field fields[] = {
-        preset(AT(enable), 1),
         integer("id", AT(values.id)).in(0, most_masks - 1).required(),
         flag("enable", AT(enable)),
-        integer("layer", AT(values.layer)).marks(AT(present.layer)),
-        integer("color", AT(values.color)).marks(AT(present.color)),
-        integer("topLeftX", AT(values.topLeftX)).marks(AT(present.topLeftX)),
-        integer("topLeftY", AT(values.topLeftY)).marks(AT(present.topLeftY)),
-        integer("width", AT(values.width)).at_least(0).marks(AT(present.width)),
-        integer("height", AT(values.height)).at_least(0).marks(AT(present.height)),
+        integer("layer", AT(values.layer)),
+        integer("color", AT(values.color)),
+        integer("topLeftX", AT(values.topLeftX)),
+        integer("topLeftY", AT(values.topLeftY)),
+        integer("width", AT(values.width)).at_least(0),
+        integer("height", AT(values.height)).at_least(0),
     };
-    static constexpr Traits traits = Traits{}.clears();
+    static constexpr Traits traits = Traits{}.after<T, note_seen>();
 };
 constexpr auto mask_record = describe<MaskFields>();
 
-// The place of the mask that has the id, or the next free one; null without. The host may have left any
-// count in the payload.
+// What an element may leave out, as rows of the above.
+constexpr std::size_t first_partial = 2;
+constexpr int tag_net_shelter_v20_t::*partial_values[] = {
+    &tag_net_shelter_v20_t::layer,    &tag_net_shelter_v20_t::color, &tag_net_shelter_v20_t::topLeftX,
+    &tag_net_shelter_v20_t::topLeftY, &tag_net_shelter_v20_t::width, &tag_net_shelter_v20_t::height,
+};
+
+// The masks that are held. The host may have left any count in the payload.
+int held_masks(const tag_net_shelter_cfg_v20_t &config)
+{
+    return config.shelterNum < most_masks ? config.shelterNum : most_masks;
+}
+
+// The place of the mask that has the id, or the next free one; null without.
 tag_net_shelter_v20_t *place_of(tag_net_shelter_cfg_v20_t &config, int id)
 {
-    const int held = config.shelterNum < most_masks ? config.shelterNum : most_masks;
-    for (int i = 0; i < held; ++i)
+    for (int i = 0; i < held_masks(config); ++i)
         if (config.shelter[i].id == id)
             return &config.shelter[i];
     if (config.shelterNum < 0 || config.shelterNum >= most_masks)
@@ -103,54 +119,43 @@ tag_net_shelter_v20_t *place_of(tag_net_shelter_cfg_v20_t &config, int id)
     return &config.shelter[config.shelterNum++];
 }
 
-int merge_mask(tag_net_shelter_cfg_v20_t &config, TiXmlNode *node)
+int merge_mask(tag_net_shelter_cfg_v20_t &config, const Mask &mask)
 {
-    using Mine = tag_net_shelter_v20_t;
-    static constexpr int Mine::*partial[] = {&Mine::layer,    &Mine::color, &Mine::topLeftX,
-                                             &Mine::topLeftY, &Mine::width, &Mine::height};
-    Mask mask = {};
-    if (read_record(mask_record, &mask, node) != 0)
-        return -1;
-    Mine *place = place_of(config, mask.values.id);
+    tag_net_shelter_v20_t *place = place_of(config, mask.values.id);
     if (place == nullptr)
         return -1;
     if (mask.enable == 0)
-        *place = Mine{}; // it keeps its place, but no rectangle
+        *place = {}; // it keeps its place, but no rectangle
     else
-        for (int Mine::*value : partial)
-            if (mask.present.*value != 0)
-                place->*value = mask.values.*value;
+        for (std::size_t i = 0; i < std::size(partial_values); ++i)
+            if ((mask.seen >> (first_partial + i) & 1) != 0)
+                place->*partial_values[i] = mask.values.*partial_values[i];
     place->id = mask.values.id;
     return 0;
 }
 
 // A mask that is switched off is one that holds only its id.
-int write_enable(const tag_net_shelter_v20_t &mask, TiXmlElement *parent)
+Give give_mask(const tag_net_shelter_cfg_v20_t &config, Mask &mask, Item &item)
 {
-    const int held = mask.layer | mask.color | mask.topLeftX | mask.topLeftY | mask.width | mask.height;
-    return append_int(parent, "enable", held != 0 ? 1 : 0);
+    if (static_cast<int>(item.index) >= held_masks(config))
+        return Give::ended;
+    mask.values = config.shelter[item.index];
+    int held = 0;
+    for (const auto value : partial_values)
+        held |= mask.values.*value;
+    mask.enable = held != 0 ? 1 : 0;
+    return Give::written;
 }
-
-struct WrittenMaskFields : Description {
-    using T = tag_net_shelter_v20_t;
-    static constexpr Field fields[] = {
-        integer("id", AT(id)),
-        custom<nullptr, write_enable>("enable", AT(id)),
-        integer("layer", AT(layer)),
-        integer("color", AT(color)),
-        integer("topLeftX", AT(topLeftX)),
-        integer("topLeftY", AT(topLeftY)),
-        integer("width", AT(width)),
-        integer("height", AT(height)),
-    };
-};
-constexpr auto written_mask = describe<WrittenMaskFields>();
 
 struct MaskListFields : Description {
     using T = tag_net_shelter_cfg_v20_t;
     static constexpr Field fields[] = {
-        custom<merge_mask>("Shelter", AT(shelter)).shown(written_mask),
-        list("Shelter", AT(shelter), written_mask).counted_by(AT(shelterNum)).write_only(),
+        wires_part<T, merge_mask, give_mask>("Shelter", mask_record)
+            .accepts("a mask that is held, or another one while fewer than eight are"),
+    };
+    // What the masks are merged into.
+    static constexpr Field also_shown[] = {
+        shown("Shelter", AT(shelter)).shown(mask_record, offsetof(Mask, values)),
     };
 };
 constexpr auto mask_list = describe<MaskListFields>();
@@ -165,11 +170,13 @@ struct MasksFields : Description {
         part("shelterList", mask_list),
     };
     static constexpr Field also_shown[] = {shown("shelterNum", AT(shelterNum))};
-    static constexpr Traits traits = HERE.parser("nets_pic_shelter_x2s")
-                                         .writer("nets_pic_shelter_s2x", "PicShelter")
-                                         .entry(Line::none)
-                                         .write_entry(Line::none)
-                                         .any_size();
+    static constexpr Traits traits =
+        HERE.parser("nets_pic_shelter_x2s")
+            .writer("nets_pic_shelter_s2x", "PicShelter")
+            .entry(Line::none)
+            .write_entry(Line::none)
+            .any_size()
+            .title("privacy masks", "Opaque rectangles over the picture; parsed ones are merged by their id.");
 };
 constexpr auto masks_message = describe<MasksFields>();
 
@@ -215,7 +222,7 @@ int get_shelterList_from_xmlnode(tag_net_shelter_cfg_v20_t *config, TiXmlNode *n
 
 int get_shelter_from_xmlnode(tag_net_shelter_cfg_v20_t *config, TiXmlNode *node, const char *name)
 {
-    return is_component(config, node, name) ? merge_mask(*config, node) : -1;
+    return read_component_wire<merge_mask>(config, node, name, mask_record);
 }
 
 MESSAGES(osd, //

@@ -1,12 +1,14 @@
 // Pan, tilt and zoom: commands, presets, cruises, the serial line, zoom and focus, guard and positions.
-#include "engine.h"
-#include "registry.h"
-#include "tables.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/registry.h"
+#include "values/tables.h"
+#include "values/values.h"
 
 #include <net_public.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace netpublic {
 namespace {
@@ -70,13 +72,16 @@ struct ControlFields : Description {
         integer("speed", AT(speed)).in(0, 100),
         integer("dwellTime", AT(dwellTime)).at_least(1),
     };
-    static constexpr Traits traits = HERE.parser("net_ptz_info_x2s").writer("net_ptz_info_s2x", "");
+    static constexpr Traits traits = HERE.parser("net_ptz_info_x2s")
+                                         .writer("net_ptz_info_s2x", "")
+                                         .title("pan, tilt and zoom commands",
+                                                "Moves the camera once, or works on a preset, a cruise or a pattern.");
 };
 constexpr auto control_message = describe<ControlFields>();
 
 // Presets -----------------------------------------------------------------------------------------
 
-constexpr int preset_records = 256;
+constexpr std::size_t most_presets = 256;
 
 struct PresetFields : Description {
     using T = net_ptz_preset_v20_t;
@@ -86,6 +91,7 @@ struct PresetFields : Description {
         text("name", AT(name)),
         text("imageName", AT(imageName)),
     };
+    // What the message says of all its presets.
     static constexpr Field also_shown[] = {
         shown("channelId", AT(channelId)),
         shown("maxPresetNum", AT(maxPresetNum)),
@@ -94,65 +100,66 @@ struct PresetFields : Description {
 };
 constexpr auto preset_record = describe<PresetFields>();
 
-// What the message says of all its presets, which they are told after the walk.
-struct PresetWalk {
-    net_ptz_preset_v20_t *presets;
-    int count;
-    int channelId;
-    int maxPresetNum;
-    int maxPresetPicNum;
-};
-
-int read_preset_list(PresetWalk &walk, TiXmlNode *node)
-{
-    for (TiXmlNode *child = node->FirstChild(); child != nullptr && walk.count < preset_records;
-         child = child->NextSibling()) {
-        if (!answers_to(child->Value(), "preset") || read_record(preset_record, &walk.presets[walk.count], child) != 0)
-            return -1;
-        ++walk.count;
-    }
-    return 0;
-}
-
-struct PresetWalkFields : Description {
-    using T = PresetWalk;
-    static constexpr Field fields[] = {
-        integer("channelId", AT(channelId)).in(0, last_channel).required(),
-        integer("maxPresetNum", AT(maxPresetNum)),
-        integer("maxPresetPicNum", AT(maxPresetPicNum)),
-        custom<read_preset_list>("presetList", AT(presets)),
-    };
-};
-constexpr auto preset_walk = describe<PresetWalkFields>();
-
-// The payload, for the envelope's check and for the tools; its children are read by the walk.
 struct PresetListFields : Description {
     using T = net_ptz_preset_list_v20_t;
     static constexpr Field fields[] = {
         list("preset", AT(preset), preset_record),
     };
-    static constexpr Traits traits = HERE.parser("net_ptz_preset_x2s");
 };
-constexpr auto preset_message = describe<PresetListFields>();
+constexpr auto preset_payload = describe<PresetListFields>();
 
-int read_presets(net_ptz_preset_list_v20_t &list, TiXmlNode *node)
-{
-    for (auto &preset : list.preset) {
-        preset.channelId = -1;
-        preset.command = -1;
-        preset.id = -1;
-        std::strncpy(preset.name, "invalid", sizeof preset.name);
+// A record without a preset; what stands behind the name is left alone.
+constexpr net_ptz_preset_v20_t no_preset = {-1, -1, -1, "invalid", {}, 0, 0};
+constexpr std::size_t no_preset_size = offsetof(net_ptz_preset_v20_t, imageName);
+
+struct PresetWalk {
+    net_ptz_preset_v20_t *presets;
+    int count = 0;
+    int channelId = 0;
+    int maxPresetNum = 0;
+    int maxPresetPicNum = 0;
+
+    explicit PresetWalk(net_ptz_preset_list_v20_t &payload) : presets(payload.preset)
+    {
+        for (auto &preset : payload.preset)
+            std::memcpy(&preset, &no_preset, no_preset_size);
     }
-    PresetWalk walk = {list.preset, 0, 0, 0, 0};
-    if (read_record(preset_walk, &walk, node) != 0)
-        return -1;
+};
+
+int take_presets(net_param_t &, const PresetWalk &walk)
+{
     for (int i = 0; i < walk.count; ++i) {
-        list.preset[i].channelId = walk.channelId;
-        list.preset[i].maxPresetNum = walk.maxPresetNum;
-        list.preset[i].maxPresetPicNum = walk.maxPresetPicNum;
+        walk.presets[i].channelId = walk.channelId;
+        walk.presets[i].maxPresetNum = walk.maxPresetNum;
+        walk.presets[i].maxPresetPicNum = walk.maxPresetPicNum;
     }
     return 0;
 }
+
+struct PresetItemsFields : Description {
+    using T = PresetWalk;
+    static constexpr Field fields[] = {
+        list_behind<most_presets>("preset", AT(presets), preset_record).counted_by(AT(count)).stop_when_full(),
+    };
+    static constexpr Traits traits = Traits{}.others_fail();
+};
+constexpr auto preset_items = describe<PresetItemsFields>();
+
+struct PresetMessageFields : Description {
+    using T = PresetWalk;
+    static constexpr Field fields[] = {
+        integer("channelId", AT(channelId)).in(0, last_channel).required(),
+        integer("maxPresetNum", AT(maxPresetNum)),
+        integer("maxPresetPicNum", AT(maxPresetPicNum)),
+        part("presetList", preset_items),
+    };
+    static constexpr Traits traits =
+        HERE.parser("net_ptz_preset_x2s")
+            .walk<net_ptz_preset_list_v20_t, take_presets>()
+            .layout(preset_payload)
+            .title("presets", "The positions that a pan-tilt-zoom camera can be sent to by number.");
+};
+constexpr auto preset_message = describe<PresetMessageFields>();
 
 // Cruises -----------------------------------------------------------------------------------------
 
@@ -170,6 +177,7 @@ struct KeyPositionFields : Description {
         integer("trackEnable", AT(trackEnable)).marks(AT(hasTrackValue)),
         integer("trackTime", AT(trackTime)).marks(AT(hasTrackValue)),
     };
+    // What the message says of the cruise, and the cruise of all its key positions.
     static constexpr Field also_shown[] = {
         shown("channelId", AT(channelId)),
         shown("patrolId", AT(patrolId)),
@@ -185,52 +193,74 @@ struct KeyPositionFields : Description {
 };
 constexpr auto key_position = describe<KeyPositionFields>();
 
-// The message is walked twice: first to check and count, without a payload, then to fill it. So a
-// refused message leaves the payload alone, and no table of all possible key positions is needed.
-struct CruiseWalk {
-    int channelId;
-    int cruises;
-    int count;                     // records
-    unsigned int off;              // the cruises that are switched off, by bit; known after the first walk
-    net_ptz_cruise_v20_t *records; // null in the first walk
+struct CruiseListFields : Description {
+    using T = net_ptz_cruise_list_v20_t;
+    static constexpr Field fields[] = {
+        list("keyPos", AT(keyPos), key_position),
+    };
 };
+constexpr auto cruise_payload = describe<CruiseListFields>();
 
-struct Cruise {
-    net_ptz_cruise_v20_t *records; // for its key positions; null when they are only checked
-    int patrolId;
-    int enable;
-    int starting;
-    int cruising;
-    char name[32];
-    const char *valueTable; // null without one
-    int keyPositions;
-};
-
-void set_defaults(net_ptz_cruise_v20_t &record)
+// A record of which nothing has been told.
+constexpr net_ptz_cruise_v20_t new_record()
 {
-    record = net_ptz_cruise_v20_t{};
+    net_ptz_cruise_v20_t record = {};
     record.channelId = -1;
     record.patrolId = -1;
     record.keyPosId = -1;
     record.presetId = -1;
     record.reserved = 7;
+    return record;
 }
 
-int read_key_positions(Cruise &cruise, TiXmlNode *node)
-{
-    for (TiXmlNode *child = node->FirstChild(); child != nullptr && cruise.keyPositions < most_key_positions;
-         child = child->NextSibling()) {
-        if (!answers_to(child->Value(), "keyPos"))
-            continue;
-        net_ptz_cruise_v20_t nowhere = {};
-        net_ptz_cruise_v20_t &record = cruise.records != nullptr ? cruise.records[cruise.keyPositions] : nowhere;
-        set_defaults(record);
-        if (read_record(key_position, &record, child) != 0)
-            return -1;
-        ++cruise.keyPositions;
+struct KeyPosition : net_ptz_cruise_v20_t {
+    KeyPosition() : net_ptz_cruise_v20_t(new_record()) {}
+};
+
+// The first walk checks and counts, without a payload; the second one fills it.
+struct CruiseWalk {
+    int channelId = 0;
+    int cruises = 0;
+    int count = 0;                           // records
+    unsigned int off = 0;                    // the cruises that are switched off, by bit; known after the first walk
+    net_ptz_cruise_v20_t *records = nullptr; // null in the first walk
+
+    CruiseWalk() = default;
+    CruiseWalk(const CruiseWalk &first, net_ptz_cruise_list_v20_t &payload) : off(first.off), records(payload.keyPos) {}
+};
+
+struct Cruise {
+    net_ptz_cruise_v20_t *records; // for its key positions; null when they are only checked
+    int patrolId = -1;
+    int enable = 1;
+    int starting = 0;
+    int cruising = 0;
+    char name[32] = {};
+    const char *valueTable = nullptr; // null without one
+    int keyPositions = 0;
+
+    Cruise(const CruiseWalk &walk, unsigned int index)
+        : records(walk.records != nullptr && (walk.off >> index & 1) == 0 ? walk.records + walk.count : nullptr)
+    {
     }
+};
+
+int take_key_position(Cruise &cruise, const KeyPosition &position)
+{
+    if (cruise.records != nullptr)
+        cruise.records[cruise.keyPositions] = position;
     return 0;
 }
+
+struct KeyPositionItemsFields : Description {
+    using T = Cruise;
+    static constexpr Field fields[] = {
+        wires_part<T, take_key_position>("keyPos", key_position, most_key_positions)
+            .counted_by(AT(keyPositions))
+            .stop_when_full(),
+    };
+};
+constexpr auto key_position_items = describe<KeyPositionItemsFields>();
 
 struct CruiseFields : Description {
     using T = Cruise;
@@ -240,8 +270,8 @@ struct CruiseFields : Description {
         flag("starting", AT(starting)),
         flag("cruising", AT(cruising)),
         text("name", AT(name)),
-        view("valueTable", AT(valueTable)).upto(168),
-        custom<read_key_positions>("keyPosList", AT(keyPositions)),
+        view("valueTable", AT(valueTable)).upto(168).accepts("24 characters a day; 1 sets an hour, others clear it"),
+        part("keyPosList", key_position_items),
     };
 };
 constexpr auto cruise_record = describe<CruiseFields>();
@@ -279,74 +309,65 @@ void fill_records(const Cruise &cruise)
     }
 }
 
-int read_cruise(CruiseWalk &walk, TiXmlNode *node)
+int take_cruise(CruiseWalk &walk, const Cruise &cruise)
 {
-    const unsigned int bit = 1u << walk.cruises;
-    net_ptz_cruise_v20_t *records = walk.records != nullptr ? walk.records + walk.count : nullptr;
-    Cruise cruise = {(walk.off & bit) == 0 ? records : nullptr, -1, 1, 0, 0, {}, nullptr, 0};
-    if (read_record(cruise_record, &cruise, node) != 0)
-        return -1;
+    int count = cruise.keyPositions;
     if (cruise.enable == 0) {
         // One that is switched off has a single record, whose other identifiers stay -1.
-        walk.off |= bit;
-        cruise.keyPositions = 1;
-        if (records != nullptr) {
-            set_defaults(*records);
-            records->patrolId = cruise.patrolId;
+        walk.off |= 1u << walk.cruises;
+        count = 1;
+        if (walk.records != nullptr) {
+            walk.records[walk.count] = new_record();
+            walk.records[walk.count].patrolId = cruise.patrolId;
         }
-    } else if (records != nullptr) {
+    } else if (cruise.records != nullptr) {
         fill_records(cruise);
     }
-    walk.count += cruise.keyPositions;
+    walk.count += count;
     return walk.count > cruise_records ? -1 : 0;
 }
 
-int read_cruise_list(CruiseWalk &walk, TiXmlNode *node)
+int take_cruises(net_param_t &param, const CruiseWalk &walk)
 {
-    for (TiXmlNode *child = node->FirstChild(); child != nullptr && walk.cruises < most_cruises;
-         child = child->NextSibling(), ++walk.cruises)
-        if (!answers_to(child->Value(), "cruise") || read_cruise(walk, child) != 0)
-            return -1;
+    for (int i = 0; i < walk.count; ++i)
+        walk.records[i].channelId = walk.channelId;
+    // From here on the envelope tells how many records are used.
+    param.dataSize = static_cast<unsigned int>(walk.count) * static_cast<unsigned int>(sizeof(net_ptz_cruise_v20_t));
     return 0;
 }
 
-struct CruiseWalkFields : Description {
+struct CruiseItemsFields : Description {
+    using T = CruiseWalk;
+    static constexpr Field fields[] = {
+        wires_part<T, take_cruise>("cruise", cruise_record, most_cruises)
+            .counted_by(AT(cruises))
+            .stop_when_full()
+            .accepts("at most 32 records in all: one for each key position or cruise that is switched off"),
+    };
+    static constexpr Traits traits = Traits{}.others_fail();
+};
+constexpr auto cruise_items = describe<CruiseItemsFields>();
+
+struct CruiseMessageFields : Description {
     using T = CruiseWalk;
     static constexpr Field fields[] = {
         integer("channelId", AT(channelId)).in(0, last_channel).required(),
-        custom<read_cruise_list>("cruiseList", AT(records)),
+        part("cruiseList", cruise_items),
     };
+    static constexpr Traits traits =
+        HERE.parser("net_ptz_cruise_x2s")
+            .tried<net_ptz_cruise_list_v20_t, take_cruises>()
+            .layout(cruise_payload)
+            .title("cruises (patrols)",
+                   "Rounds that a pan-tilt-zoom camera makes of key positions, with a weekly schedule.");
 };
-constexpr auto cruise_walk = describe<CruiseWalkFields>();
-
-// The payload, for the envelope's check and for the tools; its children are read by the walk.
-struct CruiseListFields : Description {
-    using T = net_ptz_cruise_list_v20_t;
-    static constexpr Field fields[] = {
-        list("keyPos", AT(keyPos), key_position),
-    };
-    static constexpr Traits traits = HERE.parser("net_ptz_cruise_x2s");
-};
-constexpr auto cruise_message = describe<CruiseListFields>();
-
-// Returns how many records the payload holds, or -1.
-int read_cruises(net_ptz_cruise_list_v20_t &list, TiXmlNode *node)
-{
-    CruiseWalk walk = {0, 0, 0, 0, nullptr};
-    if (read_record(cruise_walk, &walk, node) != 0)
-        return -1;
-    walk = {0, 0, 0, walk.off, list.keyPos};
-    if (read_record(cruise_walk, &walk, node) != 0)
-        return -1;
-    for (int i = 0; i < walk.count; ++i)
-        list.keyPos[i].channelId = walk.channelId;
-    return walk.count;
-}
+constexpr auto cruise_message = describe<CruiseMessageFields>();
 
 // Serial line -------------------------------------------------------------------------------------
 
+constexpr int baud_rates[] = {1200, 2400, 4800, 9600};
 constexpr Word baud_rate_list[] = {{0, "1200"}, {1, "2400"}, {2, "4800"}, {3, "9600"}};
-constexpr auto baud_rates = words<baud_rate_list>();
+constexpr auto baud_rate_words = words<baud_rate_list>();
 constexpr Word parity_list[] = {{0, "none"}, {1, "odd"}, {2, "even"}};
 constexpr auto parities = words<parity_list>();
 constexpr Word flow_control_list[] = {{0, "none"}, {1, "hard"}, {2, "xon:xoff"}};
@@ -355,53 +376,62 @@ constexpr Word protocol_list[] = {{0, "PELCO_D"}, {1, "PELCO_P"}};
 constexpr auto protocols = words<protocol_list>();
 
 // A number, not a word: "09600" is 9600 too.
-int read_baud_rate(net_ptz_serial_v20_t &serial, TiXmlNode *node)
+int read_baud_rate(const char *text, net_ptz_serial_v20_t &serial)
 {
-    constexpr int rates[] = {1200, 2400, 4800, 9600};
     int rate;
-    if (read_int(&rate, node) != 0)
+    const int *last = std::end(baud_rates);
+    if (to_int(&rate, text) != 0)
         return -1;
-    for (int i = 0; i < 4; ++i)
-        if (rates[i] == rate) {
-            serial.param.baudRate = i;
-            return 0;
-        }
-    return -1;
+    const int *found = std::find(std::begin(baud_rates), last, rate);
+    if (found == last)
+        return -1;
+    serial.param.baudRate = static_cast<int>(found - baud_rates);
+    return 0;
+}
+
+int write_baud_rate(const net_ptz_serial_v20_t &serial, char *text, std::size_t)
+{
+    const auto code = static_cast<unsigned int>(serial.param.baudRate);
+    from_int(text, code < std::size(baud_rates) ? baud_rates[code] : 9600);
+    return 0;
 }
 
 // Kept as one less than it is on the wire.
-int read_stop_bit(net_ptz_serial_v20_t &serial, TiXmlNode *node)
+int read_stop_bit(const char *text, net_ptz_serial_v20_t &serial)
 {
     int bits;
-    if (read_int(&bits, node) != 0 || bits < 1 || bits > 2)
+    if (to_int(&bits, text) != 0 || bits < 1 || bits > 2)
         return -1;
     serial.param.stopBit = bits - 1;
     return 0;
 }
 
-int write_stop_bit(const net_ptz_serial_v20_t &serial, TiXmlElement *parent)
+int write_stop_bit(const net_ptz_serial_v20_t &serial, char *text, std::size_t)
 {
-    return append_longlong(parent, "stopBit", serial.param.stopBit + 1LL);
+    from_int(text, serial.param.stopBit + 1LL);
+    return 0;
 }
 
 struct SerialFields : Description {
     using T = net_ptz_serial_v20_t;
     static constexpr Field fields[] = {
         integer("channelId", AT(param.channelId)).in(0, last_channel),
-        custom<read_baud_rate>("baudRate", AT(param.baudRate)),
+        converted<read_baud_rate, write_baud_rate>("baudRate", AT(param.baudRate))
+            .spelled(baud_rate_words)
+            .accepts("a number: 1200, 2400, 4800 or 9600"),
         word("dataBit", AT(param.dataBit), data_bits).prefix().upto(15),
-        custom<read_stop_bit, write_stop_bit>("stopBit", AT(param.stopBit)),
+        converted<read_stop_bit, write_stop_bit>("stopBit", AT(param.stopBit)).accepts("a number: 1 or 2"),
         word("parity", AT(param.parity), parities).fallback(0),
         word("flowControl", AT(param.flowControl), flow_controls).fallback(0),
         word("controlProtocol", AT(param.controlProtocol), protocols).kept().fallback(0),
         // Stored in the same member as the protocol.
         integer("decoderType", AT(param.controlProtocol)).at_least(0).read_only(),
         integer("controlAddress", AT(param.controlAddress)).in(0, 255),
-        word("baudRate", AT(param.baudRate), baud_rates).fallback(3).write_only(),
     };
-    static constexpr auto written = order("channelId", "baudRate", "dataBit", "stopBit", "parity", "flowControl",
-                                          "controlProtocol", "controlAddress");
-    static constexpr Traits traits = HERE.parser("net_ptz_param_x2s").writer("net_ptz_param_s2x", "Serial");
+    static constexpr Traits traits =
+        HERE.parser("net_ptz_param_x2s")
+            .writer("net_ptz_param_s2x", "Serial")
+            .title("serial line", "The serial line (RS-485) to an external dome: speed, bits, protocol and address.");
 };
 constexpr auto serial_message = describe<SerialFields>();
 
@@ -427,7 +457,9 @@ struct ZoomFocusFields : Description {
         group("focus", AT(focus), position),
     };
     static constexpr Traits traits =
-        HERE.parser("nets_param_zoom_focus_info_x2s").writer("nets_param_zoom_focus_info_s2x", "PtzZoomFocus");
+        HERE.parser("nets_param_zoom_focus_info_x2s")
+            .writer("nets_param_zoom_focus_info_s2x", "PtzZoomFocus")
+            .title("zoom and focus positions", "Where the lens's zoom and focus stand, and their ends.");
 };
 constexpr auto zoom_focus_message = describe<ZoomFocusFields>();
 
@@ -438,7 +470,8 @@ struct MoveFields : Description {
         word("command", AT(command), commands).upto(63),
         integer("movePos", AT(movePos)).at_least(0),
     };
-    static constexpr Traits traits = HERE.parser("nets_param_start_zoom_focus_x2s");
+    static constexpr Traits traits =
+        HERE.parser("nets_param_start_zoom_focus_x2s").title("zoom and focus moves", "Moves the lens's zoom or focus.");
 };
 constexpr auto move_message = describe<MoveFields>();
 
@@ -459,7 +492,8 @@ struct GuardFields : Description {
     static constexpr Traits traits = HERE.parser("nets_param_guard_x2s")
                                          .writer("nets_param_guard_s2x", "PtzGuard")
                                          .entry(Line::plain_param)
-                                         .failure(Line::xml_err);
+                                         .failure(Line::xml_err)
+                                         .title("guard position", "The home position that the camera returns to.");
 };
 constexpr auto guard_message = describe<GuardFields>();
 
@@ -469,7 +503,9 @@ struct AutoTestFields : Description {
         integer("channelId", AT(channelId)).in(0, last_channel),
         integer("needPtAutotest", AT(needPtAutotest)),
     };
-    static constexpr Traits traits = HERE.parser("net_ptz_auto_test_x2s");
+    static constexpr Traits traits =
+        HERE.parser("net_ptz_auto_test_x2s")
+            .title("pan-tilt self-test", "Asks for a self-test of the pan and tilt drives.");
 };
 constexpr auto auto_test_message = describe<AutoTestFields>();
 
@@ -479,8 +515,9 @@ struct BacklashFields : Description {
         unsigned_integer("fBacklash", AT(fBacklash)),
         unsigned_integer("zBacklash", AT(zBacklash)),
     };
-    static constexpr Traits traits =
-        HERE.parser("nets_param_zf_backlash_x2s").writer("nets_param_zf_backlash_s2x", "ZfBacklash");
+    static constexpr Traits traits = HERE.parser("nets_param_zf_backlash_x2s")
+                                         .writer("nets_param_zf_backlash_s2x", "ZfBacklash")
+                                         .title("zoom and focus backlash", "The play of the zoom and focus drives.");
 };
 constexpr auto backlash_message = describe<BacklashFields>();
 
@@ -490,8 +527,9 @@ struct CurrentPositionFields : Description {
         integer("pPos", AT(pPos)),
         integer("tPos", AT(tPos)),
     };
-    static constexpr Traits traits =
-        HERE.parser("net_param_ptz_curpos_x2s").writer("net_param_ptz_curpos_s2x", "ptzCurPos");
+    static constexpr Traits traits = HERE.parser("net_param_ptz_curpos_x2s")
+                                         .writer("net_param_ptz_curpos_s2x", "ptzCurPos")
+                                         .title("current position", "Where pan and tilt stand.");
 };
 constexpr auto current_position_message = describe<CurrentPositionFields>();
 
@@ -506,7 +544,10 @@ struct LocationFields : Description {
         integer("speed", AT(speed)),
         word("streamType", AT(streamType), video_streams), // the snapshot stream is none of these
     };
-    static constexpr Traits traits = HERE.parser("net_ptz_3Dlocation_x2s").failure(Line::param_error);
+    static constexpr Traits traits =
+        HERE.parser("net_ptz_3Dlocation_x2s")
+            .failure(Line::param_error)
+            .title("3D positioning (click to zoom)", "Turns and zooms the camera to a rectangle of the picture.");
 };
 constexpr auto location_message = describe<LocationFields>();
 
@@ -516,8 +557,10 @@ struct AlgorithmFields : Description {
         integer("channelId", AT(channelId)),
         integer("algorithm", AT(algorithm)),
     };
-    static constexpr Traits traits =
-        HERE.parser("net_af_algorithm_x2s").writer("net_af_algorithm_s2x", "afAlgorithm").failure(Line::param_error);
+    static constexpr Traits traits = HERE.parser("net_af_algorithm_x2s")
+                                         .writer("net_af_algorithm_s2x", "afAlgorithm")
+                                         .failure(Line::param_error)
+                                         .title("autofocus algorithm", "Which algorithm the autofocus uses.");
 };
 constexpr auto algorithm_message = describe<AlgorithmFields>();
 
@@ -544,9 +587,7 @@ int net_ptz_info_s2x(net_param_t *param, TiXmlElement *parent)
 
 int net_ptz_preset_x2s(net_param_t *param, TiXmlNode *node)
 {
-    if (check_parser(preset_message, param, node) != 0)
-        return -1;
-    return read_presets(*static_cast<net_ptz_preset_list_v20_t *>(param->data), node);
+    return parse_message(param, node, preset_message);
 }
 
 int net_ptz_preset_s2x(net_param_t *, TiXmlElement *)
@@ -556,14 +597,7 @@ int net_ptz_preset_s2x(net_param_t *, TiXmlElement *)
 
 int net_ptz_cruise_x2s(net_param_t *param, TiXmlNode *node)
 {
-    if (check_parser(cruise_message, param, node) != 0)
-        return -1;
-    const int count = read_cruises(*static_cast<net_ptz_cruise_list_v20_t *>(param->data), node);
-    if (count < 0)
-        return -1;
-    // From here on the envelope tells how many records are used.
-    param->dataSize = static_cast<unsigned int>(count) * static_cast<unsigned int>(sizeof(net_ptz_cruise_v20_t));
-    return 0;
+    return parse_message(param, node, cruise_message);
 }
 
 int net_ptz_cruise_s2x(net_param_t *, TiXmlElement *)
@@ -578,13 +612,9 @@ int net_ptz_param_x2s(net_param_t *param, TiXmlNode *node)
 
 int net_ptz_param_s2x(tag_net_ptz_param_v20_t *record, TiXmlElement *parent)
 {
-    if (record == nullptr || parent == nullptr) {
-        log_line(Line::writer, NET_HERE, __func__);
-        return -1;
-    }
-    // The record stands at the head of the payload that the rows describe.
-    static_assert(offsetof(net_ptz_serial_v20_t, param) == 0, "the serial record heads its payload");
-    return append_root(serial_message, record, parent);
+    static_assert(offsetof(net_ptz_serial_v20_t, param) == 0, "the record heads the payload that the rows describe");
+    net_param_t envelope = {0, 0, 0, 0, 0, sizeof(net_ptz_serial_v20_t), record};
+    return write_message(&envelope, parent, serial_message);
 }
 
 int nets_param_zoom_focus_info_x2s(net_param_t *param, TiXmlNode *node)
@@ -652,21 +682,31 @@ int net_af_algorithm_s2x(net_param_t *param, TiXmlElement *parent)
     return write_message(param, parent, algorithm_message);
 }
 
-MESSAGES(ptz, //
-         MESSAGE("ptz", nets_param_ptz_info_init, net_ptz_info_x2s, net_ptz_info_s2x, control_message),
-         MESSAGE("ptz-preset", net_param_ptz_preset_init, net_ptz_preset_x2s, net_ptz_preset_s2x, preset_message),
-         MESSAGE("ptz-cruise", nets_param_ptz_cruise_init, net_ptz_cruise_x2s, net_ptz_cruise_s2x, cruise_message),
-         MESSAGE("ptz-serial", net_param_ptz_init, net_ptz_param_x2s, nullptr, serial_message),
-         MESSAGE("zoom-focus", nets_param_ptz_zoom_focus_info_init, nets_param_zoom_focus_info_x2s,
-                 nets_param_zoom_focus_info_s2x, zoom_focus_message),
-         MESSAGE("zoom-focus-move", nets_param_ptz_zoom_focus_start_init, nets_param_start_zoom_focus_x2s, nullptr,
-                 move_message),
-         MESSAGE("ptz-guard", nets_param_ptz_guard_init, nets_param_guard_x2s, nets_param_guard_s2x, guard_message),
-         MESSAGE("ptz-auto-test", nets_param_auto_test_init, net_ptz_auto_test_x2s, nullptr, auto_test_message),
-         MESSAGE("backlash", nets_param_zf_backlash_init, nets_param_zf_backlash_x2s, nets_param_zf_backlash_s2x,
-                 backlash_message),
-         MESSAGE("ptz-position", net_param_ptz_curpos_init, net_param_ptz_curpos_x2s, net_param_ptz_curpos_s2x,
-                 current_position_message),
-         MESSAGE("3d-location", net_param_ptz_3Dlocation_init, net_ptz_3Dlocation_x2s, nullptr, location_message),
-         MESSAGE("af-algorithm", net_param_af_algorithm_init, net_af_algorithm_x2s, net_af_algorithm_s2x,
-                 algorithm_message))
+#ifdef NETPUBLIC_DESCRIBED
+// The serial line's writer as the tools call all of them.
+static int net_ptz_param_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    if (check_writer(serial_message, param, parent) != 0)
+        return -1;
+    return net_ptz_param_s2x(&static_cast<net_ptz_serial_v20_t *>(param->data)->param, parent);
+}
+#endif
+
+MESSAGES(
+    ptz, //
+    MESSAGE("ptz", nets_param_ptz_info_init, net_ptz_info_x2s, net_ptz_info_s2x, control_message, nullptr),
+    MESSAGE("ptz-preset", net_param_ptz_preset_init, net_ptz_preset_x2s, net_ptz_preset_s2x, preset_message, nullptr),
+    MESSAGE("ptz-cruise", nets_param_ptz_cruise_init, net_ptz_cruise_x2s, net_ptz_cruise_s2x, cruise_message, nullptr),
+    MESSAGE("ptz-serial", net_param_ptz_init, net_ptz_param_x2s, net_ptz_param_s2x, serial_message),
+    MESSAGE("zoom-focus", nets_param_ptz_zoom_focus_info_init, nets_param_zoom_focus_info_x2s,
+            nets_param_zoom_focus_info_s2x, zoom_focus_message),
+    MESSAGE("zoom-focus-move", nets_param_ptz_zoom_focus_start_init, nets_param_start_zoom_focus_x2s, nullptr,
+            move_message),
+    MESSAGE("ptz-guard", nets_param_ptz_guard_init, nets_param_guard_x2s, nets_param_guard_s2x, guard_message),
+    MESSAGE("ptz-auto-test", nets_param_auto_test_init, net_ptz_auto_test_x2s, nullptr, auto_test_message),
+    MESSAGE("backlash", nets_param_zf_backlash_init, nets_param_zf_backlash_x2s, nets_param_zf_backlash_s2x,
+            backlash_message),
+    MESSAGE("ptz-position", net_param_ptz_curpos_init, net_param_ptz_curpos_x2s, net_param_ptz_curpos_s2x,
+            current_position_message),
+    MESSAGE("3d-location", net_param_ptz_3Dlocation_init, net_ptz_3Dlocation_x2s, nullptr, location_message),
+    MESSAGE("af-algorithm", net_param_af_algorithm_init, net_af_algorithm_x2s, net_af_algorithm_s2x, algorithm_message))

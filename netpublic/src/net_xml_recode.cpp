@@ -1,7 +1,8 @@
 // Recording: schedule, timing, switch, key and prompt of encrypted recordings, manual recording, deletion.
-#include "engine.h"
-#include "records.h"
-#include "registry.h"
+#include "engine/engine.h"
+#include "engine/records.h"
+#include "engine/registry.h"
+#include "toolkit/schedules.h"
 
 #include <net_public.h>
 
@@ -16,47 +17,53 @@ constexpr int per_type = 1;
 constexpr int per_combination = 0;
 constexpr int motion_type = 0; // alarm type "MD"
 
-int read_types(net_record_schedule_v20_t &record, TiXmlNode *node)
+using Schedule = net_record_schedule_v20_t;
+
+bool is_per_type(const Schedule &record)
 {
-    return get_type_schedule_list_from_xmlnode(&record.schedule, node, nullptr);
+    return record.scheduleFormat == per_type;
 }
 
-int read_combinations(net_record_schedule_v20_t &record, TiXmlNode *node)
+bool is_per_combination(const Schedule &record)
 {
-    if (get_schedule_list_from_xmlnode(&record.schedule, node, nullptr) != 0) {
-        log_line(Line::plain_arrow, NET_HERE, "net_record_schedule_x2s");
-        return -1;
-    }
-    // Whatever types it names, a schedule of this form counts as one that mentions motion detection.
+    return !is_per_type(record);
+}
+
+// Whatever types it names, a schedule of this form counts as one that mentions motion detection.
+int add_motion(Schedule &record)
+{
     alarm_in_add_event(&record.schedule.types, motion_type);
     return 0;
 }
 
-int write_schedule(const net_record_schedule_v20_t &record, TiXmlElement *parent)
-{
-    // The functions' parameter is not const, but they only read the schedule.
-    auto *schedule = const_cast<net_schedule_t *>(&record.schedule);
-    return record.scheduleFormat == per_type ? insert_type_schedule_list_to_xmlnode(schedule, parent)
-                                             : insert_schedule_list_to_xmlnode(schedule, parent);
-}
+// With a line of the message's own for a refused list.
+struct RecordCombinationFields : CombinationListFields {
+    static constexpr Traits traits =
+        HERE.parser("net_record_schedule_x2s").exact_names().others_fail().failure(Line::plain_arrow);
+};
+constexpr auto record_combinations = describe<RecordCombinationFields>();
 
+// The one schedule is written in the form that the record names: any format but 1 is the per-combination form.
 struct ScheduleFields : Description {
-    using T = net_record_schedule_v20_t;
+    using T = Schedule;
     static constexpr Field fields[] = {
         preset(AT(reserved), 0),
         integer("channelId", AT(channelId)).in(0, 63),
         flag("enable", AT(enable)),
-        custom<read_types, write_schedule>("typeScheduleList", AT(schedule)).marks(AT(scheduleFormat), per_type),
-        custom<read_combinations>("ScheduleList", AT(schedule)).marks(AT(scheduleFormat), per_combination),
+        group("typeScheduleList", AT(schedule), type_schedule).marks(AT(scheduleFormat), per_type).when<is_per_type>(),
+        group("ScheduleList", AT(schedule), record_combinations)
+            .then<add_motion>()
+            .marks(AT(scheduleFormat), per_combination)
+            .when<is_per_combination>(),
     };
-    // The one schedule is written in either form.
-    static constexpr auto written = order("channelId", "enable", "typeScheduleList");
     static constexpr Field also_shown[] = {shown("scheduleFormat", AT(scheduleFormat))};
-    static constexpr Traits traits = HERE.parser("net_record_schedule_x2s")
-                                         .writer("net_record_schedule_s2x", "Record")
-                                         .write_entry(Line::parser)
-                                         .any_size_written()
-                                         .sets_inited();
+    static constexpr Traits traits =
+        HERE.parser("net_record_schedule_x2s")
+            .writer("net_record_schedule_s2x", "Record")
+            .write_entry(Line::parser)
+            .any_size_written()
+            .sets_inited()
+            .title("recording schedule", "What a channel records in which hour of the week.");
 };
 constexpr auto schedule_message = describe<ScheduleFields>();
 
@@ -82,12 +89,15 @@ struct TimingFields : Description {
         integer("recordMaxTime", AT(recordMaxTime)),     integer("recordMinTime", AT(recordMinTime)),
     };
     static constexpr auto written = order("cycle", "recordDelayTime", "preRecordTime", "packageTime");
-    static constexpr Traits traits = HERE.parser("nets_rec_x2s")
-                                         .writer("net_record_cfg_s2x", "RecordCfg")
-                                         .entry(Line::none)
-                                         .write_entry(Line::parser)
-                                         .unknown(unknown_node)
-                                         .any_size();
+    static constexpr Traits traits =
+        HERE.parser("nets_rec_x2s")
+            .writer("net_record_cfg_s2x", "RecordCfg")
+            .entry(Line::none)
+            .write_entry(Line::parser)
+            .unknown(unknown_node)
+            .any_size()
+            .title("recording settings",
+                   "How long recordings are, what precedes and follows an event, and what may be chosen.");
 };
 constexpr auto timing_message = describe<TimingFields>();
 
@@ -104,7 +114,8 @@ struct SwitchFields : Description {
                                          .entry(Line::none)
                                          .write_entry(Line::parser)
                                          .failure(Line::plain_arrow)
-                                         .any_size();
+                                         .any_size()
+                                         .title("recording switch", "Switches recording on and off.");
 };
 constexpr auto switch_message = describe<SwitchFields>();
 
@@ -121,11 +132,13 @@ struct KeyAndPromptFields : Description {
         integer("pwdValid", AT(pwdValid)).write_only(),
     };
     static constexpr auto written = order("enable", "pwdValid");
-    static constexpr Traits traits = HERE.parser("net_param_record_key_and_prompt_x2s")
-                                         .writer("net_param_record_key_and_prompt_s2x", "RecEncCfg")
-                                         .entry(Line::none)
-                                         .write_entry(Line::parser)
-                                         .any_size();
+    static constexpr Traits traits =
+        HERE.parser("net_param_record_key_and_prompt_x2s")
+            .writer("net_param_record_key_and_prompt_s2x", "RecEncCfg")
+            .entry(Line::none)
+            .write_entry(Line::parser)
+            .any_size()
+            .title("recording encryption", "Key and prompt of encrypted recordings; the reply tells only the state.");
 };
 constexpr auto key_and_prompt_message = describe<KeyAndPromptFields>();
 
@@ -136,7 +149,10 @@ struct DecryptKeyFields : Description {
         text("fileName", AT(fileName)),
         integer("type", AT(type)),
     };
-    static constexpr Traits traits = HERE.parser("net_param_record_decrypt_key_x2s").entry(Line::none).any_size();
+    static constexpr Traits traits = HERE.parser("net_param_record_decrypt_key_x2s")
+                                         .entry(Line::none)
+                                         .any_size()
+                                         .title("decryption key", "The key that opens an encrypted recording.");
 };
 constexpr auto decrypt_key_message = describe<DecryptKeyFields>();
 
@@ -146,8 +162,10 @@ struct PromptFields : Description {
         text("prompt", AT(prompt)).write_only(),
         text("fileName", AT(fileName)).write_only(),
     };
-    static constexpr Traits traits =
-        HERE.writer("net_rec_prompt_s2x", "RecordPrompt").write_entry(Line::parser).any_size();
+    static constexpr Traits traits = HERE.writer("net_rec_prompt_s2x", "RecordPrompt")
+                                         .write_entry(Line::parser)
+                                         .any_size()
+                                         .title("password prompt", "The hint at the key of an encrypted recording.");
 };
 constexpr auto prompt_message = describe<PromptFields>();
 
@@ -160,7 +178,10 @@ struct ManualFields : Description {
         integer("stat", AT(stat)),
         integer("duration", AT(duration)),
     };
-    static constexpr Traits traits = HERE.parser("net_manual_rec_x2s").entry(Line::none).any_size();
+    static constexpr Traits traits = HERE.parser("net_manual_rec_x2s")
+                                         .entry(Line::none)
+                                         .any_size()
+                                         .title("manual recording", "Starts and stops a recording by hand.");
 };
 constexpr auto manual_message = describe<ManualFields>();
 
@@ -169,7 +190,10 @@ struct DelayFields : Description {
     static constexpr Field fields[] = {
         integer("delayRecStat", AT(delayRecStat)),
     };
-    static constexpr Traits traits = HERE.parser("net_delay_rec_stat_x2s").entry(Line::none).any_size();
+    static constexpr Traits traits = HERE.parser("net_delay_rec_stat_x2s")
+                                         .entry(Line::none)
+                                         .any_size()
+                                         .title("delayed recording", "Whether recording begins with a delay.");
 };
 constexpr auto delay_message = describe<DelayFields>();
 
@@ -185,7 +209,11 @@ struct DeletionFields : Description {
         group("endTime", AT(endTime), time_record),
     };
     static constexpr Traits traits =
-        HERE.parser("net_delete_record_file_x2s").entry(Line::none).unknown(unknown_node).any_size();
+        HERE.parser("net_delete_record_file_x2s")
+            .entry(Line::none)
+            .unknown(unknown_node)
+            .any_size()
+            .title("recording deletion", "Deletes what channels have recorded in a period.");
 };
 constexpr auto deletion_message = describe<DeletionFields>();
 

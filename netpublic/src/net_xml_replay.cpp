@@ -1,9 +1,9 @@
 // Finding and replaying recordings: day records, file search, replay, cover pictures, deletion.
-#include "engine.h"
-#include "records.h"
-#include "registry.h"
-#include "tables.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/records.h"
+#include "engine/registry.h"
+#include "values/tables.h"
+#include "values/values.h"
 
 #include <net_public.h>
 
@@ -20,6 +20,7 @@ using Schedule = tag_net_recfile_schedule_v20_t;
 using DayRecord = tag_net_rec_info_v20_t;
 
 constexpr int days = 31;
+constexpr int most_day_records = 4;
 constexpr int no_recording = 0;
 constexpr Word day_type_list[] = {{no_recording, "none"}, {1, "normal"}, {2, "alarm"}, {3, "all"}};
 constexpr auto day_types = words<day_type_list>();
@@ -38,76 +39,92 @@ struct DayTypeFields : Description {
 };
 constexpr auto day_type = describe<DayTypeFields>();
 
-int read_day_types(DayRecord &record, TiXmlNode *list)
+int take_day_type(int (&types)[days], const DayType &day)
 {
-    int count = 0;
-    for (TiXmlNode *child = list->FirstChild(); child != nullptr && count < days; child = child->NextSibling()) {
-        DayType day = {0, no_recording};
-        if (!is_named(child->Value(), "dayType") || read_record(day_type, &day, child) != 0)
-            return -1;
-        record.dayType[day.index] = day.type;
-        ++count;
-    }
+    types[day.index] = day.type;
     return 0;
 }
+
+struct MonthFields : Description {
+    using T = DayRecord;
+    static constexpr Field fields[] = {
+        wires<take_day_type>("dayType", AT(dayType), day_type, days).stop_when_full().spelled(day_types),
+    };
+    static constexpr Traits traits = Traits{}.exact_names().others_fail();
+};
+constexpr auto month = describe<MonthFields>();
 
 struct DayRecordFields : Description {
     using T = DayRecord;
     static constexpr Field fields[] = {
         integer("channelId", AT(channelId)).at_least(0),
-        custom<read_day_types>("dayTypeList", AT(dayType)).spelled(day_types),
+        part("dayTypeList", month),
         text("uid", AT(uid)).quiet(),
     };
     static constexpr Traits traits = HERE.parser("get_day_record_list_from_xmlnode").failure(Line::parser);
 };
 constexpr auto day_record = describe<DayRecordFields>();
 
+// A day record as it is written.
+struct WrittenDayRecord {
+    int index;
+    int channelId;
+    const int *types;
+};
+
+// The month up to its first negative type; days without a recording are left out. The cursor is the next day.
+Give give_day_type(const WrittenDayRecord &record, DayType &day, Item &item)
+{
+    while (item.cursor < days && record.types[item.cursor] == no_recording)
+        ++item.cursor;
+    if (item.cursor == days || record.types[item.cursor] < 0)
+        return Give::ended;
+    day = {static_cast<int>(item.cursor), record.types[item.cursor]};
+    ++item.cursor;
+    if (word_of(day_types, day.type) != nullptr)
+        return Give::written;
+    const Place here = NET_HERE;
+    log_error(here, "Func(%s) Line(%d) [%d]cRecType[%d]=%d\n", "net_day_rec_s2x", here.line, record.index, day.index,
+              day.type);
+    return Give::failed;
+}
+
+struct WrittenMonthFields : Description {
+    using T = WrittenDayRecord;
+    static constexpr Field fields[] = {
+        wires_part<T, nullptr, give_day_type>("dayType", day_type),
+    };
+};
+constexpr auto written_month = describe<WrittenMonthFields>();
+
+struct WrittenDayRecordFields : Description {
+    using T = WrittenDayRecord;
+    static constexpr Field fields[] = {
+        integer("index", AT(index)).write_only(),
+        integer("channelId", AT(channelId)).write_only(),
+        part("dayTypeList", written_month).write_only(),
+    };
+};
+constexpr auto written_day_record = describe<WrittenDayRecordFields>();
+
+// The records in front of the first negative channel.
+Give give_day_record(const DayRecord (&records)[most_day_records], WrittenDayRecord &written, Item &item)
+{
+    if (item.index == most_day_records || records[item.index].channelId < 0)
+        return Give::ended;
+    written = {static_cast<int>(item.index), records[item.index].channelId, records[item.index].dayType};
+    return Give::written;
+}
+
 struct DayRecordListFields : Description {
     using T = Schedule;
-    static constexpr Field fields[] = {list("DayRecord", AT(records), day_record)};
-    static constexpr Traits traits = HERE.exact_names();
+    static constexpr Field fields[] = {
+        list("DayRecord", AT(records), day_record).read_only(),
+        wires<nullptr, give_day_record>("DayRecord", AT(records), written_day_record, most_day_records),
+    };
+    static constexpr Traits traits = HERE.parser("get_day_record_list_from_xmlnode").exact_names();
 };
 constexpr auto day_record_list = describe<DayRecordListFields>();
-
-int write_day_types(const DayRecord &record, int index, TiXmlElement *parent)
-{
-    TiXmlElement *list = append_element(parent, "dayTypeList");
-    if (list == nullptr)
-        return -1;
-    // A negative type ends the month.
-    for (int day = 0; day < days && record.dayType[day] >= 0; ++day) {
-        const DayType written = {day, record.dayType[day]};
-        if (written.type == no_recording)
-            continue;
-        if (word_of(day_types, written.type) == nullptr) {
-            const Place here = NET_HERE;
-            log_error(here, "Func(%s) Line(%d) [%d]cRecType[%d]=%d\n", "net_day_rec_s2x", here.line, index, day,
-                      written.type);
-            return -1;
-        }
-        if (write_record(day_type, &written, append_element(list, "dayType")) != 0)
-            return -1;
-    }
-    return 0;
-}
-
-int write_day_records(const Schedule &schedule, TiXmlElement *parent)
-{
-    TiXmlElement *list = append_element(parent, "DayRecordList");
-    if (list == nullptr)
-        return -1;
-    int index = 0;
-    for (const DayRecord &record : schedule.records) {
-        if (record.channelId < 0)
-            break;
-        TiXmlElement *element = append_element(list, "DayRecord");
-        if (append_int(element, "index", index) != 0 || append_int(element, "channelId", record.channelId) != 0 ||
-            write_day_types(record, index, element) != 0)
-            return -1;
-        ++index;
-    }
-    return 0;
-}
 
 struct ScheduleFields : Description {
     using T = Schedule;
@@ -115,11 +132,13 @@ struct ScheduleFields : Description {
         preset(AT(records[1].channelId), -1), // ends an answer that holds one record
         group("startTime", AT(startTime), time_record),
         group("endTime", AT(endTime), time_record),
-        part("DayRecordList", day_record_list).read_only(),
-        custom<nullptr, write_day_records>("DayRecordList", AT(records)),
+        part("DayRecordList", day_record_list),
     };
     static constexpr Traits traits =
-        HERE.parser("net_day_rec_x2s").writer("net_day_rec_s2x", "DayRecords").sets_inited();
+        HERE.parser("net_day_rec_x2s")
+            .writer("net_day_rec_s2x", "DayRecords")
+            .sets_inited()
+            .title("days with recordings", "On which days of a month channels have recorded.");
 };
 constexpr auto day_records_message = describe<ScheduleFields>();
 
@@ -154,20 +173,6 @@ constexpr auto record_types = words<record_type_list>();
 constexpr Word file_type_list[] = {{0, "h264"}, {1, "mp4"}, {2, "flv"}};
 constexpr auto file_types = words<file_type_list>();
 
-// "none" says that no bit is set: bits that have no word give an empty text.
-int write_record_type(const FileInfo &info, TiXmlElement *parent)
-{
-    char text[128];
-    write_mask(record_types, info.recordType, text, sizeof text);
-    const bool wordless = info.recordType != 0 && is_named(text, "none");
-    return append_text(parent, "recordType", wordless ? "" : text);
-}
-
-int write_contains_audio(const FileInfo &info, TiXmlElement *parent)
-{
-    return append_int(parent, "containsAudio", info.containsAudio != 0 ? 1 : 0);
-}
-
 struct FileInfoFields : Description {
     using T = FileInfo;
     static constexpr Field fields[] = {
@@ -177,8 +182,7 @@ struct FileInfoFields : Description {
         integer("handle", AT(handle)),
         text("name", AT(name)),
         integer("typeExtension", AT(typeExtension)),
-        mask("recordType", AT(recordType), record_types).none_conflicts().read_only(),
-        custom<nullptr, write_record_type>("recordType", AT(recordType)),
+        mask("recordType", AT(recordType), record_types).none_conflicts().wordless(),
         unsigned_integer("sizeL", AT(sizeL)),
         unsigned_integer("sizeH", AT(sizeH)),
         integer("FileCount", AT(FileCount)).at_least(0),
@@ -191,30 +195,37 @@ struct FileInfoFields : Description {
         text("Id", AT(Id)),
         unsigned_longlong("logicChnBitmap", AT(logicChnBitmap)),
     };
-    static constexpr Traits traits = HERE.writer("net_file_file_s2x", "FileInfo");
+    static constexpr Traits traits =
+        HERE.writer("net_file_file_s2x", "FileInfo").title("recorded file", "All that is known of a recorded file.");
 };
 constexpr auto file_info = describe<FileInfoFields>();
+
+int write_contains_audio(const FileInfo &info, char *text, std::size_t)
+{
+    text[0] = info.containsAudio != 0 ? '1' : '0';
+    text[1] = '\0';
+    return 0;
+}
 
 // What the answer to a search says of a file; only written.
 struct FoundFileFields : Description {
     using T = FileInfo;
     static constexpr Field fields[] = {
-        integer("channelId", AT(channelId)),
-        integer("handle", AT(handle)),
-        text("name", AT(name)),
-        custom<nullptr, write_contains_audio>("containsAudio", AT(containsAudio)),
-        custom<nullptr, write_record_type>("recordType", AT(recordType)),
+        integer("channelId", AT(channelId)).write_only(),
+        integer("handle", AT(handle)).write_only(),
+        text("name", AT(name)).write_only(),
+        converted<nullptr, write_contains_audio>("containsAudio", AT(containsAudio)),
+        mask("recordType", AT(recordType), record_types).wordless().write_only(),
         constant("supportSub", 1), // whatever the record says
-        unsigned_integer("sizeL", AT(sizeL)),
-        unsigned_integer("sizeH", AT(sizeH)),
-        group("startTime", AT(startTime), time_record),
-        group("endTime", AT(endTime), time_record),
+        unsigned_integer("sizeL", AT(sizeL)).write_only(),
+        unsigned_integer("sizeH", AT(sizeH)).write_only(),
+        group("startTime", AT(startTime), time_record).write_only(),
+        group("endTime", AT(endTime), time_record).write_only(),
     };
-    static constexpr auto written = order("channelId", "handle", "name", "containsAudio", "recordType", "supportSub",
-                                          "sizeL", "sizeH", "startTime", "endTime");
 };
 constexpr auto found_file = describe<FoundFileFields>();
 
+// A search that names no file is over at once: neither the payload nor `inited` is touched.
 struct FileInfoListFields : Description {
     using T = FileInfo;
     static constexpr Field fields[] = {
@@ -222,18 +233,25 @@ struct FileInfoListFields : Description {
         part("FileInfo", file_info).read_only(),
         part("FileInfo", found_file).write_only(),
     };
-    static constexpr Traits traits = HERE.parser("net_file_info_list_x2s")
-                                         .writer("net_file_info_list_s2x", "FileInfoList")
-                                         .first_child_only()
-                                         .others_fail()
-                                         .sets_inited();
+    static constexpr Traits traits =
+        HERE.parser("net_file_info_list_x2s")
+            .writer("net_file_info_list_s2x", "FileInfoList")
+            .first_child_only()
+            .others_fail()
+            .empty_is_done()
+            .sets_inited()
+            .title("file search", "Which file is searched for; the reply is a file that was found.");
 };
 constexpr auto file_info_list_message = describe<FileInfoListFields>();
 
 struct ClientFileInfoListFields : Description {
     using T = FileInfo;
     static constexpr Field fields[] = {part("FileInfo", file_info)};
-    static constexpr Traits traits = HERE.parser("netc_file_info_list_x2s").first_child_only().others_fail();
+    static constexpr Traits traits =
+        HERE.parser("netc_file_info_list_x2s")
+            .first_child_only()
+            .others_fail()
+            .title("answer to a file search", "The file that a search has found, as a client reads it.");
 };
 constexpr auto client_file_info_list_message = describe<ClientFileInfoListFields>();
 
@@ -246,37 +264,35 @@ struct ReplaySeekFields : Description {
         group("seekTime", AT(seekTime), time_record),
         integer("seq", AT(seq)),
     };
-    static constexpr Traits traits = HERE.parser("net_replay_seek_x2s").clears().sets_inited();
+    static constexpr Traits traits = HERE.parser("net_replay_seek_x2s")
+                                         .clears()
+                                         .sets_inited()
+                                         .title("replay position", "Moves the replay of one channel to another time.");
 };
 constexpr auto replay_seek_message = describe<ReplaySeekFields>();
 
 using Period = net_replay_period_v20_t;
 using Byte = unsigned char Period::*;
 
-template <Byte hour, Byte minute, Byte second> int read_clock(Period &period, TiXmlNode *node)
+template <Byte hour, Byte minute, Byte second> int read_clock(const char *text, Period &period)
 {
-    int pts;
-    if (read_int(&pts, node) != 0 || pts < 0)
+    int seconds;
+    if (to_int(&seconds, text) != 0 || seconds < 0)
         return -1;
-    return get_hms_from_pts(pts, &(period.*hour), &(period.*minute), &(period.*second));
+    return get_hms_from_pts(seconds, &(period.*hour), &(period.*minute), &(period.*second));
 }
-
-template <Byte byte> int read_offset(Period &period, TiXmlNode *node)
-{
-    int offset;
-    if (read_int(&offset, node) != 0)
-        return -1;
-    period.*byte = static_cast<unsigned char>(offset);
-    return 0;
-}
+constexpr char seconds_of_day[] = "a whole number from 0: seconds since midnight";
 
 struct PeriodFields : Description {
     using T = Period;
     static constexpr Field fields[] = {
-        custom<read_clock<&Period::startHour, &Period::startMinute, &Period::startSecond>>("s", AT(startHour)),
-        custom<read_clock<&Period::endHour, &Period::endMinute, &Period::endSecond>>("e", AT(endHour)).own_test(),
-        custom<read_offset<&Period::offsetOfStart>>("offsetOfStart", AT(offsetOfStart)),
-        custom<read_offset<&Period::offsetOfEnd>>("offsetOfEnd", AT(offsetOfEnd)),
+        converted<read_clock<&T::startHour, &T::startMinute, &T::startSecond>>("s", AT(startHour))
+            .accepts(seconds_of_day),
+        converted<read_clock<&T::endHour, &T::endMinute, &T::endSecond>>("e", AT(endHour))
+            .own_test()
+            .accepts(seconds_of_day),
+        byte("offsetOfStart", AT(offsetOfStart)),
+        byte("offsetOfEnd", AT(offsetOfEnd)),
     };
     static constexpr Field also_shown[] = {
         shown("startMinute", AT(startMinute)),
@@ -329,13 +345,8 @@ constexpr auto duration_list = describe<DurationListFields>();
 using ReplayStart = net_new_replay_start_v20_t;
 
 // The stream type is the durations' as well, whatever an earlier duration list says.
-int read_replay_stream(ReplayStart &start, TiXmlNode *node)
+int spread_stream(ReplayStart &start)
 {
-    const char *text;
-    if (view_text(&text, longest_stream, node) != 0)
-        return -1;
-    const WordTable::Entry *entry = find_whole(video_streams, text);
-    start.streamType = entry != nullptr ? entry->code : main_stream;
     for (auto &each : start.durationList.durations)
         each.streamType = start.streamType;
     return 0;
@@ -345,7 +356,10 @@ struct ReplayStartFields : Description {
     using T = ReplayStart;
     static constexpr Field fields[] = {
         integer("seq", AT(seq)),
-        custom<read_replay_stream>("streamType", AT(streamType)),
+        word("streamType", AT(streamType), video_streams)
+            .upto(longest_stream)
+            .otherwise(main_stream)
+            .then<spread_stream>(),
         integer("playSpeed", AT(playSpeed)).at_most(32),
         group("startTime", AT(startTime), time_record),
         integer("sOffset", AT(sOffset)),
@@ -353,7 +367,9 @@ struct ReplayStartFields : Description {
         integer("eOffset", AT(eOffset)),
         group("durationList", AT(durationList), duration_list),
     };
-    static constexpr Traits traits = HERE.parser("nets_param_new_replay_start_x2s");
+    static constexpr Traits traits =
+        HERE.parser("nets_param_new_replay_start_x2s")
+            .title("replay start", "Starts the replay of recordings of up to four channels of a day.");
 };
 constexpr auto replay_start_message = describe<ReplayStartFields>();
 
@@ -364,7 +380,10 @@ struct NewReplaySeekFields : Description {
         integer("seq", AT(seq)),
         group("durationList", AT(durationList), duration_list),
     };
-    static constexpr Traits traits = HERE.parser("nets_param_new_replay_seek_x2s").clears();
+    static constexpr Traits traits =
+        HERE.parser("nets_param_new_replay_seek_x2s")
+            .clears()
+            .title("replay position of several channels", "Moves the replay of up to four channels to another time.");
 };
 constexpr auto new_replay_seek_message = describe<NewReplaySeekFields>();
 
@@ -380,7 +399,9 @@ constexpr auto deleted_file = describe<DeletedFileFields>();
 struct DeletionFields : Description {
     using T = net_rec_del_v20_t;
     static constexpr Field fields[] = {list("item", AT(item), deleted_file).counted_by(AT(count))};
-    static constexpr Traits traits = HERE.parser("net_rec_del_x2s").clears();
+    static constexpr Traits traits = HERE.parser("net_rec_del_x2s")
+                                         .clears()
+                                         .title("file deletion", "Deletes recorded files by their names, at most 40.");
 };
 constexpr auto deletion_message = describe<DeletionFields>();
 
@@ -407,7 +428,9 @@ struct CoverPreviewFields : Description {
         text("uid", AT(uid)),
         part("frameList", frame_list),
     };
-    static constexpr Traits traits = HERE.parser("net_cover_preview_x2s");
+    static constexpr Traits traits =
+        HERE.parser("net_cover_preview_x2s")
+            .title("cover pictures", "Asks for pictures of a recording, by the numbers of its frames.");
 };
 constexpr auto cover_preview_message = describe<CoverPreviewFields>();
 
@@ -428,9 +451,6 @@ int net_day_rec_s2x(net_param_t *param, TiXmlElement *parent)
 
 int net_file_info_list_x2s(net_param_t *param, TiXmlNode *node)
 {
-    // A search that names no file is over at once: neither the payload nor `inited` is touched.
-    if (node != nullptr && node->FirstChild() == nullptr)
-        return check_parser(file_info_list_message, param, node);
     return parse_message(param, node, file_info_list_message);
 }
 
@@ -476,15 +496,12 @@ int nets_param_new_replay_seek_x2s(net_param_t *param, TiXmlNode *node)
 
 int get_day_type_list_from_xmlnode(tag_net_rec_info_v20_t *record, TiXmlNode *node)
 {
-    return is_component(record, node, nullptr) ? read_day_types(*record, node) : -1;
+    return read_component(record, node, nullptr, month);
 }
 
 int get_day_record_list_from_xmlnode(tag_net_recfile_schedule_v20_t *schedule, TiXmlNode *node)
 {
-    if (is_component(schedule, node, nullptr))
-        return read_record(day_record_list, schedule, node);
-    log_line(Line::parser, NET_HERE, "get_day_record_list_from_xmlnode");
-    return -1;
+    return read_component_logged(schedule, node, nullptr, day_record_list);
 }
 
 int _get_file_info(tag_net_file_info_v20_t *info, TiXmlNode *node, const char *key)

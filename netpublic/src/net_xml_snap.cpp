@@ -1,7 +1,6 @@
 // Still pictures: snapshot requests, crop, stored pictures, AI time-lapse snapshots.
-#include "engine.h"
-#include "registry.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/registry.h"
 
 #include <net_public.h>
 
@@ -49,7 +48,7 @@ struct SnapFields : Description {
         group("snapTlpParam", AT(snapTlpParam), tlp_control),
         word("snapType", AT(snapType), snap_types).otherwise(0),
     };
-    static constexpr Traits traits = silent;
+    static constexpr Traits traits = silent.title("snapshot", "Asks for a still picture of a channel.");
 };
 constexpr auto snap_message = describe<SnapFields>();
 
@@ -61,7 +60,7 @@ struct SnapTlpFileFields : Description {
         integer("fileSize", AT(fileSize)),
         unsigned_integer("aiType", AT(aiType)),
     };
-    static constexpr Traits traits = silent;
+    static constexpr Traits traits = silent.title("time-lapse snapshot", "Names a file of time-lapse snapshots.");
 };
 constexpr auto snap_tlp_file_message = describe<SnapTlpFileFields>();
 
@@ -79,7 +78,7 @@ struct CropFields : Description {
         integer("topLeftY", AT(topLeftY)),
         integer("version", AT(version)),
     };
-    static constexpr Traits traits = silent;
+    static constexpr Traits traits = silent.title("picture crop", "Which part of the picture a channel shows.");
 };
 constexpr auto crop_message = describe<CropFields>();
 
@@ -89,10 +88,11 @@ struct CropSnapFields : Description {
         integer("channelId", AT(channelId)).at_least(0), integer("width", AT(width)).in(0, 65535),
         integer("heigth", AT(height)).in(0, 65535), // spelled so by the peers
     };
-    static constexpr Traits traits = silent;
+    static constexpr Traits traits = silent.title("cropped snapshot", "Asks for a still picture of the cropped part.");
 };
 constexpr auto crop_snap_message = describe<CropSnapFields>();
 
+// Only the writer compares the payload's size.
 struct ImageFileFields : Description {
     using T = net_image_file_info_t;
     static constexpr Field fields[] = {
@@ -101,7 +101,10 @@ struct ImageFileFields : Description {
         text("imageName", AT(imageName)),
         integer("delete", AT(delete_)),
     };
-    static constexpr Traits traits = HERE.writer("net_param_image_file_info_s2x", "imageFileInfo");
+    static constexpr Traits traits = HERE.writer("net_param_image_file_info_s2x", "imageFileInfo")
+                                         .entry(Line::none)
+                                         .any_size_read()
+                                         .title("stored picture", "Name and size of a picture file, and its deletion.");
 };
 constexpr auto image_file_message = describe<ImageFileFields>();
 
@@ -109,7 +112,11 @@ constexpr auto image_file_message = describe<ImageFileFields>();
 struct AiSnapTlpsFields : Description {
     using T = net_ai_snaptlps_t;
     static constexpr Field fields[] = {integer("enable", AT(enable)), integer("osdEnable", AT(osdEnable))};
-    static constexpr Traits traits = silent.writer("", "aiSnapTlps").write_entry(Line::none).capital_version();
+    static constexpr Traits traits =
+        silent.writer("", "aiSnapTlps")
+            .write_entry(Line::none)
+            .capital_version()
+            .title("AI time-lapse snapshots", "Switches time-lapse snapshots of detections, and their captions.");
 };
 constexpr auto ai_snap_tlps_message = describe<AiSnapTlpsFields>();
 
@@ -140,10 +147,7 @@ int nets_param_crop_snap_x2s(net_param_t *param, TiXmlNode *node)
 
 int net_param_image_file_info_x2s(net_param_t *param, TiXmlNode *node)
 {
-    // Only the writer compares the payload's size.
-    if (param == nullptr || node == nullptr || param->data == nullptr)
-        return -1;
-    return read_record(image_file_message, param->data, node);
+    return parse_message(param, node, image_file_message);
 }
 
 int net_param_image_file_info_s2x(net_param_t *param, TiXmlElement *parent)

@@ -1,13 +1,14 @@
 // Live view and encoding: live-view requests, encoder settings, encode tables, recorded-file headers.
-#include "engine.h"
-#include "printed_size.h"
-#include "records.h"
-#include "registry.h"
-#include "tables.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/records.h"
+#include "engine/registry.h"
+#include "toolkit/paging.h"
+#include "values/tables.h"
 
 #include <net_public.h>
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 
 namespace netpublic {
@@ -25,7 +26,8 @@ struct PreviewFields : Description {
         integer("resolution", AT(resolution)),
         integer("fps", AT(fps)),
     };
-    static constexpr Traits traits = HERE.parser("net_preview_x2s").sets_inited();
+    static constexpr Traits traits =
+        HERE.parser("net_preview_x2s").sets_inited().title("live view", "Asks for the live stream of a channel.");
 };
 constexpr auto preview_message = describe<PreviewFields>();
 
@@ -97,33 +99,22 @@ struct EncoderFields : Description {
         group("mainStream", AT(mainStream), compression),   group("subStream", AT(subStream), compression),
         group("thirdStream", AT(thirdStream), compression),
     };
-    static constexpr Traits traits = HERE.parser("net_enc_x2s").writer("net_enc_s2x", "Compression").sets_inited();
+    static constexpr Traits traits =
+        HERE.parser("net_enc_x2s")
+            .writer("net_enc_s2x", "Compression")
+            .sets_inited()
+            .title("encoder settings", "Size, frame rate, bit rate and codec of a channel's three streams.");
 };
 constexpr auto encoder_message = describe<EncoderFields>();
 
 // Encode tables -----------------------------------------------------------------------------------
 
-// The lines are handed the value and the source line, and show them the other way round.
-struct ResolutionFields : Description {
-    using T = net_resolution_info_v20_t;
-    static constexpr Field fields[] = {
-        integer("width", AT(width))
-            .at_least(1)
-            .complain_plainly("Func(get_resolution_from_xmlnode) Line(%2$d) width(%1$d)\n"),
-        integer("height", AT(height))
-            .at_least(1)
-            .complain_plainly("Func(get_resolution_from_xmlnode) Line(%2$d) height(%1$d)\n"),
-    };
-    static constexpr Traits traits = HERE;
-};
-constexpr auto resolution_record = describe<ResolutionFields>();
-
 constexpr int no_stream = -1;
 
 // An encode table with the stream that it is for.
 struct TypedTable {
-    int type;
-    net_encode_table_v20_t table;
+    int type = no_stream;
+    net_encode_table_v20_t table = {};
 };
 
 struct EncodeTableFields : Description {
@@ -140,23 +131,14 @@ struct EncodeTableFields : Description {
     };
     static constexpr auto written = order("type", "resolution", "videoEncType", "defaultFramerate", "defaultBitrate",
                                           "defaultGop", "framerateTable", "bitrateTable");
-    static constexpr Traits traits = HERE.parser("get_encodeTable_from_xmlnode").failure(Line::plain);
+    static constexpr Traits traits =
+        HERE.parser("get_encodeTable_from_xmlnode").entry(Line::plain).failure(Line::plain);
 };
 constexpr auto encode_table = describe<EncodeTableFields>();
 
-int read_typed_table(TypedTable &typed, TiXmlNode *node)
+// Tables of the other streams, and those that do not say whose they are, are dropped on purpose.
+int take_encode_table(net_stream_info_v20_t &info, const TypedTable &typed)
 {
-    typed = {};
-    typed.type = no_stream;
-    return read_record(encode_table, &typed, node);
-}
-
-int read_encode_table(net_stream_info_v20_t &info, TiXmlNode *node)
-{
-    TypedTable typed;
-    if (read_typed_table(typed, node) != 0)
-        return -1;
-    // Tables of the other streams, and those that do not say whose they are, are dropped on purpose.
     if (typed.type == STREAM_TYPE_MAIN)
         info.mainStream = typed.table;
     else if (typed.type == STREAM_TYPE_SUB)
@@ -164,31 +146,28 @@ int read_encode_table(net_stream_info_v20_t &info, TiXmlNode *node)
     return 0;
 }
 
-int write_encode_table(int type, const net_encode_table_v20_t &table, TiXmlElement *parent)
+Give give_encode_table(const net_stream_info_v20_t &info, TypedTable &typed, Item &item)
 {
-    const TypedTable typed = {type, table};
-    return write_record(encode_table, &typed, append_element(parent, "encodeTable"));
-}
-
-int write_encode_tables(const net_stream_info_v20_t &info, TiXmlElement *parent)
-{
-    if (write_encode_table(STREAM_TYPE_MAIN, info.mainStream, parent) != 0)
-        return -1;
-    return write_encode_table(STREAM_TYPE_SUB, info.subStream, parent);
+    if (item.index > STREAM_TYPE_SUB)
+        return Give::ended;
+    typed.type = static_cast<int>(item.index);
+    typed.table = item.index == STREAM_TYPE_MAIN ? info.mainStream : info.subStream;
+    return Give::written;
 }
 
 struct StreamInfoFields : Description {
     using T = net_stream_info_v20_t;
     static constexpr Field fields[] = {
         unsigned_longlong("channelBits", AT(channelBits)),
-        custom<read_encode_table, write_encode_tables>("encodeTable", AT(mainStream))
-            .shown(encode_table, offsetof(TypedTable, table)),
+        wires_part<T, take_encode_table, give_encode_table>("encodeTable", encode_table)
+            .accepts("the table of the main or the sub stream; others are read and dropped"),
     };
-    // The other table of the same name.
+    // What the tables are stored in.
     static constexpr Field also_shown[] = {
+        shown("mainStream", AT(mainStream)).shown(encode_table, offsetof(TypedTable, table)),
         shown("subStream", AT(subStream)).shown(encode_table, offsetof(TypedTable, table)),
     };
-    static constexpr Traits traits = HERE.parser("get_streamInfo_from_xmlnode").failure(Line::plain);
+    static constexpr Traits traits = HERE.parser("get_streamInfo_from_xmlnode").entry(Line::plain).failure(Line::plain);
 };
 constexpr auto stream_info = describe<StreamInfoFields>();
 
@@ -196,219 +175,173 @@ constexpr auto stream_info = describe<StreamInfoFields>();
 
 constexpr int most_entries = 16;
 
-// For a first walk that only finds out whether an entry can be read.
-struct Trial {
-    unsigned long long channelBits;
-};
-
-int try_encode_table(Trial &, TiXmlNode *node)
-{
-    TypedTable dropped;
-    return read_typed_table(dropped, node);
-}
-
-struct TrialFields : Description {
-    using T = Trial;
-    static constexpr Field fields[] = {
-        unsigned_longlong("channelBits", AT(channelBits)),
-        custom<try_encode_table>("encodeTable", AT(channelBits)),
-    };
-    static constexpr Traits traits = HERE.parser("get_streamInfo_from_xmlnode").failure(Line::plain);
-};
-constexpr auto trial = describe<TrialFields>();
-
 struct StreamInfoListFields : Description {
     using T = net_stream_info_list_v20_t;
     static constexpr Field fields[] = {
         list("StreamInfo", AT(entries), stream_info),
     };
-    static constexpr Traits traits = HERE.parser("nets_param_stream_info_x2s").failure(Line::plain);
 };
-constexpr auto stream_info_message = describe<StreamInfoListFields>();
+constexpr auto stream_info_payload = describe<StreamInfoListFields>();
 
-bool is_entry(const TiXmlNode *node)
+struct StreamInfoWalk {
+    net_stream_info_v20_t *entries = nullptr; // null in the first walk
+
+    StreamInfoWalk() = default;
+    StreamInfoWalk(const StreamInfoWalk &, net_stream_info_list_v20_t &payload) : entries(payload.entries) {}
+};
+
+// One entry; the two tables of a record of its own would be too much for the stack.
+struct Entry {
+    net_stream_info_v20_t *info; // null when it is only checked
+    unsigned long long channelBits = 0;
+
+    Entry(const StreamInfoWalk &walk, unsigned int index)
+        : info(walk.entries != nullptr ? &walk.entries[index] : nullptr)
+    {
+        if (info != nullptr)
+            *info = {};
+    }
+};
+
+int take_entry_table(Entry &entry, const TypedTable &typed)
 {
-    return answers_to(node->Value(), "StreamInfo");
+    return entry.info != nullptr ? take_encode_table(*entry.info, typed) : 0;
 }
 
-// The number of entries that the list holds, at most most_entries; -1 when one of them cannot be read.
-int try_entries(TiXmlNode *list)
-{
-    int count = 0;
-    for (TiXmlNode *child = list->FirstChild(); child != nullptr && count < most_entries;
-         child = child->NextSibling()) {
-        if (!is_entry(child))
-            continue;
-        Trial dropped;
-        if (read_record(trial, &dropped, child) != 0) {
-            log_line(Line::plain, NET_HERE, "nets_param_stream_info_x2s");
-            return -1;
-        }
-        ++count;
-    }
-    return count;
-}
+struct EntryFields : Description {
+    using T = Entry;
+    static constexpr Field fields[] = {
+        unsigned_longlong("channelBits", AT(channelBits)),
+        wires_part<T, take_entry_table>("encodeTable", encode_table)
+            .accepts("the table of the main or the sub stream; others are read and dropped"),
+    };
+    static constexpr Traits traits = HERE.parser("get_streamInfo_from_xmlnode").failure(Line::plain);
+};
+constexpr auto entry_record = describe<EntryFields>();
 
-// The payload is changed only when the whole list can be read.
-int read_stream_info(net_param_t *param, TiXmlNode *node)
+int take_entry(StreamInfoWalk &, const Entry &entry)
 {
-    if (check_parser(stream_info_message, param, node) != 0)
-        return -1;
-    const int count = try_entries(node);
-    if (count < 0)
-        return -1;
-    auto *entry = static_cast<net_stream_info_list_v20_t *>(param->data)->entries;
-    const auto *end = entry + count;
-    for (TiXmlNode *child = node->FirstChild(); entry != end; child = child->NextSibling()) {
-        if (!is_entry(child))
-            continue;
-        std::memset(entry, 0, sizeof *entry);
-        if (read_record(stream_info, entry, child) != 0)
-            return -1;
-        ++entry;
-    }
+    if (entry.info != nullptr)
+        entry.info->channelBits = entry.channelBits;
     return 0;
 }
+
+int take_stream_info(net_param_t &, const StreamInfoWalk &)
+{
+    return 0; // the entries have been stored as they were read
+}
+
+struct StreamInfoMessageFields : Description {
+    using T = StreamInfoWalk;
+    static constexpr Field fields[] = {
+        wires_part<T, take_entry>("StreamInfo", entry_record, most_entries).stop_when_full(),
+    };
+    static constexpr Traits traits =
+        HERE.parser("nets_param_stream_info_x2s")
+            .failure(Line::plain)
+            .tried<net_stream_info_list_v20_t, take_stream_info>()
+            .layout(stream_info_payload)
+            .title("stream information", "What the streams of a peer's channels can encode.");
+};
+constexpr auto stream_info_message = describe<StreamInfoMessageFields>();
 
 // Encoding list -----------------------------------------------------------------------------------
 
 struct EncodingListFields : Description {
     using T = net_enc_list_v20_t;
     static constexpr Field fields[] = {
-        list("StreamInfo", AT(entries), stream_info).complain("enc list is too large\n"),
+        list("StreamInfo", AT(entries), stream_info),
     };
-    static constexpr Traits traits = HERE.parser("xml_enc_info_list_x2s").sets_inited();
 };
-constexpr auto encoding_list_message = describe<EncodingListFields>();
+constexpr auto encoding_payload = describe<EncodingListFields>();
 
-// The entries are counted in the envelope, out of the rows' reach.
-int read_encoding_list(net_param_t *param, TiXmlNode *node)
-{
-    if (check_parser(encoding_list_message, param, node) != 0)
-        return -1;
-    auto &list = *static_cast<net_enc_list_v20_t *>(param->data);
-    param->reserved1 = 0;
-    for (TiXmlNode *child = node->FirstChild(); child != nullptr; child = child->NextSibling()) {
-        if (!is_entry(child))
-            continue;
-        if (param->reserved1 == most_entries) {
-            log_error(NET_HERE, "enc list is too large\n");
-            continue;
-        }
-        if (read_record(stream_info, &list.entries[param->reserved1], child) != 0) {
-            log_error(NET_HERE, "get stram info failed \n");
-            return -1;
-        }
-        ++param->reserved1;
-    }
-    param->inited = 2;
-    return 0;
-}
+struct EncodingMessageFields : Description {
+    using T = net_param_t;
+    static constexpr Field fields[] = {
+        preset(AT(reserved1), 0),
+        list_behind<most_entries>("StreamInfo", AT(data), stream_info)
+            .counted_by(AT(reserved1))
+            .complain("enc list is too large\n")
+            .item_line("get stram info failed \n"), // spelled so
+    };
+    static constexpr Traits traits =
+        HERE.parser("xml_enc_info_list_x2s")
+            .sets_inited()
+            .envelope<net_enc_list_v20_t>()
+            .layout(encoding_payload)
+            .title("encoding list", "What the streams of the channels can encode, one reply or several.");
+};
+constexpr auto encoding_list_message = describe<EncodingMessageFields>();
 
-// The printed size of the whole list is kept up as it grows: the root without children, then every
-// entry. Its closing tag and the "more" child are not counted.
-int write_encoding_list(const net_stream_info_v20_t *entries, int count, TiXmlElement *parent, int *cursor, int budget)
-{
-    auto *list = new_element("StreamInfoList", "version");
-    if (list == nullptr)
-        return -1;
-    std::size_t size = printed_size(*list);
-    int index = *cursor;
-    for (; index < count; ++index) {
-        auto *entry = new_element("StreamInfo");
-        if (write_record(stream_info, &entries[index], entry) != 0) {
-            delete entry;
-            delete list;
-            return -1;
-        }
-        size += printed_size(*entry);
-        if (size > static_cast<std::size_t>(budget)) {
-            log_error(NET_HERE, "encord table too big %d, cut down to less than %d\n", static_cast<int>(size), budget);
-            delete entry;
-            if (append_int(list, "more", 1) != 0) {
-                delete list;
-                return -1;
-            }
-            break;
-        }
-        list->LinkEndChild(entry);
-    }
-    *cursor = index;
-    parent->LinkEndChild(list);
-    return 0;
-}
+// A reply, which ends where the host's budget does.
+struct EncodingPage {
+    net_stream_info_v20_t *entries;
+    int count;
+    int more;
+};
+
+struct EncodingPageFields : Description {
+    using T = EncodingPage;
+    static constexpr Field fields[] = {
+        list_behind<INT_MAX>("StreamInfo", AT(entries), stream_info).counted_by(AT(count)).write_only(),
+        integer("more", AT(more)).when(AT(more)).write_only(),
+    };
+    static constexpr Traits traits = HERE.writer("xml_enc_info_list_s2x", "StreamInfoList").layout(encoding_payload);
+};
+constexpr auto encoding_page = describe<EncodingPageFields>();
 
 // Recorded-file header ----------------------------------------------------------------------------
 
 using FileHeader = tag_net_file_header_v20_t;
 
-int read_version(FileHeader &header, TiXmlNode *node)
+int read_version(const char *text, FileHeader &header)
 {
-    char version[16];
-    if (read_text(version, sizeof version, node) != 0)
-        return -1;
-    std::memcpy(header.ver, version, sizeof header.ver);
+    std::memset(header.ver, 0, sizeof header.ver);
+    std::memcpy(header.ver, text, strnlen(text, sizeof header.ver));
     return 0;
 }
 
-int read_header_stream(FileHeader &header, TiXmlNode *node)
+int read_header_stream(const char *text, FileHeader &header)
 {
-    const char *text;
     int code;
-    if (view_text(&text, 31, node) != 0 || get_streamtype_from_str(&code, text, 32) != 0)
+    if (get_streamtype_from_str(&code, text, 32) != 0)
         return -1;
     header.streamType = static_cast<unsigned char>(code);
     return 0;
 }
 
-int read_frame_rate(FileHeader &header, TiXmlNode *node)
-{
-    int rate;
-    if (read_int(&rate, node) != 0)
-        return -1;
-    header.frameRate = static_cast<unsigned char>(rate);
-    return 0;
-}
-
-int read_file_time(tag_net_file_time_v20_t &time, TiXmlNode *node)
-{
-    tag_net_time_v20_t full = {};
-    if (read_record(time_record, &full, node) != 0)
-        return -1;
-    time.year = static_cast<unsigned char>(full.year);
-    time.month = static_cast<unsigned char>(full.month);
-    time.day = static_cast<unsigned char>(full.day);
-    time.hour = static_cast<unsigned char>(full.hour);
-    time.minute = static_cast<unsigned char>(full.minute);
-    time.second = static_cast<unsigned char>(full.second);
-    return 0;
-}
-
-template <tag_net_file_time_v20_t FileHeader::*time> int read_header_time(FileHeader &header, TiXmlNode *node)
-{
-    return read_file_time(header.*time, node);
-}
-
-// Names the members; a time's children are read by their own record.
+// The low bytes of what a time's children may hold.
 struct FileTimeFields : Description {
     using T = tag_net_file_time_v20_t;
     static constexpr Field fields[] = {
-        shown("year", AT(year)), shown("month", AT(month)),   shown("day", AT(day)),
-        shown("hour", AT(hour)), shown("minute", AT(minute)), shown("second", AT(second)),
+        byte("year", AT(year)).at_least(0), byte("month", AT(month)).in(1, 12),   byte("day", AT(day)).in(1, 31),
+        byte("hour", AT(hour)).in(0, 23),   byte("minute", AT(minute)).in(0, 59), byte("second", AT(second)).in(0, 59),
     };
 };
 constexpr auto file_time = describe<FileTimeFields>();
 
+// Stored as a whole: what is missing is 0.
+struct FileTime : tag_net_file_time_v20_t {};
+
+int take_file_time(tag_net_file_time_v20_t &time, const FileTime &read)
+{
+    time = read;
+    return 0;
+}
+
 struct FileHeaderFields : Description {
     using T = FileHeader;
     static constexpr Field fields[] = {
-        custom<read_version>("ver", AT(ver)),
+        converted<read_version>("ver", AT(ver)).upto(15).accepts("any text, of which four characters are kept"),
         unsigned_integer("width", AT(width)),
         unsigned_integer("height", AT(height)),
-        custom<read_header_stream>("streamType", AT(streamType)),
-        custom<read_frame_rate>("frameRate", AT(frameRate)),
-        custom<read_header_time<&FileHeader::beginTime>>("beginTime", AT(beginTime)).shown(file_time),
-        custom<read_header_time<&FileHeader::endTime>>("endTime", AT(endTime)).shown(file_time),
+        converted<read_header_stream>("streamType", AT(streamType))
+            .upto(31)
+            .spelled(stream_types)
+            .accepts("the beginning of a stream's word"),
+        byte("frameRate", AT(frameRate)),
+        wire<take_file_time>("beginTime", AT(beginTime), file_time),
+        wire<take_file_time>("endTime", AT(endTime), file_time),
     };
     static constexpr Traits traits = HERE.parser("get_file_header_from_xmlnode").failure(Line::parser);
 };
@@ -422,18 +355,12 @@ struct ReplayHeaderFields : Description {
         integer("play_tm_ms", AT(play_tm_ms)),
         integer("seq", AT(seq)),
     };
-    static constexpr Traits traits = HERE.parser("net_param_replay_header_x2s").failure(Line::parser);
+    static constexpr Traits traits =
+        HERE.parser("net_param_replay_header_x2s")
+            .failure(Line::parser)
+            .title("replay header", "The header of a recorded file, ahead of the replayed data.");
 };
 constexpr auto replay_header_message = describe<ReplayHeaderFields>();
-
-// The body of a component reader that logs bad arguments as well.
-int read_logged(const Table &table, Line line, const char *function, void *record, TiXmlNode *node, const char *key)
-{
-    if (is_component(record, node, key))
-        return read_record(table, record, node);
-    log_line(line, table.place(), function);
-    return -1;
-}
 
 } // namespace
 } // namespace netpublic
@@ -457,7 +384,7 @@ int net_enc_s2x(net_param_t *param, TiXmlElement *parent)
 
 int nets_param_stream_info_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return read_stream_info(param, node);
+    return parse_message(param, node, stream_info_message);
 }
 
 int nets_param_stream_info_s2x(net_param_t *, TiXmlElement *)
@@ -467,14 +394,21 @@ int nets_param_stream_info_s2x(net_param_t *, TiXmlElement *)
 
 int xml_enc_info_list_x2s(net_param_t *param, TiXmlNode *node)
 {
-    return read_encoding_list(param, node);
+    return parse_message(param, node, encoding_list_message);
 }
 
 int xml_enc_info_list_s2x(net_stream_info_v20_t *entries, int count, TiXmlElement *parent, int *cursor, int budget)
 {
     if (entries == nullptr || parent == nullptr || cursor == nullptr || budget < 1 || *cursor < 0 || *cursor > count)
         return -1;
-    return write_encoding_list(entries, count, parent, cursor, budget);
+    std::size_t size = 0;
+    const int end = append_page(encoding_page, entries, *cursor, count, parent, budget, &size);
+    if (size > static_cast<std::size_t>(budget))
+        log_error(NET_HERE, "encord table too big %d, cut down to less than %d\n", static_cast<int>(size), budget);
+    if (end < 0)
+        return -1;
+    *cursor = end;
+    return 0;
 }
 
 int net_param_replay_header_x2s(net_param_t *param, TiXmlNode *node)
@@ -489,32 +423,43 @@ int get_compression_info_from_xmlnode(net_compression_info_v20_t *info, TiXmlNod
 
 int get_resolution_from_xmlnode(net_resolution_info_v20_t *resolution, TiXmlNode *node, const char *key)
 {
-    return read_logged(resolution_record, Line::plain, "get_resolution_from_xmlnode", resolution, node, key);
+    return read_component_logged(resolution, node, key, resolution_record);
 }
 
 int get_encodeTable_from_xmlnode(net_stream_info_v20_t *info, TiXmlNode *node, const char *key)
 {
-    if (is_component(info, node, key))
-        return read_encode_table(*info, node);
-    log_line(Line::plain, NET_HERE, "get_encodeTable_from_xmlnode");
-    return -1;
+    return read_component_wire_logged<take_encode_table>(info, node, key, encode_table);
 }
 
 int get_streamInfo_from_xmlnode(net_stream_info_v20_t *info, TiXmlNode *node, const char *key)
 {
-    return read_logged(stream_info, Line::plain, "get_streamInfo_from_xmlnode", info, node, key);
+    return read_component_logged(info, node, key, stream_info);
 }
 
 int get_file_header_from_xmlnode(tag_net_file_header_v20_t *header, TiXmlNode *node)
 {
-    return read_logged(file_header, Line::parser, "get_file_header_from_xmlnode", header, node, nullptr);
+    return read_component_logged(header, node, nullptr, file_header);
 }
+
+#ifdef NETPUBLIC_DESCRIBED
+// The encoding list's writer as the tools call all of them: all entries in one reply.
+static int xml_enc_info_list_s2x(net_param_t *param, TiXmlElement *parent)
+{
+    if (param == nullptr || param->data == nullptr || param->dataSize != sizeof(net_enc_list_v20_t))
+        return -1;
+    int cursor = 0;
+    const int count = static_cast<int>(std::min<unsigned int>(param->reserved1, most_entries));
+    return xml_enc_info_list_s2x(static_cast<net_enc_list_v20_t *>(param->data)->entries, count, parent, &cursor,
+                                 INT_MAX);
+}
+#endif
 
 MESSAGES(stream, //
          HOST_MESSAGE("preview", net_preview_v20_t, net_preview_x2s, nullptr, preview_message),
          MESSAGE("encoder", nets_param_enc_init, net_enc_x2s, net_enc_s2x, encoder_message),
          HOST_MESSAGE("stream-info", net_stream_info_list_v20_t, nets_param_stream_info_x2s, nets_param_stream_info_s2x,
                       stream_info_message, nullptr),
-         MESSAGE("encoding-list", net_param_enc_list_init, xml_enc_info_list_x2s, nullptr, encoding_list_message),
+         MESSAGE("encoding-list", net_param_enc_list_init, xml_enc_info_list_x2s, xml_enc_info_list_s2x,
+                 encoding_list_message, encoding_page),
          MESSAGE("replay-header", net_param_replay_header_init, net_param_replay_header_x2s, nullptr,
                  replay_header_message))

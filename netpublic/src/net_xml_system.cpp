@@ -1,9 +1,9 @@
 // Device system: device information, general settings with the clock, daylight saving, video standard,
 // disks, configuration files, automatic reboot, factory restore, performance, versions and the local output.
-#include "engine.h"
-#include "registry.h"
-#include "tables.h"
-#include "values.h"
+#include "engine/describe.h"
+#include "engine/records.h"
+#include "engine/registry.h"
+#include "values/tables.h"
 
 #include <net_public.h>
 
@@ -13,18 +13,16 @@ namespace {
 constexpr Word norm_list[] = {{0, "PAL"}, {1, "NTSC"}};
 constexpr auto norms = words<norm_list>();
 
-// Unlike other words, a language beyond the last has a spelling and only a negative one has none.
-int append_language(TiXmlElement *parent, int code)
+// An unknown language leaves the member as it was. Unlike other words, a code beyond the last has a spelling and
+// only a negative one has none.
+template <class Record> constexpr Field language_word(Member<Record, int> member)
 {
-    if (code < 0)
-        return -1;
-    const char *word = word_of(languages, code);
-    return append_text(parent, "language", word != nullptr ? word : word_of(languages, language_english));
-}
-
-template <class Record> int write_language(const Record &record, TiXmlElement *parent)
-{
-    return append_language(parent, record.language);
+    return word("language", member, languages)
+        .prefix()
+        .upto(15)
+        .kept()
+        .fallback(language_english)
+        .demands(member, When::nonnegative);
 }
 
 // Device information ------------------------------------------------------------------------------
@@ -51,35 +49,16 @@ constexpr auto device_types = words<device_type_list>();
 constexpr int device_ipc = 2;
 
 // A device with two channels is binocular until "binoType" tells otherwise.
-int read_channel_number(net_device_info_v20_t &info, TiXmlNode *node)
+int note_binocular(net_device_info_v20_t &info)
 {
-    if (read_int(&info.channelNum, node) != 0 || info.channelNum < 0)
-        return -1;
     if (info.channelNum == 2 && info.binoType == -1)
         info.binoType = 0;
     return 0;
 }
 
-int read_resolution(net_device_info_v20_t &info, TiXmlNode *node)
+bool has_picture(const net_device_info_v20_t &info)
 {
-    return get_resolution_from_xmlnode(&info.resolution, node, nullptr);
-}
-
-struct ResolutionFields : Description {
-    using T = net_resolution_info_v20_t;
-    static constexpr Field fields[] = {
-        text("resolutionName", AT(name)),
-        integer("width", AT(width)),
-        integer("height", AT(height)),
-    };
-};
-constexpr auto written_resolution = describe<ResolutionFields>();
-
-int write_resolution(const net_device_info_v20_t &info, TiXmlElement *parent)
-{
-    if (info.resolution.width < 1 || info.resolution.height < 1)
-        return 0;
-    return write_record(written_resolution, &info.resolution, append_element(parent, "resolution"));
+    return info.resolution.width >= 1 && info.resolution.height >= 1;
 }
 
 struct DeviceInfoFields : Description {
@@ -93,11 +72,11 @@ struct DeviceInfoFields : Description {
         integer("diskNum", AT(diskNum)).at_least(0),
         word("type", AT(devType), device_types).upto(15).otherwise(device_ipc).fallback(device_ipc),
         text("detailType", AT(detailType)).read_only(),
-        custom<read_channel_number>("channelNum", AT(channelNum)),
+        integer("channelNum", AT(channelNum)).at_least(0).then<note_binocular>(),
         integer("analogChnNum", AT(analogChnNum)).at_least(0),
         integer("audioNum", AT(audioNum)).at_least(0).quiet(),
-        custom<read_resolution, write_resolution>("resolution", AT(resolution)).shown(written_resolution),
-        word("language", AT(language), languages).prefix().upto(15).kept().read_only(),
+        group("resolution", AT(resolution), named_resolution_record).when<has_picture>(),
+        language_word(AT(language)),
         flag("sdCard", AT(sdCard)).quiet(),
         word("ptzMode", AT(ptzMode), ptz_modes).upto(15).kept().reported().fallback(0),
         counted_text("typeInfo", AT(typeInfo)),
@@ -112,14 +91,12 @@ struct DeviceInfoFields : Description {
         integer("needRotate", AT(needRotate)).read_only(),
         real("doorbellCoverCrop", AT(doorbellCoverCrop)).read_only(),
         integer("sleep", AT(sleep)).read_only(),
-        integer("channelNum", AT(channelNum)).write_only(),
         integer("deviceNum", AT(deviceNum)).write_only(),
         integer("adaptorDeviceNum", AT(adaptorDeviceNum)).write_only(),
         integer("IOTNum", AT(iotNum)).write_only(),
         integer("ipChannel", AT(ipChannel)).write_only(),
         text("secretCode", AT(secretCode)).write_only(),
         text("bootSecret", AT(secretCode)).write_only(), // the same secret once more, meant
-        custom<nullptr, write_language<net_device_info_v20_t>>("language", AT(language)),
         integer("hdChannel1", AT(hdChannel1)).write_only(),
         integer("hdChannel2", AT(hdChannel2)).write_only(),
         integer("hdChannel3", AT(hdChannel3)).write_only(),
@@ -133,22 +110,22 @@ struct DeviceInfoFields : Description {
         "adaptorDeviceNum", "IOTNum", "audioNum", "ipChannel", "analogChnNum", "resolution", "secretCode", "bootSecret",
         "language", "sdCard", "ptzMode", "typeInfo", "softVer", "hardVer", "panelVer", "hdChannel1", "hdChannel2",
         "hdChannel3", "hdChannel4", "norm", "osdFormat", "B485", "userVer", "bnasBind", "authMode", "bodyCode");
-    static constexpr Traits traits = HERE.parser("net_xml_device_info_x2s")
-                                         .writer("net_xml_device_info_s2x", "DeviceInfo")
-                                         .failure(Line::plain)
-                                         .clears()
-                                         .sets_inited();
+    static constexpr Traits traits =
+        HERE.parser("net_xml_device_info_x2s")
+            .writer("net_xml_device_info_s2x", "DeviceInfo")
+            .failure(Line::plain)
+            .write_failure_logged()
+            .clears()
+            .sets_inited()
+            .title("device information", "What the device is, what it has and how it shows itself.");
 };
 constexpr auto device_info_message = describe<DeviceInfoFields>();
 
 // General settings and clock ----------------------------------------------------------------------
 
-int read_device_name(net_sys_general_v20_t &settings, TiXmlNode *node)
+int check_device_name(net_sys_general_v20_t &settings)
 {
-    return read_text(settings.deviceName, sizeof settings.deviceName, node) == 0 &&
-                   net_check_dev_name(settings.deviceName) == 0
-               ? 0
-               : -1;
+    return net_check_dev_name(settings.deviceName);
 }
 
 struct GeneralFields : Description {
@@ -166,23 +143,26 @@ struct GeneralFields : Description {
         integer("minute", AT(minute)).in(0, 59),
         integer("second", AT(second)).in(0, 59),
         integer("deviceId", AT(deviceId)),
-        word("language", AT(language), languages).prefix().upto(15).kept().read_only(),
-        custom<read_device_name>("deviceName", AT(deviceName)),
+        language_word(AT(language)),
+        text("deviceName", AT(deviceName))
+            .then<check_device_name>()
+            .accepts("printable ASCII without $ & * / : ; < > ? \\ ` |"),
         integer("loginLock", AT(loginLock)),
         integer("lockTime", AT(lockTime)),
         integer("allowedTimes", AT(allowedTimes)),
         integer("isDst", AT(isDst)),
-        custom<nullptr, write_language<net_sys_general_v20_t>>("language", AT(language)),
-        text("deviceName", AT(deviceName)).write_only(),
     };
     static constexpr auto written =
         order("timeZone", "osdFormat", "year", "month", "day", "hour", "minute", "second", "deviceId", "timeFormat",
               "language", "deviceName", "loginLock", "lockTime", "allowedTimes", "isDst");
-    static constexpr Traits traits = HERE.parser("nets_sys_general_x2s")
-                                         .writer("net_sys_general_cfg_s2x", "SystemGeneral")
-                                         .entry(Line::none)
-                                         .write_entry(Line::none)
-                                         .any_size_read();
+    static constexpr Traits traits =
+        HERE.parser("nets_sys_general_x2s")
+            .writer("net_sys_general_cfg_s2x", "SystemGeneral")
+            .entry(Line::none)
+            .write_entry(Line::none)
+            .any_size_read()
+            .title("general settings", "The clock, the formats of date and time, the language, the name of the device "
+                                       "and the lock of its login.");
 };
 constexpr auto general_message = describe<GeneralFields>();
 
@@ -206,7 +186,11 @@ struct DstFields : Description {
         integer("version", AT(dstVersion)).write_only(), // a child beside the root's attribute of this name, meant
     };
     static constexpr Traits traits =
-        HERE.parser("nets_param_dst_cfg_x2s").writer("nets_dst_cfg_s2x", "Dst").entry(Line::none).any_size();
+        HERE.parser("nets_param_dst_cfg_x2s")
+            .writer("nets_dst_cfg_s2x", "Dst")
+            .entry(Line::none)
+            .any_size()
+            .title("daylight saving time", "When daylight saving begins and ends, and by how much the clock moves.");
 };
 constexpr auto dst_message = describe<DstFields>();
 
@@ -222,7 +206,8 @@ struct NormFields : Description {
                                          .write_entry(Line::none)
                                          .first_child_only()
                                          .others_fail()
-                                         .any_size_read();
+                                         .any_size_read()
+                                         .title("video standard", "PAL or NTSC.");
 };
 constexpr auto norm_message = describe<NormFields>();
 
@@ -249,30 +234,54 @@ struct DisksFields : Description {
     static constexpr Field fields[] = {
         list("HddInfo", AT(disk), disk_record),
     };
-    static constexpr Traits traits = HERE.parser("net_param_hdd_cfg_x2s").entry(Line::none).any_size();
+    static constexpr Traits traits = HERE.parser("net_param_hdd_cfg_x2s")
+                                         .entry(Line::none)
+                                         .any_size()
+                                         .title("disks", "The sizes and states of the disks, at most eight.");
 };
 constexpr auto disks_message = describe<DisksFields>();
 
-// Names the members; read_disk_slot() reads them.
+// Which disk to initialise. One whose id cannot be read leaves its slot alone, and is counted all the same.
+struct DiskSlot {
+    int id;
+
+    DiskSlot(const int (&disks)[8], unsigned slot) : id(disks[slot]) {}
+};
+
+struct DiskSlotFields : Description {
+    using T = DiskSlot;
+    static constexpr Field fields[] = {integer("initId", AT(id)).tolerant()};
+    static constexpr Traits traits = Traits{}.first_child_only();
+};
+constexpr auto disk_slot = describe<DiskSlotFields>();
+
+int take_disk_slot(int (&disks)[8], const DiskSlot &slot, const Item &item)
+{
+    disks[item.index] = slot.id;
+    return 0;
+}
+
+// Added to what the payload holds, which may be any number.
+int count_disk(net_hdd_init_v20_t &disks)
+{
+    disks.count = static_cast<int>(static_cast<unsigned int>(disks.count) + 1);
+    return 0;
+}
+
 struct DiskSlotsFields : Description {
     using T = net_hdd_init_v20_t;
-    static constexpr Field fields[] = {shown("count", AT(count)), shown("initId", AT(disk))};
+    static constexpr Field fields[] = {
+        wires<take_disk_slot>("HddInit", AT(disk), disk_slot, 8).by_position().stop_when_full().then<count_disk>(),
+    };
+    static constexpr Field also_shown[] = {shown("count", AT(count))};
+    static constexpr Traits traits =
+        HERE.parser("nets_param_init_hdd_x2s")
+            .entry(Line::none)
+            .longer_names()
+            .any_size()
+            .title("disks to initialise", "Which disks are to be formatted, by their ids.");
 };
-[[maybe_unused]] constexpr auto disk_slots = describe<DiskSlotsFields>();
-
-// The slot follows the child's position, the count the children of that name, whether or not their ids
-// could be read; and the name may go on behind "HddInit".
-void read_disk_slot(net_hdd_init_v20_t &disks, int slot, TiXmlNode *child)
-{
-    constexpr char name[] = "HddInit";
-    if (!same_folded(child->Value(), name, sizeof name - 1))
-        return;
-    const TiXmlNode *id = child->FirstChild();
-    if (id != nullptr && answers_to(id->Value(), "initId"))
-        read_int(&disks.disk[slot], id);
-    // Added to what the payload holds, which may be any number.
-    disks.count = static_cast<int>(static_cast<unsigned int>(disks.count) + 1);
-}
+constexpr auto disk_slots_message = describe<DiskSlotsFields>();
 
 // Configuration files, reboot, restore ------------------------------------------------------------
 
@@ -285,28 +294,32 @@ struct ConfigFileFields : Description {
         flag("updateParameter", AT(updateParameter)),
         integer("usedForFactory", AT(usedForFactory)).read_only(),
     };
-    static constexpr Traits traits = HERE.parser("nets_param_cfg_file_x2s")
-                                         .writer("nets_log_s2x", "ConfigFileInfo")
-                                         .entry(Line::none)
-                                         .write_entry(Line::none)
-                                         .any_size();
+    static constexpr Traits traits =
+        HERE.parser("nets_param_cfg_file_x2s")
+            .writer("nets_log_s2x", "ConfigFileInfo")
+            .entry(Line::none)
+            .write_entry(Line::none)
+            .any_size()
+            .title("configuration file transfer", "A configuration file on its way, and how much of it has come.");
 };
 constexpr auto config_file_message = describe<ConfigFileFields>();
 
 struct ConfigFileInfoFields : Description {
     using T = net_cfg_file_v20_t;
     static constexpr Field fields[] = {
-        counted_text("fileName", AT(fileName)),        unsigned_integer("fileSize", AT(fileSize)),
-        unsigned_integer("curSize", AT(curSize)),      flag("updateParameter", AT(updateParameter)),
-        integer("usedForFactory", AT(usedForFactory)), unsigned_longlong("channelBits", AT(channelBits)),
+        ConfigFileFields::fields[0], ConfigFileFields::fields[1],
+        ConfigFileFields::fields[2], ConfigFileFields::fields[3],
+        ConfigFileFields::fields[4], unsigned_longlong("channelBits", AT(channelBits)).read_only(),
     };
-    static constexpr Traits traits = HERE.parser("net_cfg_file_info_x2s").sets_inited();
+    static constexpr Traits traits = HERE.parser("net_cfg_file_info_x2s")
+                                         .sets_inited()
+                                         .title("configuration file and its channels",
+                                                "A configuration file on its way, and the channels that it is for.");
 };
 constexpr auto config_file_info_message = describe<ConfigFileInfoFields>();
 
-// "everyday" is compared as a whole and the weekdays by their beginnings, so it stands apart when read.
 constexpr Word reboot_day_list[] = {
-    {0, "everyday", Use::write},
+    {0, "everyday", Use::whole},
     {1, "Sunday"},
     {2, "Monday"},
     {3, "Tuesday"},
@@ -317,40 +330,23 @@ constexpr Word reboot_day_list[] = {
 };
 constexpr auto reboot_days = words<reboot_day_list>();
 
-int read_reboot_day(net_auto_reboot_v20_t &reboot, TiXmlNode *node)
-{
-    constexpr std::size_t longest = 15;
-    const char *text;
-    if (view_text(&text, longest, node) != 0)
-        return -1;
-    if (same_folded(text, "everyday", longest)) {
-        reboot.weekDay = 0;
-        return 0;
-    }
-    const WordTable::Entry *day = find_prefix(reboot_days, text, length_of(text));
-    if (day == nullptr)
-        return -1;
-    reboot.weekDay = day->code;
-    return 0;
-}
-
 struct AutoRebootFields : Description {
     using T = net_auto_reboot_v20_t;
     static constexpr Field fields[] = {
         flag("enable", AT(enable)),
-        custom<read_reboot_day>("weekDay", AT(weekDay)),
+        word("weekDay", AT(weekDay), reboot_days).prefix().upto(15),
         integer("hour", AT(hour)).in(0, 23),
         integer("minute", AT(minute)).in(0, 59),
         integer("second", AT(second)).in(0, 59),
-        word("weekDay", AT(weekDay), reboot_days).write_only(),
     };
-    static constexpr auto written = order("enable", "weekDay", "hour", "minute", "second");
     // Only the writer logs and compares the size.
-    static constexpr Traits traits = HERE.parser("nets_auto_reboot_x2s")
-                                         .writer("nets_auto_reboot_s2x", "AutoReboot")
-                                         .entry(Line::none)
-                                         .write_entry(Line::parser)
-                                         .any_size_read();
+    static constexpr Traits traits =
+        HERE.parser("nets_auto_reboot_x2s")
+            .writer("nets_auto_reboot_s2x", "AutoReboot")
+            .entry(Line::none)
+            .write_entry(Line::parser)
+            .any_size_read()
+            .title("automatic reboot", "The day and the time at which the device restarts by itself.");
 };
 constexpr auto auto_reboot_message = describe<AutoRebootFields>();
 
@@ -361,7 +357,10 @@ struct RestoreFields : Description {
         flag("network", AT(network)), flag("alarm", AT(alarm)),     flag("device", AT(device)),
         flag("system", AT(system)),   flag("wifi", AT(wifi)),       flag("IPC", AT(IPC)),
     };
-    static constexpr Traits traits = HERE.parser("nets_param_restore_cfg_x2s").entry(Line::none).any_size();
+    static constexpr Traits traits = HERE.parser("nets_param_restore_cfg_x2s")
+                                         .entry(Line::none)
+                                         .any_size()
+                                         .title("factory restore", "Which settings go back to those of the factory.");
 };
 constexpr auto restore_message = describe<RestoreFields>();
 
@@ -378,7 +377,8 @@ struct PerformanceFields : Description {
                                          .writer("nets_performance_info_s2x", "PerformanceInfo")
                                          .entry(Line::none)
                                          .write_entry(Line::none)
-                                         .any_size();
+                                         .any_size()
+                                         .title("performance", "How busy the processor and the network are.");
 };
 constexpr auto performance_message = describe<PerformanceFields>();
 
@@ -400,31 +400,20 @@ struct VersionFields : Description {
         counted_text("helpVersion", AT(helpVersion)),
         counted_text("aiVersion", AT(aiVersion)),
     };
-    static constexpr Traits traits = HERE.parser("net_param_version_x2s").entry(Line::none).any_size();
+    static constexpr Traits traits = HERE.parser("net_param_version_x2s")
+                                         .entry(Line::none)
+                                         .any_size()
+                                         .title("versions", "The versions of firmware, hardware and their parts.");
 };
 constexpr auto version_message = describe<VersionFields>();
 
 // Local output ------------------------------------------------------------------------------------
 
-int read_current_resolution(net_resolution_table_v20_t &table, TiXmlNode *node)
-{
-    return get_resolution_from_xmlnode(&table.current, node, nullptr);
-}
-
-int read_listed_resolution(net_resolution_table_v20_t &table, TiXmlNode *node)
-{
-    constexpr int capacity = sizeof table.list / sizeof table.list[0];
-    if (table.count >= capacity || get_resolution_from_xmlnode(&table.list[table.count], node, nullptr) != 0)
-        return -1;
-    ++table.count;
-    return 0;
-}
-
 struct ResolutionListFields : Description {
     using T = net_resolution_table_v20_t;
     static constexpr Field fields[] = {
         preset(AT(count), 0),
-        custom<read_listed_resolution>("resolution", AT(list)).shown(written_resolution),
+        list("resolution", AT(list), resolution_record).counted_by(AT(count)).refuse_more(),
     };
 };
 constexpr auto resolution_list = describe<ResolutionListFields>();
@@ -432,7 +421,7 @@ constexpr auto resolution_list = describe<ResolutionListFields>();
 struct ResolutionTableFields : Description {
     using T = net_resolution_table_v20_t;
     static constexpr Field fields[] = {
-        custom<read_current_resolution>("currentResolution", AT(current)).shown(written_resolution),
+        group("currentResolution", AT(current), resolution_record),
         part("resolutionList", resolution_list),
     };
 };
@@ -476,7 +465,9 @@ struct OutputFields : Description {
         group("dwellTable", AT(dwellTable), dwell_table),
         flag("mute", AT(mute)),
     };
-    static constexpr Traits traits = HERE.parser("net_param_output_cfg_x2s");
+    static constexpr Traits traits =
+        HERE.parser("net_param_output_cfg_x2s")
+            .title("local output", "Resolution, menus, mouse and dwell times of the monitor at the device.");
 };
 constexpr auto output_message = describe<OutputFields>();
 
@@ -492,15 +483,7 @@ int net_xml_device_info_x2s(net_param_t *param, TiXmlNode *node)
 
 int net_xml_device_info_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    const Table &message = device_info_message;
-    if (check_writer(message, param, parent) != 0)
-        return -1;
-    // What is refused behind the check is a language or a date format without a spelling.
-    if (write_message(param, parent, message) != 0) {
-        log_line(Line::writer, NET_HERE, message.writer());
-        return -1;
-    }
-    return 0;
+    return write_message(param, parent, device_info_message);
 }
 
 int nets_sys_general_x2s(net_param_t *param, TiXmlNode *node)
@@ -521,15 +504,8 @@ int nets_param_dst_cfg_x2s(net_param_t *param, TiXmlNode *node)
 // The parent need not be an element: it may be the document itself.
 int nets_dst_cfg_s2x(net_param_t *param, TiXmlNode *parent)
 {
-    if (param == nullptr || parent == nullptr || param->data == nullptr)
-        return -1;
-    auto *root = new_element("Dst", "version");
-    if (write_record(dst_message, param->data, root) != 0) {
-        delete root;
-        return -1;
-    }
-    parent->LinkEndChild(root);
-    return 0;
+    const bool complete = param != nullptr && parent != nullptr && param->data != nullptr;
+    return complete ? append_root(dst_message, param->data, parent) : -1;
 }
 
 int nets_sys_videoform_x2s(net_param_t *param, TiXmlNode *node)
@@ -544,14 +520,7 @@ int net_sys_videoform_cfg_s2x(net_param_t *param, TiXmlElement *parent)
 
 int nets_param_init_hdd_x2s(net_param_t *param, TiXmlNode *node)
 {
-    if (param == nullptr || node == nullptr || param->data == nullptr)
-        return -1;
-    auto &disks = *static_cast<net_hdd_init_v20_t *>(param->data);
-    constexpr int slots = sizeof disks.disk / sizeof disks.disk[0];
-    TiXmlNode *child = node->FirstChild();
-    for (int slot = 0; slot < slots && child != nullptr; ++slot, child = child->NextSibling())
-        read_disk_slot(disks, slot, child);
-    return 0;
+    return parse_message(param, node, disk_slots_message);
 }
 
 int net_param_hdd_cfg_x2s(net_param_t *param, TiXmlNode *node)
@@ -636,7 +605,7 @@ MESSAGES(system, //
                  general_message),
          MESSAGE("dst", nets_param_dst_cfg_init, nets_param_dst_cfg_x2s, nets_dst_cfg_s2x, dst_message),
          HOST_MESSAGE("norm", net_video_form_v20_t, nets_sys_videoform_x2s, net_sys_videoform_cfg_s2x, norm_message),
-         MESSAGE("hdd-init", nets_param_init_hdd_init, nets_param_init_hdd_x2s, nullptr, disk_slots),
+         MESSAGE("hdd-init", nets_param_init_hdd_init, nets_param_init_hdd_x2s, nullptr, disk_slots_message),
          MESSAGE("hdd-info", nets_param_hdd_cfg_init, net_param_hdd_cfg_x2s, nullptr, disks_message),
          HOST_MESSAGE("config-file", net_cfg_file_v20_t, nets_param_cfg_file_x2s, nets_log_s2x, config_file_message),
          HOST_MESSAGE("config-file-info", net_cfg_file_v20_t, net_cfg_file_info_x2s, nullptr, config_file_info_message),

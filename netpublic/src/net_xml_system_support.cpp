@@ -1,12 +1,14 @@
 // The device system: the support and ability descriptions and the heart beat.
-#include "engine.h"
-#include "registry.h"
-#include "tables.h"
-#include "values.h"
+#define NETPUBLIC_LOGGED_AS "net_xml_system.cpp"
+#include "engine/describe.h"
+#include "engine/matching.h"
+#include "engine/registry.h"
+#include "values/tables.h"
 
 #include <net_host.h>
 #include <net_public.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <iterator>
@@ -16,65 +18,45 @@ namespace {
 
 // Linkage features --------------------------------------------------------------------------------
 
-// The codes are bits.
-constexpr Word plug_bit_list[] = {{1, "openClose"}, {2, "duration"}};
-constexpr auto plug_bits = words<plug_bit_list>();
-
-constexpr Word bell_bit_list[] = {
-    {1, "startStop"}, {2, "type"}, {4, "duration"}, {8, "repeatCount"}, {16, "volume"}, {32, "audioID"},
+struct PlugFields : Description {
+    using T = net_iot_linkage_support_t;
+    static constexpr Field fields[] = {
+        bit("openClose", AT(smartPlug), 1),
+        bit("duration", AT(smartPlug), 2),
+    };
+    static constexpr Traits traits = HERE.entry(Line::green_empty).failure(Line::green_empty);
 };
-constexpr auto bell_bits = words<bell_bit_list>();
+constexpr auto plug_record = describe<PlugFields>();
 
-constexpr Word light_bit_list[] = {
-    {64, "openClose"}, {128, "type"}, {256, "flashfreq"}, {512, "duration"}, {1024, "brightness"},
+// Bell and light share a word.
+struct BellFields : Description {
+    using T = net_iot_linkage_support_t;
+    static constexpr Field fields[] = {
+        bit("startStop", AT(alertor), 1),   bit("type", AT(alertor), 2),    bit("duration", AT(alertor), 4),
+        bit("repeatCount", AT(alertor), 8), bit("volume", AT(alertor), 16), bit("audioID", AT(alertor), 32),
+    };
+    static constexpr Traits traits = PlugFields::traits;
 };
-constexpr auto light_bits = words<light_bit_list>();
+constexpr auto bell_record = describe<BellFields>();
 
-int refuse_linkage()
-{
-    log_line(Line::green_empty, NET_HERE, "");
-    return -1;
-}
-
-// Adds the bit of each child that holds another number than 0; a 0 takes none away.
-int read_bits(unsigned int &mask, const WordTable &bits, TiXmlNode *node)
-{
-    for (TiXmlNode *child = node->FirstChild(); child != nullptr; child = child->NextSibling()) {
-        const auto *bit = find_prefix(bits, child->Value(), std::strlen(child->Value()));
-        if (bit == nullptr)
-            continue;
-        int value;
-        if (read_int(&value, child) != 0)
-            return refuse_linkage();
-        if (value != 0)
-            mask |= static_cast<unsigned int>(bit->code);
-    }
-    return 0;
-}
-
-int read_plug(net_iot_linkage_support_t &linkage, TiXmlNode *node)
-{
-    return read_bits(linkage.smartPlug, plug_bits, node);
-}
-
-int read_bell(net_iot_linkage_support_t &linkage, TiXmlNode *node)
-{
-    return read_bits(linkage.alertor, bell_bits, node);
-}
-
-int read_light(net_iot_linkage_support_t &linkage, TiXmlNode *node)
-{
-    return read_bits(linkage.alertor, light_bits, node);
-}
+struct LightFields : Description {
+    using T = net_iot_linkage_support_t;
+    static constexpr Field fields[] = {
+        bit("openClose", AT(alertor), 64), bit("type", AT(alertor), 128),        bit("flashfreq", AT(alertor), 256),
+        bit("duration", AT(alertor), 512), bit("brightness", AT(alertor), 1024),
+    };
+    static constexpr Traits traits = PlugFields::traits;
+};
+constexpr auto light_record = describe<LightFields>();
 
 struct LinkageFields : Description {
     using T = net_iot_linkage_support_t;
     static constexpr Field fields[] = {
-        custom<read_plug>("smartPlug", AT(smartPlug)),
-        custom<read_bell>("alertorBell", AT(alertor)),
-        custom<read_light>("alertorLight", AT(alertor)),
+        part("smartPlug", plug_record),
+        part("alertorBell", bell_record),
+        part("alertorLight", light_record),
     };
-    static constexpr Traits traits = HERE.failure(Line::green_empty);
+    static constexpr Traits traits = PlugFields::traits;
 };
 constexpr auto linkage_record = describe<LinkageFields>();
 
@@ -88,10 +70,24 @@ constexpr auto channel_types = words<channel_type_list>();
 
 using Channel = net_chn_support_v20_t;
 
+// What older devices, which only tell the type, can do.
+void derive_ptz(Channel &channel)
+{
+    constexpr int turns_only = 1, first = 1, last = 5; // 5 has presets, but no patrols
+    const int type = channel.ptzType;
+    if (type < first || type > last)
+        return;
+    channel.ptzPreset = type != turns_only;
+    channel.ptzPatrol = type != turns_only && type != last;
+    channel.ptzTattern = 0;
+    channel.ptzControl = 0;
+    channel.autoPt = 1;
+}
+
 struct ItemFields : Description {
     using T = Channel;
     static constexpr Field fields[] = {
-        integer("chnID", AT(chnID)).in(0, NET_SUPPORT_CHANNELS - 1),
+        place("chnID", AT(chnID)),
         integer("ptzType", AT(ptzType)),
         integer("rfCfg", AT(rfCfg)),
         integer("newRfCfg", AT(newRfCfg)),
@@ -99,7 +95,7 @@ struct ItemFields : Description {
         integer("osdCfg", AT(osdCfg)),
         integer("videoClip", AT(videoClip)),
         integer("dynamicReso", AT(dynamicReso)),
-        integer("ptzPreset", AT(ptzPreset)),
+        integer("ptzPreset", AT(ptzPreset)).absent<derive_ptz>(), // always channel 0's, meant
         integer("ptzPatrol", AT(ptzPatrol)),
         integer("ptzTattern", AT(ptzTattern)),
         integer("ptzControl", AT(ptzControl)),
@@ -144,108 +140,63 @@ struct ItemFields : Description {
         integer("wifiTest", AT(wifiTest)).write_only(),
         constant("mdConfig", 0),
     };
-    // Behind "chnID", which is the record's place and not its member.
     static constexpr auto written = order(
-        "noAudio", "newRfCfg", "videoClip", "osdCfg", "dynamicReso", "aitype", "aiAnimalType", "ptzPreset", "ptzPatrol",
-        "ptzTattern", "ptzType", "ptzControl", "newIspCfg", "audioVersion", "ledCtrl", "ipcAudioTalk", "channelType",
-        "encCtrl", "autoPt", "fishEye", "lightType", "binoCfg", "networkVersion", "timelapse", "battery", "recordCfg",
-        "pushAlarm", "emailVersion", "ftp", "rfVersion", "reboot", "wifiVersion", "doorbellVersion", "snaptlpsVersion",
-        "replayVersion", "aiUpdateAbility", "largeBattery", "batteryMode", "remoteAbility", "thumbnail",
-        "eventTypeVersion", "mdConfig", "snap", "wifiTest", "smartAI");
+        "chnID", "noAudio", "newRfCfg", "videoClip", "osdCfg", "dynamicReso", "aitype", "aiAnimalType", "ptzPreset",
+        "ptzPatrol", "ptzTattern", "ptzType", "ptzControl", "newIspCfg", "audioVersion", "ledCtrl", "ipcAudioTalk",
+        "channelType", "encCtrl", "autoPt", "fishEye", "lightType", "binoCfg", "networkVersion", "timelapse", "battery",
+        "recordCfg", "pushAlarm", "emailVersion", "ftp", "rfVersion", "reboot", "wifiVersion", "doorbellVersion",
+        "snaptlpsVersion", "replayVersion", "aiUpdateAbility", "largeBattery", "batteryMode", "remoteAbility",
+        "thumbnail", "eventTypeVersion", "mdConfig", "snap", "wifiTest", "smartAI");
     static constexpr Traits traits = HERE.parser("get_item_from_xmlnode").failure(Line::plain);
 };
 constexpr auto item_record = describe<ItemFields>();
 
 using Support = tag_net_support_v20_t;
 
-// The record of the channel that a "chnID" names; null when it names none.
-Channel *channel_of(Support &support, TiXmlNode *index)
-{
-    int number;
-    if (read_int(&number, index) != 0 || number < 0 || number >= NET_SUPPORT_CHANNELS)
-        return nullptr;
-    return &support.channel[number];
-}
-
-// The index chooses the record, so it must come in front of everything that is read into it.
-int read_item(Support &support, TiXmlNode *item, int &preset)
-{
-    const Table &table = item_record;
-    Channel *channel = nullptr;
-    unsigned likely = 0;
-    for (TiXmlNode *child = item->FirstChild(); child != nullptr; child = child->NextSibling()) {
-        const unsigned row = find_child(table, child, &likely);
-        if (row == no_row)
-            continue;
-        const std::size_t member = table.row(row).offset;
-        if (member == offsetof(Channel, ptzPreset))
-            preset = 1;
-        else if (member == offsetof(Channel, chnID))
-            channel = channel_of(support, child);
-        if (channel == nullptr) {
-            log_line(Line::plain, table.place(), table.parser());
-            return -1;
-        }
-        if (read_child(table, channel, row, child) != 0)
-            return -1;
-    }
-    return 0;
-}
-
-// What older devices, which only tell the type, can do.
-void derive_ptz(Channel &channel)
-{
-    constexpr int turns_only = 1, first = 1, last = 5; // 5 has presets, but no patrols
-    const int type = channel.ptzType;
-    if (type < first || type > last)
-        return;
-    channel.ptzPreset = type != turns_only;
-    channel.ptzPatrol = type != turns_only && type != last;
-    channel.ptzTattern = 0;
-    channel.ptzControl = 0;
-    channel.autoPt = 1;
-}
-
-int read_items(Support &support, TiXmlNode *item)
-{
-    int preset = 0;
-    if (read_item(support, item, preset) != 0)
-        return -1;
-    // Always channel 0's, whichever channel the item is about. Meant.
-    if (preset == 0)
-        derive_ptz(support.channel[0]);
-    return 0;
-}
-
-int write_items(const Support &support, TiXmlElement *parent)
-{
-    for (int i = 0; i < support.count && i < NET_SUPPORT_CHANNELS; ++i) {
-        TiXmlElement *item = append_element(parent, "item");
-        if (append_int(item, "chnID", i) != 0 || write_record(item_record, &support.channel[i], item) != 0)
-            return -1;
-    }
-    return 0;
-}
-
 // Support -----------------------------------------------------------------------------------------
 
-int append_service(TiXmlElement *parent, const char *name, unsigned int version)
+// A service of the smart home.
+struct Service {
+    const char *name = nullptr;
+    unsigned int version = 0;
+};
+
+struct ServiceFields : Description {
+    using T = Service;
+    static constexpr Field fields[] = {
+        view("name", AT(name)),
+        unsigned_integer("ver", AT(version)),
+    };
+};
+constexpr auto service_record = describe<ServiceFields>();
+
+using Support = tag_net_support_v20_t;
+
+Give give_service(const Support &support, Service &service, const Item &item)
 {
-    if (version == 0)
-        return 0;
-    TiXmlElement *item = append_element(parent, "item");
-    return append_text(item, "name", name) != 0 ? -1 : append_unsigned(item, "ver", version);
+    if (item.index == 0)
+        service = {"googleHome", support.googleHomeVer};
+    else if (item.index == 1)
+        service = {"amazonAlexa", support.amazonAlexaVer};
+    else
+        return Give::ended;
+    return service.version != 0 ? Give::written : Give::left_out;
 }
 
-int write_smart_home(const Support &support, TiXmlElement *parent)
+bool has_cloud_smart_home(const Support &support)
 {
     constexpr int cloud_smart_home = 8;
-    TiXmlElement *home = append_element(parent, "smartHome");
-    if (home == nullptr || ((support.cloudVersion & cloud_smart_home) != 0 && append_int(home, "version", 1) != 0) ||
-        append_service(home, "googleHome", support.googleHomeVer) != 0)
-        return -1;
-    return append_service(home, "amazonAlexa", support.amazonAlexaVer);
+    return (support.cloudVersion & cloud_smart_home) != 0;
 }
+
+struct SmartHomeFields : Description {
+    using T = Support;
+    static constexpr Field fields[] = {
+        constant("version", 1).when<has_cloud_smart_home>(),
+        wires_part<T, nullptr, give_service>("item", service_record, 2),
+    };
+};
+constexpr auto smart_home = describe<SmartHomeFields>();
 
 // A device that does not say which image features it has has all thirteen.
 void preset_image_features(Support &support)
@@ -296,7 +247,7 @@ struct SupportFields : Description {
         integer("wifiVersion", AT(wifiVersion)),
         integer("user", AT(user)),
         integer("batteryMode", AT(batteryMode)),
-        custom<read_items, write_items>("item", AT(channel)).shown(item_record),
+        list("item", AT(channel), item_record).indexed().counted_by(AT(count)), // the count is the host's
         integer("chnType", AT(chnType)).write_only(),
         integer("disk", AT(disk)).write_only(),
         integer("IOTNum", AT(IOTNum)).write_only(),
@@ -334,7 +285,11 @@ struct SupportFields : Description {
         integer("topologyVersion", AT(topologyVersion)).write_only(),
         integer("eventLogVersion", AT(eventLogVersion)).write_only(),
         integer("doorbellVersion", AT(doorbellVersion)).write_only(),
-        custom<nullptr, write_smart_home>("smartHome", AT(cloudVersion)),
+        part("smartHome", smart_home).write_only(),
+    };
+    static constexpr Field also_shown[] = {
+        shown("googleHomeVer", AT(googleHomeVer)),
+        shown("amazonAlexaVer", AT(amazonAlexaVer)),
     };
     static constexpr auto written = order(
         "chnType", "IOInputPortNum", "IOOutputPortNum", "diskNum", "disk", "channelNum", "IOTNum", "audioNum",
@@ -346,191 +301,224 @@ struct SupportFields : Description {
         "switchCtrl", "loginLocked", "snaptlpsEnableCfg", "sceneModeCfg", "linkages", "replayIpcVersion", "IOTLink",
         "netSecurity", "user", "nasVersion", "ledCtrl", "batteryVersion", "videoInspection", "timelapse",
         "topologyVersion", "eventLogVersion", "doorbellVersion", "smartHome", "item");
-    static constexpr Traits traits = HERE.parser("net_support_x2s")
-                                         .writer("net_support_s2x", "Support")
-                                         .before<T, preset_image_features>()
-                                         .failure(Line::plain)
-                                         .any_size_read();
+    static constexpr Traits traits =
+        HERE.parser("net_support_x2s")
+            .writer("net_support_s2x", "Support")
+            .before<T, preset_image_features>()
+            .failure(Line::plain)
+            .any_size_read()
+            .title("supported features",
+                   "Which features the device and each of its channels have, and in which versions.");
 };
 constexpr auto support_message = describe<SupportFields>();
 
 // Abilities ---------------------------------------------------------------------------------------
 
 using Operation = NET_ABILITY_OPERATION_V20_E;
-using DeviceOperations = net_ability_device_t;
-using ChannelOperations = net_ability_channel_t;
 
-// The names as a list, module by module, and for the tools where each operation lies.
-struct DeviceFields : Description {
-    using T = DeviceOperations;
-    static constexpr Field fields[] = {
-        // system
-        integer("general", AT(general)),
-        integer("norm", AT(norm)),
-        integer("version", AT(version)),
-        integer("channelVersion", AT(channelVersion)),
-        integer("uid", AT(uid)),
-        integer("autoReboot", AT(autoReboot)),
-        integer("restore", AT(restore)),
-        integer("reboot", AT(reboot)),
-        integer("shutdown", AT(shutdown)),
-        integer("dst", AT(dst)),
-        integer("log", AT(log)),
-        integer("output", AT(output)),
-        integer("performance", AT(performance)),
-        integer("upgrade", AT(upgrade)),
-        integer("export", AT(systemExport)),
-        integer("import", AT(systemImport)),
-        integer("bootPwd", AT(bootPwd)),
-        integer("polling", AT(polling)),
-        // network
-        integer("port", AT(port)),
-        integer("dns", AT(dns)),
-        integer("email", AT(email)),
-        integer("ftp", AT(ftp)),
-        integer("ftpSchedule", AT(ftpSchedule)),
-        integer("ipFilter", AT(ipFilter)),
-        integer("3g", AT(network3g)),
-        integer("localLink", AT(localLink)),
-        integer("pppoe", AT(pppoe)),
-        integer("upnp", AT(upnp)),
-        integer("wifi", AT(wifi)),
-        integer("ntp", AT(ntp)),
-        integer("netStatus", AT(netStatus)),
-        integer("push", AT(push)),
-        integer("ptop", AT(ptop)),
-        integer("autontp", AT(autontp)),
-        // PTZ
-        integer("control", AT(control)),
-        integer("preset", AT(preset)),
-        integer("cruise", AT(cruise)),
-        integer("track", AT(track)),
-        integer("decoder", AT(decoder)),
-        integer("ptzInfo", AT(ptzInfo)),
-        // IO
-        integer("manualAlarm", AT(manualAlarm)),
-        integer("ioAlarmIn", AT(ioAlarmIn)),
-        integer("ioAlarmOut", AT(ioAlarmOut)),
-        // alarm
-        integer("hddFull", AT(hddFull)),
-        integer("hddError", AT(hddError)),
-        integer("disconnect", AT(disconnect)),
-        integer("ipConflict", AT(ipConflict)),
-        integer("rfAlarm", AT(rfAlarm)),
-        // audio
-        integer("talk", AT(talk)),
-        // security
-        integer("user", AT(user)),
-        integer("userOnline", AT(userOnline)),
-        integer("bootPwd", AT(securityBootPwd)),
-        // disk
-        integer("format", AT(format)),
-        integer("hddCfg", AT(hddCfg)),
-        integer("hddInit", AT(hddInit)),
+// An ability: its module, its name and its operation.
+struct AbilityName {
+    const char *module;
+    Field operation;
+};
+
+// Those without a channel, module by module, in the order in which they are written.
+struct DeviceAbilities {
+    using T = net_ability_device_t;
+    static constexpr AbilityName list[] = {
+        {"system", integer("general", AT(general))},
+        {"system", integer("norm", AT(norm))},
+        {"system", integer("version", AT(version))},
+        {"system", integer("channelVersion", AT(channelVersion))},
+        {"system", integer("uid", AT(uid))},
+        {"system", integer("autoReboot", AT(autoReboot))},
+        {"system", integer("restore", AT(restore))},
+        {"system", integer("reboot", AT(reboot))},
+        {"system", integer("shutdown", AT(shutdown))},
+        {"system", integer("dst", AT(dst))},
+        {"system", integer("log", AT(log))},
+        {"system", integer("output", AT(output))},
+        {"system", integer("performance", AT(performance))},
+        {"system", integer("upgrade", AT(upgrade))},
+        {"system", integer("export", AT(systemExport))},
+        {"system", integer("import", AT(systemImport))},
+        {"system", integer("bootPwd", AT(bootPwd))},
+        {"system", integer("polling", AT(polling))},
+        {"network", integer("port", AT(port))},
+        {"network", integer("dns", AT(dns))},
+        {"network", integer("email", AT(email))},
+        {"network", integer("ftp", AT(ftp))},
+        {"network", integer("ftpSchedule", AT(ftpSchedule))},
+        {"network", integer("ipFilter", AT(ipFilter))},
+        {"network", integer("3g", AT(network3g))},
+        {"network", integer("localLink", AT(localLink))},
+        {"network", integer("pppoe", AT(pppoe))},
+        {"network", integer("upnp", AT(upnp))},
+        {"network", integer("wifi", AT(wifi))},
+        {"network", integer("ntp", AT(ntp))},
+        {"network", integer("netStatus", AT(netStatus))},
+        {"network", integer("push", AT(push))},
+        {"network", integer("ptop", AT(ptop))},
+        {"network", integer("autontp", AT(autontp))},
+        {"PTZ", integer("control", AT(control))},
+        {"PTZ", integer("preset", AT(preset))},
+        {"PTZ", integer("cruise", AT(cruise))},
+        {"PTZ", integer("track", AT(track))},
+        {"PTZ", integer("decoder", AT(decoder))},
+        {"PTZ", integer("ptzInfo", AT(ptzInfo))},
+        {"IO", integer("manualAlarm", AT(manualAlarm))},
+        {"IO", integer("ioAlarmIn", AT(ioAlarmIn))},
+        {"IO", integer("ioAlarmOut", AT(ioAlarmOut))},
+        {"alarm", integer("hddFull", AT(hddFull))},
+        {"alarm", integer("hddError", AT(hddError))},
+        {"alarm", integer("disconnect", AT(disconnect))},
+        {"alarm", integer("ipConflict", AT(ipConflict))},
+        {"alarm", integer("rfAlarm", AT(rfAlarm))},
+        {"audio", integer("talk", AT(talk))},
+        {"security", integer("user", AT(user))},
+        {"security", integer("userOnline", AT(userOnline))},
+        {"security", integer("bootPwd", AT(securityBootPwd))},
+        {"disk", integer("format", AT(format))},
+        {"disk", integer("hddCfg", AT(hddCfg))},
+        {"disk", integer("hddInit", AT(hddInit))},
     };
 };
-constexpr auto device_operations = describe<DeviceFields>();
 
-struct ChannelFields : Description {
-    using T = ChannelOperations;
-    static constexpr Field fields[] = {
-        // streaming
-        integer("preview", AT(preview)),
-        integer("compress", AT(compress)),
-        integer("snap", AT(snap)),
-        integer("rtsp", AT(rtsp)),
-        integer("streamTable", AT(streamTable)),
-        // record
-        integer("download", AT(download)),
-        integer("fileFind", AT(fileFind)),
-        integer("manualRecord", AT(manualRecord)),
-        integer("recordCfg", AT(recordCfg)),
-        integer("recordSchedule", AT(recordSchedule)),
-        integer("subStreamRecord", AT(subStreamRecord)),
-        // alarm
-        integer("motion", AT(motion)),
-        integer("videoLost", AT(videoLost)),
-        integer("hide", AT(hide)),
-        integer("smart", AT(smart)),
-        // image
-        integer("ispBasic", AT(ispBasic)),
-        integer("ispAdvance", AT(ispAdvance)),
-        integer("ledState", AT(ledState)),
-        // video
-        integer("osdName", AT(osdName)),
-        integer("osdTime", AT(osdTime)),
-        integer("shelter", AT(shelter)),
-        // replay
-        integer("replay", AT(replay)),
-        integer("seek", AT(seek)),
+// Those of a channel.
+struct ChannelAbilities {
+    using T = net_ability_channel_t;
+    static constexpr AbilityName list[] = {
+        {"streaming", integer("preview", AT(preview))},
+        {"streaming", integer("compress", AT(compress))},
+        {"streaming", integer("snap", AT(snap))},
+        {"streaming", integer("rtsp", AT(rtsp))},
+        {"streaming", integer("streamTable", AT(streamTable))},
+        {"record", integer("download", AT(download))},
+        {"record", integer("fileFind", AT(fileFind))},
+        {"record", integer("manualRecord", AT(manualRecord))},
+        {"record", integer("recordCfg", AT(recordCfg))},
+        {"record", integer("recordSchedule", AT(recordSchedule))},
+        {"record", integer("subStreamRecord", AT(subStreamRecord))},
+        {"alarm", integer("motion", AT(motion))},
+        {"alarm", integer("videoLost", AT(videoLost))},
+        {"alarm", integer("hide", AT(hide))},
+        {"alarm", integer("smart", AT(smart))},
+        {"image", integer("ispBasic", AT(ispBasic))},
+        {"image", integer("ispAdvance", AT(ispAdvance))},
+        {"image", integer("ledState", AT(ledState))},
+        {"video", integer("osdName", AT(osdName))},
+        {"video", integer("osdTime", AT(osdTime))},
+        {"video", integer("shelter", AT(shelter))},
+        {"replay", integer("replay", AT(replay))},
+        {"replay", integer("seek", AT(seek))},
     };
 };
-constexpr auto channel_operations = describe<ChannelFields>();
 
-// How many of the names above are each module's. The modules stand in the order of their sections.
-struct Module {
-    char name[10];
-    std::uint8_t device, channel;
-};
-constexpr Module modules[] = {
-    {"system", 18, 0},  {"streaming", 0, 5}, {"record", 0, 6}, {"network", 16, 0}, {"PTZ", 6, 0},
-    {"IO", 3, 0},       {"alarm", 5, 4},     {"image", 0, 3},  {"video", 0, 3},    {"audio", 1, 0},
-    {"security", 3, 0}, {"replay", 0, 2},    {"disk", 3, 0},
-};
-static_assert(std::size(modules) == NET_ABILITY_SECTIONS, "one module a section");
+// A name among the others: its length, its characters and a terminator.
+constexpr std::size_t room_of(const AbilityName &ability)
+{
+    return length_of(ability.operation.key) + 2;
+}
 
-// The names one behind the other, each with its terminator.
-template <class D> constexpr std::size_t name_characters()
+template <class Abilities> constexpr std::size_t name_characters()
 {
     std::size_t characters = 0;
-    for (const Field &field : D::fields)
-        characters += length_of(field.key) + 1;
+    for (const AbilityName &ability : Abilities::list)
+        characters += room_of(ability);
     return characters;
 }
 
-template <class D> constexpr auto names_of()
+template <class Abilities> constexpr auto names_of()
 {
-    std::array<char, name_characters<D>()> names{};
+    std::array<char, name_characters<Abilities>()> names{};
     std::size_t at = 0;
-    for (const Field &field : D::fields) {
-        for (const char *from = field.key; *from != '\0'; ++from)
-            names[at++] = *from;
-        ++at;
+    for (const AbilityName &ability : Abilities::list) {
+        const char *name = ability.operation.key;
+        names[at] = static_cast<char>(length_of(name));
+        for (std::size_t i = 0; name[i] != '\0'; ++i)
+            names[at + 1 + i] = name[i];
+        at += room_of(ability);
     }
     return names;
 }
-constexpr auto device_names = names_of<DeviceFields>();
-constexpr auto channel_names = names_of<ChannelFields>();
+constexpr auto device_names = names_of<DeviceAbilities>();
+constexpr auto channel_names = names_of<ChannelAbilities>();
 
-// The writer takes the operations of a record for an array in the order of the names.
-template <class D> constexpr bool stand_in_order()
+// A module's share of a record: where the names begin, and which of the operations are its.
+struct Share {
+    std::uint16_t name;
+    std::uint8_t first, count;
+};
+
+template <class Abilities> constexpr Share share_of(const char *module)
 {
-    std::size_t place = 0;
-    for (const Field &field : D::fields)
-        if (field.offset != place++ * sizeof(Operation))
-            return false;
-    return place * sizeof(Operation) == sizeof(typename D::T);
+    std::size_t name = 0, first = 0, count = 0;
+    for (const AbilityName &ability : Abilities::list) {
+        if (same_text(ability.module, module)) {
+            ++count;
+        } else if (count == 0) {
+            name += room_of(ability);
+            ++first;
+        }
+    }
+    return {narrowed<std::uint16_t>(name), narrowed<std::uint8_t>(first), narrowed<std::uint8_t>(count)};
 }
-static_assert(stand_in_order<DeviceFields>() && stand_in_order<ChannelFields>(), "an operation a name");
 
-// Characters of the longest list of tokens, and whether each name is some module's.
-template <class D> constexpr std::size_t longest_list(std::uint8_t Module::*count)
+struct Module {
+    char name[10];
+    Share device, channel;
+};
+
+constexpr Module module_of(const char *name)
 {
-    std::size_t longest = 0, name = 0;
+    Module module = {{}, share_of<DeviceAbilities>(name), share_of<ChannelAbilities>(name)};
+    for (std::size_t i = 0; name[i] != '\0'; ++i)
+        module.name[i] = name[i];
+    return module;
+}
+
+// In the order of their sections.
+constexpr Module modules[] = {
+    module_of("system"),   module_of("streaming"), module_of("record"), module_of("network"), module_of("PTZ"),
+    module_of("IO"),       module_of("alarm"),     module_of("image"),  module_of("video"),   module_of("audio"),
+    module_of("security"), module_of("replay"),    module_of("disk"),
+};
+static_assert(std::size(modules) == NET_ABILITY_SECTIONS, "one module a section");
+
+// A record is written as an array of operations: they lie in the order of their names, and those of a module stand
+// together. All of them are some module's.
+template <class Abilities> constexpr bool stand_in_order(Share Module::*share)
+{
+    std::size_t place = 0, shared = 0;
+    for (const AbilityName &ability : Abilities::list)
+        if (ability.operation.offset != place++ * sizeof(Operation))
+            return false;
+    for (const Module &module : modules)
+        for (std::size_t i = 0; i < (module.*share).count; ++i, ++shared)
+            if (!same_text(Abilities::list[(module.*share).first + i].module, module.name))
+                return false;
+    return shared == place && place * sizeof(Operation) == sizeof(typename Abilities::T);
+}
+static_assert(stand_in_order<DeviceAbilities>(&Module::device) && stand_in_order<ChannelAbilities>(&Module::channel),
+              "an operation a name");
+
+// Characters of a module's longest list of tokens.
+template <class Abilities> constexpr std::size_t longest_list(Share Module::*share)
+{
+    std::size_t longest = 0;
     for (const Module &module : modules) {
         std::size_t length = 0;
-        for (unsigned int i = 0; i < module.*count; ++i)
-            length += length_of(D::fields[name++].key) + length_of(", _rw");
+        for (std::size_t i = 0; i < (module.*share).count; ++i)
+            length += length_of(Abilities::list[(module.*share).first + i].operation.key) + length_of(", _rw");
         longest = length > longest ? length : longest;
     }
-    return name == std::size(D::fields) ? longest : 0;
+    return longest;
 }
 constexpr std::size_t list_size = 512;
-constexpr std::size_t longest_device_list = longest_list<DeviceFields>(&Module::device);
-static_assert(longest_list<ChannelFields>(&Module::channel) != 0 &&
-                  longest_list<ChannelFields>(&Module::channel) <= longest_device_list,
+constexpr std::size_t longest_device_list = longest_list<DeviceAbilities>(&Module::device);
+static_assert(longest_list<ChannelAbilities>(&Module::channel) <= longest_device_list,
               "the device's lists are the longest");
-static_assert(longest_device_list != 0 && longest_device_list < list_size, "no list is cut");
+static_assert(longest_device_list < list_size, "no list is cut");
 
 // Appends what fits in front of `end`.
 char *append_cut(char *to, const char *end, const char *text)
@@ -560,124 +548,186 @@ bool has_token(Operation operation)
     return operation >= NET_ABILITY_OPERATION_RO && operation <= NET_ABILITY_OPERATION_BUTT;
 }
 
-// A module's share of a record: its names and its operations.
-struct Share {
-    const char *names;
-    const Operation *operations;
-    unsigned int count;
-};
-
-// Behind the share, the next module's begins.
-Share behind(Share share)
-{
-    for (; share.count != 0; --share.count) {
-        share.names += std::strlen(share.names) + 1;
-        ++share.operations;
-    }
-    return share;
-}
-
-constexpr int no_channel = -1;
-
-int append_share(TiXmlElement *module, int channel, Share share)
-{
-    char list[longest_device_list + 1];
-    char *end = list;
-    *end = '\0';
-    for (; share.count != 0; --share.count, ++share.operations) {
-        if (has_token(*share.operations) &&
-            append_token(end, std::end(list) - 1, end == list, share.names, *share.operations) != 0)
-            return -1;
-        share.names += std::strlen(share.names) + 1;
-    }
-    TiXmlElement *element = append_element(module, "subModule");
-    if (channel != no_channel && append_int(element, "channelId", channel) != 0)
-        return -1;
-    return append_text(element, "abilityValue", list);
-}
-
-// What the module has without a channel, then channel by channel.
-int append_module(TiXmlElement *module, const Share &device, const Share &first_channel, int channels)
-{
-    if (module == nullptr)
-        return -1;
-    if (device.count != 0 && append_share(module, no_channel, device) != 0)
-        return -1;
-    Share share = first_channel;
-    for (int channel = 0; share.count != 0 && channel < channels; ++channel) {
-        if (append_share(module, channel, share) != 0)
-            return -1;
-        share.operations += std::size(ChannelFields::fields);
-    }
-    return 0;
-}
-
 using Ability = net_ability_v20_t;
 
-int write_modules(const Ability &ability, TiXmlElement *parent)
+// A module's element.
+struct ModuleElement {
+    Ability *target = nullptr; // that is read into
+    const Ability *source = nullptr;
+    const Module *module = nullptr; // that is written, for so many channels
+    unsigned channels = 0;
+
+    ModuleElement() = default;
+    explicit ModuleElement(Ability &ability) : target(&ability) {}
+};
+
+// Its abilities on a channel, or without one.
+struct SubModule {
+    int channelId = 0; // what names no channel is channel 0's
+    const char *tokens = "";
+};
+struct WrittenSubModule : SubModule {
+    char list[longest_device_list + 1];
+
+    WrittenSubModule() {} // the list is not cleared
+    Give give(const char *names, const void *operations, Share share);
+};
+
+// The tokens of a module's share of the names and operations.
+Give WrittenSubModule::give(const char *names, const void *operations, Share share)
 {
-    const int wired = sc_get_channel_num();
-    const int channels = wired < NET_SUPPORT_CHANNELS ? wired : NET_SUPPORT_CHANNELS;
-    Share device = {device_names.data(), reinterpret_cast<const Operation *>(&ability.device), 0};
-    Share channel = {channel_names.data(), reinterpret_cast<const Operation *>(ability.channel), 0};
-    for (int i = 0; i < NET_ABILITY_SECTIONS; ++i) {
-        device.count = modules[i].device;
-        channel.count = modules[i].channel;
-        if (ability.section[i] != 0 &&
-            append_module(append_element(parent, modules[i].name), device, channel, channels) != 0)
-            return -1;
-        device = behind(device);
-        channel = behind(channel);
-    }
+    const Operation *operation = static_cast<const Operation *>(operations) + share.first;
+    char *end = list;
+    *end = '\0';
+    names += share.name;
+    for (; share.count != 0; --share.count, ++operation, names += *names + 2)
+        if (has_token(*operation) && append_token(end, std::end(list) - 1, end == list, names + 1, *operation) != 0)
+            return Give::failed;
+    tokens = list;
+    return Give::written;
+}
+
+// Only "image" is read.
+int take_sub_module(ModuleElement &element, const SubModule &sub)
+{
+    net_ability_channel_t &channel = element.target->channel[sub.channelId];
+    // The parameter is not const, but the text is only searched.
+    char *list = const_cast<char *>(sub.tokens);
+    make_string_to_enum(list, "ledState", channel.ledState);
+    make_string_to_enum(list, "ispBasic", channel.ispBasic);
+    make_string_to_enum(list, "ispAdvance", channel.ispAdvance);
     return 0;
 }
 
-struct ImageText {
-    int channelId;
-    const char *operations;
-};
+Give give_device(const ModuleElement &element, WrittenSubModule &sub)
+{
+    const Share &share = element.module->device;
+    return share.count != 0 ? sub.give(device_names.data(), &element.source->device, share) : Give::left_out;
+}
 
-struct ImageFields : Description {
-    using T = ImageText;
+Give give_channel(const ModuleElement &element, WrittenSubModule &sub, const Item &item)
+{
+    const Share &share = element.module->channel;
+    if (share.count == 0 || item.index >= element.channels)
+        return Give::ended;
+    sub.channelId = static_cast<int>(item.index);
+    return sub.give(channel_names.data(), &element.source->channel[item.index], share);
+}
+
+struct SubModuleFields : Description {
+    using T = SubModule;
     static constexpr Field fields[] = {
         integer("channelId", AT(channelId)).in(0, 15).complain("get channelId failed!\n"),
-        view("abilityValue", AT(operations)).upto(list_size - 1).complain("get cString failed!\n"),
+        view("abilityValue", AT(tokens))
+            .upto(list_size - 1)
+            .complain("get cString failed!\n")
+            .accepts("names that end in _ro or _rw; ledState, ispBasic and ispAdvance are looked for"),
     };
     static constexpr Traits traits = HERE;
 };
-constexpr auto image_text = describe<ImageFields>();
+constexpr auto sub_module = describe<SubModuleFields>();
 
-// Each child, whatever its name, is one channel's; one that names no channel is channel 0's.
-int read_image(Ability &ability, TiXmlNode *node)
+struct DeviceSubModuleFields : Description {
+    using T = SubModule;
+    static constexpr Field fields[] = {view("abilityValue", AT(tokens)).write_only()};
+};
+constexpr auto device_sub_module = describe<DeviceSubModuleFields>();
+
+// What the module has without a channel, then channel by channel. Of what is read, each child is a "subModule",
+// whatever its name.
+struct ModuleFields : Description {
+    using T = ModuleElement;
+    static constexpr Field fields[] = {
+        wire_part<T, nullptr, give_device>("subModule", device_sub_module),
+        wires_part<T, take_sub_module, give_channel>("subModule", sub_module),
+    };
+    static constexpr Traits traits = Traits{}.any_name();
+};
+constexpr auto module_element = describe<ModuleFields>();
+
+// Its sub-modules have been stored as they were read.
+int take_module(Ability &, const ModuleElement &)
 {
-    for (TiXmlNode *child = node->FirstChild(); child != nullptr; child = child->NextSibling()) {
-        if (!is_element(child))
-            continue; // a comment would clear channel 0's
-        ImageText text = {0, ""};
-        if (read_record(image_text, &text, child) != 0)
-            return -1;
-        ChannelOperations &channel = ability.channel[text.channelId];
-        // The parameter is not const, but the text is only searched.
-        char *list = const_cast<char *>(text.operations);
-        make_string_to_enum(list, "ledState", channel.ledState);
-        make_string_to_enum(list, "ispBasic", channel.ispBasic);
-        make_string_to_enum(list, "ispAdvance", channel.ispAdvance);
-    }
     return 0;
 }
 
-// All modules are written, but only "image" is read.
+Give give_module(const Ability &ability, ModuleElement &element, const Item &item)
+{
+    element.source = &ability;
+    element.module = modules;
+    while (std::strcmp(element.module->name, item.key) != 0)
+        ++element.module;
+    element.channels = static_cast<unsigned>(std::clamp<int>(sc_get_channel_num(), 0, NET_SUPPORT_CHANNELS));
+    return Give::written;
+}
+
+template <auto take = nullptr> constexpr Field module(const char *name, Member<Ability, int> section)
+{
+    return wire_part<Ability, take, give_module>(name, module_element).when(section);
+}
+
+// The payload's own rows, for the tools.
+template <class Abilities> constexpr auto operations_of()
+{
+    std::array<Field, std::size(Abilities::list)> fields{};
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        fields[i] = Abilities::list[i].operation;
+    return fields;
+}
+template <class Abilities> struct OperationFields : Description {
+    using T = typename Abilities::T;
+    static constexpr auto fields = operations_of<Abilities>();
+};
+constexpr auto device_operations = describe<OperationFields<DeviceAbilities>>();
+constexpr auto channel_operations = describe<OperationFields<ChannelAbilities>>();
+
+struct AbilityLayout : Description {
+    using T = Ability;
+    static constexpr Field fields[] = {
+        text("userName", AT(userName)),
+        shown("section", AT(section)),
+        group("device", AT(device), device_operations),
+        list("channel", AT(channel), channel_operations),
+    };
+};
+constexpr auto ability_layout = describe<AbilityLayout>();
+
+// All modules are written, each if its section is asked for, but only "image" is read.
 struct AbilityFields : Description {
     using T = Ability;
     static constexpr Field fields[] = {
         text("userName", AT(userName)).write_only(),
-        custom<nullptr, write_modules>("system", AT(device)).shown(device_operations),
-        custom<read_image>("image", AT(channel)).shown(channel_operations),
+        module("system", AT(section[NET_ABILITY_SECTION_SYSTEM])),
+        module("streaming", AT(section[NET_ABILITY_SECTION_STREAMING])),
+        module("record", AT(section[NET_ABILITY_SECTION_RECORD])),
+        module("network", AT(section[NET_ABILITY_SECTION_NETWORK])),
+        module("PTZ", AT(section[NET_ABILITY_SECTION_PTZ])),
+        module("IO", AT(section[NET_ABILITY_SECTION_IO])),
+        module("alarm", AT(section[NET_ABILITY_SECTION_ALARM])),
+        module<take_module>("image", AT(section[NET_ABILITY_SECTION_IMAGE])),
+        module("video", AT(section[NET_ABILITY_SECTION_VIDEO])),
+        module("audio", AT(section[NET_ABILITY_SECTION_AUDIO])),
+        module("security", AT(section[NET_ABILITY_SECTION_SECURITY])),
+        module("replay", AT(section[NET_ABILITY_SECTION_REPLAY])),
+        module("disk", AT(section[NET_ABILITY_SECTION_DISK])),
     };
-    static constexpr Traits traits =
-        HERE.parser("net_ability_x2s").writer("net_ability_s2x", "AbilityInfo").any_size_read();
+    static constexpr Traits traits = HERE.parser("net_ability_x2s")
+                                         .writer("net_ability_s2x", "AbilityInfo")
+                                         .entry(Line::null_error)
+                                         .any_size_read()
+                                         .layout(ability_layout)
+                                         .title("abilities", "Which operations a user may perform, module by module.");
 };
 constexpr auto ability_message = describe<AbilityFields>();
+
+constexpr bool rows_are_modules()
+{
+    for (std::size_t i = 0; i < std::size(modules); ++i)
+        if (!same_text(AbilityFields::fields[i + 1].key, modules[i].name))
+            return false;
+    return std::size(AbilityFields::fields) == std::size(modules) + 1;
+}
+static_assert(rows_are_modules(), "give_module() finds every row's module");
 
 // Heart beat --------------------------------------------------------------------------------------
 
@@ -685,43 +735,25 @@ struct HeartBeatFields : Description {
     using T = net_heart_beat_t;
     static constexpr Field fields[] = {
         integer("size", AT(size)).at_least(0),
-        integer("sec", AT(sec)).at_least(0).quiet(),
-        integer("usec", AT(usec)).at_least(0).quiet(),
+        // The two lines differ by a blank.
+        integer("sec", AT(sec))
+            .at_least(0)
+            .required()
+            .quiet()
+            .complain_plainly("Func(nets_param_heart_beat_x2s) Line(%2$d) %1$d\n"),
+        integer("usec", AT(usec))
+            .at_least(0)
+            .required()
+            .quiet()
+            .complain_plainly("Func(nets_param_heart_beat_x2s) Line(%2$d) %1$d \n"),
     };
-    static constexpr Traits traits = HERE.parser("nets_param_heart_beat_x2s").failure(Line::plain).any_size();
+    static constexpr Traits traits = HERE.parser("nets_param_heart_beat_x2s")
+                                         .failure(Line::plain)
+                                         .missing("0 == fSec || 0 == fUsec\n")
+                                         .any_size()
+                                         .title("heart beat", "The peer is there; its size and its time.");
 };
 constexpr auto heart_beat_message = describe<HeartBeatFields>();
-
-enum HeartBeatRow : unsigned { row_size, row_sec, row_usec };
-
-// The two lines differ by a blank.
-void log_refused_beat(unsigned row, const net_heart_beat_t &beat)
-{
-    if (row == row_sec)
-        log_plain("Func(%s) Line(%d) %d\n", "nets_param_heart_beat_x2s", __LINE__, beat.sec);
-    else if (row == row_usec)
-        log_plain("Func(%s) Line(%d) %d \n", "nets_param_heart_beat_x2s", __LINE__, beat.usec);
-}
-
-int read_heart_beat(net_heart_beat_t &beat, TiXmlNode *node)
-{
-    unsigned likely = 0;
-    bool seen[3] = {};
-    for (TiXmlNode *child = node->FirstChild(); child != nullptr; child = child->NextSibling()) {
-        const unsigned row = find_child(heart_beat_message, child, &likely);
-        if (row == no_row)
-            continue;
-        if (read_child(heart_beat_message, &beat, row, child) != 0) {
-            log_refused_beat(row, beat);
-            return -1;
-        }
-        seen[row] = true;
-    }
-    if (seen[row_sec] && seen[row_usec])
-        return 0;
-    log_error(NET_HERE, "0 == fSec || 0 == fUsec\n");
-    return -1;
-}
 
 } // namespace
 } // namespace netpublic
@@ -740,36 +772,38 @@ int net_support_s2x(net_param_t *param, TiXmlElement *parent)
 
 int get_item_from_xmlnode(tag_net_support_v20_t *support, TiXmlNode *node, char *key, int *ptzPreset)
 {
-    return ptzPreset != nullptr && is_component(support, node, key) ? read_item(*support, node, *ptzPreset) : -1;
+    if (ptzPreset == nullptr || !is_component(support, node, key))
+        return -1;
+    std::uint32_t seen;
+    const int result = read_indexed(item_record, support->channel, NET_SUPPORT_CHANNELS, node, &seen);
+    if ((seen >> find_key(item_record, "ptzPreset", 0) & 1) != 0)
+        *ptzPreset = 1;
+    return result;
 }
 
 int get_iot_support_from_xmlnode(tag_net_support_v20_t *support, TiXmlNode *node)
 {
-    return is_component(support, node, nullptr) ? read_record(linkage_record, &support->IOTsupport, node)
-                                                : refuse_linkage();
+    return read_component_logged(support != nullptr ? &support->IOTsupport : nullptr, node, nullptr, linkage_record);
 }
 
 int get_smartPlug_from_xmlnode(net_iot_linkage_support_t *support, TiXmlNode *node)
 {
-    return is_component(support, node, nullptr) ? read_plug(*support, node) : refuse_linkage();
+    return read_component_logged(support, node, nullptr, plug_record);
 }
 
 int get_alertorBell_from_xmlnode(net_iot_linkage_support_t *support, TiXmlNode *node)
 {
-    return is_component(support, node, nullptr) ? read_bell(*support, node) : refuse_linkage();
+    return read_component_logged(support, node, nullptr, bell_record);
 }
 
 int get_alertorLight_from_xmlnode(net_iot_linkage_support_t *support, TiXmlNode *node)
 {
-    return is_component(support, node, nullptr) ? read_light(*support, node) : refuse_linkage();
+    return read_component_logged(support, node, nullptr, light_record);
 }
 
 int net_ability_x2s(net_param_t *param, TiXmlNode *node)
 {
-    if (param != nullptr && node != nullptr && param->data != nullptr)
-        return read_record(ability_message, param->data, node);
-    log_error(NET_HERE, "arguments are null.\n");
-    return -1;
+    return parse_message(param, node, ability_message);
 }
 
 int net_ability_s2x(net_param_t *param, TiXmlElement *parent)
@@ -804,7 +838,7 @@ int make_string_to_enum(char *list, char const *name, NET_ABILITY_OPERATION_V20_
     }
     const std::size_t length = std::strlen(name);
     for (const char *at = list; *at != '\0' && op != NET_ABILITY_OPERATION_RW; ++at) {
-        if (!same_folded(at, name, length))
+        if (length != 0 && !(alike(*at, *name) && same_folded(at, name, length)))
             continue;
         if (same_folded(at + length, "_rw", 3))
             op = NET_ABILITY_OPERATION_RW; // counts more than a "_ro", wherever that is
@@ -816,9 +850,7 @@ int make_string_to_enum(char *list, char const *name, NET_ABILITY_OPERATION_V20_
 
 int nets_param_heart_beat_x2s(net_param_t *param, TiXmlNode *node)
 {
-    if (check_parser(heart_beat_message, param, node) != 0)
-        return -1;
-    return read_heart_beat(*static_cast<net_heart_beat_t *>(param->data), node);
+    return parse_message(param, node, heart_beat_message);
 }
 
 MESSAGES(support, //

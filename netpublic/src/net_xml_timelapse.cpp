@@ -1,9 +1,8 @@
 // Time-lapse recording: configuration, calendar, tasks, file search, download, deletion, cover.
-#include "engine.h"
-#include "records.h"
-#include "registry.h"
-#include "tables.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/records.h"
+#include "engine/registry.h"
+#include "values/tables.h"
 
 #include <net_public.h>
 
@@ -20,17 +19,12 @@ constexpr auto task_states = words<task_state_list>();
 constexpr char too_many_items[] = "func:%s line:%d too many items\n";
 
 // An unknown type or stream is logged and replaced when it is read, and refused when it is written.
-template <class Record> constexpr Field read_task_type(Member<Record, int> member)
+template <class Record> constexpr Field task_type(Member<Record, int> member)
 {
     return word("taskType", member, task_types)
         .otherwise(NET_TIMELAPSE_JPEG)
         .complain("timelapse file type err:%s\n")
-        .read_only();
-}
-
-template <class Record> constexpr Field written_task_type(Member<Record, int> member)
-{
-    return word("taskType", member, task_types).complain("timelapse xml file type err:%d\n").write_only();
+        .code_line("timelapse xml file type err:%d\n");
 }
 
 // A failure anywhere in a message is one line of the message's own; the size is the host's affair.
@@ -59,14 +53,12 @@ struct ConfigurationItemFields : Description {
         text("id", AT(id)),
         text("properties", AT(properties)),
         integer("saveLocation", AT(saveLocation)),
-        read_task_type(AT(taskType)),
-        written_task_type(AT(taskType)),
+        task_type(AT(taskType)),
         integer("neverEnd", AT(neverEnd)),
         word("streamType", AT(streamType), video_streams)
             .otherwise(0)
             .complain("timelapse stream type err:%s\n")
-            .read_only(),
-        word("streamType", AT(streamType), video_streams).complain("timelapse xml stream type err:%d\n").write_only(),
+            .code_line("timelapse xml stream type err:%d\n"),
         integer("interval", AT(interval)),
         integer("frameRate", AT(frameRate)),
         integer("buseThumbnail", AT(buseThumbnail)),
@@ -89,7 +81,10 @@ struct ConfigurationFields : Description {
         list("item", AT(item), configuration_item).complain(too_many_items),
     };
     static constexpr Traits traits =
-        message_at(HERE).parser("net_timelapse_cfg_x2s").writer("net_timelapse_cfg_s2x", "timelapseCfg");
+        message_at(HERE)
+            .parser("net_timelapse_cfg_x2s")
+            .writer("net_timelapse_cfg_s2x", "timelapseCfg")
+            .title("time-lapse recording settings", "When and how a channel makes time-lapse films or pictures.");
 };
 constexpr auto configuration_message = describe<ConfigurationFields>();
 
@@ -111,7 +106,10 @@ struct DateFields : Description {
         list("item", AT(item), date_item).counted_by(AT(itemCount)).complain(too_many_items),
     };
     static constexpr Traits traits =
-        message_at(HERE).parser("net_timelapse_date_x2s").writer("net_timelapse_date_s2x", "timelapseDateTbl");
+        message_at(HERE)
+            .parser("net_timelapse_date_x2s")
+            .writer("net_timelapse_date_s2x", "timelapseDateTbl")
+            .title("time-lapse calendar", "On which days of which years a time-lapse task has material.");
 };
 constexpr auto date_message = describe<DateFields>();
 
@@ -121,11 +119,9 @@ struct TaskItemFields : Description {
     using T = net_timelapse_task_item_t;
     static constexpr Field fields[] = {
         text("id", AT(id)),
-        read_task_type(AT(taskType)),
-        written_task_type(AT(taskType)),
+        task_type(AT(taskType)),
         text("properties", AT(properties)),
-        word("taskState", AT(taskState), task_states).read_only(),
-        word("taskState", AT(taskState), task_states).complain("timelapse xml task state err:%d\n").write_only(),
+        word("taskState", AT(taskState), task_states).code_line("timelapse xml task state err:%d\n"),
     };
     static constexpr Traits traits = HERE;
 };
@@ -139,8 +135,10 @@ struct TaskFields : Description {
         text("uid", AT(uid)),
         list("item", AT(item), task_item).counted_by(AT(itemCount)).complain(too_many_items),
     };
-    static constexpr Traits traits =
-        message_at(HERE).parser("net_timelapse_task_x2s").writer("net_timelapse_task_s2x", "timelapseTasks");
+    static constexpr Traits traits = message_at(HERE)
+                                         .parser("net_timelapse_task_x2s")
+                                         .writer("net_timelapse_task_s2x", "timelapseTasks")
+                                         .title("time-lapse tasks", "The tasks of a device and their states.");
 };
 constexpr auto task_message = describe<TaskFields>();
 
@@ -148,15 +146,13 @@ constexpr auto task_message = describe<TaskFields>();
 
 using Search = net_timelapse_file_t;
 using File = net_timelapse_file_item_t;
-using Original = net_timelapse_original_t;
-using Thumbnail = net_timelapse_thumbnail_t;
 
 // Fewer than the parser holds: a longer result takes several messages.
 constexpr int most_files_written = 40;
 
 // The width is read as "resoWidth" and written as "resowidth"; peers know both.
 struct OriginalFields : Description {
-    using T = Original;
+    using T = net_timelapse_original_t;
     static constexpr Field fields[] = {
         text("id", AT(id)),
         text("fileName", AT(fileName)),
@@ -176,22 +172,9 @@ struct OriginalFields : Description {
 };
 constexpr auto original = describe<OriginalFields>();
 
-// The full picture of a jpeg task; only written.
-struct PictureFields : Description {
-    using T = Original;
-    static constexpr Field fields[] = {
-        text("id", AT(id)),
-        text("fileName", AT(fileName)),
-        integer("resoHight", AT(resoHight)),
-        integer("resowidth", AT(resoWidth)),
-        unsigned_longlong("size", AT(size)),
-        integer("encrypted", AT(encrypted)),
-    };
-};
-constexpr auto picture = describe<PictureFields>();
-
-struct ThumbnailFields : Description {
-    using T = Thumbnail;
+// A picture: the small one, or the full one of a jpeg task, which is only written.
+template <class Picture> struct PictureFields : Description {
+    using T = Picture;
     static constexpr Field fields[] = {
         text("id", AT(id)),
         text("fileName", AT(fileName)),
@@ -202,49 +185,54 @@ struct ThumbnailFields : Description {
         integer("encrypted", AT(encrypted)),
     };
 };
-constexpr auto thumbnail = describe<ThumbnailFields>();
+constexpr auto thumbnail = describe<PictureFields<net_timelapse_thumbnail_t>>();
+constexpr auto full_picture = describe<PictureFields<net_timelapse_original_t>>();
 
-int read_original(File &file, TiXmlNode *node)
+template <int flag> int add_flag(File &file)
 {
-    if (read_record(original, &file.original, node) != 0)
-        return -1;
-    file.flags |= NET_TIMELAPSE_FILE_ORIGINAL;
+    file.flags |= flag;
     return 0;
 }
 
-int read_thumbnail(File &file, TiXmlNode *node)
+template <int flag> bool has_flag(const File &file)
 {
-    if (read_record(thumbnail, &file.thumbnail, node) != 0)
-        return -1;
-    file.flags |= NET_TIMELAPSE_FILE_THUMBNAIL;
-    return 0;
+    return (file.flags & flag) != 0;
 }
 
 struct FileFields : Description {
     using T = File;
     static constexpr Field fields[] = {
         preset(AT(flags), 0),
-        custom<read_original>("original", AT(original)).shown(original),
-        custom<read_thumbnail>("thumbnail", AT(thumbnail)).shown(thumbnail),
+        group("original", AT(original), original).then<add_flag<NET_TIMELAPSE_FILE_ORIGINAL>>(),
+        group("thumbnail", AT(thumbnail), thumbnail).then<add_flag<NET_TIMELAPSE_FILE_THUMBNAIL>>(),
     };
 };
 constexpr auto file_item = describe<FileFields>();
 
-int write_files(const Search &search, TiXmlElement *parent)
+// Of a film, the film is written whatever the flags say, and nothing else.
+struct FilmFields : Description {
+    using T = File;
+    static constexpr Field fields[] = {group("original", AT(original), original).write_only()};
+};
+constexpr auto film_item = describe<FilmFields>();
+
+struct PictureItemFields : Description {
+    using T = File;
+    static constexpr Field fields[] = {
+        group("original", AT(original), full_picture).when<has_flag<NET_TIMELAPSE_FILE_ORIGINAL>>().write_only(),
+        group("thumbnail", AT(thumbnail), thumbnail).when<has_flag<NET_TIMELAPSE_FILE_THUMBNAIL>>().write_only(),
+    };
+};
+constexpr auto picture_item = describe<PictureItemFields>();
+
+bool is_film(const Search &search)
 {
-    for (int index = 0; index < search.itemCount && index < most_files_written; ++index) {
-        const File &file = search.item[index];
-        TiXmlElement *item = append_element(parent, "item");
-        const bool film = search.taskType == NET_TIMELAPSE_MP4;
-        const Table &full = film ? original.table() : picture.table();
-        if (item == nullptr || ((film || (file.flags & NET_TIMELAPSE_FILE_ORIGINAL) != 0) &&
-                                write_record(full, &file.original, append_element(item, "original")) != 0))
-            return -1;
-        if (!film && (file.flags & NET_TIMELAPSE_FILE_THUMBNAIL) != 0 &&
-            write_record(thumbnail, &file.thumbnail, append_element(item, "thumbnail")) != 0)
-            return -1;
-    }
-    return 0;
+    return search.taskType == NET_TIMELAPSE_MP4;
+}
+
+bool is_picture(const Search &search)
+{
+    return !is_film(search);
 }
 
 struct SearchFields : Description {
@@ -258,17 +246,29 @@ struct SearchFields : Description {
         integer("fromWhere", AT(fromWhere)).read_only(),
         group("startTime", AT(startTime), time_record).read_only(),
         group("endTime", AT(endTime), time_record).read_only(),
-        read_task_type(AT(taskType)),
-        written_task_type(AT(taskType)),
+        task_type(AT(taskType)),
         integer("totalNum", AT(totalNum)),
         integer("finished", AT(finished)),
         list("item", AT(item), file_item).counted_by(AT(itemCount)).complain(too_many_items).read_only(),
-        custom<nullptr, write_files>("item", AT(item)).shown(file_item),
+        list("item", AT(item), film_item)
+            .counted_by(AT(itemCount))
+            .when<is_film>()
+            .write_only()
+            .first(most_files_written),
+        list("item", AT(item), picture_item)
+            .counted_by(AT(itemCount))
+            .when<is_picture>()
+            .write_only()
+            .first(most_files_written),
     };
     static constexpr auto written =
-        order("channelId", "handle", "totalNum", "finished", "uid", "id", "taskType", "item");
+        order("channelId", "handle", "totalNum", "finished", "uid", "id", "taskType", "item", "item");
     static constexpr Traits traits =
-        message_at(HERE).parser("net_timelapse_file_x2s").writer("net_timelapse_file_s2x", "timelapseFileSearch");
+        message_at(HERE)
+            .parser("net_timelapse_file_x2s")
+            .writer("net_timelapse_file_s2x", "timelapseFileSearch")
+            .title("time-lapse file search",
+                   "Which films or pictures of a task are searched for; the reply holds at most 40 of them.");
 };
 constexpr auto search_message = describe<SearchFields>();
 
@@ -278,13 +278,14 @@ struct DownloadFields : Description {
     using T = net_timelapse_download_t;
     static constexpr Field fields[] = {
         text("id", AT(id)),
-        read_task_type(AT(taskType)),
-        written_task_type(AT(taskType)),
+        task_type(AT(taskType)),
         text("position", AT(position)),
     };
-    static constexpr auto written = order("id", "taskType", "position");
     static constexpr Traits traits =
-        message_at(HERE).parser("net_timelapse_download_x2s").writer("net_timelapse_download_s2x", "timelapseDownload");
+        message_at(HERE)
+            .parser("net_timelapse_download_x2s")
+            .writer("net_timelapse_download_s2x", "timelapseDownload")
+            .title("time-lapse download", "Which file of a task is fetched, and from where on.");
 };
 constexpr auto download_message = describe<DownloadFields>();
 
@@ -293,7 +294,8 @@ struct TaskDeletionFields : Description {
     static constexpr Field fields[] = {text("uid", AT(uid)), text("id", AT(id))};
     static constexpr Traits traits = message_at(HERE)
                                          .parser("net_timelapse_task_delete_x2s")
-                                         .writer("net_timelapse_task_delete_s2x", "timelapseTaskDel");
+                                         .writer("net_timelapse_task_delete_s2x", "timelapseTaskDel")
+                                         .title("time-lapse task deletion", "Deletes a task together with its files.");
 };
 constexpr auto task_deletion_message = describe<TaskDeletionFields>();
 
@@ -307,14 +309,13 @@ struct FileDeletionFields : Description {
     using T = net_timelapse_file_delete_t;
     static constexpr Field fields[] = {
         preset(AT(itemCount), 0),
-        read_task_type(AT(taskType)),
-        written_task_type(AT(taskType)),
+        task_type(AT(taskType)),
         list("item", AT(item), deleted_file).counted_by(AT(itemCount)).complain(too_many_items),
     };
-    static constexpr auto written = order("taskType", "item");
     static constexpr Traits traits = message_at(HERE)
                                          .parser("net_timelapse_file_delete_x2s")
-                                         .writer("net_timelapse_file_delete_s2x", "timelapseFileDel");
+                                         .writer("net_timelapse_file_delete_s2x", "timelapseFileDel")
+                                         .title("time-lapse file deletion", "Deletes files of tasks, at most 128.");
 };
 constexpr auto file_deletion_message = describe<FileDeletionFields>();
 
@@ -323,7 +324,8 @@ struct CoverFields : Description {
     static constexpr Field fields[] = {text("id", AT(id))};
     static constexpr Traits traits = message_at(HERE)
                                          .parser("net_timelapse_file_cover_x2s")
-                                         .writer("net_timelapse_file_cover_s2x", "timelapseCover");
+                                         .writer("net_timelapse_file_cover_s2x", "timelapseCover")
+                                         .title("time-lapse cover picture", "Asks for the cover picture of a file.");
 };
 constexpr auto cover_message = describe<CoverFields>();
 

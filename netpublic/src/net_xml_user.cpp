@@ -1,8 +1,7 @@
 // Users and login: login requests, accounts, users who are online, rights, failed logins, authorisation,
 // shared users, and camera firmware. Secrets are copied, never logged.
-#include "engine.h"
-#include "registry.h"
-#include "values.h"
+#include "engine/engine.h"
+#include "engine/registry.h"
 
 #include <net_public.h>
 
@@ -13,15 +12,6 @@ namespace {
 
 constexpr int most_users = 20; // of every list
 
-// Unlike other component readers, those of users log null arguments.
-bool is_user_component(Place place, const char *function, const void *record, const TiXmlNode *node, const char *key)
-{
-    if (record != nullptr && node != nullptr)
-        return is_component(record, node, key);
-    log_line(Line::parser, place, function);
-    return false;
-}
-
 // Login -------------------------------------------------------------------------------------------
 
 struct AuthModeFields : Description {
@@ -30,6 +20,7 @@ struct AuthModeFields : Description {
         text("authCode", AT(authCode)),
         text("phoneModel", AT(phoneModel)),
     };
+    static constexpr Traits traits = HERE.parser("get_auth_mode_info_from_xmlnode");
 };
 constexpr auto auth_mode_record = describe<AuthModeFields>();
 
@@ -51,7 +42,10 @@ struct LoginFields : Description {
         text("uid", AT(uid)),
         text("nasToken", AT(nasToken)),
     };
-    static constexpr Traits traits = HERE.parser("net_login_info_x2s").failure(Line::parser).sets_inited();
+    static constexpr Traits traits = HERE.parser("net_login_info_x2s")
+                                         .failure(Line::parser)
+                                         .sets_inited()
+                                         .title("login", "Who logs in, with a password or a token.");
 };
 constexpr auto login_message = describe<LoginFields>();
 
@@ -64,7 +58,10 @@ struct LoginNetFields : Description {
         word("type", AT(type), login_nets).upto(15),
         integer("udpPort", AT(udpPort)),
     };
-    static constexpr Traits traits = HERE.parser("net_login_net_info_x2s").sets_inited();
+    static constexpr Traits traits =
+        HERE.parser("net_login_net_info_x2s")
+            .sets_inited()
+            .title("network of a login", "Whether a client comes from the local network or from outside.");
 };
 constexpr auto login_net_message = describe<LoginNetFields>();
 
@@ -77,7 +74,10 @@ struct EncryptFields : Description {
         word("type", AT(type), encryptions).upto(15),
         text("nonce", AT(nonce)),
     };
-    static constexpr Traits traits = HERE.parser("net_encrypt_x2s").failure(Line::parser).sets_inited();
+    static constexpr Traits traits = HERE.parser("net_encrypt_x2s")
+                                         .failure(Line::parser)
+                                         .sets_inited()
+                                         .title("password encryption", "How a client is to encrypt its password.");
 };
 constexpr auto encrypt_message = describe<EncryptFields>();
 
@@ -87,7 +87,10 @@ struct LoginErrorFields : Description {
         integer("remainTimes", AT(remainTimes)),
         integer("unlockTime", AT(unlockTime)),
     };
-    static constexpr Traits traits = HERE.parser("net_param_login_err_info_x2s").any_size_read();
+    static constexpr Traits traits =
+        HERE.parser("net_param_login_err_info_x2s")
+            .any_size_read()
+            .title("failed logins", "How many attempts a locked-out client has left, and when it may try again.");
 };
 constexpr auto login_error_message = describe<LoginErrorFields>();
 
@@ -101,50 +104,96 @@ constexpr Word set_state_list[] = {
 };
 constexpr auto set_states = words<set_state_list>();
 
-// For ever, or at least one hour.
-int read_valid_hours(tag_net_userinfo_all__v20_t &user, TiXmlNode *node)
+using User = tag_net_userinfo_all__v20_t;
+
+// A user as it is read. It takes its record's place as a whole: a refused one leaves the record empty.
+struct ReadUser : User {
+    User *record;
+    bool named = false; // it has an id or a name
+
+    explicit ReadUser(User *target) : User{}, record(target) {}
+    ReadUser(User (&users)[most_users], unsigned index) : ReadUser(&users[index]) {}
+};
+
+void empty_record(ReadUser &user)
 {
-    return read_int(&user.validHours, node) == 0 && user.validHours >= -1 && user.validHours != 0 ? 0 : -1;
+    *user.record = User{};
+}
+
+int note_name(ReadUser &user)
+{
+    user.named = true;
+    return 0;
+}
+
+int check_hours(const ReadUser &user)
+{
+    return user.validHours != 0 ? 0 : -1;
+}
+
+int replace_record(ReadUser &user)
+{
+    if (!user.named)
+        return -1;
+    *user.record = user;
+    return 0;
 }
 
 struct UserFields : Description {
-    using T = tag_net_userinfo_all__v20_t;
+    using T = User;
     static constexpr Field fields[] = {
-        // While a user is read, in a copy, the reserved word tells whether there was an id or a name.
-        integer("userId", AT(userId)).at_least(0).marks(AT(reserved)),
-        text("userName", AT(userName)).marks(AT(reserved)),
+        integer("userId", AT(userId)).at_least(0).then<note_name>(),
+        text("userName", AT(userName)).then<note_name>(),
         text("password", AT(password)),
         integer("userLevel", AT(userLevel)).in(0, 1),
         flag("loginState", AT(loginState)),
         word("userSetState", AT(userSetState), set_states).upto(15),
-        custom<read_valid_hours>("validHours", AT(validHours)),
+        integer("validHours", AT(validHours))
+            .at_least(-1)
+            .then<check_hours>()
+            .accepts("-1, for ever, or a whole number of hours from 1"),
         unsigned_longlong("channelAbility", AT(channelAbility)),
     };
-    static constexpr Traits traits = Traits{}.clears();
+    static constexpr Traits traits =
+        HERE.parser("get_user_from_xmlnode").before<ReadUser, empty_record>().after<ReadUser, replace_record>();
 };
 constexpr auto user_record = describe<UserFields>();
 
-// The record replaces what was there before, but a refused one leaves nothing.
-int read_user(tag_net_userinfo_all__v20_t &user, TiXmlNode *node)
+using UserList = net_user_list_v20_t;
+
+int take_user(User (&)[most_users], const ReadUser &)
 {
-    tag_net_userinfo_all__v20_t copy;
-    user = tag_net_userinfo_all__v20_t{};
-    if (read_record(user_record, &copy, node) != 0 || copy.reserved == 0)
-        return -1;
-    copy.reserved = 0;
-    user = copy;
-    return 0;
+    return 0; // it has stored itself
 }
 
-constexpr char user_key[] = "User";
+// The initialiser has left a name in the first record.
+void empty_first(UserList &list)
+{
+    list.user[0] = User{};
+}
 
-// For the envelope's check and for the tools; the users are read one by one.
+void empty_user(UserList &list, const Item &item)
+{
+    list.user[item.index] = User{};
+}
+
+// The envelope has the size of one record.
 struct UsersFields : Description {
-    using T = tag_net_userinfo_all__v20_t; // one of the payload's: the envelope has its size
+    using T = UserList;
     static constexpr Field fields[] = {
-        part(user_key, user_record),
+        wires<take_user>("User", AT(user), user_record, most_users)
+            .by_position()
+            .absent<empty_user>()
+            .stop_when_full()
+            .shown(user_record)
+            .accepts("an account with an id or a name"),
     };
-    static constexpr Traits traits = HERE.parser("nets_user_cfg_x2s").any_size_read();
+    static constexpr Traits traits = HERE.parser("nets_user_cfg_x2s")
+                                         .before<T, empty_first>()
+                                         .others_fail()
+                                         .failure(Line::location)
+                                         .any_size_read()
+                                         .title("user accounts", "The accounts to add, change or delete, at most 20.");
 };
 constexpr auto users_message = describe<UsersFields>();
 
@@ -163,27 +212,21 @@ struct OnlineUserFields : Description {
         flag("enableOutoffLine", AT(enableOutoffLine)),
         integer("isOnline", AT(isOnline)),
     };
+    static constexpr Traits traits = HERE.parser("get_online_user_from_xmlnode").clears();
 };
 constexpr auto online_user_record = describe<OnlineUserFields>();
 
-constexpr char online_user_key[] = "OnlineUser";
-
-// For the envelope's check and for the tools; the users are read one by one.
 struct OnlineUsersFields : Description {
     using T = net_user_online_list_v20_t;
     static constexpr Field fields[] = {
-        list(online_user_key, AT(user), online_user_record),
+        list("OnlineUser", AT(user), online_user_record).by_position().stop_when_full(),
     };
-    static constexpr Traits traits = HERE.parser("nets_param_user_online_x2s").any_size_read();
+    static constexpr Traits traits = HERE.parser("nets_param_user_online_x2s")
+                                         .others_fail()
+                                         .any_size_read()
+                                         .title("users online", "Who is logged in, at most 20 users.");
 };
 constexpr auto online_users_message = describe<OnlineUsersFields>();
-
-// Cleared also when the element is another one.
-int read_online_user(tag_net_userinfo_online_v20_t &user, TiXmlNode *node, const char *key)
-{
-    std::memset(&user, 0, sizeof user); // the padding, too
-    return read_component(&user, node, key, online_user_record);
-}
 
 // Authorisation and shared users ------------------------------------------------------------------
 
@@ -198,19 +241,18 @@ struct AuthorisationFields : Description {
         integer("code", AT(code)).write_only(),
     };
     static constexpr Traits traits =
-        HERE.parser("net_auth_info_x2s").writer("net_auth_info_s2x", "authInfo").any_size_read();
+        HERE.parser("net_auth_info_x2s")
+            .writer("net_auth_info_s2x", "authInfo")
+            .any_size_read()
+            .title("authorisation by code", "What a code gives access to, and for how long; the reply is the code.");
 };
 constexpr auto authorisation_message = describe<AuthorisationFields>();
 
 constexpr Word shared_state_list[] = {{NET_USER_SET_DELETE, "delete"}, {NET_USER_SET_MODIFY, "modify"}};
 constexpr auto shared_states = words<shared_state_list>();
 
-int read_shared_state(net_shared_user_info_t &user, TiXmlNode *node)
+int read_shared_state(const char *text, net_shared_user_info_t &user)
 {
-    constexpr std::size_t longest = 15;
-    const char *text;
-    if (view_text(&text, longest, node) != 0)
-        return -1;
     const auto *state = find_whole(shared_states, text);
     if (state == nullptr) {
         const Place here = NET_HERE;
@@ -225,7 +267,7 @@ struct SharedUserFields : Description {
     using T = net_shared_user_info_t;
     static constexpr Field fields[] = {
         preset(AT(userLevel), -1),
-        custom<read_shared_state>("userSetState", AT(userSetState)),
+        converted<read_shared_state>("userSetState", AT(userSetState)).upto(15).spelled(shared_states),
         text("userId", AT(userId)),
         unsigned_integer("ability", AT(ability)),
         integer("validHours", AT(validHours)),
@@ -233,23 +275,32 @@ struct SharedUserFields : Description {
         integer("userLevel", AT(userLevel)).at_most(1),
         text("notes", AT(notes)),
     };
+    static constexpr Traits traits = HERE.parser("get_shared_user_from_xmlnode");
 };
 constexpr auto shared_user_record = describe<SharedUserFields>();
 
-constexpr char shared_user_key[] = "user";
-
+// Of several users the last one counts.
 struct SharedUserMessageFields : Description {
     using T = net_shared_user_info_t;
     static constexpr Field fields[] = {
-        part(shared_user_key, shared_user_record),
+        part("user", shared_user_record),
     };
-    static constexpr Traits traits = HERE.parser("net_shared_user_cfg_x2s").any_size_read();
+    static constexpr Traits traits = HERE.parser("net_shared_user_cfg_x2s")
+                                         .any_size_read()
+                                         .title("shared user", "What another person's account may do, and until when.");
 };
 constexpr auto shared_user_message = describe<SharedUserMessageFields>();
 
-// For the envelope's check, which has one record's size, and for the tools.
-struct SharedUsersFields : SharedUserMessageFields {
-    static constexpr Traits traits = HERE.parser("net_shared_user_list_x2s").any_size_read();
+// The record follows the child's position: a child of another name leaves an empty one, also where an earlier
+// message has left a user. The envelope has the size of one record.
+struct SharedUsersFields : Description {
+    using T = net_shared_user_list_t;
+    static constexpr Field fields[] = {
+        list("user", AT(user), shared_user_record).by_position().stop_when_full(),
+    };
+    static constexpr Traits traits = HERE.parser("net_shared_user_list_x2s")
+                                         .any_size_read()
+                                         .title("shared users", "With whom a device is shared, at most 20 users.");
 };
 constexpr auto shared_users_message = describe<SharedUsersFields>();
 
@@ -273,11 +324,13 @@ struct RightsFields : Description {
         flag("replay", AT(replay)),
         flag("disk", AT(disk)),
     };
-    // The root has three p, as the protocol has it. The writer has a line of its own.
+    // The root has three p, as the protocol has it. Any failure of the writer is the one line.
     static constexpr Traits traits = HERE.parser("nets_ability_support_x2s")
                                          .writer("nets_ability_support_s2x", "AbilitySuppport")
-                                         .write_entry(Line::none)
-                                         .any_size_read();
+                                         .write_entry(Line::rights_error)
+                                         .write_failure_logged()
+                                         .any_size_read()
+                                         .title("rights of a user", "Which parts of the device a user may work with.");
 };
 constexpr auto rights_message = describe<RightsFields>();
 
@@ -290,6 +343,7 @@ struct FirmwareFields : Description {
         counted_text("version", AT(version)),
         counted_text("url", AT(url)),
     };
+    static constexpr Traits traits = HERE.parser("get_ipc_version_from_xmlnode");
 };
 constexpr auto firmware_record = describe<FirmwareFields>();
 
@@ -299,7 +353,9 @@ struct FirmwareListFields : Description {
         preset(AT(count), 0),
         list("IpcVersion", AT(entries), firmware_record).counted_by(AT(count)),
     };
-    static constexpr Traits traits = HERE.parser("net_ipc_version_x2s");
+    static constexpr Traits traits =
+        HERE.parser("net_ipc_version_x2s")
+            .title("camera firmware", "Which firmware is offered for which camera platform, at most four.");
 };
 constexpr auto firmware_message = describe<FirmwareListFields>();
 
@@ -310,9 +366,7 @@ using namespace netpublic;
 
 int get_auth_mode_info_from_xmlnode(net_auth_mode_info_t *info, TiXmlNode *node)
 {
-    if (!is_user_component(NET_HERE, __func__, info, node, nullptr))
-        return -1;
-    return read_record(auth_mode_record, info, node);
+    return read_component_noting_null(info, node, nullptr, auth_mode_record);
 }
 
 int net_login_info_x2s(net_param_t *param, TiXmlNode *node)
@@ -337,47 +391,26 @@ int net_param_login_err_info_x2s(net_param_t *param, TiXmlNode *node)
 
 int get_user_from_xmlnode(tag_net_userinfo_all__v20_t *user, TiXmlNode *node, const char *key)
 {
-    if (!is_user_component(NET_HERE, __func__, user, node, key))
-        return -1;
-    return read_user(*user, node);
+    ReadUser read(user);
+    return read_component_noting_null(user != nullptr ? &read : nullptr, node, key, user_record);
 }
 
-// Every child is a user, or the list is refused.
 int nets_user_cfg_x2s(net_param_t *param, TiXmlNode *node)
 {
-    if (check_parser(users_message, param, node) != 0)
-        return -1;
-    auto *user = static_cast<tag_net_userinfo_all__v20_t *>(param->data);
-    *user = tag_net_userinfo_all__v20_t{}; // the initialiser has left a name there
-    TiXmlNode *child = node->FirstChild();
-    for (int i = 0; i < most_users && child != nullptr; ++i, child = child->NextSibling()) {
-        user[i] = tag_net_userinfo_all__v20_t{};
-        if (get_user_from_xmlnode(&user[i], child, user_key) != 0) {
-            const Place here = NET_HERE;
-            log_error(here, "%s, %d\n", __func__, here.line);
-            return -1;
-        }
-    }
-    return 0;
+    return parse_message(param, node, users_message);
 }
 
 int get_online_user_from_xmlnode(tag_net_userinfo_online_v20_t *user, TiXmlNode *node, const char *key)
 {
-    if (!is_user_component(NET_HERE, __func__, user, node, nullptr))
-        return -1;
-    return read_online_user(*user, node, key);
+    // Cleared also when the element is another one.
+    if (is_component(user, node, nullptr))
+        std::memset(user, 0, sizeof *user);
+    return read_component_noting_null(user, node, key, online_user_record);
 }
 
 int nets_param_user_online_x2s(net_param_t *param, TiXmlNode *node)
 {
-    if (check_parser(online_users_message, param, node) != 0)
-        return -1;
-    auto *user = static_cast<net_user_online_list_v20_t *>(param->data)->user;
-    TiXmlNode *child = node->FirstChild();
-    for (int i = 0; i < most_users && child != nullptr; ++i, child = child->NextSibling())
-        if (read_online_user(user[i], child, online_user_key) != 0)
-            return -1;
-    return 0;
+    return parse_message(param, node, online_users_message);
 }
 
 int net_auth_info_x2s(net_param_t *param, TiXmlNode *node)
@@ -392,9 +425,7 @@ int net_auth_info_s2x(net_param_t *param, TiXmlElement *parent)
 
 int get_shared_user_from_xmlnode(net_shared_user_info_t *user, TiXmlNode *node, const char *key)
 {
-    if (!is_user_component(NET_HERE, __func__, user, node, key))
-        return -1;
-    return read_record(shared_user_record, user, node);
+    return read_component_noting_null(user, node, key, shared_user_record);
 }
 
 int net_shared_user_cfg_x2s(net_param_t *param, TiXmlNode *node)
@@ -402,28 +433,14 @@ int net_shared_user_cfg_x2s(net_param_t *param, TiXmlNode *node)
     return parse_message(param, node, shared_user_message);
 }
 
-// The record follows the child's position: a child of another name leaves an empty one, also where an
-// earlier message has left a user.
 int net_shared_user_list_x2s(net_param_t *param, TiXmlNode *node)
 {
-    if (check_parser(shared_users_message, param, node) != 0)
-        return -1;
-    auto *user = static_cast<net_shared_user_info_t *>(param->data);
-    TiXmlNode *child = node->FirstChild();
-    for (int i = 0; i < most_users && child != nullptr; ++i, child = child->NextSibling()) {
-        if (!answers_to(child->Value(), shared_user_key))
-            user[i] = net_shared_user_info_t{};
-        else if (read_record(shared_user_record, &user[i], child) != 0)
-            return -1;
-    }
-    return 0;
+    return parse_message(param, node, shared_users_message);
 }
 
 int get_ability_support_from_xmlnode(net_device_ability_support_v20_t *rights, TiXmlNode *node, const char *key)
 {
-    if (!is_user_component(NET_HERE, __func__, rights, node, key))
-        return -1;
-    return read_record(rights_message, rights, node);
+    return read_component_noting_null(rights, node, key, rights_message, __func__);
 }
 
 int nets_ability_support_x2s(net_param_t *param, TiXmlNode *node)
@@ -433,17 +450,12 @@ int nets_ability_support_x2s(net_param_t *param, TiXmlNode *node)
 
 int nets_ability_support_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    if (write_message(param, parent, rights_message) == 0)
-        return 0;
-    log_error(NET_HERE, "nets_ability_support_s2x fail\n");
-    return -1;
+    return write_message(param, parent, rights_message);
 }
 
 int get_ipc_version_from_xmlnode(net_ipc_ver_v20_t *version, TiXmlNode *node, const char *key)
 {
-    if (!is_user_component(NET_HERE, __func__, version, node, key))
-        return -1;
-    return read_record(firmware_record, version, node);
+    return read_component_noting_null(version, node, key, firmware_record);
 }
 
 int net_ipc_version_x2s(net_param_t *param, TiXmlNode *node)

@@ -21,11 +21,12 @@ def floors_of(page):
 
 faults = []
 floor = floors_of(pathlib.Path(sys.argv[1]))
-present = {path.stem for path in source.iterdir()}
+paths = sorted(path for path in source.rglob("*") if path.is_file())
+present = {path.stem for path in paths}
 faults += [f"{name} is on no floor of {sys.argv[1]}" for name in sorted(present - floor.keys())]
 faults += [f"{name} of {sys.argv[1]} is no source file" for name in sorted(floor.keys() - present)]
 
-for path in sorted(source.iterdir()):
+for path in paths:
     for name in includes(path):
         if (source / name).exists():
             lower = floor.get(pathlib.Path(name).stem, 0)

@@ -153,7 +153,7 @@ def main():
     options.work.mkdir(parents=True, exist_ok=True)
     tree = None if options.list else Tree(options.work, options.flags, options.tests)
     top = TOP if options.list else tree.top
-    paths = sorted({path for name in options.files for path in (top / "netpublic/src").glob(name)})
+    paths = sorted({path for name in options.files for path in (top / "netpublic/src").rglob(name)})
     every = [(path, mutant) for path in paths for mutant in mutants_of(path)]
     if options.only:
         sample = [item for item in every if item[1][0] in options.only]

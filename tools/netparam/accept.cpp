@@ -1,5 +1,6 @@
 #include "accept.h"
 
+#include "engine/member.h"
 #include "nearest.h"
 #include "text.h"
 
@@ -19,54 +20,19 @@ using netpublic::Use;
 
 bool is_number(Kind kind)
 {
-    return kind == Kind::integer || kind == Kind::flag || kind == Kind::unsigned_integer || kind == Kind::int64 ||
-           kind == Kind::unsigned_longlong || kind == Kind::int_items;
+    return kind == Kind::integer || kind == Kind::byte || kind == Kind::place || kind == Kind::flag ||
+           kind == Kind::unsigned_integer || kind == Kind::int64 || kind == Kind::unsigned_longlong ||
+           kind == Kind::int_items;
 }
 
 constexpr char no_text[] = "the element has no text", refused_number[] = "the number is refused";
 
-constexpr char device_name[] =
-    "a text of at most 31 characters, printable ASCII without any of $ & * / : ; < > ? \\ ` |";
 constexpr char ordinary_number[] = "a whole number of at most 12 characters";
 
-// What the messages' own code accepts, by the key; for a key that several messages read in different ways, by
-// the function, too. A longest text of 0 stands for a number.
-constexpr struct {
-    const char *key, *function, *accepted;
-    std::size_t longest_text;
-} own_readers[] = {
-    {"area", "net_ai_area_detect_x2s", "a text of at most 2999 characters: the cells in base64", 2999},
-    {"baudRate", nullptr, "one of these numbers: 1200, 2400, 4800, 9600", 0},
-    {"channelNum", nullptr, "a whole number from 0", 0},
-    {"checkFrame", nullptr, ordinary_number, 0},
-    {"chn", nullptr, ordinary_number, 0},
-    {"deviceName", nullptr, device_name, 31},
-    {"e", nullptr, "a whole number from 0: seconds since midnight", 0},
-    {"frameRate", nullptr, ordinary_number, 0},
-    {"id", "", "the item's place in the list, from 0", 0},
-    {"inputId", nullptr, "a whole number from 0, less than the device has alarm inputs", 0},
-    {"mac", nullptr, "a text of 17 characters, such as 00:1a:2b:3c:4d:5e", 17},
-    {"name", "nets_osd_chn_x2s", device_name, 31},
-    {"offsetOfEnd", nullptr, ordinary_number, 0},
-    {"offsetOfStart", nullptr, ordinary_number, 0},
-    {"outputId", nullptr, "a whole number from 0, less than the device has alarm outputs", 0},
-    {"s", nullptr, "a whole number from 0: seconds since midnight", 0},
-    {"stopBit", nullptr, "1 or 2", 0},
-    {"streamType", "get_file_header_from_xmlnode", "a stream's word of at most 31 characters", 31},
-    {"streamType", "nets_param_new_replay_start_x2s", "a text of at most 30 characters", 30},
-    {"userSetState", nullptr, "one of these words: delete, modify", 15},
-    {"validHours", nullptr, "-1, or a whole number from 1", 0},
-    {"ver", nullptr, "a text of at most 15 characters", 15},
-    {"weekDay", nullptr, "everyday, or a weekday or its beginning", 15},
-};
-
-const auto *own_reader(const Table &table, const Row &row)
+// What a function of the message accepts, in words; empty where the row says it all.
+std::string own_words(const Table &table, const Row &row)
 {
-    for (const auto &reader : own_readers)
-        if (std::strcmp(reader.key, table.key(row)) == 0 &&
-            (reader.function == nullptr || std::strcmp(reader.function, table.parser()) == 0))
-            return &reader;
-    return static_cast<decltype(&own_readers[0])>(nullptr);
+    return table.detail(static_cast<unsigned>(&row - &table.row(0))).accepts;
 }
 
 // Characters that the number readers take, a sign among them.
@@ -140,22 +106,6 @@ std::string word_fault(const Table &table, const Row &row, const char *text)
     return near.empty() ? "no such word" : "no such word; did you mean \"" + near.front() + "\"?";
 }
 
-std::string own_fault(const Table &table, const Row &row, const char *text)
-{
-    constexpr char unknown[] = "the message's own code refuses this element";
-    const auto *reader = own_reader(table, row);
-    if (reader == nullptr)
-        return unknown;
-    if (reader->longest_text > 0)
-        return text != nullptr && std::strlen(text) > reader->longest_text
-                   ? "the text is too long: " + at_most(std::strlen(text))
-                   : "the message's own code refuses this text";
-    if (text == nullptr)
-        return no_text;
-    const std::string fault = number_fault(row, text);
-    return fault == refused_number ? "the number is out of range" : fault;
-}
-
 } // namespace
 
 std::vector<std::string> spellings(const netpublic::WordTable &words, Use direction)
@@ -177,10 +127,13 @@ std::vector<std::string> keys_of(const Table &table)
 
 std::string accepted_by(const Table &table, const Row &row)
 {
+    if (const std::string words = own_words(table, row); !words.empty())
+        return words;
     switch (row.kind) {
     case Kind::integer:
-        return (row.flags & netpublic::row_checked) != 0 ? range_of(table, row)
-                                                         : "a whole number of at most 12 characters";
+    case Kind::byte:
+    case Kind::place:
+        return (row.flags & netpublic::row_checked) != 0 ? range_of(table, row) : ordinary_number;
     case Kind::flag:
         return "0 or 1";
     case Kind::unsigned_integer:
@@ -192,7 +145,8 @@ std::string accepted_by(const Table &table, const Row &row)
     case Kind::text:
     case Kind::counted_text:
     case Kind::view:
-        return "a text of at most " + at_most(longest_text(table, row));
+        return longest_text(table, row) == INT_MAX ? "a text"
+                                                   : "a text of at most " + at_most(longest_text(table, row));
     case Kind::word:
         return ((row.flags & netpublic::word_prefix) != 0 ? "one of these words or its beginning: "
                                                           : "one of these words: ") +
@@ -202,20 +156,27 @@ std::string accepted_by(const Table &table, const Row &row)
         return "a text of at most " + at_most(longest_text(table, row)) + " with any of: none, " + words_of(table, row);
     case Kind::int_list:
         return "whole numbers joined by commas, at most " + std::to_string(table.capacity(row)) + " of them in " +
-               at_most(netpublic::longest_int_list);
+               at_most(table.longest(row));
     case Kind::int_items:
         return "a whole number of at most 12 characters, " + std::to_string(table.capacity(row)) + " of them";
     case Kind::group:
-    case Kind::list: {
+    case Kind::wire:
+    case Kind::list:
+    case Kind::wires: {
         const std::vector<std::string> keys = keys_of(*table.ref(row.ref).table);
-        return (row.kind == Kind::list ? "at most " + std::to_string(table.capacity(row)) + " elements with "
-                                       : "an element with ") +
+        const bool list = row.kind == Kind::list || row.kind == Kind::wires;
+        return (!list                            ? "an element with "
+                : table.capacity(row) == INT_MAX ? "elements with "
+                : (row.flags & netpublic::list_exact) != 0
+                    ? std::to_string(table.capacity(row)) + " elements with "
+                    : "at most " + std::to_string(table.capacity(row)) + " elements with ") +
                "the children " + joined(keys, ", ");
     }
-    case Kind::custom: {
-        const auto *reader = own_reader(table, row);
-        return reader != nullptr ? reader->accepted : "";
-    }
+    case Kind::converted:
+        return longest_text(table, row) == INT_MAX ? "a text"
+                                                   : "a text of at most " + at_most(longest_text(table, row));
+    case Kind::grid:
+        return "a text of at most " + at_most(table.longest(row)) + ": the cells of the grid in base64";
     default:
         return "";
     }
@@ -223,16 +184,16 @@ std::string accepted_by(const Table &table, const Row &row)
 
 namespace {
 
-// Of an element whose reader is the message's own code, the rows at least name the members.
-std::string accepted_by_own_code(const Table &table, const Row &row)
+// What is wrong with a grid's text that has the right length.
+std::string grid_fault(const Table &table, const Row &row, const void *record, const char *text)
 {
-    unsigned index = 0;
-    while (&table.row(index) != &row)
-        ++index;
-    const Table *inner = table.detail(index).shown;
-    if (inner == nullptr || inner->keys == 0)
-        return "";
-    return "an element with children such as " + joined(keys_of(*inner), ", ") + "; the message's own code decides";
+    const netpublic::Limits &sides = table.limit(row.limits);
+    const int columns = netpublic::member_at<int>(record, sides.low),
+              rows = netpublic::member_at<int>(record, sides.high);
+    if (*text == '\0')
+        return no_text;
+    return "these are not the cells of a grid of " + std::to_string(columns) + " x " + std::to_string(rows) +
+           " in base64";
 }
 
 } // namespace
@@ -244,30 +205,29 @@ Verdict judge(const Table &table, const Row &row, const void *record, const TiXm
     const char *text = element != nullptr ? element->GetText() : nullptr;
     if (element == nullptr) {
         verdict.reason = "this is no element; a comment or text that answers to a key is refused";
-    } else if (row.kind == Kind::group) {
+    } else if (row.kind == Kind::group || row.kind == Kind::wire) {
         verdict.reason = "its children, taken together, are refused";
         verdict.text_is_to_blame = false;
-    } else if (row.kind == Kind::custom) {
-        verdict.reason = own_fault(table, row, text);
-        if (verdict.accepted.empty())
-            verdict.accepted = accepted_by_own_code(table, row);
-        verdict.text_is_to_blame = text != nullptr;
-    } else if (row.kind == Kind::list || row.kind == Kind::int_items) {
+    } else if (row.kind == Kind::list || row.kind == Kind::int_items || row.kind == Kind::wires) {
         const int count = stored_count(table, row, record);
-        const bool full = (row.flags & netpublic::list_refuse) != 0 && (count < 0 || count >= table.capacity(row));
+        const bool full =
+            (row.flags & netpublic::list_stop) == netpublic::list_refuse && (count < 0 || count >= table.capacity(row));
         verdict.text_is_to_blame = false;
         verdict.reason = full ? "the list is full" : "the item is refused";
         if (!full && row.kind == Kind::int_items) {
             verdict.reason = text != nullptr ? number_fault(row, text) : no_text;
             verdict.text_is_to_blame = text != nullptr;
         }
+    } else if (row.kind == Kind::grid && std::strlen(text != nullptr ? text : "") <= table.longest(row)) {
+        verdict.reason = grid_fault(table, row, record, text != nullptr ? text : "");
     } else if (text == nullptr) {
         verdict.reason = no_text;
     } else if (is_number(row.kind)) {
         verdict.reason = number_fault(row, text);
     } else if (row.kind == Kind::word) {
         verdict.reason = word_fault(table, row, text);
-    } else if (std::strlen(text) > longest_text(table, row)) {
+    } else if (std::strlen(text) >
+               (row.kind == Kind::grid || row.kind == Kind::int_list ? table.longest(row) : longest_text(table, row))) {
         verdict.reason = "the text is too long: " + at_most(std::strlen(text));
     } else if (row.kind == Kind::mask && (row.flags & netpublic::mask_none_conflicts) != 0) {
         verdict.reason = "\"none\" cannot stand beside other words";

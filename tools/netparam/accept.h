@@ -2,7 +2,7 @@
 #ifndef NETPARAM_ACCEPT_H
 #define NETPARAM_ACCEPT_H
 
-#include "table.h"
+#include "engine/table.h"
 
 #include <string>
 #include <vector>

@@ -3,8 +3,8 @@
 #include "failure.h"
 #include "secrets.h"
 
-#include "text_guard.h"
-#include "words.h"
+#include "ground/text_guard.h"
+#include "ground/words.h"
 
 #include <algorithm>
 #include <cerrno>

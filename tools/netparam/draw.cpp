@@ -1,6 +1,6 @@
 #include "draw.h"
 
-#include "tables.h"
+#include "values/tables.h"
 
 #include <net_xml_public.h>
 

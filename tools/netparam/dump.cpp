@@ -190,6 +190,12 @@ void set_origins(Item &item, const std::vector<Spot> &origins)
         set_origins(inner, origins);
 }
 
+// What a function has made of an element's children.
+bool is_wire(const Row &row)
+{
+    return row.kind == netpublic::Kind::wire || row.kind == netpublic::Kind::wires;
+}
+
 // Where the member lies and where it came from.
 void set_place(Item &item, const View &view, unsigned index)
 {
@@ -213,9 +219,9 @@ void set_place(Item &item, const View &view, unsigned index)
     const std::vector<Spot> origins = view.trace->origins(view.member(row), view.table.key(row));
     if (item.items.empty())
         item.origins = origins;
-    else if (row.kind == netpublic::Kind::custom && origins.size() == 1) // its own code has read what is in it
+    else if (is_wire(row) && origins.size() == 1) // its own code has read what is in it
         set_origins(item, origins);
-    else if (row.kind == netpublic::Kind::custom && item.list && origins.size() == item.items.size())
+    else if (is_wire(row) && item.list && origins.size() == item.items.size())
         for (std::size_t i = 0; i < origins.size(); ++i)
             set_origins(item.items[i], {origins[i]});
 }

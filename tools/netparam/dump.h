@@ -2,8 +2,8 @@
 #ifndef NETPARAM_DUMP_H
 #define NETPARAM_DUMP_H
 
+#include "engine/table.h"
 #include "item.h"
-#include "table.h"
 #include "trace.h"
 
 namespace netparam {

@@ -1,7 +1,8 @@
 #include "facts.h"
 
 #include "accept.h"
-#include "engine.h"
+#include "engine/engine.h"
+#include "engine/matching.h"
 #include "rows.h"
 #include "text.h"
 
@@ -73,6 +74,43 @@ std::string int_at(const Table &table, std::uint32_t offset)
     return name.empty() ? "the int at byte " + std::to_string(offset) : "`" + name + "`";
 }
 
+// How names are compared, where that is not by their beginnings.
+const char *names_text(netpublic::Names names)
+{
+    using netpublic::Names;
+    switch (names) {
+    case Names::whole:
+        return "names are compared as a whole, case aside: a shorter one answers to no key";
+    case Names::longer:
+        return "a name answers when it begins with the key, case aside; it may go on behind it";
+    case Names::any:
+        return "every element is taken, whatever its name; comments and texts are not";
+    case Names::in_order:
+        return "the children come in this order; what stands behind them is ignored";
+    case Names::looked_up:
+        return "the first child of exactly this name is read, case included";
+    case Names::beginnings:
+        break;
+    }
+    return "";
+}
+
+bool answers(const Table &table, const char *name, const char *key)
+{
+    switch (table.names) {
+    case netpublic::Names::whole:
+        return netpublic::is_named(name, key);
+    case netpublic::Names::longer:
+        return netpublic::same_folded(name, key, std::strlen(key));
+    case netpublic::Names::any:
+        return true;
+    case netpublic::Names::looked_up:
+        return std::strcmp(name, key) == 0;
+    default:
+        return netpublic::answers_to(name, key);
+    }
+}
+
 std::string condition_text(When when)
 {
     return when == When::nonzero ? "is not 0" : when == When::nonnegative ? "is not negative" : "is positive";
@@ -85,9 +123,13 @@ void add_attached(std::vector<std::string> &notes, const Table &table, const Row
     if (const Row *mark = table.attachment(row, Kind::mark))
         notes.push_back("stores " + std::to_string(table.limit(mark->limits).low) + " in " +
                         int_at(table, mark->offset) + " once it has been read");
-    if (const Row *condition = table.attachment(row, Kind::condition))
-        notes.push_back("written only when " + int_at(table, condition->offset) + " " +
-                        condition_text(static_cast<When>(condition->limits)));
+    if (const Row *condition = table.attachment(row, Kind::condition)) {
+        const auto when = static_cast<When>(condition->limits & ~netpublic::demanded);
+        const std::string met = when == When::function ? "its condition holds"
+                                                       : int_at(table, condition->offset) + " " + condition_text(when);
+        notes.push_back((condition->limits & netpublic::demanded) != 0 ? "writing fails unless " + met
+                                                                       : "written only when " + met);
+    }
 }
 
 void add_word_notes(std::vector<std::string> &notes, const Table &table, const Row &row)
@@ -124,11 +166,24 @@ void add_mask_notes(std::vector<std::string> &notes, const Table &table, const R
 
 void add_list_notes(std::vector<std::string> &notes, const Table &table, const Row &row)
 {
-    notes.emplace_back((row.flags & netpublic::list_refuse) != 0 ? "an item too many is refused"
-                       : (row.flags & netpublic::list_last) != 0 ? "an item too many overwrites the last one"
-                       : (row.flags & netpublic::list_stop) != 0 ? "a full list ends the reading of the record"
-                                                                 : "items too many are skipped");
-    if (count_of(table, row) == nullptr)
+    using namespace netpublic;
+    const unsigned policy = row.flags & list_stop;
+    if ((row.flags & list_exact) != 0)
+        notes.emplace_back("fewer items are refused, what stands behind the last one is ignored");
+    else if (table.capacity(row) != INT_MAX)
+        notes.emplace_back(policy == list_refuse ? "an item too many is refused"
+                           : policy == list_last ? "an item too many overwrites the last one"
+                           : policy == list_stop ? "what stands behind the last item that fits is ignored"
+                                                 : "items too many are skipped");
+    if ((row.flags & list_by_position) != 0)
+        notes.emplace_back(row.kind == Kind::list
+                               ? "an item's record follows its place among all children; another child leaves it empty"
+                               : "an item's record follows its place among all children");
+    if (row.kind == Kind::list && (row.flags & list_indexed) != 0)
+        notes.emplace_back("an item's index child chooses its record and comes first");
+    if (row.kind != Kind::wires && count_of(table, row) == nullptr &&
+        (row.flags & (list_by_position | list_exact)) == 0 &&
+        !(row.kind == Kind::list && (row.flags & list_indexed) != 0))
         notes.emplace_back("nothing keeps the number of items");
 }
 
@@ -158,6 +213,12 @@ std::string fixed_line(netpublic::Line line)
         return "\"xml err\"";
     case Line::param_error:
         return "\"param error\"";
+    case Line::location:
+        return "\"..., ...\"";
+    case Line::null_error:
+        return "\"arguments are null.\"";
+    case Line::rights_error:
+        return "\"nets_ability_support_s2x fail\"";
     case Line::none:
         break;
     }
@@ -195,18 +256,19 @@ std::size_t bytes_of(const Table &table, unsigned index)
 
 std::string kind_name(Kind kind)
 {
-    constexpr const char *names[] = {"integer", "flag",    "unsigned", "int64",    "uint64", "real",
-                                     "text",    "counted", "view",     "word",     "mask",   "events",
-                                     "ints",    "group",   "list",     "items",    "custom", "constant",
-                                     "preset",  "count",   "mark",     "condition"};
-    static_assert(std::size(names) == static_cast<std::size_t>(Kind::condition) + 1, "a name each");
+    constexpr const char *names[] = {"integer",   "flag",    "byte",     "unsigned", "int64", "uint64", "real",
+                                     "text",      "counted", "view",     "word",     "mask",  "events", "ints",
+                                     "converted", "grid",    "place",    "group",    "list",  "items",  "wire",
+                                     "wires",     "custom",  "constant", "preset",   "count", "mark",   "condition",
+                                     "hook",      "again",   "shows",    "line"};
+    static_assert(std::size(names) == static_cast<std::size_t>(Kind::second_line) + 1, "a name each");
     return names[static_cast<std::size_t>(kind)];
 }
 
 const Table *inner_table(const Table &table, unsigned index)
 {
     const Row &row = table.row(index);
-    return row.kind == Kind::group || row.kind == Kind::list ? table.ref(row.ref).table : table.detail(index).shown;
+    return netpublic::has_table(row.kind) ? table.ref(row.ref).table : nullptr;
 }
 
 const WordTable *words_beside(const Table &table, unsigned index)
@@ -240,12 +302,11 @@ std::string words_text(const WordTable &words, bool bits)
 std::vector<unsigned> readers_of(const Table &table, const char *name)
 {
     std::vector<unsigned> readers;
-    const bool exact = (table.flags & netpublic::table_exact) != 0;
     bool tried = true; // behind a key that takes the child, until a chain of its own begins, no other is
     for (unsigned i = 0; i < table.keys; ++i) {
         const char *key = table.key(table.row(i));
         tried = tried || (table.row(i).flags & netpublic::row_own_test) != 0;
-        if (tried && (exact ? netpublic::is_named(name, key) : netpublic::answers_to(name, key))) {
+        if (tried && answers(table, name, key)) {
             readers.push_back(i);
             tried = false;
         }
@@ -273,9 +334,11 @@ std::string limits_text(const Table &table, unsigned index)
     case Kind::events:
         return "alarm types that occur in a text of " + longest();
     case Kind::group:
+    case Kind::wire:
         return "a group";
     case Kind::list:
-        return "a list of at most " + std::to_string(table.capacity(row));
+    case Kind::wires:
+        return table.capacity(row) == INT_MAX ? "a list" : "a list of at most " + std::to_string(table.capacity(row));
     case Kind::int_items:
         return "a list of at most " + std::to_string(table.capacity(row)) + " whole numbers";
     case Kind::constant:
@@ -309,13 +372,6 @@ std::vector<std::string> row_notes(const Table &table, unsigned index)
         notes.emplace_back("only written");
     else if (!also_written)
         notes.emplace_back("only read");
-    if (row.kind == Kind::custom && (row.flags & netpublic::row_skipped) == 0) {
-        notes.emplace_back(is_key && written ? "read and written by code of its own"
-                           : is_key          ? "read by code of its own"
-                                             : "written by code of its own");
-        if (is_key && inner_table(table, index) != nullptr)
-            notes.emplace_back("the rows below name its members, but that code decides what is accepted");
-    }
     if (is_key) {
         const std::vector<unsigned> readers = readers_of(table, table.key(row));
         if (std::find(readers.begin(), readers.end(), index) == readers.end() && !readers.empty()) {
@@ -333,7 +389,7 @@ std::vector<std::string> row_notes(const Table &table, unsigned index)
         add_mask_notes(notes, table, row);
     if (row.kind == Kind::events)
         notes.emplace_back("added to the set; nothing is when the text contains \"none\"");
-    if (is_key && (row.kind == Kind::list || row.kind == Kind::int_items))
+    if (is_key && netpublic::is_list(row.kind))
         add_list_notes(notes, table, row);
     add_attached(notes, table, row);
     if ((row.flags & netpublic::row_complains) != 0) {
@@ -351,8 +407,8 @@ std::vector<std::string> table_notes(const Table &table)
     std::vector<std::string> notes;
     if ((table.flags & netpublic::table_clears) != 0)
         notes.emplace_back("the record is zeroed before it is read");
-    if ((table.flags & netpublic::table_exact) != 0)
-        notes.emplace_back("names are compared as a whole, case aside: a shorter one answers to no key");
+    if (*names_text(table.names) != '\0')
+        notes.emplace_back(names_text(table.names));
     if ((table.flags & netpublic::table_others_fail) != 0)
         notes.emplace_back("a child that answers to no key is refused");
     if ((table.flags & netpublic::table_first_only) != 0)
@@ -404,7 +460,7 @@ std::vector<unsigned> described_rows(const Table &table)
     std::vector<unsigned> rows;
     for (unsigned i = 0; i < table.rows; ++i) {
         const Kind kind = table.row(i).kind;
-        if (kind != Kind::count && kind != Kind::mark && kind != Kind::condition)
+        if (kind <= Kind::preset)
             rows.push_back(i);
     }
     return rows;

@@ -15,7 +15,7 @@ std::string type_of(const netpublic::Table &table, unsigned index);
 // Bytes of the member, arrays as a whole; 0 for a row without member.
 std::size_t bytes_of(const netpublic::Table &table, unsigned index);
 std::string kind_name(netpublic::Kind kind);
-// The rows of the record or records that the member holds; null without any.
+// The rows of the children of the row's element; null where it has none.
 const netpublic::Table *inner_table(const netpublic::Table &table, unsigned index);
 // The spellings of the member's codes; null without any.
 const netpublic::WordTable *words_beside(const netpublic::Table &table, unsigned index);

@@ -6,7 +6,7 @@
 #include "nearest.h"
 #include "text.h"
 
-#include "tables.h"
+#include "values/tables.h"
 
 #include <algorithm>
 #include <map>

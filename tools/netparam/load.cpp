@@ -8,7 +8,7 @@
 #include "shapes.h"
 #include "text.h"
 
-#include "tables.h"
+#include "values/tables.h"
 
 #include <net_types.h>
 #include <net_xml_public.h>

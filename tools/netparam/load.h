@@ -2,7 +2,7 @@
 #ifndef NETPARAM_LOAD_H
 #define NETPARAM_LOAD_H
 
-#include "table.h"
+#include "engine/table.h"
 
 #include <nlohmann/json.hpp>
 

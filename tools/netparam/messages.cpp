@@ -1,6 +1,6 @@
 #include "messages.h"
 
-#include "engine.h"
+#include "engine/engine.h"
 #include "failure.h"
 #include "nearest.h"
 #include "text.h"
@@ -130,7 +130,7 @@ std::string Entry::root() const
 
 const netpublic::Table *Entry::table() const
 {
-    return message == nullptr ? nullptr : message->read != nullptr ? message->read : message->written;
+    return message == nullptr ? nullptr : netpublic::payload_table(*message);
 }
 
 unsigned int Entry::size() const

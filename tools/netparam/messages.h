@@ -3,7 +3,7 @@
 #define NETPARAM_MESSAGES_H
 
 #include "catalogue.h"
-#include "registry.h"
+#include "engine/registry.h"
 
 #include <tinyxml.h>
 

@@ -1,6 +1,6 @@
 #include "nearest.h"
 
-#include "words.h"
+#include "ground/words.h"
 
 #include <algorithm>
 #include <utility>

@@ -92,6 +92,10 @@ Form form_of(const Table &table, unsigned index)
     case Kind::count:
     case Kind::mark:
     case Kind::condition:
+    case Kind::hook:
+    case Kind::again:
+    case Kind::shows:
+    case Kind::second_line:
         return Form::none;
     default:
         return shaped_form(table.detail(index));

@@ -3,7 +3,7 @@
 #ifndef NETPARAM_ROWS_H
 #define NETPARAM_ROWS_H
 
-#include "table.h"
+#include "engine/table.h"
 
 #include <cstring>
 #include <string>

@@ -3,7 +3,7 @@
 #include "failure.h"
 #include "text.h"
 
-#include "tables.h"
+#include "values/tables.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "text.h"
 
-#include "words.h"
+#include "ground/words.h"
 
 #include <algorithm>
 

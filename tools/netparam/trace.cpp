@@ -1,6 +1,7 @@
 #include "trace.h"
 
 #include "accept.h"
+#include "engine/matching.h"
 #include "nearest.h"
 #include "rows.h"
 #include "secrets.h"
@@ -89,9 +90,10 @@ void Trace::stop()
     listening_ = false;
 }
 
-void Trace::happened(void *self, Event event, const Table &table, const Row *row, void *record, TiXmlNode *node)
+void Trace::happened(void *self, Event event, const Table &table, const Row *row, void *record, netpublic::Node element)
 {
     Trace &trace = *static_cast<Trace *>(self);
+    const TiXmlNode *node = element.tree();
     switch (event) {
     case Event::taken:
         ++trace.taken_;
@@ -138,7 +140,7 @@ void Trace::take(const Table &table, const Row &row, const void *record, const T
     const Spot spot = has_text ? spot_of_text(node) : spot_of(node);
     if (origin.parent != node.Parent())
         origin = {node.Parent(), -1, {}};
-    if (row.kind == netpublic::Kind::custom) {
+    if (row.kind == netpublic::Kind::wire || row.kind == netpublic::Kind::wires) {
         origin.spots.push_back(spot);
     } else if (row.kind == netpublic::Kind::int_items) {
         const int capacity = table.capacity(row);
@@ -148,7 +150,7 @@ void Trace::take(const Table &table, const Row &row, const void *record, const T
         const bool too_many = counter != nullptr ? count == origin.count : count > capacity;
         origin.count = count;
         count = std::clamp(count, 1, capacity);
-        if (too_many && (row.flags & netpublic::list_last) == 0)
+        if (too_many && (row.flags & netpublic::list_stop) != netpublic::list_last)
             return;
         origin.spots.resize(std::max(origin.spots.size(), static_cast<std::size_t>(count)));
         origin.spots[static_cast<std::size_t>(count) - 1] = spot;

@@ -3,7 +3,7 @@
 #define NETPARAM_TRACE_H
 
 #include "document.h"
-#include "engine.h"
+#include "engine/engine.h"
 
 #include <map>
 #include <string>
@@ -77,7 +77,7 @@ public:
 
 private:
     static void happened(void *self, netpublic::Event event, const netpublic::Table &table, const netpublic::Row *row,
-                         void *record, TiXmlNode *node);
+                         void *record, netpublic::Node element);
     void refuse(const Refusal &refusal, const TiXmlNode &node);
     void ignore(const netpublic::Table &table, const TiXmlNode &node);
     void take(const netpublic::Table &table, const netpublic::Row &row, const void *record, const TiXmlNode &node);

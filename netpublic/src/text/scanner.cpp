@@ -1,4 +1,4 @@
-#include "scanner.h"
+#include "text/scanner.h"
 
 #include <net_public.h>
 

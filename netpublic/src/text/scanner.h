@@ -5,7 +5,7 @@
 #ifndef NETPUBLIC_TEXT_SCANNER_H
 #define NETPUBLIC_TEXT_SCANNER_H
 
-#include "node.h"
+#include "ground/node.h"
 
 #include <cstdint>
 

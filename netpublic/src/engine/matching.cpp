@@ -1,0 +1,121 @@
+#include "engine/matching.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace netpublic {
+namespace {
+
+constexpr std::size_t longest_exact_name = 31;
+constexpr unsigned near_rows = 6; // from the expected one on, tried before all keys are
+
+// The rows of a table in the order in which children are expected: as they are written, behind them the keys as
+// they are tried.
+struct Order {
+    const Row *rows;
+    const char *own;               // where the table's own texts would begin if they stood behind the common ones
+    const unsigned char *of_place; // the rows in writing order; null where that is their own
+    unsigned written;
+    unsigned keys;
+
+    explicit Order(const Table &table)
+        : rows(&table.row(0)), own(table.bytes(table.texts) - common_texts.size), of_place(nullptr),
+          written(table.places()), keys(table.keys)
+    {
+        if ((table.flags & table_ordered) != 0)
+            of_place = reinterpret_cast<const unsigned char *>(table.bytes(table.texts - written));
+    }
+    unsigned places() const
+    {
+        return written + keys;
+    }
+    unsigned row_at(unsigned place) const
+    {
+        if (place >= written)
+            return place - written;
+        return of_place != nullptr ? of_place[place] : place;
+    }
+    unsigned place_of(unsigned row) const
+    {
+        if (of_place == nullptr)
+            return row;
+        const void *found = std::memchr(of_place, static_cast<int>(row), written);
+        return found != nullptr ? static_cast<unsigned>(static_cast<const unsigned char *>(found) - of_place)
+                                : written + row;
+    }
+    // Behind a list's place stands the list itself, since its elements come one after another.
+    unsigned place_behind(unsigned place) const
+    {
+        return is_list(rows[row_at(place)].kind) ? place : place + 1;
+    }
+    const char *key(const Row &row) const
+    {
+        return (row.key < common_texts.size ? common_texts.pool : own) + row.key;
+    }
+};
+
+bool answers(Names rule, const char *name, std::size_t length, const char *key)
+{
+    switch (rule) {
+    case Names::whole:
+        return is_named(name, key);
+    case Names::longer:
+        return same_folded(name, key, std::strlen(key));
+    case Names::any:
+        return true;
+    default:
+        // The first characters tell most names apart.
+        return length == 0 || (alike(*name, *key) && same_folded(name, key, length));
+    }
+}
+
+} // namespace
+
+bool answers_to(const char *name, const char *key)
+{
+    return same_folded(name, key, std::strlen(name));
+}
+
+bool is_named(const char *name, const char *key)
+{
+    return same_folded(name, key, longest_exact_name);
+}
+
+unsigned find_key(const Table &table, const char *name, unsigned from)
+{
+    const Order order(table);
+    const std::size_t length = std::strlen(name);
+    for (unsigned index = from; index < order.keys; ++index)
+        if (answers(table.names, name, length, order.key(order.rows[index])))
+            return index;
+    return no_row;
+}
+
+unsigned find_expected(const Table &table, const char *name, unsigned &expected)
+{
+    const Order order(table);
+    const unsigned end = std::min(order.places(), expected + near_rows);
+    for (unsigned place = expected; place < end; ++place) {
+        const unsigned index = order.row_at(place);
+        const Row &row = order.rows[index];
+        const char *key = order.key(row);
+        if (*name != *key || (row.flags & row_shadowed) != 0 || std::strcmp(name, key) != 0)
+            continue;
+        expected = order.place_behind(place);
+        return index < order.keys ? index : no_row; // the name of a row that is only written answers to none
+    }
+    const unsigned index = find_key(table, name, 0);
+    if (index != no_row)
+        expected = order.place_behind(order.place_of(index));
+    return index;
+}
+
+unsigned next_chain(const Table &table, unsigned index)
+{
+    do
+        ++index;
+    while (index < table.keys && (table.row(index).flags & row_own_test) == 0);
+    return index;
+}
+
+} // namespace netpublic

@@ -1,0 +1,90 @@
+#include "engine/table.h"
+
+#include <cstring>
+
+namespace netpublic {
+namespace {
+
+const char *behind(const char *text)
+{
+    return text + std::strlen(text) + 1;
+}
+
+} // namespace
+
+const Limits &Table::limit(unsigned index) const
+{
+    if (index < common_limit_count)
+        return common_limits[index];
+    return reinterpret_cast<const Limits *>(&row(rows))[index - common_limit_count];
+}
+
+const Row *Table::find_attachment(const Row &of, Kind kind, unsigned limits_column) const
+{
+    const Row *first = &row(0);
+    const auto index = static_cast<std::uint32_t>(&of - first);
+    // The attachments are the last rows.
+    for (const Row *row = first + rows - 1; row->kind > Kind::preset; --row)
+        if (row->kind == kind && row->ref == index && (limits_column == any_column || row->limits == limits_column))
+            return row;
+    return nullptr;
+}
+
+unsigned Table::ordered(unsigned place) const
+{
+    return (flags & table_ordered) != 0 ? static_cast<unsigned char>(*bytes(texts - written + place)) : place;
+}
+
+const char *Table::text(unsigned offset) const
+{
+    return offset < common_texts.size ? common_texts.pool + offset : bytes(texts) + (offset - common_texts.size);
+}
+
+const char *Table::complaint(const Row &of) const
+{
+    return behind(key(of));
+}
+
+const char *Table::second_line(const Row &of) const
+{
+    const Row *line = attachment(of, Kind::second_line);
+    return line != nullptr ? key(*line) : nullptr;
+}
+
+const char *Table::unknown() const
+{
+    return behind(parser());
+}
+
+const char *Table::missing() const
+{
+    return behind((flags & table_unknown) != 0 ? unknown() : parser());
+}
+
+const Source &Table::source() const
+{
+    static constexpr Source none = {0, 0, 0, 0, 0, Line::parser, Line::writer, Line::none};
+    return (flags & table_source) != 0 ? *reinterpret_cast<const Source *>(bytes(0) - source_room) : none;
+}
+
+const char *Table::parser() const
+{
+    return text(source().parser);
+}
+
+const char *Table::writer() const
+{
+    return text(source().writer);
+}
+
+const char *Table::root() const
+{
+    return text(source().root);
+}
+
+Place Table::place() const
+{
+    return {text(source().file), source().line};
+}
+
+} // namespace netpublic

@@ -1,0 +1,226 @@
+#include "values/grid.h"
+
+#include "ground/base64.h"
+
+#include <cstdint>
+#include <cstring>
+
+namespace netpublic {
+namespace {
+
+constexpr int cells_per_character = 6;
+constexpr int cells_a_group = 4 * cells_per_character;
+
+// The six cells of each character of the alphabet, in the slot of the character itself; padding has
+// six zeros. Two spare bytes let a slot be copied as one word.
+struct CharacterCells {
+    unsigned char cell[8];
+};
+constexpr char first_character = '+';
+constexpr char last_character = 'z';
+
+struct CellTable {
+    CharacterCells of[last_character - first_character + 1];
+
+    const unsigned char *operator[](char c) const
+    {
+        return of[c - first_character].cell;
+    }
+};
+
+constexpr CellTable make_cell_table()
+{
+    CellTable table{};
+    for (int value = 0; value < 64; ++value)
+        for (int i = 0; i < cells_per_character; ++i)
+            table.of[base64_alphabet[value] - first_character].cell[i] =
+                static_cast<unsigned char>(value >> (cells_per_character - 1 - i) & 1);
+    return table;
+}
+
+constexpr CellTable cells_of = make_cell_table();
+
+// Four cells of one column by their bits, the first cell in bit 0.
+constexpr int half_band = 4;
+constexpr unsigned char column_cells[16][half_band] = {
+    {0, 0, 0, 0}, {1, 0, 0, 0}, {0, 1, 0, 0}, {1, 1, 0, 0}, {0, 0, 1, 0}, {1, 0, 1, 0}, {0, 1, 1, 0}, {1, 1, 1, 0},
+    {0, 0, 0, 1}, {1, 0, 0, 1}, {0, 1, 0, 1}, {1, 1, 0, 1}, {0, 0, 1, 1}, {1, 0, 1, 1}, {0, 1, 1, 1}, {1, 1, 1, 1},
+};
+
+// Rows that are turned into columns together: a bit each of a column's byte.
+constexpr int band = 8;
+constexpr int band_words = (grid_columns + 7) / 8;
+
+// Adds a row of cells to the columns' bytes, eight columns at a time. A cell is 0 or 1, so that no
+// column spills into the next.
+void add_row(std::uint64_t *columns, int words, const unsigned char *cells, int bit)
+{
+    for (; words > 0; --words, cells += sizeof(std::uint64_t)) {
+        std::uint64_t row;
+        std::memcpy(&row, cells, sizeof(row));
+        *columns++ |= row << bit;
+    }
+}
+
+void store_column(unsigned char *out, unsigned int bits, int height)
+{
+    if (height >= half_band) {
+        std::memcpy(out, column_cells[bits & 15], half_band);
+        bits >>= half_band;
+        height -= half_band;
+        out += half_band;
+    }
+    if (height == half_band) {
+        std::memcpy(out, column_cells[bits], half_band);
+        return;
+    }
+    for (; height > 0; --height, bits >>= 1)
+        *out++ = bits & 1;
+}
+
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the first cell is the low byte of a word");
+
+// Hands out the cells of a valid text one run after another.
+class CellReader {
+public:
+    explicit CellReader(const char *text) : text_(text) {}
+
+    void next(unsigned char *out, int count)
+    {
+        const char *text = text_; // a local one: the stores below could change members
+        int used = used_;
+        if (used != 0 && count >= 8) {
+            std::uint64_t cells;
+            std::memcpy(&cells, cells_of[*text++], sizeof(cells));
+            cells >>= 8 * used;
+            std::memcpy(out, &cells, sizeof(cells));
+            out += cells_per_character - used;
+            count -= cells_per_character - used;
+            used = 0;
+        }
+        while (used != 0 && count > 0)
+            take(text, used, out, count);
+        // The two spare bytes of a slot are overwritten by the next cells.
+        for (; count >= cells_a_group + 2; count -= cells_a_group, text += 4, out += cells_a_group) {
+            std::memcpy(out, cells_of[text[0]], 8);
+            std::memcpy(out + 6, cells_of[text[1]], 8);
+            std::memcpy(out + 12, cells_of[text[2]], 8);
+            std::memcpy(out + 18, cells_of[text[3]], 8);
+        }
+        for (; count >= 8; count -= cells_per_character, out += cells_per_character)
+            std::memcpy(out, cells_of[*text++], 8);
+        if (count >= cells_per_character) {
+            std::memcpy(out, cells_of[*text++], cells_per_character);
+            out += cells_per_character;
+            count -= cells_per_character;
+        }
+        while (count > 0)
+            take(text, used, out, count);
+        text_ = text;
+        used_ = used;
+    }
+
+private:
+    static void take(const char *&text, int &used, unsigned char *&out, int &count)
+    {
+        *out++ = cells_of[*text][used];
+        --count;
+        if (++used == cells_per_character) {
+            used = 0;
+            ++text;
+        }
+    }
+
+    const char *text_;
+    int used_ = 0; // cells of *text_ that have been handed out
+};
+
+} // namespace
+
+Cells scan_cells(const char *text, int length, int max_cells)
+{
+    if (length < 0 || length % 4 != 0)
+        return {0, false};
+    const unsigned int most = static_cast<unsigned int>(max_cells);
+    unsigned int count = 0;
+    bool valid = true;
+    for (const char *end = text + length; text != end && count < most; text += 4) {
+        const int classes =
+            base64_classes[text[0]] | base64_classes[text[1]] | base64_classes[text[2]] | base64_classes[text[3]];
+        if (classes < base64_padding) {
+            count += cells_a_group;
+            continue;
+        }
+        if ((classes & base64_foreign) != 0) {
+            valid = false;
+            break;
+        }
+        // Padding in the first two places is a zero like any other.
+        if (text[2] == '=') {
+            count += 8;
+            break;
+        }
+        if (text[3] == '=') {
+            count += 16;
+            break;
+        }
+        count += cells_a_group;
+    }
+    return {static_cast<int>(count < most ? count : most), valid};
+}
+
+int count_cells(const char *text, int length, int max_cells)
+{
+    const Cells cells = scan_cells(text, length, max_cells);
+    return cells.valid ? cells.count : -1;
+}
+
+void read_cells(const char *text, unsigned char *cells, int count)
+{
+    CellReader(text).next(cells, count);
+}
+
+void read_rows(const char *text, unsigned char *cells, int columns, int rows, int stride)
+{
+    if (columns == stride) {
+        read_cells(text, cells, columns * rows);
+        return;
+    }
+    CellReader reader(text);
+    for (int row = 0; row < rows; ++row, cells += stride)
+        reader.next(cells, columns);
+}
+
+void read_columns(const char *text, unsigned char *cells, int columns, int rows, int stride)
+{
+    CellReader reader(text);
+    unsigned char line[band_words * sizeof(std::uint64_t)] = {};
+    const int words = (columns + 7) / 8;
+    for (int row = 0; row < rows; row += band) {
+        const int height = rows - row < band ? rows - row : band;
+        std::uint64_t turned[band_words] = {};
+        for (int i = 0; i < height; ++i) {
+            reader.next(line, columns);
+            add_row(turned, words, line, i);
+        }
+        unsigned char bits[sizeof(turned)];
+        std::memcpy(bits, turned, sizeof(turned));
+        for (int column = 0; column < columns; ++column)
+            store_column(cells + column * stride + row, bits[column], height);
+    }
+}
+
+void collect_rows(unsigned char *buffer, const unsigned char *cells, int columns, int rows, int stride)
+{
+    for (int row = 0; row < rows; ++row, buffer += columns, cells += stride)
+        std::memcpy(buffer, cells, static_cast<std::size_t>(columns));
+}
+
+void collect_columns(unsigned char *buffer, const unsigned char *cells, int columns, int rows, int stride)
+{
+    for (int column = 0; column < columns; ++column, cells += stride)
+        for (int row = 0; row < rows; ++row)
+            buffer[row * columns + column] = cells[row];
+}
+
+} // namespace netpublic
