@@ -238,7 +238,7 @@ void check_row(const View &view, unsigned index, const void *exempt)
     case Kind::wire:
     case Kind::wires:
     case Kind::converted:
-    case Kind::custom:
+    case Kind::named:
         return check_shape(view, row, table.detail(index), exempt);
     default:
         return;

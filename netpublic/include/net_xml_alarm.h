@@ -107,8 +107,9 @@ static_assert(sizeof(net_alarm_area_t) == 108564, "net_alarm_area_t");
 /** Parses a motion message into a tag_net_pic_motion_cfg_v20_t; `inited` becomes 2. @return 0 or -1 */
 NETPUBLIC_API int net_md_x2s(net_param_t *param, TiXmlNode *node);
 /**
- * Writes "MD". Grids up to 96 x 64 are always written in that size; the exception handling and the
- * day-part periods' `enable` are not written. @return 0 or -1
+ * Writes "MD". Grids up to 96 x 64 are always written in that size; a larger one with a side of 0 is written
+ * without cells, and a side that the grid cannot hold fails. The exception handling and the day-part periods'
+ * `enable` are not written. @return 0 or -1
  */
 NETPUBLIC_API int net_md_s2x(net_param_t *param, TiXmlElement *parent);
 /** Parses the areas of a channel into a net_alarm_area_t; there is no writer. @return 0 or -1 */
@@ -602,9 +603,12 @@ static_assert(sizeof(net_ai_track_task_t) == 176, "net_ai_track_task_t");
 NETPUBLIC_API int nets_param_ai_cfg_x2s(net_param_t *param, TiXmlNode *node);
 /** Writes "AiCfg". @return 0 or -1 */
 NETPUBLIC_API int nets_param_ai_cfg_s2x(net_param_t *param, TiXmlElement *parent);
-/** Parses a net_ai_area_detect_t; size and cells are required. @return 0 or -1 */
+/** Parses a net_ai_area_detect_t. The cells are required, a size only if the payload has none. @return 0 or -1 */
 NETPUBLIC_API int net_ai_area_detect_x2s(net_param_t *param, TiXmlNode *node);
-/** Writes "AiDetectCfg". @return 0, or -1 also when `type` is not exactly one bit */
+/**
+ * Writes "AiDetectCfg", without cells when the grid cannot hold their number.
+ * @return 0, or -1 also when `type` is not exactly one of NET_AI_OBJECT_E
+ */
 NETPUBLIC_API int net_ai_area_detect_s2x(net_param_t *param, TiXmlElement *parent);
 /** Parses a net_ai_track_limit_t. @return 0 or -1 */
 NETPUBLIC_API int net_param_ai_track_limit_x2s(net_param_t *param, TiXmlNode *node);

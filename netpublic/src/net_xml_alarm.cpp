@@ -3,307 +3,251 @@
 #include "engine/engine.h"
 #include "engine/records.h"
 #include "engine/registry.h"
-#include "toolkit/time_blocks.h"
+#include "toolkit/schedules.h"
 #include "values/grid.h"
 #include "values/tables.h"
-#include "values/values.h"
 
 #include <net_public.h>
 
 #include <climits>
 #include <cstring>
+#include <iterator>
 
 namespace netpublic {
 namespace {
-
-constexpr int most_cells = grid_columns * grid_rows;
-
-// Detection grids ---------------------------------------------------------------------------------
-
-// The decoder yields whole bytes, but never more cells than the largest grid has.
-bool fills_grid(int count, int columns, int rows)
-{
-    const int wanted = (columns * rows + 7) / 8 * 8;
-    return count == (wanted < most_cells ? wanted : most_cells);
-}
-
-// Characters of the base64 text of so many cells, terminator included.
-constexpr unsigned int grid_text_size(int cells)
-{
-    return static_cast<unsigned int>((cells + 23) / 24 * 4 + 1);
-}
-
-using Collect = void (*)(unsigned char *buffer, const unsigned char *cells, int columns, int rows, int stride);
-
-// Appends the grid as base64, or nothing when it encodes to nothing. The scratch holds the cells and
-// behind them the text.
-int append_grid(TiXmlElement *parent, const char *key, const unsigned char *cells, int columns, int rows, int stride,
-                Collect collect, const char *function)
-{
-    const int count = columns * rows;
-    void *scratch = net_malloc(static_cast<unsigned int>(count) + grid_text_size(count));
-    if (scratch == nullptr) {
-        const Place here = NET_HERE;
-        log_error(here, "File[%s] Func[%s] Line[%d],malloc error!\n", here.file, function, here.line);
-        return -1;
-    }
-    auto *bits = static_cast<unsigned char *>(scratch);
-    char *text = static_cast<char *>(scratch) + count;
-    constexpr int no_line_breaks = 20000;
-    int result = 0;
-    collect(bits, cells, columns, rows, stride);
-    if (EncodeBinaryArrayToBase64(bits, text, count, no_line_breaks) > 0)
-        result = append_text(parent, key, text);
-    net_free(&scratch);
-    return result;
-}
 
 // Motion detection --------------------------------------------------------------------------------
 
 using Motion = tag_net_pic_motion_cfg_v20_t;
 using Period = tag_net_sensitivity_info_v20_t;
 
-struct ScopeText {
-    int columns;
-    int rows;
-    const char *table;
+// The grid with the size in which it is sent. What is read only describes the table: the payload's own width and
+// height come from the message's children of these names.
+struct Scope {
+    int columns = 0;
+    int rows = 0;
+    unsigned char (*cells)[grid_columns] = nullptr;
+
+    Scope() = default;
+    explicit Scope(Motion &motion) : cells(motion.scope) {}
 };
 
 struct ScopeFields : Description {
-    using T = ScopeText;
+    using T = Scope;
     static constexpr Field fields[] = {
         integer("columns", AT(columns)).in(1, grid_columns).required(),
         integer("rows", AT(rows)).in(1, grid_rows).required(),
-        view("valueTable", AT(table)).upto(2710).required(),
+        grid_behind("valueTable", AT(cells), AT(columns), AT(rows))
+            .upto(2710)
+            .required()
+            .complain_plainly("Func(get_scope_from_xmlnode) Line(%d) ret(%d) columns(%d) rows(%d)\n"),
     };
+    static constexpr Traits traits = HERE.writer("net_md_s2x", "");
 };
-constexpr auto scope_text = describe<ScopeFields>();
+constexpr auto scope_record = describe<ScopeFields>();
 
-// The size that the element gives only describes the table: the payload's own width and height come
-// from the message's children of these names.
-int read_scope(Motion &motion, TiXmlNode *node)
+// The cells have been stored as they were read.
+int take_scope(Motion &, const Scope &)
 {
-    ScopeText scope = {0, 0, ""};
-    if (read_record(scope_text, &scope, node) != 0 || *scope.table == '\0')
-        return -1;
-    const int count = count_cells(scope.table, static_cast<int>(std::strlen(scope.table)), most_cells);
-    if (!fills_grid(count, scope.columns, scope.rows)) {
-        log_plain("Func(%s) Line(%d) ret(%d) columns(%d) rows(%d)\n", "get_scope_from_xmlnode", __LINE__, count,
-                  scope.columns, scope.rows);
-        return -1;
-    }
-    read_rows(scope.table, motion.scope[0], scope.columns, scope.rows, grid_columns);
     return 0;
 }
 
 // Grids up to the classic 96 x 64 are always written in that size, padded.
-int write_scope(const Motion &motion, TiXmlElement *parent)
+Give give_scope(const Motion &motion, Scope &scope)
 {
     constexpr int classic_columns = 96;
     constexpr int classic_rows = 64;
     const bool classic = motion.width <= classic_columns && motion.height <= classic_rows;
-    const int columns = classic ? classic_columns : motion.width;
-    const int rows = classic ? classic_rows : motion.height;
-    if (columns < 1 || columns > grid_columns || rows < 1 || rows > grid_rows)
-        return -1;
-    TiXmlElement *scope = append_element(parent, "scope");
-    if (append_int(scope, "columns", columns) != 0 || append_int(scope, "rows", rows) != 0)
-        return -1;
-    return append_grid(scope, "valueTable", motion.scope[0], columns, rows, grid_columns, collect_rows, "net_md_s2x");
+    scope.columns = classic ? classic_columns : motion.width;
+    scope.rows = classic ? classic_rows : motion.height;
+    scope.cells = const_cast<Motion &>(motion).scope; // only read
+    const bool fits = scope.columns >= 0 && scope.columns <= grid_columns && scope.rows >= 0 && scope.rows <= grid_rows;
+    return fits ? Give::written : Give::failed;
 }
-
-// One sensitivity period and its place in its list.
-struct PlacedPeriod {
-    int place;
-    int priority;
-    Period period;
-};
-
-// A period of the day-part list must say which one it is.
-int read_place(PlacedPeriod &placed, TiXmlNode *node)
-{
-    int id;
-    return read_int(&id, node) == 0 && id == placed.place ? 0 : -1;
-}
-
-struct PeriodFields : Description {
-    using T = PlacedPeriod;
-    static constexpr Field fields[] = {
-        custom<read_place>("id", AT(place)),
-        integer("sensitivity", AT(period.sensitivity)).in(1, 50),
-        integer("beginHour", AT(period.beginHour)).in(0, 23),
-        integer("beginMinute", AT(period.beginMinute)).in(0, 59),
-        integer("endHour", AT(period.endHour)).in(0, 23),
-        integer("endMinute", AT(period.endMinute)).in(0, 59),
-        integer("enable", AT(period.enable)),
-        integer("id", AT(place)).write_only(),
-    };
-    static constexpr auto written = order("id", "sensitivity", "beginHour", "beginMinute", "endHour", "endMinute");
-};
-constexpr auto day_part = describe<PeriodFields>();
-
-struct PrioritisedFields : Description {
-    using T = PlacedPeriod;
-    static constexpr Field fields[] = {
-        integer("sensitivity", AT(period.sensitivity)).in(1, 50), integer("beginHour", AT(period.beginHour)).in(0, 23),
-        integer("beginMinute", AT(period.beginMinute)).in(0, 59), integer("endHour", AT(period.endHour)).in(0, 23),
-        integer("endMinute", AT(period.endMinute)).in(0, 59),     integer("priority", AT(priority)).write_only(),
-    };
-    static constexpr auto written =
-        order("priority", "sensitivity", "beginHour", "beginMinute", "endHour", "endMinute");
-    static constexpr Field also_shown[] = {shown("enable", AT(period.enable))};
-};
-constexpr auto prioritised = describe<PrioritisedFields>();
 
 constexpr int periods = 4;
 
-// The first four children, all of the given name, into periods that count as present. Returns how many
-// there were, or -1; what was read before a failure stays.
-int read_periods(Period *list, TiXmlNode *node, const char *name, const Table &table)
-{
-    int count = 0;
-    for (TiXmlNode *child = node->FirstChild(); child != nullptr && count < periods; child = child->NextSibling()) {
-        if (!is_named(child->Value(), name))
-            return -1;
-        PlacedPeriod placed = {count, 0, list[count]};
-        placed.period.enable = 1;
-        const int result = read_record(table, &placed, child);
-        list[count] = placed.period;
-        if (result != 0)
-            return -1;
-        ++count;
+// A sensitivity period and its place in its list. It counts as present unless it says otherwise.
+struct ListedPeriod {
+    Period period = {};
+    int place = 0;
+    int id = 0;
+    int priority = 0;
+
+    ListedPeriod() = default;
+    ListedPeriod(const Period &old, unsigned index) : period(old), place(static_cast<int>(index))
+    {
+        period.enable = 1;
     }
-    return count;
+    ListedPeriod(const Period (&list)[periods], unsigned index) : ListedPeriod(list[index], index) {}
+    ListedPeriod(const net_md_sens_v20_t &list, unsigned index) : ListedPeriod(list.sensInfo, index) {}
+};
+
+struct PrioritisedFields : Description {
+    using T = ListedPeriod;
+    static constexpr Field fields[] = {
+        integer("priority", AT(priority)).write_only(),       integer("sensitivity", AT(period.sensitivity)).in(1, 50),
+        integer("beginHour", AT(period.beginHour)).in(0, 23), integer("beginMinute", AT(period.beginMinute)).in(0, 59),
+        integer("endHour", AT(period.endHour)).in(0, 23),     integer("endMinute", AT(period.endMinute)).in(0, 59),
+    };
+};
+constexpr auto prioritised = describe<PrioritisedFields>();
+
+// What was read of a period stays, even if the rest is refused.
+int take_prioritised(net_md_sens_v20_t &list, const ListedPeriod &period, const Item &item)
+{
+    list.sensInfo[item.index] = period.period;
+    return item.result;
 }
 
-int read_day_parts(Motion &motion, TiXmlNode *node)
+Give give_prioritised(const net_md_sens_v20_t &list, ListedPeriod &period, const Item &item)
 {
-    return get_sensitivity_info_list_from_xmlnode(motion.sensitivityInfo, node, nullptr);
+    if (item.index == periods)
+        return Give::ended;
+    period.period = list.sensInfo[item.index];
+    period.priority = list.priority[item.index];
+    return period.period.enable != 0 ? Give::written : Give::left_out;
 }
 
-// The periods' `enable` is not written.
-int write_day_parts(const Motion &motion, TiXmlElement *parent)
+struct PrioritisedListFields : Description {
+    using T = net_md_sens_v20_t;
+    static constexpr Field fields[] = {
+        wires_part<T, take_prioritised, give_prioritised>("sensInfo", prioritised, periods).stop_when_full(),
+    };
+    static constexpr Field also_shown[] = {
+        shown("sensInfo", AT(sensInfo)).shown(prioritised, offsetof(ListedPeriod, period)),
+        shown("priority", AT(priority)),
+    };
+    static constexpr Traits traits = Traits{}.exact_names().others_fail();
+};
+constexpr auto prioritised_list = describe<PrioritisedListFields>();
+
+// The priority of a period. Unlike everywhere else, the child is looked up by its exact name, case included.
+constexpr char no_priority[] = "func(get_sensitivity_priority_list_from_xmlnode)sensitivity priority node none found\n";
+
+struct Priority {
+    int priority;
+};
+
+struct PriorityFields : Description {
+    using T = Priority;
+    static constexpr Field fields[] = {integer("priority", AT(priority)).required()};
+    static constexpr Traits traits = HERE.looked_up().missing(no_priority);
+};
+constexpr auto priority_record = describe<PriorityFields>();
+
+int take_priority(net_md_sens_v20_t &list, const Priority &priority, const Item &item)
 {
-    TiXmlElement *list = append_element(parent, "sensitivityInfoList");
-    for (int i = 0; i < periods; ++i) {
-        const PlacedPeriod placed = {i, 0, motion.sensitivityInfo[i]};
-        if (write_record(day_part, &placed, append_element(list, "sensitivityInfo")) != 0)
-            return -1;
-    }
-    return 0;
+    if (item.result == 0)
+        list.priority[item.index] = priority.priority;
+    return item.result;
 }
 
-// The list is walked twice: the periods first, then their priorities.
-int read_prioritised(net_md_sens_v20_t &sensitivity, TiXmlNode *node)
-{
-    if (get_sensitivity_new_info_list_from_xmlnode(sensitivity.sensInfo, node, nullptr) != 0)
-        return -1;
-    return get_sensitivity_priority_list_from_xmlnode(sensitivity.priority, node, nullptr);
-}
-
-int write_prioritised(const net_md_sens_v20_t &sensitivity, TiXmlElement *parent)
-{
-    TiXmlElement *list = append_element(parent, "sensInfoList");
-    if (list == nullptr)
-        return -1;
-    for (int i = 0; i < periods; ++i) {
-        if (sensitivity.sensInfo[i].enable == 0)
-            continue;
-        const PlacedPeriod placed = {i, sensitivity.priority[i], sensitivity.sensInfo[i]};
-        if (write_record(prioritised, &placed, append_element(list, "sensInfo")) != 0)
-            return -1;
-    }
-    return 0;
-}
+struct PriorityListFields : Description {
+    using T = net_md_sens_v20_t;
+    static constexpr Field fields[] = {
+        wires_part<T, take_priority>("sensInfo", priority_record, periods).stop_when_full(),
+    };
+    static constexpr Traits traits = HERE.any_name().others_fail().unknown(no_priority); // a comment has none
+};
+constexpr auto priority_list = describe<PriorityListFields>();
 
 struct NewSensitivityFields : Description {
     using T = net_md_sens_v20_t;
     static constexpr Field fields[] = {
         preset(AT(valid), 1), // the element alone counts
         integer("sensitivityDefault", AT(sensitivityDefault)),
-        custom<read_prioritised, write_prioritised>("sensInfoList", AT(sensInfo))
-            .shown(prioritised, offsetof(PlacedPeriod, period)),
+        part("sensInfoList", prioritised_list).again(priority_list), // the periods first, then their priorities
     };
-    static constexpr Field also_shown[] = {shown("priority", AT(priority))};
 };
 constexpr auto new_sensitivity = describe<NewSensitivityFields>();
 
-void arm_hours(void *context, const TimeBlock &block)
+int check_id(ListedPeriod &period)
 {
-    auto &motion = *static_cast<Motion *>(context);
+    return period.id == period.place ? 0 : -1;
+}
+
+// A period of the older list; whether it counts is read and never written.
+struct DayPartFields : Description {
+    using T = ListedPeriod;
+    static constexpr Field fields[] = {
+        integer("id", AT(id))
+            .in(0, periods - 1)
+            .then<check_id>()
+            .accepts("the period's place in the list, from 0")
+            .sample("#"),
+        PrioritisedFields::fields[1],
+        PrioritisedFields::fields[2],
+        PrioritisedFields::fields[3],
+        PrioritisedFields::fields[4],
+        PrioritisedFields::fields[5],
+        integer("enable", AT(period.enable)).read_only(),
+    };
+};
+constexpr auto day_part = describe<DayPartFields>();
+
+int take_day_part(Period (&list)[periods], const ListedPeriod &period, const Item &item)
+{
+    list[item.index] = period.period;
+    return item.result;
+}
+
+Give give_day_part(const Period (&list)[periods], ListedPeriod &period, const Item &item)
+{
+    if (item.index == periods)
+        return Give::ended;
+    period.period = list[item.index];
+    period.id = static_cast<int>(item.index);
+    return Give::written;
+}
+
+struct DayPartListFields : Description {
+    using T = Period[periods];
+    static constexpr Field fields[] = {
+        wires<take_day_part, give_day_part>("sensitivityInfo", itself<T>("sensitivityInfo"), day_part, periods)
+            .exactly()
+            .shown(day_part, offsetof(ListedPeriod, period)),
+    };
+    static constexpr Traits traits = Traits{}.exact_names().others_fail();
+};
+constexpr auto day_part_list = describe<DayPartListFields>();
+
+int take_arming(Motion &motion, const TimeBlock &block)
+{
     for (int hour = block.beginHour; hour <= block.endHour; ++hour)
         motion.timeBlock[block.weekDay][hour] = block.enable;
-}
-
-int read_arming(Motion &motion, TiXmlNode *node)
-{
-    return read_time_blocks(node, &motion, arm_hours);
-}
-
-int write_arming(const Motion &motion, TiXmlElement *parent)
-{
-    TiXmlElement *list = append_element(parent, "timeBlockList");
-    if (list == nullptr)
-        return -1;
-    for (int day = 0; day < 7; ++day) {
-        // A slot is armed when it differs from the exception record's unused word, which is 0 in every
-        // payload that comes from here.
-        unsigned int armed = 0;
-        for (int hour = 0; hour < 24; ++hour)
-            if (motion.timeBlock[day][hour] != motion.handleException.reserved)
-                armed |= 1u << hour;
-        if (append_time_blocks(list, day, armed) != 0)
-            return -1;
-    }
     return 0;
 }
 
-// The number lists are converted behind the walk, so that a refused child leaves them alone.
-struct ExceptionText {
-    int handleType;
-    const char *channels;
-    const char *outputs;
+// A slot is armed when it differs from the exception record's unused word, which is 0 in every payload that comes
+// from here.
+Give give_arming(const Motion &motion, TimeBlock &block, Item &item)
+{
+    return next_block(block, item, [&motion](int day, int hour) {
+        return motion.timeBlock[day][hour] != motion.handleException.reserved;
+    });
+}
+
+struct ArmingFields : Description {
+    using T = Motion;
+    static constexpr Field fields[] = {
+        wires_part<T, take_arming, give_arming>("timeBlock", time_block, week_hours).stop_when_full(),
+    };
+    static constexpr Field also_shown[] = {shown("timeBlock", AT(timeBlock))};
+    static constexpr Traits traits = Traits{}.exact_names().others_fail();
 };
+constexpr auto arming = describe<ArmingFields>();
 
 struct ExceptionFields : Description {
-    using T = ExceptionText;
-    static constexpr Field fields[] = {
-        mask("handleType", AT(handleType), alarm_actions).upto(63).none_clears(),
-        view("chnHandleType", AT(channels)).upto(1023),
-        view("relAlarmOut", AT(outputs)).upto(1023),
-    };
-};
-constexpr auto exception_text = describe<ExceptionFields>();
-
-struct ExceptionShown : Description {
     using T = tag_net_handle_exception_v20_t;
     static constexpr Field fields[] = {
-        mask("handleType", AT(handleType), alarm_actions),
-        shown("chnHandleType", AT(chnHandleType)),
-        shown("relAlarmOut", AT(relAlarmOut)),
+        mask("handleType", AT(handleType), alarm_actions).upto(63).none_clears(),
+        // A refused child leaves them alone.
+        int_list("chnHandleType", AT(chnHandleType), 0).upto(1023).late(),
+        int_list("relAlarmOut", AT(relAlarmOut), 0).upto(1023).late(),
     };
 };
-constexpr auto exception_shown = describe<ExceptionShown>();
-
-template <int count> int read_numbers(int (&numbers)[count], const char *text)
-{
-    return text != nullptr && changeStringToIntTable(const_cast<char *>(text), numbers, count, 0) < 0 ? -1 : 0;
-}
-
-int read_exception(tag_net_handle_exception_v20_t &exception, TiXmlNode *node)
-{
-    ExceptionText text = {exception.handleType, nullptr, nullptr};
-    const int result = read_record(exception_text, &text, node);
-    exception.handleType = text.handleType;
-    if (result != 0 || read_numbers(exception.chnHandleType, text.channels) != 0)
-        return -1;
-    return read_numbers(exception.relAlarmOut, text.outputs);
-}
-
-int read_motion_exception(Motion &motion, TiXmlNode *node)
-{
-    return read_exception(motion.handleException, node);
-}
+constexpr auto exception_record = describe<ExceptionFields>();
 
 struct MotionFields : Description {
     using T = Motion;
@@ -313,139 +257,98 @@ struct MotionFields : Description {
         integer("usepir", AT(usepir)),
         integer("width", AT(width)).in(1, grid_columns),
         integer("height", AT(height)).in(1, grid_rows),
-        custom<read_scope, write_scope>("scope", AT(scope)),
-        custom<read_day_parts, write_day_parts>("sensitivityInfoList", AT(sensitivityInfo))
-            .shown(day_part, offsetof(PlacedPeriod, period)),
+        wire_part<T, take_scope, give_scope>("scope", scope_record),
+        group("sensitivityInfoList", AT(sensitivityInfo), day_part_list),
         group("sensInfoNew", AT(sensInfoNew), new_sensitivity).when(AT(sensInfoNew.valid)),
-        custom<read_arming, write_arming>("timeBlockList", AT(timeBlock)),
-        custom<read_motion_exception>("handleException", AT(handleException)).shown(exception_shown), // never written
+        part("timeBlockList", arming),
+        group("handleException", AT(handleException), exception_record).read_only(),
     };
-    static constexpr auto written = order("channelId", "enable", "usepir", "width", "height", "scope",
-                                          "sensitivityInfoList", "sensInfoNew", "timeBlockList");
-    static constexpr Traits traits = HERE.parser("net_md_x2s").writer("net_md_s2x", "MD").sets_inited();
+    static constexpr Field also_shown[] = {shown("scope", AT(scope))};
+    static constexpr Traits traits =
+        HERE.parser("net_md_x2s")
+            .writer("net_md_s2x", "MD")
+            .sets_inited()
+            .title("motion detection settings",
+                   "Where, when and how sensitively a channel watches for motion, and what it does about it.");
 };
 constexpr auto motion_message = describe<MotionFields>();
 
 // Detector areas ----------------------------------------------------------------------------------
 
-struct AreaText {
-    int width;
-    int height;
-    const char *cells;
-};
-
+// Unlike the motion grid, an area is stored column by column and keeps its size.
 struct AreaFields : Description {
-    using T = AreaText;
+    using T = net_ai_area_t;
     static constexpr Field fields[] = {
         integer("width", AT(width)).in(1, grid_columns).required(),
         integer("height", AT(height)).in(1, grid_rows).required(),
-        view("area", AT(cells)).upto(2999).required(),
+        column_grid("area", AT(cells), AT(width), AT(height))
+            .upto(2999)
+            .required()
+            .complain_plainly("Func(get_area_from_xmlnode) Line(%d) ret(%d) width(%d) rows(%d)\n"),
     };
+    static constexpr Traits traits = HERE.parser("get_area_from_xmlnode").entry(Line::error).failure(Line::error);
 };
-constexpr auto area_text = describe<AreaFields>();
+constexpr auto area_record = describe<AreaFields>();
 
-struct AreaShown : Description {
-    using T = net_ai_area_t;
-    static constexpr Field fields[] = {
-        integer("width", AT(width)),
-        integer("height", AT(height)),
-        shown("area", AT(cells)),
-    };
+// The detectors in the order of their bits, NET_ALARM_AREA_E: their keys and their names in the trace.
+struct Detector {
+    char key[12];
+    char name[8];
 };
-constexpr auto area_shown = describe<AreaShown>();
+constexpr Detector detectors[] = {
+    {"mdArea", "md"},          {"personArea", "person"}, {"vehicleArea", "vehicle"}, {"faceArea", "face"},
+    {"dogCatArea", "dog_cat"}, {"otherArea", "other"},   {"packageArea", "package"},
+};
 
-// Unlike the motion grid, an area is stored column by column and keeps its size.
-int read_area(net_ai_area_t &area, TiXmlNode *node)
+unsigned detector_of(const Item &item)
 {
-    AreaText text = {area.width, area.height, ""};
-    const int result = read_record(area_text, &text, node);
-    area.width = text.width;
-    area.height = text.height;
-    if (result != 0 || *text.cells == '\0') {
-        log_error(NET_HERE, " error \n");
-        return -1;
-    }
-    const int count = count_cells(text.cells, static_cast<int>(std::strlen(text.cells)), most_cells);
-    if (!fills_grid(count, area.width, area.height)) {
-        log_plain("Func(%s) Line(%d) ret(%d) width(%d) rows(%d)\n", "get_area_from_xmlnode", __LINE__, count,
-                  area.width, area.height);
-        return -1;
-    }
-    read_columns(text.cells, area.cells[0], area.width, area.height, grid_rows);
-    return 0;
+    unsigned detector = 0;
+    while (std::strcmp(detectors[detector].key, item.key) != 0)
+        ++detector;
+    return detector;
 }
 
-int read_area_channel(net_alarm_area_t &areas, TiXmlNode *node)
+void trace_detector(net_alarm_area_t &, const Item &item)
 {
-    if (read_int(&areas.chn, node) != 0)
-        return -1;
+    log_trace(NET_HERE, "%s area xml\n", detectors[detector_of(item)].name);
+}
+
+int trace_type(net_alarm_area_t &areas)
+{
     log_trace(NET_HERE, "pAi->type(%d)\n", static_cast<int>(areas.type));
     return 0;
 }
 
-constexpr net_ai_area_t net_alarm_area_t::*detector_areas[] = {
-    &net_alarm_area_t::mdArea,      &net_alarm_area_t::personArea, &net_alarm_area_t::vehicleArea,
-    &net_alarm_area_t::faceArea,    &net_alarm_area_t::dogCatArea, &net_alarm_area_t::otherArea,
-    &net_alarm_area_t::packageArea,
-};
-constexpr char detector_names[][8] = {"md", "person", "vehicle", "face", "dog_cat", "other", "package"};
-
-int read_detector_area(net_alarm_area_t &areas, int detector, TiXmlNode *node)
+int add_detector(net_alarm_area_t &areas, const Item &item)
 {
-    log_trace(NET_HERE, "%s area xml\n", detector_names[detector]);
-    if (read_area(areas.*detector_areas[detector], node) != 0)
-        return -1;
-    areas.type |= 1u << detector;
-    log_trace(NET_HERE, "pAi->type(%d)\n", static_cast<int>(areas.type));
-    return 0;
+    areas.type |= 1u << detector_of(item);
+    return trace_type(areas);
 }
 
-template <int detector> int read_detector(net_alarm_area_t &areas, TiXmlNode *node)
+constexpr Field detector_area(const Detector &detector, Member<net_alarm_area_t, net_ai_area_t> member)
 {
-    return read_detector_area(areas, detector, node);
+    return group(detector.key, member, area_record).ahead<trace_detector>().then<add_detector>();
 }
 
 struct AlarmAreaFields : Description {
     using T = net_alarm_area_t;
     static constexpr Field fields[] = {
-        custom<read_area_channel>("chn", AT(chn)).quiet(),
-        custom<read_detector<0>>("mdArea", AT(mdArea)).shown(area_shown),
-        custom<read_detector<1>>("personArea", AT(personArea)).shown(area_shown),
-        custom<read_detector<2>>("vehicleArea", AT(vehicleArea)).shown(area_shown),
-        custom<read_detector<3>>("faceArea", AT(faceArea)).shown(area_shown),
-        custom<read_detector<4>>("dogCatArea", AT(dogCatArea)).shown(area_shown),
-        custom<read_detector<5>>("otherArea", AT(otherArea)).shown(area_shown),
-        custom<read_detector<6>>("packageArea", AT(packageArea)).shown(area_shown),
+        integer("chn", AT(chn)).then<trace_type>().quiet(), detector_area(detectors[0], AT(mdArea)),
+        detector_area(detectors[1], AT(personArea)),        detector_area(detectors[2], AT(vehicleArea)),
+        detector_area(detectors[3], AT(faceArea)),          detector_area(detectors[4], AT(dogCatArea)),
+        detector_area(detectors[5], AT(otherArea)),         detector_area(detectors[6], AT(packageArea)),
     };
     static constexpr Field also_shown[] = {shown("type", AT(type))};
     static constexpr Traits traits =
-        HERE.parser("net_alarm_area_x2s").entry(Line::error).failure(Line::error).any_size();
+        HERE.parser("net_alarm_area_x2s")
+            .entry(Line::error)
+            .failure(Line::error)
+            .any_size()
+            .title("detector areas", "The part of the picture in which each detector of a channel watches.");
 };
 constexpr auto alarm_area_message = describe<AlarmAreaFields>();
 
 // Alarm and day/night reports ---------------------------------------------------------------------
-
-// The body of the readers that log under their own name whatever they refuse.
-int read_reported(const Table &table, void *record, TiXmlNode *node, const char *key)
-{
-    if (is_component(record, node, key))
-        return read_record(table, record, node);
-    log_line(table.failure(), table.place(), table.parser());
-    return -1;
-}
-
-// Joins the words that `chosen` picks by their codes, or writes "none". -1 when they do not fit.
-template <class Chosen> int join_words(char *out, unsigned int size, const WordTable &words, Chosen chosen)
-{
-    const char *names[16];
-    int count = 0;
-    for (const auto &entry : words)
-        if (entry.use != Use::read && chosen(entry.code))
-            names[count++] = words.text(entry);
-    if (count == 0)
-        names[count++] = "none";
-    return string_join(out, size, names, count, ',');
-}
 
 constexpr Word status_list[] = {
     {NET_ALARM_STATUS_MD, "MD"},      {NET_ALARM_STATUS_VIDEO_LOSS, "videoLoss"}, {NET_ALARM_STATUS_BLIND, "blind"},
@@ -461,102 +364,72 @@ constexpr auto ai_events = words<ai_event_list>();
 
 // The detections by the alarm-type code of their first rule. Here it is "intrusion", although the
 // alarm type is called "intrude".
-constexpr int crossline_first = smart_ai_first;
-constexpr int intrusion_first = crossline_first + smart_ai_rules;
-constexpr int loitering_first = intrusion_first + smart_ai_rules;
-constexpr int legacy_first = loitering_first + smart_ai_rules;
-constexpr int loss_first = legacy_first + smart_ai_rules;
 constexpr Word detection_list[] = {
-    {crossline_first, "crossline"}, {intrusion_first, "intrusion"}, {loitering_first, "loitering"},
-    {legacy_first, "legacy"},       {loss_first, "loss"},
+    {smart_ai_first, "crossline"},
+    {smart_ai_first + 1 * smart_ai_rules, "intrusion"},
+    {smart_ai_first + 2 * smart_ai_rules, "loitering"},
+    {smart_ai_first + 3 * smart_ai_rules, "legacy"},
+    {smart_ai_first + 4 * smart_ai_rules, "loss"},
 };
 constexpr auto detections = words<detection_list>();
+
+// Where the object masks of the first detections are kept; left and missing objects have none.
+using RuleMasks = unsigned int[smart_ai_rules];
+constexpr RuleMasks net_smart_ai_stat_t::*detection_masks[] = {
+    &net_smart_ai_stat_t::crossline, &net_smart_ai_stat_t::intrusion, &net_smart_ai_stat_t::loitering};
 
 constexpr Word smart_object_list[] = {{0x1, "people"}, {0x2, "vehicle"}, {0x4, "dog_cat"}};
 constexpr auto smart_objects = words<smart_object_list>();
 
 // What a rule has seen.
 struct Sublist {
-    int index;
-    unsigned int objects;
+    int index = -1;
+    int objects = 0;
 };
-
-int read_smart_object(Sublist &sublist, TiXmlNode *node)
-{
-    const char *text;
-    if (view_text(&text, INT_MAX, node) != 0)
-        return -1;
-    if (const auto *object = find_whole(smart_objects, text))
-        sublist.objects |= static_cast<unsigned int>(object->code);
-    return 0;
-}
 
 struct SublistFields : Description {
     using T = Sublist;
     static constexpr Field fields[] = {
         integer("index", AT(index)),
-        custom<read_smart_object>("type", AT(objects)),
+        word("type", AT(objects), smart_objects).upto(INT_MAX).adds(),
     };
     static constexpr Traits traits = HERE.parser("get_smartai_sublist_from_xmlnode").failure(Line::parser);
 };
 constexpr auto sublist_record = describe<SublistFields>();
 
 // A rule number that is no rule's drops the sublist; the rest of the report still counts.
-int read_sublist(unsigned int *masks, TiXmlNode *node)
+int take_sublist(RuleMasks &masks, const Sublist &sublist)
 {
-    Sublist sublist = {-1, 0};
-    if (read_record(sublist_record, &sublist, node) != 0)
-        return -1;
     if (sublist.index < 0 || sublist.index >= smart_ai_rules)
         log_error(NET_HERE, "invalid param index:%d\n", sublist.index);
     else
-        masks[sublist.index] |= sublist.objects;
+        masks[sublist.index] |= static_cast<unsigned int>(sublist.objects);
     return 0;
 }
 
 // One detection's entry in a report.
 struct SmartType {
-    const char *type;
-    int index; // bit b: rule b has fired
-    unsigned int masks[smart_ai_rules];
+    const char *type = "";
+    int index = 0; // bit b: rule b has fired
+    RuleMasks masks = {};
 };
-
-int read_smart_sublist(SmartType &entry, TiXmlNode *node)
-{
-    return read_sublist(entry.masks, node);
-}
 
 struct SmartTypeFields : Description {
     using T = SmartType;
     static constexpr Field fields[] = {
-        view("type", AT(type)).upto(19),
-        integer("index", AT(index)),
-        custom<read_smart_sublist>("sublist", AT(masks)),
+        view("type", AT(type))
+            .upto(19)
+            .accepts("crossline, intrusion, loitering, legacy or loss, in this case; other entries are dropped")
+            .sample("crossline"),
+        integer("index", AT(index)).accepts("bit b stands for rule b; entries with a negative number are dropped"),
+        wires<take_sublist>("sublist", AT(masks), sublist_record),
     };
 };
 constexpr auto smart_type = describe<SmartTypeFields>();
 
-// Where a detection's object masks are kept; left and missing objects have none.
-unsigned int *masks_of(net_smart_ai_stat_t &smart, int first)
-{
-    switch (first) {
-    case crossline_first:
-        return smart.crossline;
-    case intrusion_first:
-        return smart.intrusion;
-    case loitering_first:
-        return smart.loitering;
-    default:
-        return nullptr;
-    }
-}
-
 // Entries that make no sense are logged and dropped, not refused.
-int read_smart_type(net_smart_ai_stat_t &smart, TiXmlNode *node)
+int take_smart_type(net_smart_ai_stat_t &smart, const SmartType &entry)
 {
-    SmartType entry = {"", 0, {}};
-    if (read_record(smart_type, &entry, node) != 0)
-        return -1;
     if (*entry.type == '\0' || entry.index < 0) {
         log_error(NET_HERE, "invalid param type:%s index:%d\n", entry.type, entry.index);
         return 0;
@@ -569,19 +442,43 @@ int read_smart_type(net_smart_ai_stat_t &smart, TiXmlNode *node)
     for (int rule = 0; rule < smart_ai_rules; ++rule)
         if ((entry.index >> rule & 1) != 0)
             alarm_in_add_event(&smart.events, detection->code + rule);
-    if (unsigned int *masks = masks_of(smart, detection->code))
-        std::memcpy(masks, entry.masks, sizeof entry.masks);
+    const auto place = static_cast<unsigned>(detection->code - smart_ai_first) / smart_ai_rules;
+    if (place < std::size(detection_masks))
+        std::memcpy(smart.*detection_masks[place], entry.masks, sizeof entry.masks);
     return 0;
 }
 
+// Which rules of the detection have fired.
+int fired_rules(const net_smart_ai_stat_t &smart, int first)
+{
+    int rules = 0;
+    for (int rule = 0; rule < smart_ai_rules; ++rule)
+        if (alarm_in_check_event(&smart.events, static_cast<unsigned int>(first + rule)) != 0)
+            rules |= 1 << rule;
+    return rules;
+}
+
+Give give_smart_type(const net_smart_ai_stat_t &smart, SmartType &entry, const Item &item)
+{
+    const WordTable &words = detections;
+    if (item.index == words.count)
+        return Give::ended;
+    const auto &detection = words.begin()[item.index];
+    entry.type = words.text(detection);
+    entry.index = fired_rules(smart, detection.code);
+    return entry.index != 0 ? Give::written : Give::left_out;
+}
+
+// Only which rules have fired is written.
 struct SmartFields : Description {
     using T = net_smart_ai_stat_t;
     static constexpr Field fields[] = {
-        unsigned_longlong("pts", AT(pts)),
-        unsigned_longlong("frameIndex", AT(frameIndex)),
-        custom<read_smart_type>("smartAiType", AT(events)),
+        unsigned_longlong("pts", AT(pts)).read_only(),
+        unsigned_longlong("frameIndex", AT(frameIndex)).read_only(),
+        wires_part<T, take_smart_type, give_smart_type>("smartAiType", smart_type),
     };
     static constexpr Field also_shown[] = {
+        shown("events", AT(events)),
         shown("crossline", AT(crossline)).spelled(smart_objects),
         shown("intrusion", AT(intrusion)).spelled(smart_objects),
         shown("loitering", AT(loitering)).spelled(smart_objects),
@@ -590,36 +487,13 @@ struct SmartFields : Description {
 };
 constexpr auto smart_record = describe<SmartFields>();
 
-int write_ai_events(const net_state_v20_t &state, TiXmlElement *parent)
-{
-    char text[128];
-    const auto is_set = [&](int code) {
-        return alarm_in_check_event(&state.aiEvents, static_cast<unsigned int>(code)) != 0;
-    };
-    if (join_words(text, sizeof text, ai_events, is_set) != 0)
-        return -1;
-    return append_text(parent, "AItype", text);
-}
-
-// Only which rules have fired; object masks, time stamp and frame are never written.
-int write_smart(const net_state_v20_t &state, TiXmlElement *parent)
+bool has_fired(const net_state_v20_t &state)
 {
     const WordTable &words = detections;
-    TiXmlElement *list = nullptr;
-    for (const auto &detection : words) {
-        int rules = 0;
-        for (int rule = 0; rule < smart_ai_rules; ++rule)
-            if (alarm_in_check_event(&state.smartAi.events, static_cast<unsigned int>(detection.code + rule)) != 0)
-                rules |= 1 << rule;
-        if (rules == 0)
-            continue;
-        if (list == nullptr)
-            list = append_element(parent, "smartAiTypeList");
-        TiXmlElement *entry = append_element(list, "smartAiType");
-        if (append_text(entry, "type", words.text(detection)) != 0 || append_int(entry, "index", rules) != 0)
-            return -1;
-    }
-    return 0;
+    for (const auto &detection : words)
+        if (fired_rules(state.smartAi, detection.code) != 0)
+            return true;
+    return false;
 }
 
 // Read as an item of a report, written as a message of its own.
@@ -628,21 +502,21 @@ struct AlarmEventFields : Description {
     static constexpr Field fields[] = {
         integer("channelId", AT(channelId)).at_least(0),
         mask("status", AT(status), status_words).accumulates().none_conflicts(),
-        events("AItype", AT(aiEvents), ai_events).read_only(),
+        events("AItype", AT(aiEvents), ai_events),
         flag("recording", AT(recording)),
         integer("timeStamp", AT(timeStamp)).at_least(0),
-        unsigned_longlong("offset", AT(offset)),
-        integer("timeSec", AT(timeSec)).at_least(0),
-        integer("timeUsec", AT(timeUsec)).at_least(0),
-        integer("wakeAlarm", AT(wakeAlarm)).at_least(0),
-        integer("previewOnly", AT(previewOnly)).at_least(0),
-        group("smartAiTypeList", AT(smartAi), smart_record).read_only(),
-        custom<nullptr, write_ai_events>("AItype", AT(aiEvents)),
-        custom<nullptr, write_smart>("smartAiTypeList", AT(smartAi)),
+        unsigned_longlong("offset", AT(offset)).read_only(),
+        integer("timeSec", AT(timeSec)).at_least(0).read_only(),
+        integer("timeUsec", AT(timeUsec)).at_least(0).read_only(),
+        integer("wakeAlarm", AT(wakeAlarm)).at_least(0).read_only(),
+        integer("previewOnly", AT(previewOnly)).at_least(0).read_only(),
+        group("smartAiTypeList", AT(smartAi), smart_record).when<has_fired>(),
     };
-    static constexpr auto written = order("channelId", "status", "AItype", "recording", "timeStamp", "smartAiTypeList");
     static constexpr Traits traits =
-        HERE.parser("get_AlarmEvent_from_xmlnode").writer("net_alarm_report_s2x", "AlarmEvent").failure(Line::parser);
+        HERE.parser("get_AlarmEvent_from_xmlnode")
+            .writer("net_alarm_report_s2x", "AlarmEvent")
+            .failure(Line::parser)
+            .title("alarm event", "What one channel has just seen: motion, detected objects, rules that have fired.");
 };
 constexpr auto alarm_event = describe<AlarmEventFields>();
 
@@ -651,7 +525,10 @@ struct AlarmReportFields : Description {
     static constexpr Field fields[] = {
         list("AlarmEvent", AT(state), alarm_event).overwrite_last(),
     };
-    static constexpr Traits traits = HERE.parser("net_alarm_report_x2s").failure(Line::parser).sets_inited();
+    static constexpr Traits traits = HERE.parser("net_alarm_report_x2s")
+                                         .failure(Line::parser)
+                                         .sets_inited()
+                                         .title("alarm report", "The first and the last alarm event of a message.");
 };
 constexpr auto alarm_report = describe<AlarmReportFields>();
 
@@ -673,7 +550,12 @@ struct DayNightReportFields : Description {
     static constexpr Field fields[] = {
         list("DayNightEvent", AT(state), day_night_event).overwrite_last(),
     };
-    static constexpr Traits traits = HERE.parser("net_day_night_report_x2s").failure(Line::parser).sets_inited();
+    static constexpr Traits traits =
+        HERE.parser("net_day_night_report_x2s")
+            .failure(Line::parser)
+            .sets_inited()
+            .title("day and night report",
+                   "Whether the picture is switching between day and night, and to which mode.");
 };
 constexpr auto day_night_report = describe<DayNightReportFields>();
 
@@ -736,20 +618,13 @@ constexpr Word record_type_list[] = {
 };
 constexpr auto record_types = words<record_type_list>();
 
-int read_event_type(net_find_alarm_video_t &search, TiXmlNode *node)
-{
-    const char *text;
-    if (view_text(&text, INT_MAX, node) != 0)
-        return -1;
-    if (is_named(text, "cry"))
-        search.alarmType |= NET_SEARCH_CRY;
-    return 0;
-}
+constexpr Word event_type_list[] = {{NET_SEARCH_CRY, "cry"}};
+constexpr auto event_type_words = words<event_type_list>();
 
 struct EventTypeFields : Description {
     using T = net_find_alarm_video_t;
     static constexpr Field fields[] = {
-        custom<read_event_type>("i", AT(alarmType)),
+        word("i", AT(alarmType), event_type_words).upto(INT_MAX).adds(),
     };
 };
 constexpr auto event_types = describe<EventTypeFields>();
@@ -769,7 +644,11 @@ struct FindAlarmVideoFields : Description {
         mask("alarmType", AT(alarmType), search_types).upto(INT_MAX).starting(NET_SEARCH_MD), // motion always counts
         part("eventAlarmType", event_types),
     };
-    static constexpr Traits traits = HERE.parser("net_find_alarm_video_x2s").failure(Line::parser).any_size();
+    static constexpr Traits traits =
+        HERE.parser("net_find_alarm_video_x2s")
+            .failure(Line::parser)
+            .any_size()
+            .title("alarm video search", "The time span and the alarm types for which recorded videos are searched.");
 };
 constexpr auto find_alarm_video = describe<FindAlarmVideoFields>();
 
@@ -804,19 +683,30 @@ struct AlarmVideoInfoFields : Description {
         integer("fileHandle", AT(fileHandle)).at_least(0),
         part("alarmVideoList", alarm_video_list),
     };
-    static constexpr Traits traits = HERE.parser("net_alarm_video_info_x2s").failure(Line::parser).any_size();
+    static constexpr Traits traits =
+        HERE.parser("net_alarm_video_info_x2s")
+            .failure(Line::parser)
+            .any_size()
+            .title("alarm video search result",
+                   "The recorded videos that a search has found, with their times, names and alarm types.");
 };
 constexpr auto alarm_video_info = describe<AlarmVideoInfoFields>();
 
-template <int capacity> int read_devices(net_find_event_log_t &search, TiXmlNode *node)
-{
-    return get_query_device_from_xmlnode(search.devices, capacity, node, nullptr);
-}
+struct SearchedDevicesFields : Description {
+    using T = net_find_event_log_t;
+    static constexpr Field fields[] = {
+        list("deviceInfo", AT(devices), query_device)
+            .stop_when_full()
+            .item_line("get_query_device_info_from_xmlnode error\n"),
+    };
+    static constexpr Traits traits = HERE.logged_as("net_xml_public.cpp");
+};
+constexpr auto searched_devices = describe<SearchedDevicesFields>();
 
 struct FindEventLogFields : Description {
     using T = net_find_event_log_t;
     static constexpr Field fields[] = {
-        custom<read_devices<std::extent_v<decltype(T::devices)>>>("devices", AT(devices)).shown(query_device),
+        part("devices", searched_devices),
         integer("logTypeBits", AT(logTypeBits)).at_least(0),
         integer("desc", AT(desc)).at_least(0),
         integer("notSearchVideo", AT(notSearchVideo)),
@@ -827,7 +717,12 @@ struct FindEventLogFields : Description {
         // Unlike the alarm-video search it adds to what is there and brings no motion of its own.
         mask("alarmType", AT(alarmType), log_types).upto(INT_MAX).accumulates(),
     };
-    static constexpr Traits traits = HERE.parser("net_find_event_log_x2s").failure(Line::parser).any_size();
+    static constexpr Traits traits =
+        HERE.parser("net_find_event_log_x2s")
+            .failure(Line::parser)
+            .any_size()
+            .title("event log search",
+                   "The devices, the time span and the alarm types for which the event log is searched.");
 };
 constexpr auto find_event_log = describe<FindEventLogFields>();
 
@@ -841,16 +736,23 @@ struct LogDeviceFields : Description {
 };
 constexpr auto log_device = describe<LogDeviceFields>();
 
-int write_devices(const net_event_log_brief_t &brief, TiXmlElement *parent)
+// Only devices with a name are written.
+using CountedDevices = net_event_log_device_t[36];
+Give give_device(const CountedDevices &devices, net_event_log_device_t &device, const Item &item)
 {
-    TiXmlElement *list = append_element(parent, "deviceStatistics");
-    if (list == nullptr)
-        return -1;
-    for (const auto &device : brief.device)
-        if (device.uid[0] != '\0' && write_record(log_device, &device, append_element(list, "device")) != 0)
-            return -1;
-    return 0;
+    if (item.index == std::size(devices))
+        return Give::ended;
+    if (devices[item.index].uid[0] == '\0')
+        return Give::left_out;
+    device = devices[item.index];
+    return Give::written;
 }
+
+struct DeviceCountFields : Description {
+    using T = net_event_log_brief_t;
+    static constexpr Field fields[] = {wires<nullptr, give_device>("device", AT(device), log_device)};
+};
+constexpr auto device_counts = describe<DeviceCountFields>();
 
 struct DailyCountFields : Description {
     using T = net_event_log_brief_t;
@@ -882,11 +784,14 @@ struct LogBriefFields : Description {
         integer("lossCount", AT(lossCount)).write_only(),
         integer("legacyCount", AT(legacyCount)).write_only(),
         integer("linkageCount", AT(linkageCount)).write_only(),
-        custom<nullptr, write_devices>("deviceStatistics", AT(device)),
+        part("deviceStatistics", device_counts).write_only(),
         part("dailyEventCounts", daily_counts).write_only(),
     };
     static constexpr Traits traits =
-        HERE.parser("net_ev_log_brief_x2s").writer("net_ev_log_brief_s2x", "EventLogBrief").failure(Line::parser);
+        HERE.parser("net_ev_log_brief_x2s")
+            .writer("net_ev_log_brief_s2x", "EventLogBrief")
+            .failure(Line::parser)
+            .title("event log summary", "How many events of each kind there were, by device and by day.");
 };
 constexpr auto log_brief = describe<LogBriefFields>();
 
@@ -908,25 +813,17 @@ constexpr Word direction_list[] = {
 };
 constexpr auto directions = words<direction_list>();
 
-// The element itself holds the word; an unknown one is code 0.
-int read_code(int *code, const WordTable &words, TiXmlNode *node, const char *key)
-{
-    const char *text;
-    if (!is_component(code, node, key) || view_text(&text, 31, node) != 0)
-        return -1;
-    const auto *entry = find_whole(words, text);
-    *code = entry != nullptr ? entry->code : 0;
-    return 0;
-}
+struct OperationFields : Description {
+    using T = NET_SMAER_AI_OP_E;
+    static constexpr Field fields[] = {word("op", itself<T>("op"), operations).otherwise(0).fallback(0)};
+};
+constexpr auto operation_value = describe<OperationFields>();
 
-// A code without a word is written as code 0.
-int append_code(const WordTable &words, int code, const char *key, TiXmlElement *parent)
-{
-    if (parent == nullptr)
-        return -1;
-    const char *word = word_of(words, code);
-    return append_text(parent, key, word != nullptr ? word : word_of(words, 0));
-}
+struct DirectionFields : Description {
+    using T = NET_CROSSLINE_DETECT_DIRECTION_E;
+    static constexpr Field fields[] = {word("direction", itself<T>("direction"), directions).otherwise(0).fallback(0)};
+};
+constexpr auto direction_value = describe<DirectionFields>();
 
 struct PointFields : Description {
     using T = net_smart_ai_point_t;
@@ -942,6 +839,13 @@ struct PointsFields : Description {
     };
 };
 constexpr auto points_record = describe<PointsFields>();
+
+// The list as a child of an element of the host's.
+struct PointsChild : Description {
+    using T = net_smart_ai_points_t;
+    static constexpr Field fields[] = {part("pointList", points_record).write_only()};
+};
+constexpr auto points_child = describe<PointsChild>();
 
 struct CrosslineRule : Description {
     using T = net_crossline_detect_t;
@@ -999,35 +903,45 @@ struct Crossline {
     static constexpr const auto &rule = crossline_rule;
     static constexpr const char *item = "crosslineDetectItem";
     static constexpr Traits traits =
-        HERE.parser("net_smart_ai_crossline_detect_x2s").writer("net_smart_ai_crossline_detect_s2x", "CrosslineDetect");
+        HERE.parser("net_smart_ai_crossline_detect_x2s")
+            .writer("net_smart_ai_crossline_detect_s2x", "CrosslineDetect")
+            .title("line crossing detection", "Up to four rules that fire when an object crosses a line.");
 };
 struct Intrusion {
     using List = net_intrusion_detect_list_t;
     static constexpr const auto &rule = intrusion_rule;
     static constexpr const char *item = "intrusionDetectItem";
     static constexpr Traits traits =
-        HERE.parser("net_smart_ai_intrusion_detect_x2s").writer("net_smart_ai_intrusion_detect_s2x", "IntrusionDetect");
+        HERE.parser("net_smart_ai_intrusion_detect_x2s")
+            .writer("net_smart_ai_intrusion_detect_s2x", "IntrusionDetect")
+            .title("intrusion detection", "Up to four rules that fire when an object stays in a region.");
 };
 struct Loitering {
     using List = net_loitering_detect_list_t;
     static constexpr const auto &rule = loitering_rule;
     static constexpr const char *item = "loiteringDetectItem";
     static constexpr Traits traits =
-        HERE.parser("net_smart_ai_loitering_detect_x2s").writer("net_smart_ai_loitering_detect_s2x", "LoiteringDetect");
+        HERE.parser("net_smart_ai_loitering_detect_x2s")
+            .writer("net_smart_ai_loitering_detect_s2x", "LoiteringDetect")
+            .title("loitering detection", "Up to four rules that fire when somebody lingers in a region.");
 };
 struct Legacy {
     using List = net_legacy_detect_list_t;
     static constexpr const auto &rule = legacy_rule;
     static constexpr const char *item = "legacyDetectItem";
     static constexpr Traits traits =
-        HERE.parser("net_smart_ai_legacy_detect_x2s").writer("net_smart_ai_legacy_detect_s2x", "LegacyDetect");
+        HERE.parser("net_smart_ai_legacy_detect_x2s")
+            .writer("net_smart_ai_legacy_detect_s2x", "LegacyDetect")
+            .title("left object detection", "Up to four rules that fire when something is left in a region.");
 };
 struct Loss {
     using List = net_loss_detect_list_t;
     static constexpr const auto &rule = loss_rule;
     static constexpr const char *item = "lossDetectItem";
     static constexpr Traits traits =
-        HERE.parser("net_smart_ai_loss_detect_x2s").writer("net_smart_ai_loss_detect_s2x", "LossDetect");
+        HERE.parser("net_smart_ai_loss_detect_x2s")
+            .writer("net_smart_ai_loss_detect_s2x", "LossDetect")
+            .title("missing object detection", "Up to four rules that fire when something is taken out of a region.");
 };
 
 // A message replaces the whole list.
@@ -1087,7 +1001,10 @@ struct AiCfgFields : Description {
                                           "detectType", "smartTrackType", "smartTrackPt", "smartTrackObjectStopDelay",
                                           "smartTrackObjectDisappearDelay", "cryDetectAbility", "cryDetectLevel");
     static constexpr Field also_shown[] = {shown("delayValid", AT(delayValid))};
-    static constexpr Traits traits = HERE.parser("nets_param_ai_cfg_x2s").writer("nets_param_ai_cfg_s2x", "AiCfg");
+    static constexpr Traits traits =
+        HERE.parser("nets_param_ai_cfg_x2s")
+            .writer("nets_param_ai_cfg_s2x", "AiCfg")
+            .title("AI settings", "Which objects are detected and tracked, and how; cry detection.");
 };
 constexpr auto ai_cfg = describe<AiCfgFields>();
 
@@ -1098,66 +1015,11 @@ constexpr Word area_object_list[] = {
 };
 constexpr auto area_objects = words<area_object_list>();
 
-constexpr int area_characters = 2999;
-
-// The cells can only be stored once all children are known.
-int check_detect_cells(net_ai_area_detect_t &, TiXmlNode *node)
-{
-    const char *text;
-    return view_text(&text, area_characters, node);
-}
-
-// The text of the last element that the walk has taken for the cells.
-const char *find_detect_cells(TiXmlNode *node)
-{
-    const char *text = "";
-    for (TiXmlNode *child = node->LastChild(); child != nullptr; child = child->PreviousSibling())
-        if (answers_to(child->Value(), "area")) {
-            view_text(&text, area_characters, child);
-            break;
-        }
-    return text;
-}
-
-int store_detect_cells(net_ai_area_detect_t &area, const char *text)
-{
-    if (area.width < 1 || area.width > grid_columns || area.height < 1 || area.height > grid_rows || *text == '\0') {
-        log_error(NET_HERE, "width or height is error\n");
-        return -1;
-    }
-    const int count = count_cells(text, static_cast<int>(std::strlen(text)), most_cells);
-    if (!fills_grid(count, area.width, area.height)) {
-        log_error(NET_HERE, "Func(%s) Line(%d) ret(%d) width(%d) rows(%d)\n", "net_ai_area_detect_x2s", __LINE__, count,
-                  area.width, area.height);
-        return -1;
-    }
-    read_columns(text, area.cells[0], area.width, area.height, grid_rows);
-    return 0;
-}
-
-// A grid that is too large leaves the area out and does not fail.
-int write_detect_cells(const net_ai_area_detect_t &area, TiXmlElement *parent)
-{
-    constexpr int most_characters = 3000;
-    // A host's payload may hold any size: the product wraps around.
-    const int cells = static_cast<int>(static_cast<unsigned int>(area.width) * static_cast<unsigned int>(area.height));
-    const int needed = cells / 8 * 4 / 3 + 2;
-    const bool fits = area.width >= 0 && area.width <= grid_columns && area.height >= 0 && area.height <= grid_rows;
-    if (needed > most_characters || !fits) {
-        const Place here = NET_HERE;
-        log_error(here, "func:%s line:%d, base64 need size is too large:%d\n", "net_ai_area_detect_s2x", here.line,
-                  needed);
-        return 0;
-    }
-    return append_grid(parent, "area", area.cells[0], area.width, area.height, grid_rows, collect_columns,
-                       "net_ai_area_detect_s2x");
-}
-
 struct AreaDetectFields : Description {
     using T = net_ai_area_detect_t;
     static constexpr Field fields[] = {
         integer("chn", AT(chn)).in(0, 63),
-        mask("type", AT(type), area_objects).last_wins().read_only(),
+        mask("type", AT(type), area_objects).last_wins().code_line("ai type is error"), // without a line break
         integer("sensitivity", AT(sensitivity)),
         integer("stayTime", AT(stayTime)),
         real("minTargetHeight", AT(minTargetHeight)),
@@ -1166,13 +1028,17 @@ struct AreaDetectFields : Description {
         real("maxTargetWidth", AT(maxTargetWidth)),
         integer("width", AT(width)),
         integer("height", AT(height)),
-        custom<check_detect_cells, write_detect_cells>("area", AT(cells)),
-        word("type", AT(type), area_objects).write_only().complain("ai type is error"), // without a line break
+        column_grid("area", AT(cells), AT(width), AT(height))
+            .upto(2999)
+            .required()
+            .complain_plainly("Func(net_ai_area_detect_x2s) Line(%d) ret(%d) width(%d) rows(%d)\n")
+            .too_large("func:net_ai_area_detect_s2x line:%d, base64 need size is too large:%d\n"),
     };
-    static constexpr auto written = order("chn", "type", "sensitivity", "stayTime", "minTargetHeight", "minTargetWidth",
-                                          "maxTargetHeight", "maxTargetWidth", "width", "height", "area");
     static constexpr Traits traits =
-        HERE.parser("net_ai_area_detect_x2s").writer("net_ai_area_detect_s2x", "AiDetectCfg");
+        HERE.parser("net_ai_area_detect_x2s")
+            .writer("net_ai_area_detect_s2x", "AiDetectCfg")
+            .missing("width or height is error\n")
+            .title("AI detection area", "Where one type of object is looked for, and how large it has to be.");
 };
 constexpr auto area_detect = describe<AreaDetectFields>();
 
@@ -1185,7 +1051,10 @@ struct TrackLimitFields : Description {
     };
     static constexpr auto written = order("channelId", "leftLimit", "leftImageName", "rightLimit", "rightImageName");
     static constexpr Traits traits =
-        HERE.parser("net_param_ai_track_limit_x2s").writer("net_param_ai_track_limit_s2x", "trackLimit");
+        HERE.parser("net_param_ai_track_limit_x2s")
+            .writer("net_param_ai_track_limit_s2x", "trackLimit")
+            .title("tracking limits",
+                   "How far the camera turns to the left and to the right when it tracks an object.");
 };
 constexpr auto track_limit = describe<TrackLimitFields>();
 
@@ -1195,8 +1064,9 @@ struct TrackTaskFields : Description {
         integer("channelId", AT(channelId)),
         text("timeTable", AT(timeTable)),
     };
-    static constexpr Traits traits =
-        HERE.parser("net_param_ai_track_task_x2s").writer("net_param_ai_track_task_s2x", "trackSchedule");
+    static constexpr Traits traits = HERE.parser("net_param_ai_track_task_x2s")
+                                         .writer("net_param_ai_track_task_s2x", "trackSchedule")
+                                         .title("tracking schedule", "The hours in which the camera tracks objects.");
 };
 constexpr auto track_task = describe<TrackTaskFields>();
 
@@ -1209,7 +1079,10 @@ struct LightSwitchFields : Description {
         integer("channel", AT(channel)).in(0, 63),
         integer("duration", AT(duration)).at_least(0),
     };
-    static constexpr Traits traits = HERE.parser("nets_param_floodlight_status_x2s").entry(Line::none).any_size();
+    static constexpr Traits traits = HERE.parser("nets_param_floodlight_status_x2s")
+                                         .entry(Line::none)
+                                         .any_size()
+                                         .title("floodlight switch", "Switches a floodlight for some time.");
 };
 constexpr auto light_switch = describe<LightSwitchFields>();
 
@@ -1227,8 +1100,10 @@ struct LightReportFields : Description {
     static constexpr Field fields[] = {
         list("FloodlightStatus", AT(state), light_state).overwrite_last(),
     };
-    static constexpr Traits traits =
-        HERE.parser("nets_param_floodlight_status_report_x2s").entry(Line::none).any_size();
+    static constexpr Traits traits = HERE.parser("nets_param_floodlight_status_report_x2s")
+                                         .entry(Line::none)
+                                         .any_size()
+                                         .title("floodlight status report", "Whether the floodlights are on.");
 };
 constexpr auto light_report = describe<LightReportFields>();
 
@@ -1307,7 +1182,11 @@ struct LightTaskFields : Description {
         group("nightLongViewMultiBrightness", AT(nightLongViewMultiBrightness), night_brightness),
     };
     static constexpr Traits traits =
-        HERE.parser("nets_param_floodlight_task_x2s").entry(Line::none).failure(Line::xml_error).any_size();
+        HERE.parser("nets_param_floodlight_task_x2s")
+            .entry(Line::none)
+            .failure(Line::xml_error)
+            .any_size()
+            .title("floodlight settings", "When a floodlight shines, how brightly, and what switches it on.");
 };
 constexpr auto light_task = describe<LightTaskFields>();
 
@@ -1333,21 +1212,17 @@ int net_alarm_area_x2s(net_param_t *param, TiXmlNode *node)
 
 int get_scope_from_xmlnode(tag_net_pic_motion_cfg_v20_t *motion, TiXmlNode *node, const char *name)
 {
-    return is_component(motion, node, name) ? read_scope(*motion, node) : -1;
+    return read_component_wire<take_scope>(motion, node, name, scope_record);
 }
 
 int get_area_from_xmlnode(net_ai_area_t *area, TiXmlNode *node, const char *name)
 {
-    if (is_component(area, node, name))
-        return read_area(*area, node);
-    log_error(NET_HERE, " error \n");
-    return -1;
+    return read_component_logged(area, node, name, area_record);
 }
 
 int get_sensitivity_info_list_from_xmlnode(tag_net_sensitivity_info_v20_t *list, TiXmlNode *node, const char *name)
 {
-    // All four periods are demanded.
-    return is_component(list, node, name) && read_periods(list, node, "sensitivityInfo", day_part) == periods ? 0 : -1;
+    return read_component(list, node, name, day_part_list);
 }
 
 int get_sensitivity_new_info_x2s(net_md_sens_v20_t *sensitivity, TiXmlNode *node, const char *name)
@@ -1355,39 +1230,38 @@ int get_sensitivity_new_info_x2s(net_md_sens_v20_t *sensitivity, TiXmlNode *node
     return read_component(sensitivity, node, name, new_sensitivity);
 }
 
+// The next two are handed one of the record's arrays alone.
+
 int get_sensitivity_new_info_list_from_xmlnode(tag_net_sensitivity_info_v20_t *list, TiXmlNode *node, const char *name)
 {
-    return is_component(list, node, name) && read_periods(list, node, "sensInfo", prioritised) >= 0 ? 0 : -1;
+    if (list == nullptr)
+        return -1;
+    net_md_sens_v20_t sensitivity;
+    std::memcpy(sensitivity.sensInfo, list, sizeof sensitivity.sensInfo);
+    const int result = read_component(&sensitivity, node, name, prioritised_list);
+    std::memcpy(list, sensitivity.sensInfo, sizeof sensitivity.sensInfo);
+    return result;
 }
 
 int get_sensitivity_priority_list_from_xmlnode(int *priorities, TiXmlNode *node, const char *name)
 {
-    if (!is_component(priorities, node, name))
+    if (priorities == nullptr)
         return -1;
-    int count = 0;
-    for (TiXmlNode *child = node->FirstChild(); child != nullptr && count < periods; child = child->NextSibling()) {
-        // Unlike everywhere else, this child is looked up by its exact name, case included.
-        TiXmlNode *priority = child->FirstChild("priority");
-        if (priority == nullptr) {
-            log_error(NET_HERE, "func(%s)sensitivity priority node none found\n",
-                      "get_sensitivity_priority_list_from_xmlnode");
-            return -1;
-        }
-        if (read_int(&priorities[count], priority) != 0)
-            return -1;
-        ++count;
-    }
-    return 0;
+    net_md_sens_v20_t sensitivity;
+    std::memcpy(sensitivity.priority, priorities, sizeof sensitivity.priority);
+    const int result = read_component(&sensitivity, node, name, priority_list);
+    std::memcpy(priorities, sensitivity.priority, sizeof sensitivity.priority);
+    return result;
 }
 
 int get_md_time_block_list_from_xmlnode(tag_net_pic_motion_cfg_v20_t *motion, TiXmlNode *node, const char *name)
 {
-    return is_component(motion, node, name) ? read_arming(*motion, node) : -1;
+    return read_component(motion, node, name, arming);
 }
 
 int get_handleException_from_xmlnode(tag_net_handle_exception_v20_t *exception, TiXmlNode *node, const char *name)
 {
-    return is_component(exception, node, name) ? read_exception(*exception, node) : -1;
+    return read_component(exception, node, name, exception_record);
 }
 
 int net_alarm_report_x2s(net_param_t *param, TiXmlNode *node)
@@ -1407,26 +1281,22 @@ int net_day_night_report_x2s(net_param_t *param, TiXmlNode *node)
 
 int get_AlarmEvent_from_xmlnode(net_state_v20_t *state, TiXmlNode *node, const char *key)
 {
-    return read_reported(alarm_event, state, node, key);
+    return read_component_logged(state, node, key, alarm_event);
 }
 
 int get_day_night_event_from_xmlnode(net_day_night_state_v20_t *state, TiXmlNode *node, const char *key)
 {
-    return read_reported(day_night_event, state, node, key);
+    return read_component_logged(state, node, key, day_night_event);
 }
 
 int get_smart_ai_from_xmlnode(net_smart_ai_stat_t *smart, TiXmlNode *node, const char *key)
 {
-    return read_reported(smart_record, smart, node, key);
+    return read_component_logged(smart, node, key, smart_record);
 }
 
 int get_smartai_sublist_from_xmlnode(unsigned int *masks, TiXmlNode *node, const char *key)
 {
-    if (is_component(masks, node, key))
-        return read_sublist(masks, node);
-    const Table &table = sublist_record;
-    log_line(Line::parser, table.place(), table.parser());
-    return -1;
+    return read_component_wire_logged<take_sublist>(reinterpret_cast<RuleMasks *>(masks), node, key, sublist_record);
 }
 
 int net_find_alarm_video_x2s(net_param_t *param, TiXmlNode *node)
@@ -1441,7 +1311,7 @@ int net_alarm_video_info_x2s(net_param_t *param, TiXmlNode *node)
 
 int get_alarm_video_file_list_from_xmlnode(tag_net_alarm_video_v20_t *video, TiXmlNode *node, const char *key)
 {
-    return read_reported(alarm_video_list, video, node, key);
+    return read_component_logged(video, node, key, alarm_video_list);
 }
 
 int net_find_event_log_x2s(net_param_t *param, TiXmlNode *node)
@@ -1463,7 +1333,15 @@ int evt_log_alarm_type_to_string(char *out, unsigned int size, int mask)
 {
     if (out == nullptr)
         return -1;
-    return join_words(out, size, search_types, [mask](int code) { return (mask & code) != 0; });
+    const WordTable &words = search_types;
+    const char *names[std::size(search_type_list)];
+    int count = 0;
+    for (const auto &entry : words)
+        if (entry.use != Use::read && (mask & entry.code) != 0)
+            names[count++] = words.text(entry);
+    if (count == 0)
+        names[count++] = "none";
+    return string_join(out, size, names, count, ',');
 }
 
 int net_smart_ai_crossline_detect_x2s(net_param_t *param, TiXmlNode *node)
@@ -1553,39 +1431,27 @@ int get_smart_ai_point_from_xmlnode(net_smart_ai_point_t *point, TiXmlNode *node
 
 int get_direction_from_xmlnode(NET_CROSSLINE_DETECT_DIRECTION_E *direction, TiXmlNode *node, const char *key)
 {
-    int code = 0;
-    if (direction == nullptr || read_code(&code, directions, node, key) != 0)
-        return -1;
-    *direction = static_cast<NET_CROSSLINE_DETECT_DIRECTION_E>(code);
-    return 0;
+    return read_component_value(direction, node, key, direction_value);
 }
 
 int get_op_from_xmlnode(NET_SMAER_AI_OP_E *op, TiXmlNode *node, const char *key)
 {
-    int code = 0;
-    if (op == nullptr || read_code(&code, operations, node, key) != 0)
-        return -1;
-    *op = static_cast<NET_SMAER_AI_OP_E>(code);
-    return 0;
+    return read_component_value(op, node, key, operation_value);
 }
 
 int net_smart_ai_points_s2x(net_smart_ai_points_t *points, TiXmlElement *parent)
 {
-    if (points == nullptr || parent == nullptr)
-        return -1;
-    const TiXmlNode *last = parent->LastChild();
-    return write_record(points_record, points, append_element(parent, "pointList")) != 0 ? remove_children(parent, last)
-                                                                                         : 0;
+    return points != nullptr && parent != nullptr ? write_component(points_child, points, parent) : -1;
 }
 
 int net_smart_ai_direction_s2x(NET_CROSSLINE_DETECT_DIRECTION_E direction, TiXmlElement *parent)
 {
-    return append_code(directions, direction, "direction", parent);
+    return parent != nullptr ? write_component(direction_value, &direction, parent) : -1;
 }
 
 int net_smart_ai_op_s2x(NET_SMAER_AI_OP_E op, TiXmlElement *parent)
 {
-    return append_code(operations, op, "op", parent);
+    return parent != nullptr ? write_component(operation_value, &op, parent) : -1;
 }
 
 int nets_param_ai_cfg_x2s(net_param_t *param, TiXmlNode *node)
@@ -1600,9 +1466,7 @@ int nets_param_ai_cfg_s2x(net_param_t *param, TiXmlElement *parent)
 
 int net_ai_area_detect_x2s(net_param_t *param, TiXmlNode *node)
 {
-    if (parse_message(param, node, area_detect) != 0)
-        return -1;
-    return store_detect_cells(*static_cast<net_ai_area_detect_t *>(param->data), find_detect_cells(node));
+    return parse_message(param, node, area_detect);
 }
 
 int net_ai_area_detect_s2x(net_param_t *param, TiXmlElement *parent)

@@ -240,8 +240,7 @@ template <class Draft> constexpr std::size_t add_limits(Draft &draft, Limits pai
 template <class Draft> constexpr std::size_t add_refs(Draft &draft, const Field &field)
 {
     const std::size_t first = draft.ref_count;
-    const bool functions = field.kind == Kind::custom || field.kind == Kind::converted || field.kind == Kind::wire ||
-                           field.kind == Kind::wires;
+    const bool functions = field.kind == Kind::converted || field.kind == Kind::wire || field.kind == Kind::wires;
     for (std::size_t i = 0; i < field.ref_count; ++i) {
         const bool reads = i + 2 == field.ref_count, writes = i + 1 == field.ref_count;
         if (!functions ||

@@ -44,6 +44,12 @@ template <class Record, class Type> struct Member {
         offsetof(T, field), #field                                                                                     \
     }
 
+// The record as its own member, where it is a number or an array.
+template <class Record> constexpr Member<Record, Record> itself(const char *name)
+{
+    return {0, name};
+}
+
 #ifdef NETPUBLIC_DESCRIBED
 // A type's name without its namespace, as the compiler shows it: "... [with Type = net_motion_t]".
 template <class Type> constexpr auto spelled_type()
@@ -155,7 +161,7 @@ struct Field {
     static constexpr std::size_t most_attachments = 4;
 
     const char *key = nullptr;
-    Kind kind = Kind::custom;
+    Kind kind = Kind::named;
     Direction direction = Direction::both;
     std::uint32_t offset = 0;
     std::uint32_t record_size = 0; // of a part's record, to compare with the record that it is a part of
@@ -795,15 +801,6 @@ template <class Record, auto function> int after_thunk(void *record, [[maybe_unu
     else
         return function(*static_cast<Record *>(record));
 }
-template <class Record, auto function> int read_thunk(void *record, TiXmlNode *node)
-{
-    return function(*static_cast<Record *>(record), node);
-}
-template <class Record, auto function> int write_thunk(const void *record, TiXmlElement *parent)
-{
-    return function(*static_cast<const Record *>(record), parent);
-}
-
 // A text that functions of the domain make something of, and make: int read(const char *text, T &record), which
 // refuses with -1, and int write(const T &record, char *text, std::size_t size); either may be nullptr.
 template <auto read> int read_text_thunk(void *record, const char *text)
@@ -969,28 +966,10 @@ int read_component_wire_logged(Target *target, Node element, const char *key, co
     return read_component_logged(nullptr, element, key, wire);
 }
 
-// What the other kinds cannot say: int read(T &record, TiXmlNode *child), int write(const T &record,
-// TiXmlElement *parent); either may be nullptr.
-template <auto read, auto write = nullptr, class Record, class Type>
-constexpr Field custom(const char *key, Member<Record, Type> member)
-{
-    Field field = field_of(Kind::custom, key, member);
-    field.ref_count = 2;
-    if constexpr (!std::is_null_pointer_v<decltype(read)>)
-        field.refs[0] = Ref(read_thunk<Record, read>);
-    else
-        field.direction = Direction::write;
-    if constexpr (!std::is_null_pointer_v<decltype(write)>)
-        field.refs[1] = Ref(write_thunk<Record, write>);
-    else
-        field.direction = Direction::read;
-    return field;
-}
-
 // A member of any type, for `also_shown`.
 template <class Record, class Type> constexpr Field shown(const char *key, Member<Record, Type> member)
 {
-    return field_of(Kind::custom, key, member);
+    return field_of(Kind::named, key, member);
 }
 
 // A message whose rows do not describe the payload itself.

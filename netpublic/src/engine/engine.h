@@ -3,7 +3,6 @@
 #define NETPUBLIC_ENGINE_H
 
 #include "engine/describe.h"
-#include "engine/legacy.h"
 #include "engine/reading.h"
 #include "engine/writing.h"
 

@@ -406,9 +406,8 @@ int read_kind(Walk &walk, const Row &row, Node child)
         return read_item(walk, row, child);
     case Kind::wire:
         return read_wire(walk, row, child, 0);
-    case Kind::custom:
-        return walk.table.ref(row.ref).read(record, const_cast<TiXmlNode *>(child.tree()));
     case Kind::constant:
+    case Kind::named:
     case Kind::preset:
     case Kind::count:
     case Kind::mark:
@@ -564,9 +563,12 @@ NETPUBLIC_LEAF int read_late(Walk &walk, Node element)
         if (!late && row.kind != Kind::grid)
             continue;
         Node last;
-        for (Node child = element.first_child(); child; child = child.next_sibling())
-            if (find_key(table, child.name(), 0) == index)
+        for (Node child = element.first_child(); child; child = child.next_sibling()) {
+            const char *name = child.name();
+            // The first characters tell most names apart.
+            if ((*name == '\0' || alike(*name, *table.key(row))) && find_key(table, name, 0) == index)
                 last = child;
+        }
         if (!last)
             continue;
         if (late ? read_int_list(walk, row, last) != 0 : read_grid(walk, row, last) != 0) {
@@ -664,12 +666,13 @@ int read_indexed(const Table &table, void *first, int capacity, Node element, st
     return result;
 }
 
-int read_child(const Table &table, void *record, unsigned row, Node child);
+#ifdef NETPUBLIC_DESCRIBED
 int read_child(const Table &table, void *record, unsigned row, Node child)
 {
     Walk walk = {table, record, 0, false, 0};
     return read_row(walk, row, child) != 0 ? refuse(walk, table.row(row), child) : 0;
 }
+#endif
 
 bool is_component(const void *record, Node node, const char *key)
 {
@@ -695,6 +698,14 @@ int read_component_noting_null(void *record, Node node, const char *key, const T
         return read_component(record, node, key, table);
     log_line(table.source().entry, table.place(), function != nullptr ? function : table.parser());
     return -1;
+}
+
+int read_component_value(void *record, Node node, const char *key, const Table &table)
+{
+    if (!is_component(record, node, key))
+        return -1;
+    Walk walk = {table, record, 0, false, 0};
+    return read_row(walk, 0, node) != 0 ? refuse(walk, table.row(0), node) : 0;
 }
 
 int check_parser(const Table &message, const net_param_t *param, Node body, std::size_t size)

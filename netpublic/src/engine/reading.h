@@ -24,6 +24,8 @@ int read_component_logged(void *record, Node node, const char *key, const Table 
 // ... or only for what is null; with the reader's own name where the table bears another one.
 int read_component_noting_null(void *record, Node node, const char *key, const Table &table,
                                const char *function = nullptr);
+// As read_component(), of an element that is a value itself: the table's first row reads it.
+int read_component_value(void *record, Node node, const char *key, const Table &table);
 bool is_component(const void *record, Node node, const char *key);
 
 // One item of an indexed list of `capacity` records, the first of which is given: see Field::indexed(). With `seen`,
@@ -40,6 +42,9 @@ struct Watch {
     void (*happened)(void *context, Event event, const Table &table, const Row *row, void *record, Node node);
 };
 extern thread_local const Watch *watch;
+
+// One child into the record by the row at this index, for tests of single rows.
+int read_child(const Table &table, void *record, unsigned row, Node child);
 #endif
 
 } // namespace netpublic

@@ -47,8 +47,8 @@ enum class Kind : std::uint8_t {
     int_items,         // int[]: the same with plain numbers
     wire,              // an element that says something in another form than the payload keeps it
     wires,             // elements of one name that do so
-    custom,            // what the other kinds cannot say
     constant,          // written only: a fixed number
+    named,             // neither read nor written: a member that the tools show
     // Rows behind the keys; no child answers to them.
     preset,      // int: a number stored before the walk
     count,       // int: how many items the list holds
@@ -127,8 +127,6 @@ struct Item {
 // What becomes of an item that is to be written.
 enum class Give { written, left_out, ended, failed };
 
-using Read = int (*)(void *record, TiXmlNode *node);
-using Write = int (*)(const void *record, TiXmlElement *parent);
 using ReadWire = int (*)(void *record, const Table &wire, Item &item, Node element);
 using WriteWire = Give (*)(const void *record, const Table &wire, Item &item, Element parent);
 using ReadText = int (*)(void *record, const char *text);
@@ -144,8 +142,6 @@ using ParseBody = int (*)(const Table &message, net_param_t *param, Node body);
 union Ref {
     const Table *table;
     const WordTable *words;
-    Read read;
-    Write write;
     ReadWire read_wire;
     WriteWire write_wire;
     ReadText read_text;
@@ -160,8 +156,6 @@ union Ref {
     constexpr Ref() : table(nullptr) {}
     constexpr Ref(const Table *to) : table(to) {}
     constexpr Ref(const WordTable *to) : words(to) {}
-    constexpr Ref(Read to) : read(to) {}
-    constexpr Ref(Write to) : write(to) {}
     constexpr Ref(ReadWire to) : read_wire(to) {}
     constexpr Ref(WriteWire to) : write_wire(to) {}
     constexpr Ref(ReadText to) : read_text(to) {}

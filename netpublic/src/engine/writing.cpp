@@ -251,10 +251,9 @@ int write_row(const Table &table, const Row &row, const void *record, Element pa
     case Kind::wire:
     case Kind::wires:
         return write_wires(table, row, record, parent);
-    case Kind::custom:
-        return table.ref(row.ref + (is_only_written(table, row) ? 0u : 1u)).write(record, parent);
     case Kind::constant:
         return append_int(parent, key, table.limit(row.limits).low);
+    case Kind::named:
     case Kind::preset:
     case Kind::count:
     case Kind::mark:

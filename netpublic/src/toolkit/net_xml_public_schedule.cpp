@@ -2,9 +2,6 @@
 #define NETPUBLIC_LOGGED_AS "net_xml_public.cpp"
 #include "toolkit/schedules.h"
 
-#include "toolkit/time_blocks.h"
-#include "values/values.h"
-
 #include <net_xml_public.h>
 
 #include <cstring>
@@ -128,30 +125,6 @@ Give give_combination(const net_schedule_t &schedule, Combination &combination, 
             if (classic_types_of(schedule.section[day][hour]) == chosen.types)
                 combination.hours[day] |= 1u << hour;
     return Give::written;
-}
-
-int read_time_blocks(TiXmlNode *list, void *context, void (*apply)(void *context, const TimeBlock &block))
-{
-    int count = 0;
-    for (TiXmlNode *child = list->FirstChild(); child != nullptr && count < week_hours; child = child->NextSibling()) {
-        TimeBlock block = {};
-        if (!same_folded(child->Value(), "timeBlock", 31) || read_record(time_block, &block, child) != 0)
-            return -1;
-        apply(context, block);
-        ++count;
-    }
-    return 0;
-}
-
-int append_time_blocks(TiXmlElement *list, int weekday, unsigned int hours)
-{
-    Item item = {};
-    TimeBlock block;
-    while (next_block(block, item, [&](int day, int hour) { return day == weekday && (hours >> hour & 1) != 0; }) ==
-           Give::written)
-        if (write_record(time_block, &block, append_element(list, "timeBlock")) != 0)
-            return -1;
-    return 0;
 }
 
 // The lists as children of an element of the host's.
