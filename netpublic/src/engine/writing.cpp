@@ -271,7 +271,7 @@ int write_row(const Table &table, const Row &row, const void *record, Element pa
 
 int write_record(const Table &table, const void *record, Element element, unsigned index)
 {
-    if (element == nullptr) // could not be made
+    if (!element) // could not be made
         return -1;
     for (unsigned place = 0; place < table.written; ++place) {
         const Row &row = table.row(table.ordered(place));

@@ -31,7 +31,7 @@ public:
         return word_ != 0;
     }
     // How the element passes through an interface that names the XML library's type; not to be dereferenced.
-    operator TiXmlElement *() const
+    TiXmlElement *handle() const
     {
         return reinterpret_cast<TiXmlElement *>(word_);
     }
