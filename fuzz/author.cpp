@@ -1,6 +1,7 @@
 #include "author.h"
 
 #include "engine/engine.h"
+#include "engine/matching.h"
 #include "oracle.h"
 #include "promises.h"
 #include "session.h"

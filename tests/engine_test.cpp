@@ -1,4 +1,5 @@
 #include "engine/engine.h"
+#include "engine/matching.h"
 #include "engine/records.h"
 #include "memory.h"
 #include "support.h"

@@ -1,5 +1,6 @@
 // A lint over the tables of all registered messages.
 #include "engine/engine.h"
+#include "engine/matching.h"
 #include "messages.h"
 
 #include <gtest/gtest.h>

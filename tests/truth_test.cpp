@@ -2,6 +2,7 @@
 // others in which one thing is wrong; the parsers must agree, and the writers must write the documented tree.
 #include "bodies.h"
 #include "engine/member.h"
+#include "engine/reading.h"
 #include "messages.h"
 
 #include <net_public.h>
