@@ -165,13 +165,19 @@ char *skip_words(char *at, const char *end)
     return at;
 }
 
+// A text as far as it stands for itself: single blanks inside of it do.
 inline char *skip_run(char *at, const char *end)
 {
     constexpr int short_run = 12;
-    for (int left = short_run; (classes[*at] & ends_run) == 0; ++at)
-        if (--left == 0)
+    for (int left = short_run;; ++at) {
+        if ((classes[*at] & ends_run) != 0) {
+            if (*at != ' ' || (classes[at[1]] & ends_run) != 0)
+                return at;
+            left = short_run;
+        } else if (--left == 0) {
             at = skip_words(at, end) - 1;
-    return at;
+        }
+    }
 }
 
 inline char *skip_name(char *at)
