@@ -165,19 +165,22 @@ char *skip_words(char *at, const char *end)
     return at;
 }
 
+inline char *skip_plain(char *at, const char *end)
+{
+    constexpr int short_run = 12;
+    for (int left = short_run; (classes[*at] & ends_run) == 0; ++at)
+        if (--left == 0)
+            at = skip_words(at, end) - 1;
+    return at;
+}
+
 // A text as far as it stands for itself: single blanks inside of it do.
 inline char *skip_run(char *at, const char *end)
 {
-    constexpr int short_run = 12;
-    for (int left = short_run;; ++at) {
-        if ((classes[*at] & ends_run) != 0) {
-            if (*at != ' ' || (classes[at[1]] & ends_run) != 0)
-                return at;
-            left = short_run;
-        } else if (--left == 0) {
-            at = skip_words(at, end) - 1;
-        }
-    }
+    at = skip_plain(at, end);
+    while (*at == ' ' && (classes[at[1]] & ends_run) == 0)
+        at = skip_plain(at + 1, end);
+    return at;
 }
 
 inline char *skip_name(char *at)
@@ -257,7 +260,7 @@ private:
     char *read_attribute(char *at, Span &value);
     char *read_attributes(char *at);
     char *read_declaration(char *at);
-    bool add(const Token &token, const char *at);
+    bool add(const char *name, std::uint32_t kind, const char *at);
     char *read_text(char *at);
     char *read_end_tag(char *at);
     char *read_element(char *at);
@@ -313,6 +316,8 @@ char *Scanner::skip_blanks(char *at)
             pass(at++);
             while (static_cast<std::size_t>(end_ - at) >= sizeof(Word) && word_at(at) == each_byte * ' ')
                 at += sizeof(Word);
+            while (*at == ' ')
+                ++at;
         }
         if (encoding_ != Encoding::utf8 || !is_blank_sequence(at))
             return at;
@@ -487,7 +492,7 @@ char *Scanner::read_declaration(char *at)
 }
 
 // A child of the innermost open element. What it adds is last_.
-bool Scanner::add(const Token &token, const char *at)
+bool Scanner::add(const char *name, std::uint32_t kind, const char *at)
 {
     if (count_ == capacity_ && !grow(at)) {
         fail(Fault::no_memory, at);
@@ -497,7 +502,8 @@ bool Scanner::add(const Token &token, const char *at)
         tokens_[last_].link |= Token::has_sibling;
     else
         tokens_[open_].link |= Token::has_children;
-    tokens_[count_] = token;
+    tokens_[count_].at = name;
+    tokens_[count_].link = kind;
     last_ = count_++;
     return true;
 }
@@ -513,7 +519,7 @@ char *Scanner::read_text(char *at)
         if (at == nullptr || is_all_blank(first, terminate_))
             return at;
     }
-    return add({first, Token::text}, at) ? at : nullptr;
+    return add(first, Token::text, at) ? at : nullptr;
 }
 
 // What has nothing in it but a text becomes one token.
@@ -556,7 +562,7 @@ char *Scanner::read_element(char *at)
     at = name_end;
     if (*at != '>')
         at = read_attributes(at);
-    if (at == nullptr || !add({name, 0}, at))
+    if (at == nullptr || !add(name, 0, at))
         return nullptr;
     if (*at == '/') {
         *name_end = '\0';
@@ -585,7 +591,8 @@ char *Scanner::read_element(char *at)
 // Anything else in '<' and '>'. At the top nothing of it is kept, and one that does not end is none.
 char *Scanner::read_other(char *at)
 {
-    Token token = {"", Token::other};
+    const char *value = "";
+    std::uint32_t kind = Token::other;
     char *behind;
     if (begins_folded(at + 1, "?xml")) {
         behind = read_declaration(at + 5);
@@ -604,16 +611,16 @@ char *Scanner::read_other(char *at)
         } else if (begins(at, "![CDATA[")) {
             at += 8;
             mark = "]]>";
-            token.link = Token::text;
+            kind = Token::text;
         }
-        token.at = at;
+        value = at;
         behind = skip_to(at, mark);
         if (*behind != '\0') {
             *behind = '\0';
             behind += std::strlen(mark);
         }
     }
-    return open_ == 0 || add(token, behind) ? behind : nullptr;
+    return open_ == 0 || add(value, kind, behind) ? behind : nullptr;
 }
 
 // Token 0 is the document.
