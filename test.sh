@@ -10,7 +10,7 @@ cd "$top" || exit 1
 # shellcheck source=packaging/packages.sh
 . packaging/packages.sh
 
-all_sections=(format build release asan tsan armhf golden budgets consumer packages bench analysis coverage fuzz)
+all_sections=(format build release asan tsan memcheck growth armhf golden budgets consumer packages bench analysis coverage fuzz promises)
 gates=tests/gates
 golden=tests/golden
 size_goal=98304 # bytes; what the library is to shrink to
@@ -161,6 +161,23 @@ section_tsan() {
         check_tests "tests (thread sanitizer)" build/tsan/tests/netpublic_tests --gtest_filter='*Thread*'
 }
 
+# Uninitialised reads. What replaces operator new, and what only runs for long, is left out.
+section_memcheck() {
+    local out='FaultTest.*:*Thread*:*Allocate*:HeaderTest.TheLibrary*:*LikelyRow*:*EqualsKind*:*NoBudget*:*TakesLinear*:FloatText.*'
+    build release netpublic_tests && check_tests "tests (memcheck)" valgrind -q --error-exitcode=9 \
+        build/release/tests/netpublic_tests --gtest_filter="-$out"
+}
+
+# Work grows as the input does: counted, not timed.
+section_growth() {
+    build release netpublic_growth && measure "linear growth" python3 $gates/growth.py build/release/tests/netpublic_growth
+}
+
+# Each promise of the security page, broken once: its check must notice.
+section_promises() {
+    measure "a mutant of each promise" python3 $gates/promise_mutants.py --work build/promises
+}
+
 section_armhf() {
     build armhf netpublic_tests && check_tests "tests (armhf, emulated)" qemu-arm build/armhf/tests/netpublic_tests
 }
@@ -232,13 +249,14 @@ section_consumer() {
     # shellcheck disable=SC2046 # names without blanks
     build armhf $(installables) && check "consumer projects (armhf, emulated)" $gates/consumer.sh build/armhf armhf
     check "inside another project, shared and static" $gates/subproject.sh
+    check "both layouts of TinyXML, and every mixture refused" $gates/tinyxml_layout.sh build/release
 }
 
 section_packages() {
-    # shellcheck disable=SC2046 # names without blanks
-    build release $(installables) && check "Debian packages" packaging/test_packages.sh build/release
-    # shellcheck disable=SC2046 # names without blanks
-    build armhf $(installables) && check "Debian packages (armhf, emulated)" packaging/test_packages.sh build/armhf armhf
+    configure hardened && check "hardening, compiler lines" $gates/hardening.sh build/hardened
+    build armhf-hardened netpublic && check "hardening (armhf)" $gates/hardening.sh build/armhf-hardened armhf
+    check "Debian packages" packaging/test_packages.sh &&
+        check "Debian packages (armhf, emulated)" packaging/test_packages.sh armhf
     check "Buildroot and Yocto recipes" packaging/test_recipes.sh
 }
 

@@ -11,6 +11,10 @@ install(TARGETS netpublic_host EXPORT netpublicTargets
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 install(FILES ${NETPUBLIC_HEADERS} ${PROJECT_SOURCE_DIR}/host/net_host_standin.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/netpublic COMPONENT development)
+if(DEFINED TinyXML_USE_STL)
+    install(FILES ${PROJECT_BINARY_DIR}/include/net_tinyxml.h
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/netpublic COMPONENT development)
+endif()
 install(EXPORT netpublicTargets NAMESPACE netpublic:: DESTINATION ${package_dir} COMPONENT development)
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/netpublicConfig.cmake.in ${PROJECT_BINARY_DIR}/netpublicConfig.cmake
@@ -53,6 +57,11 @@ if(NETPUBLIC_BUILD_SHARED)
     set(PC_STATIC_CFLAGS "")
 else()
     set(PC_STATIC_CFLAGS " -DNETPUBLIC_STATIC")
+endif()
+if(TinyXML_USE_STL)
+    set(PC_TINYXML_CFLAGS " -DTIXML_USE_STL")
+else()
+    set(PC_TINYXML_CFLAGS "")
 endif()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/netpublic.pc.in ${PROJECT_BINARY_DIR}/netpublic.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/netpublic.pc

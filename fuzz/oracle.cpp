@@ -273,6 +273,24 @@ Oracle::~Oracle()
     netpublic::watch = nullptr;
 }
 
+void Oracle::check_log(std::string_view log, const std::string &source) const
+{
+    const std::string_view beginning = std::string_view(secret_mark).substr(0, 3);
+    const auto count = [beginning](std::string_view text) {
+        std::size_t found = 0;
+        for (std::size_t at = 0; (at = text.find(beginning, at)) != std::string_view::npos; ++at)
+            ++found;
+        return found;
+    };
+    std::size_t secret = 0;
+    for (const std::string &text : secrets_) {
+        require(log.find(text) == std::string_view::npos, "P12", "a secret in a log line");
+        secret += count(text);
+    }
+    require(secret == 0 || secret != count(source) || count(log) == 0, "P12",
+            "the first characters of a secret in a log line");
+}
+
 void Oracle::happened(void *self, Event event, const Table &table, const Row *row, void *record, Node element)
 {
     Oracle &oracle = *static_cast<Oracle *>(self);

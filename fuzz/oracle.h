@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -30,11 +31,12 @@ public:
     {
         return ignored_;
     }
-    // Texts that the watched parser has met under a secret's key and that are long enough not to stand
-    // in a log line by accident.
-    const std::vector<std::string> &secrets() const
+    // P12: no text that the watched parser has met under a secret's key stands in the log, nor do its first
+    // characters, where they stand nowhere else in the text or tree that was read.
+    void check_log(std::string_view log, const std::string &source) const;
+    bool met_secrets() const
     {
-        return secrets_;
+        return !secrets_.empty();
     }
 
     // A row of a record at its place in the payload.
@@ -59,7 +61,7 @@ private:
     Member refused_{nullptr, 0};
     unsigned taken_ = 0;
     unsigned ignored_ = 0;
-    std::vector<std::string> secrets_;
+    std::vector<std::string> secrets_; // those that begin with the mark
 };
 
 // One counter for each outcome of each row, if set: the fuzzer follows them like code that is reached.

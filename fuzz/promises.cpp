@@ -1,5 +1,8 @@
 #include "promises.h"
 
+#include "ground/text_guard.h"
+#include "engine/member.h"
+
 #include <net_types.h>
 #include <tinyxml.h>
 
@@ -12,6 +15,12 @@
 
 #ifdef NETPUBLIC_GUARDS_POISONED
 #include <sanitizer/asan_interface.h>
+#endif
+
+#if defined(__x86_64__) && __has_include(<valgrind/memcheck.h>)
+#include <valgrind/memcheck.h>
+#else
+#define VALGRIND_MAKE_MEM_UNDEFINED(from, size) static_cast<void>(0)
 #endif
 
 namespace fuzz {
@@ -207,6 +216,8 @@ int items_of(const View &view, const Row &row)
     const int count = load<int>(view.member(*count_row));
     if (count >= 0 && count <= view.table.capacity(row))
         return count;
+    if (count > 0 && netpublic::is_only_written(view.table, row))
+        return view.table.capacity(row); // the first ones; the row that is read tells how many there can be
     broken("P3", named(view.table, row, "the count") + " is " + std::to_string(count));
     return -1;
 }
@@ -252,6 +263,64 @@ void check_view(const View &view, const void *exempt)
             check_row(view, i, exempt);
 }
 
+struct Extent {
+    int levels = 0;
+    int attributes = 0; // the most of one element
+};
+
+// Without recursion: a tree may be deep.
+Extent extent_of(const TiXmlNode &tree)
+{
+    Extent extent;
+    int level = 0;
+    for (const TiXmlNode *node = &tree; node != nullptr;) {
+        if (const TiXmlElement *element = node->ToElement()) {
+            extent.levels = std::max(extent.levels, level);
+            int own = 0;
+            for (const TiXmlAttribute *at = element->FirstAttribute(); at != nullptr; at = at->Next())
+                ++own;
+            extent.attributes = std::max(extent.attributes, own);
+        }
+        if (const TiXmlNode *child = node->FirstChild()) {
+            node = child;
+            ++level;
+            continue;
+        }
+        for (; node != &tree && node->NextSibling() == nullptr; --level)
+            node = node->Parent();
+        node = node == &tree ? nullptr : node->NextSibling();
+    }
+    return extent;
+}
+
+// A numeric reference that is more, or less, than its digits.
+bool has_bad_reference(const std::string &text)
+{
+    for (std::size_t at = text.find("&#"); at != std::string::npos; at = text.find("&#", at + 1)) {
+        const bool hexadecimal = text[at + 2] == 'x';
+        const std::size_t first = at + 2 + hexadecimal;
+        const std::size_t end = text.find_first_not_of(hexadecimal ? "0123456789abcdefABCDEF" : "0123456789", first);
+        if (end == first || end == std::string::npos || text[end] != ';')
+            return true;
+    }
+    return false;
+}
+
+// A sequence that does not go on as UTF-8 does, and has markup where it should.
+bool has_cut_sequence(const std::string &text)
+{
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const auto lead = static_cast<unsigned char>(text[at]);
+        const std::size_t length = lead < 0xC2 || lead > 0xF4 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        if (text.substr(at, length).find_first_of("<'\"") != std::string::npos && length > 1)
+            return true;
+    }
+    return false;
+}
+
+constexpr const char *refusals[] = {"text too long", "bad reference", "no UTF-8", "too many attributes",
+                                    "nested too deeply"};
+
 void mix(std::uint64_t &hash, std::uint64_t value)
 {
     hash = (hash ^ value) * 0x9E3779B97F4A7C15u;
@@ -292,6 +361,7 @@ void *guarded_allocate(unsigned int size)
     lock(block);
     unlock_content(block);
     std::memset(block->content(), garbage, size);
+    VALGRIND_MAKE_MEM_UNDEFINED(block->content(), size);
     block->live = true;
     ++live_blocks;
     return block->content();
@@ -348,6 +418,49 @@ Guarded::~Guarded()
 void check_record(const Table &table, const void *record, const void *exempt)
 {
     check_view({table, static_cast<const char *>(record), 0, table.record_size}, exempt);
+}
+
+LowLimits::LowLimits(bool low) : levels_(netpublic::guarded_levels), attributes_(netpublic::guarded_attributes)
+{
+    if (low) {
+        netpublic::guarded_levels = 4;
+        netpublic::guarded_attributes = 3;
+    }
+}
+
+LowLimits::~LowLimits()
+{
+    netpublic::guarded_levels = levels_;
+    netpublic::guarded_attributes = attributes_;
+}
+
+const char *header_refusal(std::string_view log)
+{
+    for (const char *refusal : refusals)
+        if (log.find(std::string("xml parse failed:") + refusal + "\n") != std::string_view::npos)
+            return refusal;
+    return nullptr;
+}
+
+void check_header(const std::string &text, const char *refusal)
+{
+    const std::string_view why = refusal != nullptr ? refusal : "";
+    require((why == "text too long") == (text.size() > netpublic::guarded_length), "P15", "the length of a header");
+    require(why != "bad reference" || has_bad_reference(text), "P15", "a header's good reference was refused");
+    require(why != "no UTF-8" || has_cut_sequence(text), "P15", "a header's UTF-8 was refused");
+    constexpr std::size_t most = 2048; // of what was refused: it may be as deep as it is long
+    if (refusal != nullptr && text.size() > most)
+        return;
+    TiXmlDocument document;
+    document.Parse((text + std::string(netpublic::guard_padding, '\0')).c_str());
+    const Extent extent = extent_of(document);
+    const bool deep = extent.levels > netpublic::guarded_levels,
+               many = extent.attributes > netpublic::guarded_attributes;
+    if (refusal == nullptr)
+        require(!deep && !many, "P15", "a header beyond the limits reached the XML library");
+    else if (!document.Error())
+        require((why != "nested too deeply" || deep) && (why != "too many attributes" || many), "P15",
+                "a header within the limits was refused");
 }
 
 std::uint64_t fingerprint(const TiXmlNode &tree)

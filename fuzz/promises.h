@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 class TiXmlNode;
 
@@ -36,7 +37,7 @@ inline void require(bool holds, const char *promise, const char *what)
 
 // Blocks between guard bytes, for the host's allocator and for buffers that are handed over. Under the
 // address sanitizer the guards are poisoned, so that a read is found as well, at the very access.
-// Contents start as garbage.
+// Contents start as garbage, which counts as never written under memcheck.
 void *guarded_allocate(unsigned int size);
 void guarded_release(void *block); // with a check of the guards
 bool guards_intact(const void *block);
@@ -65,6 +66,25 @@ private:
 // and its texts end within their members. `exempt` is a text that its initialiser may have filled to the
 // last byte.
 void check_record(const netpublic::Table &table, const void *record, const void *exempt = nullptr);
+
+// While one lives, an extension header of 5 levels or of 4 attributes in one element is refused, so that short
+// texts come near the limits.
+class LowLimits {
+public:
+    explicit LowLimits(bool low = true);
+    ~LowLimits();
+    LowLimits(const LowLimits &) = delete;
+    LowLimits &operator=(const LowLimits &) = delete;
+
+private:
+    int levels_, attributes_;
+};
+
+// Why an extension header was refused before the XML library saw it, out of the log line; null when it was not.
+const char *header_refusal(std::string_view log);
+// P15: whatever was not refused must have no more in it than the limits allow, as the XML library reads it; and
+// what was refused for a reason must give that reason.
+void check_header(const std::string &text, const char *refusal);
 
 // A number that changes with any node, name, text or attribute of a tree. P7 and P8.
 std::uint64_t fingerprint(const TiXmlNode &tree);

@@ -38,10 +38,11 @@ std::string dictionary()
     for (const std::string &name : fuzz::all_names())
         if (!name.empty() && name.size() <= 64)
             all += quoted(name);
-    for (const char *mark : {"<!--",      "-->",          "<![CDATA[",    "]]>",         "<?xml",      "?>", "<!",
-                             "&amp;",     "&lt;",         "&#0;",         "&#x41;",      "&bogus;",    "</", "/>",
-                             "<a>",       "</a>",         "2147483647",   "-2147483648", "4294967295", "==", "none",
-                             "password>", "\xE2\x82\xAC", "\xEF\xBB\xBF", "\xE2"})
+    for (const char *mark :
+         {"<!--", "-->",       "<![CDATA[",    "]]>",          "<?xml",      "?>",          "<!",         "&amp;",
+          "&lt;", "&#0;",      "&#x41;",       "&#x",          "x41;",       "&#0",         "#65;",       "&bogus;",
+          "</",   "/>",        "<a>",          "</a>",         "2147483647", "-2147483648", "4294967295", "==",
+          "none", "password>", "\xE2\x82\xAC", "\xEF\xBB\xBF", "\xE2"})
         all += quoted(mark);
     return all;
 }

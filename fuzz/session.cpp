@@ -92,6 +92,9 @@ Session::Session(const Message &message, net_ext_t ext, Host &host) : message_(m
     require((result == 0) == (param_.data != nullptr), "P13", "an initialiser without memory");
     if (param_.data != nullptr)
         require(guards_intact(param_.data), "P2", "an initialiser wrote beside the payload");
+    // This payload comes as it was allocated, which is meant: the host fills it.
+    if (param_.data != nullptr && std::strcmp(message.name, "dst") == 0)
+        std::memset(param_.data, garbage, size());
 }
 
 Session::~Session()
@@ -115,8 +118,8 @@ int Session::parse(TiXmlNode *body)
         result = message_.parse(&param_, body);
         taken_ = oracle.taken();
         ignored_ = oracle.ignored();
-        for (const std::string &secret : oracle.secrets())
-            require(host_.log().find(secret) == std::string_view::npos, "P12", "a secret in a log line");
+        if (oracle.met_secrets())
+            oracle.check_log(host_.log(), print(*body));
         members_ = oracle.members();
         refused_ = oracle.refused();
     }

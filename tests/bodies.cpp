@@ -5,6 +5,7 @@
 
 #include <tinyxml.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 
@@ -14,17 +15,29 @@ using namespace netpublic;
 
 namespace {
 
-void collect(const Table &table, const std::vector<PlacedRow> &around, std::vector<PlacedRow> &rows)
+// Does a child of the row's full name go to the row?
+bool is_reachable(const Table &table, unsigned index)
+{
+    if (table.names != Names::beginnings)
+        return true;
+    const char *name = table.key(table.row(index));
+    unsigned row = find_key(table, name, 0);
+    while (row != no_row && row != index)
+        row = (table.flags & table_own_tests) != 0 ? find_key(table, name, next_chain(table, row)) : no_row;
+    return row == index;
+}
+
+void collect(const Table &table, const Path &around, std::vector<Path> &rows)
 {
     for (unsigned i = 0; i < table.keys; ++i) {
         if (!is_reachable(table, i))
             continue;
-        rows.push_back({&table, i, around});
-        if (!has_table(table.row(i).kind) || around.size() > 8)
-            continue;
-        std::vector<PlacedRow> inner = around;
-        inner.push_back({&table, i, {}});
-        collect(*table.ref(table.row(i).ref).table, inner, rows);
+        Path path = around;
+        path.push_back({&table, i});
+        rows.push_back(path);
+        for (const Table *inside : {path.back().inside(), path.back().again()})
+            if (inside != nullptr)
+                collect(*inside, path, rows);
     }
 }
 
@@ -42,35 +55,45 @@ int usual_count(const Table &table, const Row &row)
     if (!is_list(row.kind))
         return 1;
     const int capacity = table.capacity(row);
-    if ((row.flags & list_exact) != 0)
+    if (is_exact(row))
         return capacity;
     return capacity < 2 ? capacity : 2;
 }
 
 } // namespace
 
-std::string PlacedRow::path() const
+const Table *Step::inside() const
+{
+    return has_table(row().kind) && (row().flags & row_skipped) == 0 ? table->ref(row().ref).table : nullptr;
+}
+
+const Table *Step::again() const
+{
+    const Row *attached = table->attachment(row(), Kind::again);
+    return attached != nullptr ? table->ref(attached->offset).table : nullptr;
+}
+
+std::string print(const Path &path)
 {
     std::string text;
-    for (const PlacedRow &outer : around)
-        text += std::string(outer.table->key(outer.row())) + "/";
-    return text + table->key(row());
+    for (const Step &step : path)
+        text += std::string(text.empty() ? "" : "/") + step.key();
+    return text;
 }
 
-bool is_reachable(const Table &table, unsigned index)
+bool leads_to(const Path &path, const Path &inner)
 {
-    if (table.names != Names::beginnings)
-        return true;
-    const char *name = table.key(table.row(index));
-    unsigned row = find_key(table, name, 0);
-    while (row != no_row && row != index)
-        row = (table.flags & table_own_tests) != 0 ? find_key(table, name, next_chain(table, row)) : no_row;
-    return row == index;
+    return path.size() < inner.size() && std::equal(path.begin(), path.end(), inner.begin());
 }
 
-std::vector<PlacedRow> readable_rows(const Table &table)
+bool is_exact(const Row &row)
 {
-    std::vector<PlacedRow> rows;
+    return is_list(row.kind) && (row.flags & list_exact) != 0;
+}
+
+std::vector<Path> readable_rows(const Table &table)
+{
+    std::vector<Path> rows;
     collect(table, {}, rows);
     return rows;
 }
@@ -121,47 +144,78 @@ std::string usual_text(const Table &table, unsigned index, int place)
 
 namespace {
 
-// `place` is the element's own among the items of its list.
-void fill_item(TiXmlElement &element, const Table &table, const Recipe &recipe, int place)
+TiXmlElement *add_child(TiXmlElement &element, const char *name, const std::string &text)
 {
+    auto *child = new TiXmlElement(name);
+    element.LinkEndChild(child);
+    if (!text.empty())
+        child->LinkEndChild(new TiXmlText(text.c_str()));
+    return child;
+}
+
+int children_of(const TiXmlElement &element, const char *name)
+{
+    int count = 0;
+    for (auto *child = element.FirstChildElement(name); child != nullptr; child = child->NextSiblingElement(name))
+        ++count;
+    return count;
+}
+
+TiXmlElement *nth_child(TiXmlElement &element, const char *name, int index)
+{
+    TiXmlElement *child = element.FirstChildElement(name);
+    while (index-- > 0)
+        child = child->NextSiblingElement(name);
+    return child;
+}
+
+int count_for(const Path &path, const Recipe &recipe)
+{
+    const Row &row = path.back().row();
+    const int wanted = recipe.count ? recipe.count(path) : -1;
+    if (wanted >= 0)
+        return wanted;
+    const bool needed = (row.flags & row_required) != 0 || is_exact(row) || row.kind == Kind::place;
+    return recipe.required_only && !needed ? 0 : usual_count(*path.back().table, row);
+}
+
+// `place` is the element's own among the items of its list.
+void fill_item(TiXmlElement &element, const Table &table, const Recipe &recipe, Path &path, int place)
+{
+    if (recipe.stranger_first && recipe.stranger_first(table))
+        add_child(element, "zz-nobody", "1");
     for (unsigned i = 0; i < table.keys; ++i) {
-        const Row &row = table.row(i);
         if (!is_reachable(table, i))
             continue;
-        int count = recipe.count ? recipe.count(table, i) : -1;
-        if (count < 0 && recipe.required_only) {
-            const bool exact = is_list(row.kind) && (row.flags & list_exact) != 0;
-            const bool needed = (row.flags & row_required) != 0 || exact || row.kind == Kind::place;
-            count = exact ? usual_count(table, row) : needed ? 1 : 0;
-        } else if (count < 0) {
-            count = usual_count(table, row);
-        }
+        path.push_back({&table, i});
+        // What other rows of the same element have put there is filled up.
+        const int there = path.back().inside() != nullptr ? children_of(element, path.back().key()) : 0;
+        const int count = std::max(count_for(path, recipe), there);
         for (int item = 0; item < count; ++item) {
-            auto *child = new TiXmlElement(table.key(row));
-            element.LinkEndChild(child);
-            const char *text = recipe.text ? recipe.text(table, i) : nullptr;
-            if (text != nullptr) {
-                if (*text != '\0')
-                    child->LinkEndChild(new TiXmlText(text));
-            } else if (has_table(row.kind)) {
-                fill_item(*child, *table.ref(row.ref).table, recipe, item);
-            } else if (const std::string usual = usual_text(table, i, place); !usual.empty()) {
-                child->LinkEndChild(new TiXmlText(usual.c_str()));
+            const char *text = recipe.text ? recipe.text(path) : nullptr;
+            const char *key = path.back().key();
+            const Table *inside = path.back().inside();
+            if (text != nullptr || inside == nullptr) {
+                add_child(element, key, text != nullptr ? text : usual_text(table, i, place));
+                continue;
             }
+            auto *child = item < there ? nth_child(element, key, item) : add_child(element, key, "");
+            fill_item(*child, *inside, recipe, path, item);
+            if (const Table *again = path.back().again())
+                fill_item(*child, *again, recipe, path, item);
         }
+        path.pop_back();
     }
-    if (const char *name = recipe.stranger ? recipe.stranger(table) : nullptr) {
-        auto *stranger = new TiXmlElement(name);
-        stranger->LinkEndChild(new TiXmlText("1"));
-        element.LinkEndChild(stranger);
-    }
+    if (recipe.stranger_last && recipe.stranger_last(table))
+        add_child(element, "zz-nobody", "1");
 }
 
 } // namespace
 
 void fill(TiXmlElement &element, const Table &table, const Recipe &recipe)
 {
-    fill_item(element, table, recipe, 0);
+    Path path;
+    fill_item(element, table, recipe, path, 0);
 }
 
 } // namespace test

@@ -12,33 +12,47 @@ class TiXmlElement;
 
 namespace test {
 
-// A row of a message's element tree, and the rows that lead there from the message's own.
-struct PlacedRow {
+// A row of a message's element tree.
+struct Step {
     const netpublic::Table *table;
     unsigned index;
-    std::vector<PlacedRow> around;
 
     const netpublic::Row &row() const
     {
         return table->row(index);
     }
-    std::string path() const;
+    const char *key() const
+    {
+        return table->key(row());
+    }
+    // What the row's element holds; null when that is a text.
+    const netpublic::Table *inside() const;
+    // The rows that read it once more, see Field::again(); null without.
+    const netpublic::Table *again() const;
+    bool operator==(const Step &other) const
+    {
+        return table == other.table && index == other.index;
+    }
 };
 
+// The rows that lead to one, the outermost first, and the row itself.
+using Path = std::vector<Step>;
+std::string print(const Path &path);
+// Does the one lead to the other?
+bool leads_to(const Path &path, const Path &inner);
+
 // The rows that a child can answer to, depth first; without those that an earlier key keeps from being read.
-std::vector<PlacedRow> readable_rows(const netpublic::Table &table);
-// Does a child of the row's full name go to the row?
-bool is_reachable(const netpublic::Table &table, unsigned index);
+std::vector<Path> readable_rows(const netpublic::Table &table);
 
 // What a body is made of. By default every row gets a text that it accepts, and lists two items.
 struct Recipe {
     bool required_only = false;
     // Another text for the row; null for the usual one.
-    std::function<const char *(const netpublic::Table &table, unsigned index)> text;
+    std::function<const char *(const Path &path)> text;
     // Another number of elements for the row, 0 leaves it out; negative for the usual one.
-    std::function<int(const netpublic::Table &table, unsigned index)> count;
-    // A further child behind those of the record.
-    std::function<const char *(const netpublic::Table &table)> stranger;
+    std::function<int(const Path &path)> count;
+    // A further child in front of those of the record, or behind them.
+    std::function<bool(const netpublic::Table &table)> stranger_first, stranger_last;
 };
 
 // Adds the children of a record.
@@ -46,6 +60,9 @@ void fill(TiXmlElement &element, const netpublic::Table &table, const Recipe &re
 
 // A text that the row accepts; `place` is the item's in its list.
 std::string usual_text(const netpublic::Table &table, unsigned index, int place);
+
+// Must the list be full?
+bool is_exact(const netpublic::Row &row);
 
 } // namespace test
 

@@ -35,8 +35,11 @@ class Filter(unittest.TestCase):
                 ("<key/>a<encodeType>b</encodeType></key>", "<key/>a<encodeType>b</encodeType></key>"),
                 ("<key><![CDATA[a</key>]]]>b</key>c", "<key>" + "*" * 21 + "</key>c"),
                 ("<key><!--</key>-->b</keys></key>c", "<key>" + "*" * 21 + "</key>c"),
-                # A log that was cut, or that was none.
-                ("<pwd>a\n<pwd>b</pwd> c", "<pwd>*\n******</pwd> c"), ("a < b <3 <x <key>s</key>", "a < b <3 <x <key>*</key>"),
+                # A secret within one of the same name.
+                ("<key>a<key b='>'>c</key>d<key/>e</key>f", "<key>" + "*" * 27 + "</key>f"),
+                ("<key>a<keys>b</key>c", "<key>" + "*" * 8 + "</key>c"),
+                # A log that was cut, or that was none: rather too much is hidden than too little.
+                ("<pwd>a\n<pwd>b</pwd> c</pwd> d", "<pwd>*\n" + "*" * 14 + "</pwd> d"), ("a < b <3 <x <key>s</key>", "a < b <3 <x <key>*</key>"),
                 ("<a token='b\n<a token='c d'>e<pwd>f</pwd>", "<a token='*\n**************>e<pwd>*</pwd>"),
         ):
             with self.subTest(text=text):

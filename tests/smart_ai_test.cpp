@@ -404,7 +404,7 @@ TEST_F(SmartAiTest, DetectionAreaRefusals)
         EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(net_ai_area_detect_x2s, refused), -1); }), size_line) << refused;
 
     const auto count_line = [](int count, int width, int height) {
-        return line + "Func(net_ai_area_detect_x2s) Line(#) ret(" + std::to_string(count) + ") width(" +
+        return "Func(net_ai_area_detect_x2s) Line(#) ret(" + std::to_string(count) + ") width(" +
                std::to_string(width) + ") rows(" + std::to_string(height) + ")\n";
     };
     EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(net_ai_area_detect_x2s, detect_area(3, 3, "AA==")), -1); }),
@@ -415,7 +415,8 @@ TEST_F(SmartAiTest, DetectionAreaRefusals)
               count_line(-1, 3, 2));
     EXPECT_EQ(message->cells[0][0], 0) << "nothing stored";
     loglevel = 0;
-    EXPECT_EQ(log_of([&] { message.read(net_ai_area_detect_x2s, detect_area(3, 3, "AA==")); }), "");
+    EXPECT_EQ(log_of([&] { message.read(net_ai_area_detect_x2s, detect_area(3, 3, "AA==")); }), count_line(8, 3, 3))
+        << "whatever the masks say";
     loglevel = 1;
 
     message->width = 3;
@@ -463,8 +464,9 @@ TEST_F(SmartAiTest, DetectionAreaWritten)
         message->height = one.height;
         std::string text;
         EXPECT_EQ(log_of([&] { text = message.write(net_ai_area_detect_s2x); }),
-                  line + "func:net_ai_area_detect_s2x line:#, base64 need size is too large:" +
-                      std::to_string(one.needed) + "\n");
+                  one.needed <= 3000 ? ""
+                                     : line + "func:net_ai_area_detect_s2x line:#, base64 need size is too large:" +
+                                           std::to_string(one.needed) + "\n");
         EXPECT_EQ(text.find("<area>"), std::string::npos);
         EXPECT_NE(text.find("<width>" + std::to_string(one.width) + "</width>"), std::string::npos);
     }

@@ -19,7 +19,7 @@ using Channel = net_chn_support_v20_t;
 
 constexpr char refused[] = "Func(net_support_x2s) Line(#)\n";
 constexpr char refused_item[] = "Func(get_item_from_xmlnode) Line(#)\nFunc(net_support_x2s) Line(#)\n";
-constexpr char refused_linkage[] = "<green net_xml_system_support.cpp>\n";
+constexpr char refused_linkage[] = "<green net_xml_system.cpp>\n";
 
 // A "Support" with these children; after a success the envelope must not claim more than the initialiser did.
 int read(Envelope<Support> &support, const std::string &children)
@@ -420,9 +420,9 @@ TEST_F(SupportTest, RefusesBadEnvelopes)
                   EXPECT_EQ(net_support_x2s(&support.param, nullptr), -1);
                   EXPECT_EQ(net_support_x2s(&empty, xml.root()), -1);
               }),
-              "<red net_xml_system_support.cpp>Func(net_support_x2s) Line(#) \n"
-              "<red net_xml_system_support.cpp>Func(net_support_x2s) Line(#) \n"
-              "<red net_xml_system_support.cpp>Func(net_support_x2s) Line(#) \n");
+              "<red net_xml_system.cpp>Func(net_support_x2s) Line(#) \n"
+              "<red net_xml_system.cpp>Func(net_support_x2s) Line(#) \n"
+              "<red net_xml_system.cpp>Func(net_support_x2s) Line(#) \n");
     support.param.dataSize -= 4;
     EXPECT_EQ(support.read(net_support_x2s, "<Support><ftp>1</ftp></Support>"), 0); // only the writer looks at the size
     EXPECT_EQ(log_of([&] {
@@ -430,9 +430,9 @@ TEST_F(SupportTest, RefusesBadEnvelopes)
                   EXPECT_EQ(net_support_s2x(nullptr, xml.root()), -1);
                   EXPECT_EQ(net_support_s2x(&empty, xml.root()), -1);
               }),
-              "<red net_xml_system_support.cpp>func:net_support_s2x line:#\n"
-              "<red net_xml_system_support.cpp>func:net_support_s2x line:#\n"
-              "<red net_xml_system_support.cpp>func:net_support_s2x line:#\n");
+              "<red net_xml_system.cpp>func:net_support_s2x line:#\n"
+              "<red net_xml_system.cpp>func:net_support_s2x line:#\n"
+              "<red net_xml_system.cpp>func:net_support_s2x line:#\n");
 }
 
 TEST_F(SupportTest, ReadsTheExamples)
@@ -513,13 +513,13 @@ TEST_F(AbilityTest, RefusesBadTokens)
     char list[16] = "uid_ro";
     int count = 1;
     constexpr char invalid[] =
-        "<red net_xml_system_support.cpp>Func(make_enum_to_string) Line(#) error. param is invalid\n";
+        "<red net_xml_system.cpp>Func(make_enum_to_string) Line(#) error. param is invalid\n";
     EXPECT_EQ(log_of([&] { EXPECT_EQ(make_enum_to_string(nullptr, 16, "a", ro, &count), -1); }), invalid);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(make_enum_to_string(list, 16, nullptr, ro, &count), -1); }), invalid);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(make_enum_to_string(list, 16, "a", ro, nullptr), -1); }), invalid);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(make_enum_to_string(list, 0, "a", none, &count), -1); }), invalid);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(make_enum_to_string(list, 16, "a", NET_ABILITY_OPERATION_BUTT, &count), -1); }),
-              "<red net_xml_system_support.cpp>Func(make_enum_to_string) Line(#) error. enum value is BUTT\n");
+              "<red net_xml_system.cpp>Func(make_enum_to_string) Line(#) error. enum value is BUTT\n");
     EXPECT_STREQ(list, "uid_ro");
 }
 
@@ -544,7 +544,7 @@ TEST_F(AbilityTest, FindsTokensAnywhere)
                   EXPECT_EQ(make_string_to_enum(nullptr, "a", operation), -1);
                   EXPECT_EQ(make_string_to_enum(list, nullptr, operation), -1);
               }),
-              "<red net_xml_system_support.cpp>param is invalid\n<red net_xml_system_support.cpp>param is invalid\n");
+              "<red net_xml_system.cpp>param is invalid\n<red net_xml_system.cpp>param is invalid\n");
 }
 
 TEST_F(AbilityTest, ReadsImageAbilitiesOnly)
@@ -575,8 +575,8 @@ TEST_F(AbilityTest, ReadsImageAbilitiesOnly)
 
 TEST_F(AbilityTest, RefusesBadImageAbilities)
 {
-    constexpr char no_channel[] = "<red net_xml_system_support.cpp>get channelId failed!\n";
-    constexpr char no_text[] = "<red net_xml_system_support.cpp>get cString failed!\n";
+    constexpr char no_channel[] = "<red net_xml_system.cpp>get channelId failed!\n";
+    constexpr char no_text[] = "<red net_xml_system.cpp>get cString failed!\n";
     const auto sub_module = [](const std::string &channel, const std::string &value) {
         return "<subModule><channelId>" + channel + "</channelId><abilityValue>" + value +
                "</abilityValue></subModule>";
@@ -594,7 +594,7 @@ TEST_F(AbilityTest, RefusesBadImageAbilities)
     Xml xml("<AbilityInfo />");
     net_param_t empty = ability.param;
     empty.data = nullptr;
-    const std::string null = "<red net_xml_system_support.cpp>arguments are null.\n";
+    const std::string null = "<red net_xml_system.cpp>arguments are null.\n";
     EXPECT_EQ(log_of([&] {
                   EXPECT_EQ(net_ability_x2s(nullptr, xml.root()), -1);
                   EXPECT_EQ(net_ability_x2s(&ability.param, nullptr), -1);
@@ -676,12 +676,12 @@ TEST_F(AbilityTest, FailsToWriteWhatIsNoOperation)
     ability->device.hddCfg = NET_ABILITY_OPERATION_BUTT;
     ability->device.hddInit = static_cast<NET_ABILITY_OPERATION_V20_E>(-7); // as good as none
     EXPECT_EQ(log_of([&] { EXPECT_EQ(ability.write(net_ability_s2x), "failed"); }),
-              "<red net_xml_system_support.cpp>Func(make_enum_to_string) Line(#) error. enum value is BUTT\n");
+              "<red net_xml_system.cpp>Func(make_enum_to_string) Line(#) error. enum value is BUTT\n");
     ability->device.hddCfg = ro;
     EXPECT_NE(ability.write(net_ability_s2x).find("<abilityValue>hddCfg_ro</abilityValue>"), std::string::npos);
     ability.param.dataSize += 4;
     EXPECT_EQ(log_of([&] { EXPECT_EQ(ability.write(net_ability_s2x), "failed"); }),
-              "<red net_xml_system_support.cpp>func:net_ability_s2x line:#\n");
+              "<red net_xml_system.cpp>func:net_ability_s2x line:#\n");
 }
 
 TEST_F(AbilityTest, ReadsTheExample)
@@ -725,7 +725,7 @@ TEST_F(HeartBeatTest, ReadsABeat)
 
 TEST_F(HeartBeatTest, DemandsSecondsAndMicroseconds)
 {
-    constexpr char missing[] = "<red net_xml_system_support.cpp>0 == fSec || 0 == fUsec\n";
+    constexpr char missing[] = "<red net_xml_system.cpp>0 == fSec || 0 == fUsec\n";
     EXPECT_EQ(log_of_refusal(""), missing);
     EXPECT_EQ(log_of_refusal("<sec>1</sec>"), missing);
     EXPECT_EQ(log_of_refusal("<usec>1</usec>"), missing);

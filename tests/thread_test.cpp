@@ -4,6 +4,7 @@
 
 #include <net_public.h>
 
+#include <cstring>
 #include <string>
 #include <thread>
 #include <vector>
@@ -52,6 +53,56 @@ std::string reply_to(const Message &message, const std::string &request)
     net_get_exten_xml(printer, ext.channelId);
     net_free(&param.data);
     return reply + printer.Str();
+}
+
+// What the toolkit's functions that put texts together make of a number.
+std::string toolkit_texts(int number)
+{
+    char text[256] = {}, words[256] = {}, cells[64] = {}, base64[64] = {};
+    int count = 0;
+    int numbers[] = {number, number * 7, -number};
+    const char *items[] = {text, words};
+    time_section_t set = {{static_cast<unsigned>(number), 0x1F}};
+    net_schedule_t schedule = {};
+    alarm_in_add_event(&schedule.types, 29 + number % 15);
+    alarm_in_add_event(&schedule.section[number % 7][number % 24], number % 3);
+    std::memset(cells + number % 32, 1, 9);
+    get_alarm_str(text, sizeof text, number, set, set);
+    get_handleType_string(number, words, sizeof words);
+    std::string all = std::string(text) + words;
+    evt_log_alarm_type_to_string(text, sizeof text, number);
+    make_enum_to_string(words, sizeof words, "name", NET_ABILITY_OPERATION_RW, &count);
+    char joined[512];
+    string_join(joined, sizeof joined, items, 2, ';');
+    changeIntTableToString(text, sizeof text, numbers, 3, 0);
+    EncodeBinaryArrayToBase64(reinterpret_cast<unsigned char *>(cells), base64, number % 48, 20);
+    all += std::string(joined) + text + base64;
+    TiXmlElement parent("p");
+    insert_type_schedule_list_to_xmlnode(&schedule, &parent);
+    insert_schedule_list_to_xmlnode(&schedule, &parent);
+    InsertChildToXmlElement_int64(&parent, "n", number * 1000000007LL, 0, 0);
+    InsertChildToXmlElement_float(&parent, "f", static_cast<float>(number) / 7, 0, 0);
+    return all + test::print_children(parent);
+}
+
+TEST_F(ThreadTest, TheToolkitOnAllThreads)
+{
+    std::vector<std::string> expected, faults(threads);
+    for (int number = 0; number < 50; ++number)
+        expected.push_back(toolkit_texts(number));
+    std::vector<std::thread> running;
+    for (std::size_t which = 0; which < threads; ++which)
+        running.emplace_back([&expected, &fault = faults[which], which] {
+            for (std::size_t i = 0; i < 20 * expected.size(); ++i) {
+                const std::size_t number = (i * (which + 1)) % expected.size();
+                if (toolkit_texts(static_cast<int>(number)) != expected[number])
+                    fault += std::to_string(number) + " ";
+            }
+        });
+    for (std::thread &thread : running)
+        thread.join();
+    for (const std::string &fault : faults)
+        EXPECT_EQ(fault, "");
 }
 
 TEST_F(ThreadTest, EveryMessageOnAllThreads)

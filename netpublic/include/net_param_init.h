@@ -41,7 +41,10 @@ NETPUBLIC_API int nets_param_day_nignt_threshold_init(net_param_t *param, net_ex
 
 /** @name System time and general
  * @{ */
-/** Message 301, payload net_dst_cfg_v20_t. The payload is not cleared. */
+/**
+ * Message 301, payload net_dst_cfg_v20_t. The payload is not cleared: clear or fill all of it before it is written,
+ * or what the allocator's block held before goes into the reply.
+ */
 NETPUBLIC_API int nets_param_dst_cfg_init(net_param_t *param, net_ext_t *ext);
 /** Message 601, payload net_sys_general_v20_t. */
 NETPUBLIC_API int nets_param_sys_general_init(net_param_t *param, net_ext_t *ext);

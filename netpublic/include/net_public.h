@@ -12,10 +12,12 @@
  *     net_md_s2x(&param, parent);                 // reply: structure to XML
  *     net_free(&param.data);
  *
- * Functions return 0 on success and -1 on failure unless they say otherwise; a null required
- * argument is a failure. Failures are logged to standard output while the host's switches
- * (net_host.h) allow it. The library keeps no state, so that envelopes used on different threads are
- * independent; the two functions that return static buffers say so.
+ * Functions return 0 on success and -1 on failure unless they say otherwise. A null pointer makes a
+ * function fail, or do nothing where it has no result, unless its description says that it must not be
+ * null: then it is the caller's to see to, as are the terminators of texts and the sizes of buffers.
+ * Failures are logged to standard output while the host's switches (net_host.h) allow it. The library
+ * keeps no state, so that envelopes used on different threads are independent; the two functions that
+ * return static buffers say so.
  */
 #ifndef NET_PUBLIC_H
 #define NET_PUBLIC_H
@@ -91,7 +93,10 @@ NETPUBLIC_API int net_key_get(char *key);
 /** Writes the hardware address, or else the provisional one, as "AA:BB:CC:00:11:22" into @p mac (20 bytes). */
 NETPUBLIC_API int net_mac_get(char *mac);
 
-/** Copies the model text, 63 characters at most, into @p model (64 bytes, all of them written). @return always 1. */
+/**
+ * Copies the model text, 63 characters at most, into @p model (64 bytes, all of them written); null is ignored.
+ * @return always 1
+ */
 NETPUBLIC_API int _nets_get_model_info(char *model);
 
 /**
@@ -124,7 +129,11 @@ NETPUBLIC_API int net_ip_and_mac_get(const char *ifname, char *ip, char *mac);
 /** @return 1 link up, 0 link down, -1 the interface cannot be asked, -2 no socket. */
 NETPUBLIC_API int net_link_status_get(const char *ifname);
 
-/** Removes the colons of @p mac in place; @p size bytes at most are used, terminator included. */
+/**
+ * Removes the colons of a text in place.
+ * @param mac a terminated text; it is read until its terminator or until it is full
+ * @param size how many bytes may be written, terminator included; what does not fit is cut. 0 leaves all as it is
+ */
 NETPUBLIC_API void get_raw_mac(char *mac, unsigned int size);
 
 /** @} */
@@ -160,11 +169,12 @@ NETPUBLIC_API int net_cert_remove(char *name);
  * Fills a text with letters and digits, for labels; they are not fit for secrets, since the process-wide
  * rand() is seeded with the current second.
  * @param buf, bufLen the buffer, zeroed first
- * @param strLen number of characters, at most @p bufLen; when equal, there is no terminator
+ * @param strLen number of characters, at most @p bufLen; when equal, there is no terminator; below 1 none
+ * @return 0, or -1 for a null or negative buffer or one that is too small
  */
 NETPUBLIC_API int net_random_string(char *buf, int bufLen, int strLen);
 
-/** @return a number of 0 to n - 1, the same one for all calls within a second; @p n must be positive. */
+/** @return a number of 0 to n - 1, the same one for all calls within a second; 0 for 0. @p n must not be negative. */
 NETPUBLIC_API int net_random_num_get(int n);
 
 /** @return the host's tick in milliseconds. */
@@ -187,12 +197,17 @@ NETPUBLIC_API int net_local_time_get(struct tm *src, struct tm *dst);
 
 /**
  * Replaces the content of passwords, keys, tokens and addresses by as many asterisks, so that a message
- * can be logged. Only tags without attributes and blanks are recognised; case matters.
+ * can be logged. Only tags without attributes and blanks are recognised; case matters. An element ends at the
+ * next close tag of its name: where elements of one name nest, the rest of the outer one is shown.
  * @return a static buffer that lasts until the next call: not for two threads at once. Empty for a null text.
  */
 NETPUBLIC_API const char *net_xml_printf_filter(const char *xml);
 
-/** Replaces the content of one kind of element by as many asterisks. Neither tag may hold an asterisk. */
+/**
+ * Replaces what stands between @p openTag and the next @p closeTag by as many asterisks, wherever it finds the two.
+ * @param text changed in place; its length stays
+ * @param openTag, closeTag as they stand in the text; neither may be empty or hold an asterisk
+ */
 NETPUBLIC_API void net_xml_filter(std::string &text, std::string openTag, std::string closeTag);
 
 /** @} */
@@ -201,9 +216,9 @@ NETPUBLIC_API void net_xml_filter(std::string &text, std::string openTag, std::s
  * @{ */
 
 /**
- * Joins texts with a separator.
+ * Joins texts with a separator. No pointer may be null, nor any of the items.
  * @param out, size the buffer and its size in bytes, zeroed first; left alone when the result would not fit
- * @param items, count the texts and their number
+ * @param items, count the terminated texts and their number
  * @param sep the separator
  * @return 0, or -1 for a negative count or a buffer that is too small
  */
@@ -212,13 +227,18 @@ NETPUBLIC_API int string_join(char *out, unsigned int size, const char **items, 
 /** Writes object types (1 people, 2 vehicle, 4 dog_cat) as words joined by commas, or "none"; silently cut. */
 NETPUBLIC_API void net_ai_type_local_to_net(char *out, unsigned int size, int types);
 
-/** Reads the object types whose words @p text contains, case aside. A zero @p size leaves @p types alone. */
+/**
+ * Reads the object types whose words a text contains, case aside.
+ * @param text a terminated text: @p size does not bound it
+ * @param size of 0 leaves @p types alone, as a null text does; any other counts for nothing
+ * @param types 1 people, 2 vehicle, 4 dog_cat
+ */
 NETPUBLIC_API void net_ai_type_net_to_local(char *text, unsigned int size, int &types);
 
-/** Copies the first 8 of @p count points of the host; a negative count is none. */
+/** Copies the first 8 of @p count points of the host; a negative count is none. A null pointer changes nothing. */
 NETPUBLIC_API void net_points_local_to_net(net_smart_ai_points_t *net, point_t *local, int count);
 
-/** Copies a polygon into the host's array of 8 points, of which the unused ones are zeroed. */
+/** Copies a polygon into the host's array of 8 points, of which the unused ones are zeroed; none for a null pointer. */
 NETPUBLIC_API void net_points_net_to_local(net_smart_ai_points_t *net, point_t *local, int &count);
 
 /** Values other than 1, 2 and 3 become 0. */
@@ -227,14 +247,18 @@ NETPUBLIC_API NET_CROSSLINE_DETECT_DIRECTION_E net_direction_local_to_net(AI_TRI
 /** Values other than 1, 2 and 3 become 0. */
 NETPUBLIC_API AI_TRIP_WIRE_DIRECTION net_direction_net_to_local(NET_CROSSLINE_DETECT_DIRECTION_E direction);
 
-/** @return 1 when two polygons differ in their number of points, or by more than 1e-6 in one of the first 8; else 0. */
+/**
+ * @return 1 when two polygons differ in their number of points, or by more than 1e-6 in one of the first 8, or when
+ *         one of them has points and is null; else 0
+ */
 NETPUBLIC_API int net_check_points_change(point_t *a, int countA, point_t *b, int countB);
 
 /**
  * Appends a summary of the alarms that fired to @p buf, which holds a text already (an empty one, as a rule).
- * @param buf, size the buffer; the text is silently cut
+ * @param buf, size the buffer and its size in bytes; the text is silently cut, and loses its last character then
  * @param alarmTypes 0x1 motion, 0x2 video loss, 0x4 input, 0x8 blind, 0x800000 visitor
  * @param aiTypes, smartAiTypes sets of alarm-type codes
+ * @return 0, or -1 for a null buffer or a size of 0
  */
 NETPUBLIC_API int get_alarm_str(char *buf, unsigned int size, int alarmTypes, time_section_t aiTypes,
                                 time_section_t smartAiTypes);

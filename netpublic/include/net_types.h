@@ -20,6 +20,11 @@
 #ifndef NET_TYPES_H
 #define NET_TYPES_H
 
+// Written by the build, so that it stands beside the other headers only where the library is installed.
+#if __has_include("net_tinyxml.h")
+#include "net_tinyxml.h"
+#endif
+
 /**
  * Marks what the shared library exports; everything else in it is hidden. With NETPUBLIC_STATIC, which the
  * CMake package and netpublic.pc of a static build define, nothing is exported.

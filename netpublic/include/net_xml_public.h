@@ -9,8 +9,9 @@
  * key the caller has done so.
  *
  * Unless stated otherwise a function returns 0, or -1 when an argument is null, the name does not
- * answer to the key, the node is no element or its text is refused. Nothing here allocates, except
- * the writers, which build the nodes of their result.
+ * answer to the key, the node is no element or its text is refused. Texts are terminated. Nothing here takes
+ * memory, except the writers, which build the nodes of their result, and net_exten_x2s(); when memory is short
+ * they return -1, and the writers leave their parent as it was.
  */
 #ifndef NET_XML_PUBLIC_H
 #define NET_XML_PUBLIC_H
@@ -58,7 +59,7 @@ NETPUBLIC_API int get_float_from_xmlnode(float *value, TiXmlNode *node, const ch
 /**
  * Copies an element's text.
  * @param dst the buffer, zeroed over all its @p size bytes first
- * @param size of the buffer in bytes; a text of @p size characters or more is refused, never cut
+ * @param size of the buffer in bytes, not negative; a text of @p size characters or more is refused, never cut
  * @param node the element; one without text is an empty text
  * @param key if not null, must equal the name over 31 characters, case aside: no prefix here
  */
@@ -81,7 +82,7 @@ NETPUBLIC_API int get_net_int_value_from_xmlnode(net_int_value_t *value, TiXmlNo
 NETPUBLIC_API int get_net_float_value_from_xmlnode(net_float_value_t *value, TiXmlNode *node, const char *key);
 
 /**
- * Reads the "deviceInfo" children of an inspection query, at most @p max of them.
+ * Reads the "deviceInfo" children of an inspection query, at most @p max of them, none for a negative one.
  * @return how many entries were filled, or -1; entries filled before a failure stay filled
  */
 NETPUBLIC_API int get_query_device_from_xmlnode(net_video_inpsection_info_t *list, int max, TiXmlNode *node,
@@ -122,14 +123,16 @@ NETPUBLIC_API int net_int_value_s2x(net_int_value_t *value, TiXmlElement *elemen
 NETPUBLIC_API int net_float_value_s2x(net_float_value_t *value, TiXmlElement *element);
 /**
  * Prints the extension document of a reply, "Extension" (unlike a request's "ExtenSion") with the
- * channel, into @p printer without indentation. @return 0
+ * channel, into @p printer without indentation. @return 0, or -1 when memory is short: part of it may be printed then
  */
 NETPUBLIC_API int net_get_exten_xml(TiXmlPrinter &printer, int channelId);
 
 /**
  * Parses the extension header of a request.
  * @param text the document, terminated; it is not changed. Text that is not well formed is refused,
- *        and so is text beyond 64 KiB, 64 levels of nesting or 64 attributes in one element.
+ *        and so is text beyond 64 KiB, 64 levels of nesting or 64 attributes in one element, a numeric
+ *        reference that is not digits, or 'x' and hexadecimal digits, up to its ';', and a UTF-8 sequence
+ *        that is cut so that it would swallow markup.
  * @param ext cleared by the host before; only fields whose child is present are written, and they keep
  *        their values when a later child is refused
  * @return 0 or -1; a refused value is logged

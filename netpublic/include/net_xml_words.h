@@ -62,7 +62,8 @@ NETPUBLIC_API char *get_streamtype_str(STREAM_TYPE_E code, char *dst, int size);
  * Reads a stream type, a STREAM_TYPE_E code, from the first characters of a text.
  * @param code gets the code
  * @param word the text
- * @param len how many characters of @p word count; the text may end earlier
+ * @param len how many characters of @p word count. A text that ends earlier must be a whole word; an abbreviation
+ *        is one of exactly @p len characters
  * @return 0, or -1; a @p len below 1 fails
  */
 NETPUBLIC_API int get_streamtype_from_str(int *code, const char *word, int len);

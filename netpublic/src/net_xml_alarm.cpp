@@ -35,8 +35,8 @@ struct Scope {
 struct ScopeFields : Description {
     using T = Scope;
     static constexpr Field fields[] = {
-        integer("columns", AT(columns)).in(1, grid_columns).required(),
-        integer("rows", AT(rows)).in(1, grid_rows).required(),
+        integer("columns", AT(columns)).in(1, grid_columns).required().accepts("those of the table").sample("6"),
+        integer("rows", AT(rows)).in(1, grid_rows).required().accepts("those of the table").sample("4"),
         grid_behind("valueTable", AT(cells), AT(columns), AT(rows))
             .upto(2710)
             .required()
@@ -279,8 +279,8 @@ constexpr auto motion_message = describe<MotionFields>();
 struct AreaFields : Description {
     using T = net_ai_area_t;
     static constexpr Field fields[] = {
-        integer("width", AT(width)).in(1, grid_columns).required(),
-        integer("height", AT(height)).in(1, grid_rows).required(),
+        integer("width", AT(width)).in(1, grid_columns).required().accepts("the area's columns").sample("6"),
+        integer("height", AT(height)).in(1, grid_rows).required().accepts("the area's rows").sample("4"),
         column_grid("area", AT(cells), AT(width), AT(height))
             .upto(2999)
             .required()
@@ -390,7 +390,7 @@ struct Sublist {
 struct SublistFields : Description {
     using T = Sublist;
     static constexpr Field fields[] = {
-        integer("index", AT(index)),
+        integer("index", AT(index)).accepts("a rule, 0 to 2; entries of others are dropped").sample("1"),
         word("type", AT(objects), smart_objects).upto(INT_MAX).adds(),
     };
     static constexpr Traits traits = HERE.parser("get_smartai_sublist_from_xmlnode").failure(Line::parser);
@@ -1026,8 +1026,8 @@ struct AreaDetectFields : Description {
         real("minTargetWidth", AT(minTargetWidth)),
         real("maxTargetHeight", AT(maxTargetHeight)),
         real("maxTargetWidth", AT(maxTargetWidth)),
-        integer("width", AT(width)),
-        integer("height", AT(height)),
+        integer("width", AT(width)).accepts("the area's columns, 1 to 155").sample("6"),
+        integer("height", AT(height)).accepts("the area's rows, 1 to 100").sample("4"),
         column_grid("area", AT(cells), AT(width), AT(height))
             .upto(2999)
             .required()

@@ -67,7 +67,11 @@ struct EthernetFields : Description {
     static constexpr Field fields[] = {
         text("ip", AT(ip)).upto(address_length),
         text("mask", AT(mask)).upto(address_length),
-        text("mac", AT(mac)).upto(mac_length).then<check_mac>().accepts("exactly 17 characters"),
+        text("mac", AT(mac))
+            .upto(mac_length)
+            .then<check_mac>()
+            .accepts("exactly 17 characters")
+            .sample("00:11:22:33:44:55"),
         text("gateway", AT(gateway)).upto(address_length),
     };
     static constexpr Traits traits = HERE.parser("net_ethernet_x2s")

@@ -83,7 +83,7 @@ struct MaskFields : Description {
     using T = Mask;
     static constexpr Field fields[] = {
         integer("id", AT(values.id)).in(0, most_masks - 1).required(),
-        flag("enable", AT(enable)),
+        flag("enable", AT(enable)).accepts("0 takes the mask's rectangle away"),
         integer("layer", AT(values.layer)),
         integer("color", AT(values.color)),
         integer("topLeftX", AT(values.topLeftX)),

@@ -266,7 +266,7 @@ struct CruiseFields : Description {
     using T = Cruise;
     static constexpr Field fields[] = {
         integer("patrolId", AT(patrolId)).in(0, 5).required(),
-        flag("enable", AT(enable)),
+        flag("enable", AT(enable)).accepts("0 leaves a single record with nothing but the cruise's and channel's ids"),
         flag("starting", AT(starting)),
         flag("cruising", AT(cruising)),
         text("name", AT(name)),
@@ -420,7 +420,7 @@ struct SerialFields : Description {
             .spelled(baud_rate_words)
             .accepts("a number: 1200, 2400, 4800 or 9600"),
         word("dataBit", AT(param.dataBit), data_bits).prefix().upto(15),
-        converted<read_stop_bit, write_stop_bit>("stopBit", AT(param.stopBit)).accepts("a number: 1 or 2"),
+        converted<read_stop_bit, write_stop_bit>("stopBit", AT(param.stopBit)).accepts("a number: 1 or 2").sample("2"),
         word("parity", AT(param.parity), parities).fallback(0),
         word("flowControl", AT(param.flowControl), flow_controls).fallback(0),
         word("controlProtocol", AT(param.controlProtocol), protocols).kept().fallback(0),

@@ -359,7 +359,8 @@ struct ReplayStartFields : Description {
         word("streamType", AT(streamType), video_streams)
             .upto(longest_stream)
             .otherwise(main_stream)
-            .then<spread_stream>(),
+            .then<spread_stream>()
+            .accepts("counts for all durations; their own come after it"),
         integer("playSpeed", AT(playSpeed)).at_most(32),
         group("startTime", AT(startTime), time_record),
         integer("sOffset", AT(sOffset)),

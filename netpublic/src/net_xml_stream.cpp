@@ -52,9 +52,9 @@ int check_gop(net_compression_info_v20_t &info)
 struct GopFields : Description {
     using T = net_compression_info_v20_t;
     static constexpr Field fields[] = {
-        integer("min", AT(gopMin)).at_least(0),
-        integer("max", AT(gopMax)).at_least(0),
-        integer("cur", AT(gopCur)).at_least(0),
+        integer("min", AT(gopMin)).at_least(0).accepts("not above the current one").sample("25"),
+        integer("max", AT(gopMax)).at_least(0).accepts("not below the current one").sample("100"),
+        integer("cur", AT(gopCur)).at_least(0).accepts("between the least and the most").sample("50"),
     };
     static constexpr auto written = order("cur", "max", "min");
     static constexpr Traits traits = HERE.after<T, check_gop>();
@@ -88,6 +88,7 @@ struct CompressionFields : Description {
     };
     static constexpr auto written = order("audio", "resolutionName", "width", "height", "encoderType", "frame",
                                           "bitRate", "encoderProfile", "videoEncType", "gop");
+    static constexpr Field also_shown[] = {shown("videoEncTypeDefaulted", AT(videoEncTypeDefaulted))};
     static constexpr Traits traits = HERE.after<T, choose_codec>();
 };
 constexpr auto compression = describe<CompressionFields>();

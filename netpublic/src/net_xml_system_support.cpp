@@ -621,7 +621,8 @@ struct SubModuleFields : Description {
         view("abilityValue", AT(tokens))
             .upto(list_size - 1)
             .complain("get cString failed!\n")
-            .accepts("names that end in _ro or _rw; ledState, ispBasic and ispAdvance are looked for"),
+            .accepts("names that end in _ro or _rw; ledState, ispBasic and ispAdvance are looked for")
+            .sample("ledState_rw"),
     };
     static constexpr Traits traits = HERE;
 };

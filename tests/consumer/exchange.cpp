@@ -55,7 +55,7 @@ int main()
     printer.SetStreamPrinting();
     reply.FirstChildElement()->Accept(&printer);
     std::printf("%s\n", printer.CStr());
-    if (printer.Str() != expected()) {
+    if (expected() != printer.CStr()) {
         std::printf("expected:\n%s\n", expected().c_str());
         return fail("comparing");
     }

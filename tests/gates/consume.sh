@@ -31,5 +31,5 @@ consume_cmake() { # PREFIX BUILD_DIR
 
 consume_pkgconfig() { # PREFIX BUILD_DIR
     mkdir "$2"
-    PKG_CONFIG_PATH=$1/lib/pkgconfig make -C "$consumer/pkgconfig" OUT="$2" RUN="$consumer_run" check
+    PKG_CONFIG_PATH=$1/lib/pkgconfig:$(echo "$1"/lib/*/pkgconfig) make -C "$consumer/pkgconfig" OUT="$2" RUN="$consumer_run" check
 }

@@ -15,10 +15,6 @@ import tempfile
 import stack
 
 COLUMNS = ("code", "tables", "constants", "texts", "pointers")
-SOURCE = 12  # bytes of a Source; of a Table's head, too
-HAS_SOURCE, COMPLAINS = 0x2000, 0x8
-LIMITS = 0x7F  # no limits; below it, a row's column says which
-CONDITION = 21  # its column is no number of limits
 
 
 def terminated(data, at):
@@ -38,22 +34,24 @@ class Common:
                     self.limits = len(contents) // 8
 
 
-def own_parts(table, common):
+def own_parts(contents, common):
     """The texts and limits that a table keeps by itself."""
-    start = stack.table_start(table)
-    _, flags, rows, _, refs, texts = struct.unpack_from("<IHBBHH", table, start)
-    keys, pairs = set(), set()
-    for row in range(rows):
-        first, second = struct.unpack_from("<II", table, start + SOURCE + 8 * row)
-        kind, key, limits = second & 0x1F, second >> 5 & 0x1FFF, second >> 25
-        if key >= common.texts and not first >> 18 & COMPLAINS:  # behind such a key stands the row's own line
-            keys.add(terminated(table, start + texts + key - common.texts))
-        if common.limits <= limits < LIMITS and kind != CONDITION:
-            pairs.add(struct.unpack_from("<ii", table, start + SOURCE + 8 * (rows + limits - common.limits)))
-    if flags & HAS_SOURCE:
-        keys |= {terminated(table, start + texts + text - common.texts)
-                 for text in struct.unpack_from("<4H", table) if text >= common.texts}
-    return keys, pairs
+    table = stack.Table(contents, {})
+    limits_start = table.start + stack.TABLE_HEAD + 8 * (len(table.rows) - common.limits)
+    texts_start = table.start + table.texts - common.texts
+    texts, limits = set(), set()
+    for row in table.rows:
+        if not row.flags & stack.COMPLAINS:  # behind such a key stands the row's own line
+            texts.add(row.key)
+        if row.kind not in ("condition", "hook"):  # their columns are no numbers of limits
+            limits.add(row.limits)
+        if row.kind in ("int_list", "grid"):  # the longest text
+            limits.add(row.ref)
+    if table.flags & stack.HAS_SOURCE:
+        texts |= set(struct.unpack_from("<4H", contents))
+    return ({terminated(contents, texts_start + text) for text in texts if text >= common.texts},
+            {struct.unpack_from("<ii", contents, limits_start + 8 * number)
+             for number in limits if common.limits <= number < stack.NO_COLUMN})
 
 
 def measure(path, common, seen, repeated):

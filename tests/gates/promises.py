@@ -10,11 +10,10 @@ import sys
 
 # What sees these while the fuzzers run, or instead of them.
 NOT_FUZZED = {
-    "P5": "the address sanitizer",
+    "P5": "the address sanitizer and memcheck",
     "P10": "the stack gate, and the tests on a small stack",
-    "P11": "the fuzzers' time limit",
-    "P14": "the thread sanitizer",
-    "P15": "the random texts of the guard's own test",
+    "P11": "the fuzzers' time limit, and counted instructions",
+    "P14": "the thread sanitizer, and the gate of writable data",
 }
 
 page, *directories = (pathlib.Path(argument) for argument in sys.argv[1:])

@@ -27,7 +27,6 @@ import sys
 
 CALL_RELOCATIONS = {"R_ARM_CALL", "R_ARM_THM_CALL", "R_ARM_JUMP24", "R_ARM_THM_JUMP24", "R_ARM_THM_JUMP19"}
 INDIRECT = "__indirect_call"
-NO_TABLE = ""  # one that refers to nothing
 
 
 class Function:
@@ -82,8 +81,13 @@ def read_graph(objects):
     return functions, units
 
 
+def data_key(unit, name):
+    local = "_GLOBAL__N_" in name or name.startswith(("_ZNL", "_ZL"))
+    return f"{unit}:{name}" if local else name
+
+
 def read_references(readelf, objects, functions, units):
-    """What functions and data refer to other than by calling. Returns the data's references."""
+    """What functions and data refer to other than by calling. Returns the data's references by their places."""
     data = {}
     everywhere = {name: key for names in units.values() for name, key in names.items()}
     for path in sorted(pathlib.Path(objects).rglob("*.o")):
@@ -92,8 +96,7 @@ def read_references(readelf, objects, functions, units):
 
         def key_of(symbol, unit=unit, names=names):
             name = re.sub(r"^\.(text(\.unlikely|\.startup)?|data\.rel\.ro(\.local)?|data|rodata)\.", "", symbol)
-            local = "_GLOBAL__N_" in name or name.startswith("_ZNL") or name.startswith("_ZL")
-            return names.get(name) or everywhere.get(name) or (f"{unit}:{name}" if local else name)
+            return names.get(name) or everywhere.get(name) or data_key(unit, name)
 
         owner = None
         text = subprocess.run([readelf, "-rW", str(path)], check=True, capture_output=True, text=True).stdout
@@ -110,7 +113,7 @@ def read_references(readelf, objects, functions, units):
             if owner in functions:
                 functions[owner].refers.add(target)
             else:
-                data.setdefault(owner, set()).add(target)
+                data.setdefault(owner, {})[int(fields[0], 16)] = target
     return data
 
 
@@ -125,14 +128,101 @@ def sections(path):
         yield image[at:image.index(b"\0", at)].decode(), image[offset:offset + length]
 
 
+def kind_names():
+    """The names of table.h's kinds of rows, in the order of their numbers."""
+    header = pathlib.Path(__file__).parents[2] / "netpublic/src/engine/table.h"
+    body = re.search(r"enum class Kind[^{]*\{(.*?)\};", header.read_text(), re.S)[1]
+    return re.findall(r"^\s*(\w+)", re.sub(r"//[^\n]*", "", body), re.M)
+
+
+KINDS = kind_names()
+# The packed form: see table.h.
+SOURCE = TABLE_HEAD = 12  # bytes
+HAS_BEFORE, HAS_AFTER, IS_ORDERED, HAS_SOURCE, IS_WALKED = 0x400, 0x800, 0x1000, 0x2000, 0x10
+COMPLAINS = 0x8  # a row's flag
+NO_COLUMN = 0x7F  # a row's column that says nothing
+BY_FUNCTION = 3  # a condition's When
+BEHIND_KEYS = KINDS.index("preset")
+HOOKS = "ahead", "then", "absent"  # by Moment
+
+
+class Row:
+    def __init__(self, index, first, second):
+        self.index = index
+        self.offset, self.flags = first & 0x3FFFF, first >> 18
+        self.kind, self.key = KINDS[second & 0x1F], second >> 5 & 0x1FFF
+        self.ref, self.limits = second >> 18 & 0x7F, second >> 25
+
+
+class Table:
+    """A packed message table; `references` are what its words refer to, by their place in the section."""
+
+    def __init__(self, contents, references):
+        self.start = table_start(contents)
+        word, self.flags, count, self.written, self.refs, self.texts = struct.unpack_from("<IHBBHH", contents, self.start)
+        self.keys = word >> 18 & 0x7F
+        first = self.start + TABLE_HEAD
+        self.rows = [Row(i, *struct.unpack_from("<II", contents, first + 8 * i)) for i in range(count)]
+        order = self.start + self.texts - self.written
+        self.order = contents[order:order + self.written] if self.flags & IS_ORDERED else range(self.written)
+        self.references = {(place - self.start - self.refs) // 4: target for place, target in references.items()}
+
+    def reads(self, row):
+        return row.index < self.keys
+
+    def writes(self, row):
+        return row.index in self.order
+
+    def roles(self):
+        """What the engine may enter from here: (role, function, table that it is handed).
+
+        The roles are the names of the members of Ref; rows of other tables have none: (kind of row, None, table).
+        """
+        to, hooks = self.references.__getitem__, 0
+        for flag, role in (HAS_BEFORE, "before"), (HAS_AFTER, "after"), (IS_WALKED, "parse"):
+            if self.flags & flag:
+                yield role, to(hooks), None
+                hooks += 1
+        for row in self.rows:
+            if row.kind in ("wire", "wires", "converted"):
+                what, inner = ("text", None) if row.kind == "converted" else ("wire", to(row.ref))
+                at = row.ref + (0 if inner is None else 1)
+                if self.reads(row):
+                    yield f"read_{what}", to(at), inner
+                    at += 1
+                if self.writes(row):
+                    yield f"write_{what}", to(at), inner
+            elif row.kind in ("group", "list"):
+                for way in ("read",) * self.reads(row) + ("write",) * self.writes(row):
+                    yield f"{way}_{row.kind}", None, to(row.ref)
+            elif row.kind == "again":
+                yield "read_group", None, to(row.offset)
+            elif row.kind == "hook":
+                yield HOOKS[row.limits], to(row.offset), None
+            elif row.kind == "condition" and row.limits & 3 == BY_FUNCTION:
+                yield "test", to(row.offset), None
+
+    def kinds(self):
+        return {row.kind for row in self.rows}
+
+
+def is_packed(contents, start):
+    """Could this be the head and the rows of a table?"""
+    word, flags, count, written, refs, texts = struct.unpack_from("<IHBBHH", contents, start)
+    keys, rows_end = word >> 18 & 0x7F, TABLE_HEAD + 8 * count
+    if not (keys <= count and written <= count > 0 and rows_end <= refs <= texts <= len(contents) - start):
+        return False
+    if (refs - TABLE_HEAD) % 8 != 0 or (flags & HAS_SOURCE != 0) != (start == SOURCE):
+        return False
+    kinds = [contents[start + TABLE_HEAD + 8 * row + 4] & 0x1F for row in range(count)]
+    return max(kinds) < len(KINDS) and all(kind < BEHIND_KEYS for kind in kinds[:keys])
+
+
 def table_start(contents):
     """Where the head of a message table begins: in front of it there may be a Source. None: this is no table."""
-    for start in 0, 12:
-        if len(contents) >= start + 12:
-            _, flags, rows, _, refs, texts = struct.unpack_from("<IHBBHH", contents, start)
-            sourced = flags & 0x2000 != 0
-            if rows and 12 + 8 * rows <= refs <= texts <= len(contents) - start and sourced == (start == 12):
-                return start
+    for start in 0, SOURCE:
+        if len(contents) >= start + TABLE_HEAD and is_packed(contents, start):
+            return start
     return None
 
 
@@ -140,24 +230,16 @@ def is_message_table(contents):
     return table_start(contents) is not None
 
 
-def row_kinds(contents):
-    start = table_start(contents)
-    rows = contents[start + 6]
-    return {contents[start + 12 + 8 * row + 4] & 0x1F for row in range(rows)}
-
-
-def tables_in(objects):
-    """The kinds of the rows of all message tables; and the keys of the tables that refer to nothing."""
-    kinds, leaves = {}, set()
+def tables_in(objects, data):
+    """The message tables by key."""
+    tables = {}
     for path in sorted(pathlib.Path(objects).rglob("*.o")):
         for name, contents in sections(path):
-            symbol = re.match(r"\.(rodata|data\.rel\.ro(?:\.local)?)\.(_ZN.*)", name)
+            symbol = re.match(r"\.(rodata|data\.rel\.ro(?:\.local)?)\.(_Z.*)", name)
             if symbol and is_message_table(contents):
-                for key in symbol[2], f"{path.name[:-2]}:{symbol[2]}":
-                    kinds[key] = row_kinds(contents)
-                    if symbol[1] == "rodata":
-                        leaves.add(key)
-    return kinds, leaves
+                key = data_key(path.name[:-2], symbol[2])
+                tables[key] = Table(contents, data.get(key, {}))
+    return tables
 
 
 class Rules:
@@ -173,13 +255,18 @@ class Rules:
             if kind == "call":
                 pattern, _, argument = rest.partition(" -> ")
                 argument = re.compile(argument.strip())
-            elif kind == "kinds":
+            elif kind in ("kinds", "roles"):
                 pattern, _, argument = rest.partition(" -> ")
-                argument = {int(number) for number in argument.split()}
+                argument = set(argument.split())
+                if kind == "kinds" and argument - set(KINDS):
+                    sys.exit(f"{path}: no such kind: {line}")
             elif kind == "recursion":
                 pattern, _, argument = rest.rpartition(" ")
                 argument = int(argument)
-            elif kind not in ("engine", "nested"):
+            elif kind == "nested":
+                pattern, _, argument = rest.rpartition(" -> ")
+                argument = set(argument.split())
+            elif kind != "engine":
                 sys.exit(f"{path}: cannot read: {line}")
             self.lines.append((kind, re.compile(pattern.strip()), argument, line))
 
@@ -195,67 +282,83 @@ class Rules:
 
 class Graph:
     def __init__(self, functions, data, tables, rules):
-        self.functions, self.data, self.rules = functions, data, rules
-        self.kinds, self.leaves = tables
-        referred = set().union(*data.values(), *(function.refers for function in functions.values()))
+        self.functions, self.data, self.tables, self.rules = functions, data, tables, rules
+        referred = set().union(*(references.values() for references in data.values()),
+                               *(function.refers for function in functions.values()))
         self.taken = {key for key in referred if key in functions and functions[key].defined}
         self.engine = {key for key, function in functions.items() if function.defined and rules.of("engine", function.name)}
-        self.nested = {key for key in self.engine if rules.of("nested", functions[key].name)}
-        self.inside = {key for key in self.engine for entry in self.nested if self.reaches(entry, key)}
+        self.roles = {}
+        for name, table in tables.items():
+            try:
+                self.roles[name] = list(table.roles())
+            except (KeyError, IndexError):
+                sys.exit(f"{name} is packed in another way than stack.py takes for granted")
+            for role, function, inner in self.roles[name]:
+                if (function is not None and function not in self.taken) or (inner is not None and inner not in tables):
+                    sys.exit(f"{name} is packed in another way than stack.py takes for granted: {role} {function} {inner}")
 
-    def reaches(self, source, target):
-        """Is there a path of engine functions?"""
-        seen, waiting = set(), [source]
-        while waiting:
-            key = waiting.pop()
-            if key == target:
-                return True
-            if key not in seen:
-                seen.add(key)
-                waiting += [callee for callee in self.functions[key].calls if callee in self.engine]
-        return False
-
-    def functions_of(self, data_keys):
-        return {key for name in data_keys for key in self.data.get(name, ()) if key in self.functions}
-
-    def tables_of(self, keys):
-        return {key for key in keys if key in self.data or key in self.leaves}
+    def tables_of(self, keys, seen=()):
+        """The tables among some data, and those that the other data refers to."""
+        found = {key for key in keys if key in self.tables}
+        for key in keys:
+            if key in self.data and key not in found and key not in seen:
+                found |= self.tables_of(self.data[key].values(), (*seen, key))
+        return found
 
     def handed_on(self, function):
-        """The tables that a function outside the engine may hand to it: any, unless it names some."""
-        named = [key for key in function.refers if key not in self.functions and re.search(r"(^|:)_Z", key)]
-        return self.tables_of(named if named else self.data) or {NO_TABLE}
+        """The tables that a function hands to the engine by itself."""
+        return self.tables_of(function.refers)
 
     def may_handle(self, callee, table):
         """Some functions are entered for rows of certain kinds only."""
         wanted = self.rules.of("kinds", self.functions[callee].name)
-        return not wanted or table not in self.kinds or bool(wanted[0] & self.kinds[table])
+        return not wanted or table not in self.tables or any(kinds & self.tables[table].kinds() for kinds in wanted)
+
+    def through_pointers(self, key, table):
+        """The (function, table) pairs that a function may enter through pointers."""
+        function = self.functions[key]
+        patterns = self.rules.of("call", function.name)
+        roles = set().union(*self.rules.of("roles", function.name))
+        if key not in self.engine or table not in self.tables:
+            reached = {(callee, None) for callee in self.taken}
+        else:
+            reached = {(callee, inner) for role, callee, inner in self.roles[table]
+                       if callee is not None and (not roles or role in roles)}
+            reached |= {(callee, None) for callee in function.refers & self.taken}
+        return {(callee, inner) for callee, inner in reached
+                if not patterns or any(p.fullmatch(self.functions[callee].name) for p in patterns)}
+
+    def inner_tables(self, key, callee, table):
+        """The tables inside a table that an engine function hands to another one, which may be itself; None when
+        it hands on its own."""
+        wanted = [roles for roles in self.rules.of("nested", f"{self.functions[key].name} => {self.functions[callee].name}")]
+        if not wanted:
+            return None
+        return {inner for role, function, inner in self.roles.get(table, ())
+                if function is None and role in set().union(*wanted)}
 
     def calls(self, key, table):
         """The (function, table) pairs that a function may enter while it works on a table."""
         function = self.functions[key]
-        targets = set(function.calls)
+        targets = [(callee, None) for callee in function.calls]
         if function.indirect:
-            if key in self.engine and table is not None:
-                reachable = self.functions_of({table} | function.refers) | (function.refers & self.taken)
-            else:
-                reachable = self.taken
-            patterns = self.rules.of("call", function.name)
-            targets |= {callee for callee in reachable
-                        if not patterns or any(p.fullmatch(self.functions[callee].name) for p in patterns)}
-        for callee in sorted(targets):
+            targets += self.through_pointers(key, table)
+        for callee, inner in sorted(targets, key=str):
             if not self.functions[callee].defined or not self.may_handle(callee, table):
                 continue
             if callee not in self.engine:
                 yield callee, None
-            elif key not in self.engine or table is None:
-                for choice in sorted(self.handed_on(function)):
-                    yield callee, choice
-            elif callee in self.nested and key in self.inside:
-                for choice in sorted(self.tables_of(self.data.get(table, ()))):
-                    yield callee, choice
-            else:
-                yield callee, table
+                continue
+            choices = {inner} if inner is not None else set()
+            if not choices:
+                choices = self.handed_on(function)
+                if key in self.engine and table is not None:
+                    nested = self.inner_tables(key, callee, table)
+                    choices |= {table} if nested is None else nested
+                elif not choices:
+                    choices = set(self.tables)
+            for choice in sorted(choices):
+                yield callee, choice
 
 
 class Deepest:
@@ -308,7 +411,8 @@ def main():
     if bare:
         sys.exit("no call graph of " + ", ".join(sorted(bare)))
     rules = Rules(rules_file)
-    graph = Graph(functions, read_references(readelf, objects, functions, units), tables_in(objects), rules)
+    data = read_references(readelf, objects, functions, units)
+    graph = Graph(functions, data, tables_in(objects, data), rules)
     deepest = Deepest(graph)
     starts = [key for key, function in functions.items() if function.defined and key not in graph.engine]
     bytes_, path = max((deepest.of(key) for key in sorted(starts)), key=lambda found: found[0])

@@ -67,7 +67,7 @@ void Masker::finish(std::string &out)
 
 void Masker::step(char c, std::string &out)
 {
-    if (state_ == State::secret || state_ == State::section) {
+    if (state_ == State::secret || state_ == State::section || state_ == State::inner) {
         in_secret(c, out);
         return;
     }
@@ -217,7 +217,9 @@ void Masker::end_tag()
 void Masker::enter_secret()
 {
     state_ = State::secret;
+    open_ = "<" + element_;
     element_.insert(0, "</");
+    depth_ = 0;
     length_ = 0;
     held_.clear();
 }
@@ -234,6 +236,20 @@ void Masker::in_secret(char c, std::string &out)
             matched_ = 0;
         if (matched_ == terminator_.size())
             state_ = State::secret;
+    } else if (state_ == State::inner) {
+        out += is_break(c) ? c : '*';
+        in_inner(c);
+    } else if ((c == '>' || c == '/' || is_blank(c)) && held_ == open_) {
+        release(out, false);
+        out += is_break(c) ? c : '*';
+        state_ = State::inner;
+        quote_ = 0;
+        empty_ = false;
+        in_inner(c);
+    } else if ((c == '>' || is_blank(c)) && held_ == element_ && depth_ > 0) {
+        release(out, false);
+        out += is_break(c) ? c : '*';
+        --depth_;
     } else if ((c == '>' || is_blank(c)) && held_ == element_) {
         release(out, true);
         closing_ = true;
@@ -252,10 +268,24 @@ void Masker::in_secret(char c, std::string &out)
     }
 }
 
+// In an open tag of the secret's own name.
+void Masker::in_inner(char c)
+{
+    if (quote_ != 0) {
+        quote_ = c == quote_ ? 0 : quote_;
+    } else if (c == '"' || c == '\'') {
+        quote_ = c;
+    } else if (c == '>') {
+        depth_ += !empty_;
+        state_ = State::secret;
+    }
+    empty_ = c == '/';
+}
+
 // Can what is held back go on with this character?
 bool Masker::hold(char c, std::string &out)
 {
-    for (const std::string_view start : {std::string_view(element_), cdata, comment})
+    for (const std::string_view start : {std::string_view(element_), std::string_view(open_), cdata, comment})
         if (held_.size() < start.size() && start[held_.size()] == c && begins_with(start, held_)) {
             held_ += c;
             if (held_ == cdata || held_ == comment) {

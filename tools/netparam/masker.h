@@ -10,7 +10,8 @@
 namespace netparam {
 
 // Masks the content of the elements and attributes that may_be_secret() knows, each byte by an asterisk; line
-// breaks stay. Only what may be the close tag of a secret is held back: everything else leaves as it comes.
+// breaks stay. Of a well-formed text nothing is left between a secret's own tags, whatever elements, secrets or
+// not, are in it. Only what may be a tag of the same name is held back: everything else leaves as it comes.
 class Masker {
 public:
     // `also` are further names; case does not count. A secret longer than `longest` ends at the next line
@@ -29,7 +30,7 @@ public:
     }
 
 private:
-    enum class State { text, name, tag, attribute, equals, quoted, unquoted, secret, section };
+    enum class State { text, name, tag, attribute, equals, quoted, unquoted, secret, section, inner };
 
     void step(char c, std::string &out);
     void in_name(char c);
@@ -38,6 +39,7 @@ private:
     void in_equals(char c);
     void in_value(char c);
     void in_secret(char c, std::string &out);
+    void in_inner(char c);
     void end_tag();
     void begin_name(State state);
     void add_to_name(char c);
@@ -57,7 +59,9 @@ private:
     bool hides_ = false;          // an attribute's value
     bool torn_ = false;           // there was a tag in it: its closing quote may be missing
     char quote_ = 0;              // that ends the value
-    std::string held_;            // in a secret, what may turn out to be its close tag
+    std::string held_;            // in a secret, what may turn out to be a tag of its name
+    std::string open_;            // of the secret, as far as its name
+    unsigned long depth_ = 0;     // of elements of the secret's name within it
     std::string_view terminator_; // of a comment or CDATA section in a secret
     std::size_t matched_ = 0;     // of the terminator
     std::size_t length_ = 0;      // of the secret so far

@@ -47,26 +47,32 @@ inline constexpr const char *common_text_list[] = {
     // Keys and roots
     "ability", "aiType", "alarm", "AlarmEvent", "alarmType", "area", "audio", "audioNum", "audioTalk", "authInfo",
     "B485", "batteryMode", "beginHour", "beginMinute", "channel", "channelAbility", "channelBits", "channelId",
-    "channelNum", "chn", "color", "command", "containsAudio", "cur", "current", "curSize", "day", "def",
-    "destination", "detectType", "disk", "diskNum", "doorbellVersion", "duration", "durationList", "dwellTime",
-    "emailVersion", "enable", "encodeTable", "encrypted", "endHour", "endMinute", "endTime", "eventCount",
-    "fileHandle", "FileInfo", "fileName", "fileSize", "frameRate", "ftp", "handle", "height", "hour", "id",
-    "image", "imageName", "index", "IOInputPortNum", "IOOutputPortNum", "IOTNum", "item", "key", "keyPos",
-    "language", "largeBattery", "layer", "ledCtrl", "location", "logicChannel", "logicChnBitmap", "max", "maxNum",
-    "min", "minute", "mode", "month", "name", "network", "norm", "notes", "notSearchVideo", "offset", "op",
-    "osdFormat", "password", "patrolId", "playSpeed", "pointList", "pointMaxNUm", "pointMinNum", "presetId",
-    "prompt", "properties", "ptzMode", "pushAlarm", "reboot", "record", "recordCfg", "recording", "recordType",
-    "replayVersion", "resoHight", "resolution", "resolutionName", "resowidth", "resoWidth", "rfVersion", "second",
-    "seekTime", "sensitivity", "seq", "sesensitivity", "size", "sizeH", "sizeL", "speed", "startHour", "startTime",
-    "status", "stayTime", "streamType", "supportSub", "system", "thumbnail", "time", "timeFormat", "timelapse",
-    "timeStamp", "timeThresh", "topLeftX", "topLeftY", "type", "typeExtension", "uid", "updateParameter",
-    "usedForFactory", "user", "userId", "userLevel", "userName", "userSetState", "userVer", "utcTime",
-    "validHours", "valueTable", "version", "videoEncType", "weekDay", "width", "wifi", "wifiTest", "wifiVersion",
-    "year",
+    "channelNum", "chn", "color", "command", "containsAudio", "cur", "current", "curSize", "day", "dayType",
+    "dayTypeList", "def", "destination", "detectType", "device", "direction", "disk", "diskNum", "doorbellVersion",
+    "duration", "durationList", "dwellTime", "emailVersion", "enable", "encodeTable", "encrypted", "endHour",
+    "endMinute", "endTime", "eventCount", "fileHandle", "FileInfo", "fileName", "fileSize", "frameRate", "ftp",
+    "handle", "height", "hour", "id", "image", "imageName", "index", "IO", "IOInputPortNum", "IOOutputPortNum",
+    "IOTNum", "item", "key", "keyPos", "language", "largeBattery", "layer", "ledCtrl", "location", "logicChannel",
+    "logicChnBitmap", "max", "maxNum", "min", "minute", "mode", "month", "name", "network", "norm", "notes",
+    "notSearchVideo", "offset", "op", "openClose", "original", "osdFormat", "password", "patrolId", "playSpeed",
+    "pointList", "pointMaxNUm", "pointMinNum", "presetId", "priority", "prompt", "properties", "PTZ", "ptzMode",
+    "pushAlarm", "reboot", "record", "recordCfg", "recording", "recordType", "replay", "replayVersion", "resoHight",
+    "resolution", "resolutionName", "resoWidth", "resowidth", "rfVersion", "Schedule", "ScheduleList", "second",
+    "security", "seekTime", "sensInfo", "sensitivity", "seq", "sesensitivity", "size", "sizeH", "sizeL", "speed",
+    "startHour", "startTime", "status", "stayTime", "StreamInfo", "streaming", "streamType", "supportSub", "system",
+    "thumbnail", "time", "timeBlock", "timeBlockList", "timeFormat", "timelapse", "timeStamp", "timeThresh",
+    "topLeftX", "topLeftY", "type", "typeExtension", "typeScheduleList", "uid", "updateParameter", "usedForFactory",
+    "user", "userId", "userLevel", "userName", "userSetState", "userVer", "utcTime", "validHours", "valueTable", "ver",
+    "version", "video", "videoEncType", "weekDay", "width", "wifi", "wifiTest", "wifiVersion", "year",
     // Sources
     "net_xml_alarm.cpp", "net_xml_network.cpp", "net_xml_osd.cpp", "net_xml_ptz.cpp", "net_xml_public.cpp",
     "net_xml_recode.cpp", "net_xml_replay.cpp", "net_xml_stream.cpp", "net_xml_system.cpp",
     "net_xml_timelapse.cpp", "net_xml_user.cpp",
+    // Functions
+    "get_day_record_list_from_xmlnode", "get_resolution_from_xmlnode", "get_streamInfo_from_xmlnode", "net_md_s2x",
+    "net_rec_del_x2s", "net_record_schedule_x2s", "net_timelapse_cfg_x2s",
+    // Lines
+    "timelapse xml file type err:%d\n",
     // clang-format on
 };
 
@@ -87,11 +93,12 @@ struct Limits {
 };
 
 inline constexpr Limits common_limits[] = {
-    {-1, 0},    {0, 0},     {0, 1},         {0, 5},         {0, 15},    {0, 23},   {0, 30}, {0, 59},   {0, 63},
-    {0, 100},   {0, 255},   {0, 65535},     {0, INT32_MAX}, {1, 0},     {1, 12},   {1, 31}, {1, 50},   {1, 100},
-    {1, 155},   {1, 65535}, {1, INT32_MAX}, {2, 0},         {4, 0},     {8, 0},    {15, 0}, {15, 128}, {16, 0},
-    {30, 0},    {31, 0},    {31, 1},        {31, 32},       {32, 0},    {40, 0},   {63, 0}, {63, 64},  {127, 0},
-    {127, 128}, {128, 0},   {168, 0},       {255, 0},       {255, 256}, {1023, 0},
+    {-1, 0},    {0, 0},     {0, 1},         {0, 5},         {0, 15},    {0, 23},   {0, 30},        {0, 59},   {0, 63},
+    {0, 100},   {0, 255},   {0, 65535},     {0, INT32_MAX}, {1, 0},     {1, 12},   {1, 31},        {1, 50},   {1, 100},
+    {1, 155},   {1, 65535}, {1, INT32_MAX}, {2, 0},         {4, 0},     {8, 0},    {15, 0},        {15, 128}, {16, 0},
+    {30, 0},    {31, 0},    {31, 1},        {31, 32},       {32, 0},    {40, 0},   {63, 0},        {63, 64},  {127, 0},
+    {127, 128}, {128, 0},   {168, 0},       {255, 0},       {255, 256}, {1023, 0}, {INT32_MAX, 0}, {64, 0},   {0, 4},
+    {20, 0},    {256, 0},   {2999, 0},      {9, 0},         {15, 1},
 };
 constexpr unsigned common_limit_count = sizeof common_limits / sizeof common_limits[0];
 

@@ -288,8 +288,15 @@ template <class Draft> constexpr void add_field(Draft &draft, const Field &field
     std::size_t flags = field.flags;
     if (shadowed)
         flags |= row_shadowed;
-    if (field.attachment_count != 0)
-        flags |= row_attached;
+    for (std::size_t i = 0; i < field.attachment_count; ++i) {
+        const Kind kind = field.attachments[i].kind;
+        if (kind == Kind::hook && field.attachments[i].value == static_cast<std::int32_t>(Moment::absent) &&
+            index >= required_keys)
+            wrong_description("only the first keys can be known to be absent");
+        // A list's count and lines are looked for whenever they are wanted.
+        if (kind != Kind::count && kind != Kind::shows && kind != Kind::second_line)
+            flags |= row_attached;
+    }
     if ((field.flags & row_own_test) != 0)
         draft.flags |= table_own_tests;
     if (field.kind == Kind::preset)

@@ -331,10 +331,11 @@ struct Field {
                        nullptr,
                        {}});
     }
-    // void function(T &record[, const Item &]) in front of reading the row.
+    // Groups: void function(T &record[, const Item &]) in front of reading the row.
     template <auto function> constexpr Field ahead() const
     {
-        return attach({Kind::hook, 0, static_cast<std::int32_t>(Moment::ahead), nullptr, Ref(ahead_thunk<function>)});
+        return of(Kind::group)
+            .attach({Kind::hook, 0, static_cast<std::int32_t>(Moment::ahead), nullptr, Ref(ahead_thunk<function>)});
     }
     // int function(T &record[, const Item &]) once the row has been read; -1 refuses it after all.
     template <auto function> constexpr Field then() const
@@ -870,14 +871,10 @@ Give write_wire_thunk(const void *target_record, const Table &table, Item &item,
     using Wire = typename Parameters<decltype(give)>::Second;
     const auto &target = *static_cast<const Target *>(target_record);
     Wire wire = {};
-    Give decision;
     if constexpr (std::is_invocable_v<decltype(give), const Target &, Wire &, Item &>)
-        decision = give(target, wire, item);
+        return write_given(give(target, wire, item), table, &wire, item, parent);
     else
-        decision = give(target, wire);
-    if (decision != Give::written)
-        return decision;
-    return write_record(table, &wire, append_element(parent, item.key)) != 0 ? Give::failed : Give::written;
+        return write_given(give(target, wire), table, &wire, item, parent);
 }
 template <class Target, auto take, auto give, class Described>
 constexpr Field wire_of(Kind kind, const char *key, const Described &described)

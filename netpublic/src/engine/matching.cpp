@@ -43,10 +43,9 @@ struct Order {
         return found != nullptr ? static_cast<unsigned>(static_cast<const unsigned char *>(found) - of_place)
                                 : written + row;
     }
-    // Behind a list's place stands the list itself, since its elements come one after another.
     unsigned place_behind(unsigned place) const
     {
-        return is_list(rows[row_at(place)].kind) ? place : place + 1;
+        return netpublic::place_behind(rows[row_at(place)], place);
     }
     const char *key(const Row &row) const
     {
@@ -91,18 +90,17 @@ unsigned find_key(const Table &table, const char *name, unsigned from)
     return no_row;
 }
 
-unsigned find_expected(const Table &table, const char *name, unsigned &expected)
+unsigned find_further(const Table &table, const char *name, unsigned &expected)
 {
     const Order order(table);
     const unsigned end = std::min(order.places(), expected + near_rows);
-    for (unsigned place = expected; place < end; ++place) {
+    for (unsigned place = expected; ++place < end;) {
         const unsigned index = order.row_at(place);
         const Row &row = order.rows[index];
-        const char *key = order.key(row);
-        if (*name != *key || (row.flags & row_shadowed) != 0 || std::strcmp(name, key) != 0)
+        if (!bears_name(row, order.key(row), name))
             continue;
         expected = order.place_behind(place);
-        return index < order.keys ? index : no_row; // the name of a row that is only written answers to none
+        return index < order.keys ? index : no_row;
     }
     const unsigned index = find_key(table, name, 0);
     if (index != no_row)

@@ -12,6 +12,7 @@
 #include "engine/table.h"
 
 #include <climits>
+#include <cstring>
 
 namespace netpublic {
 
@@ -25,8 +26,34 @@ bool is_named(const char *name, const char *key);
 // The first key from row `from` on that the name answers to, or no_row.
 unsigned find_key(const Table &table, const char *name, unsigned from);
 
-// find_key(table, name, 0), which tries the expected row first. `expected` is 0 in front of the first child.
-unsigned find_expected(const Table &table, const char *name, unsigned &expected);
+// Is this the row's full name, and the row the first one that it answers to?
+inline bool bears_name(const Row &row, const char *key, const char *name)
+{
+    return *name == *key && (row.flags & row_shadowed) == 0 && std::strcmp(name, key) == 0;
+}
+
+// The place that is expected behind a row's: a list's own, since its elements come one after another.
+inline unsigned place_behind(const Row &row, unsigned place)
+{
+    return is_list(row.kind) ? place : place + 1;
+}
+
+// find_key(table, name, 0), which tries the expected row and those behind it first. `expected` is 0 in front of the
+// first child. The name of a row that is only written answers to none.
+unsigned find_further(const Table &table, const char *name, unsigned &expected);
+inline unsigned find_expected(const Table &table, const char *name, unsigned &expected)
+{
+    const unsigned written = table.places();
+    if (expected < written + table.keys) {
+        const unsigned index = expected < written ? table.ordered(expected) : expected - written;
+        const Row &row = table.row(index);
+        if (bears_name(row, table.key(row), name)) {
+            expected = place_behind(row, expected);
+            return index < table.keys ? index : no_row;
+        }
+    }
+    return find_further(table, name, expected);
+}
 
 // The first row behind `index` that starts a chain of its own: see Field::own_test().
 unsigned next_chain(const Table &table, unsigned index);

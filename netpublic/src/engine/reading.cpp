@@ -285,12 +285,17 @@ NETPUBLIC_LEAF int read_grid(Walk &walk, const Row &row, Node child)
 
 // Elements ----------------------------------------------------------------------------------------
 
-NETPUBLIC_LEAF int read_group_again(Walk &walk, const Row &row, Node child)
+// A group with a hook in front of it, or with a second table.
+NETPUBLIC_LEAF int read_attached_group(Walk &walk, const Row &row, Node child)
 {
+    const Table &table = walk.table;
     void *record = &member<char>(walk.record, row);
-    if (read_record(*walk.table.ref(row.ref).table, record, child) != 0)
+    if (const Row *hook = table.hook(row, Moment::ahead))
+        table.ref(hook->offset).ahead(walk.record, {table.key(row), walk.items, 0, 0});
+    if (read_record(*table.ref(row.ref).table, record, child) != 0)
         return -1;
-    return read_record(*walk.table.ref(walk.table.attachment(row, Kind::again)->offset).table, record, child);
+    const Row *again = table.attachment(row, Kind::again);
+    return again != nullptr ? read_record(*table.ref(again->offset).table, record, child) : 0;
 }
 
 unsigned &count_of(Walk &walk, const Row &row)
@@ -352,8 +357,8 @@ int read_item(Walk &walk, const Row &row, Node child)
     return 0;
 }
 
-// What the row's kind makes of the child.
-int read_kind(Walk &walk, const Row &row, Node child)
+// What the row's kind makes of the child. A part of read_row(): a frame of its own would pile up, too.
+[[gnu::always_inline]] inline int read_kind(Walk &walk, const Row &row, Node child)
 {
     void *record = walk.record;
     switch (row.kind) {
@@ -393,8 +398,8 @@ int read_kind(Walk &walk, const Row &row, Node child)
     case Kind::grid:
         return check_late(walk, row, child);
     case Kind::group:
-        if (walk.table.attachment(row, Kind::again) != nullptr)
-            return read_group_again(walk, row, child);
+        if ((row.flags & row_attached) != 0)
+            return read_attached_group(walk, row, child);
         return read_record(*walk.table.ref(row.ref).table, &member<char>(record, row), child);
     case Kind::list:
         if ((row.flags & list_indexed) != 0)
@@ -421,25 +426,22 @@ int read_kind(Walk &walk, const Row &row, Node child)
     return -1; // no child answers to these rows
 }
 
-NETPUBLIC_LEAF int run_hook(Walk &walk, const Row &row, Moment moment)
-{
-    const Row *hook = walk.table.hook(row, moment);
-    if (hook == nullptr)
-        return 0;
-    const Item item = {walk.table.key(row), walk.items, 0, 0};
-    if (moment == Moment::then)
-        return walk.table.ref(hook->offset).then(walk.record, item);
-    walk.table.ref(hook->offset).ahead(walk.record, item);
-    return 0;
-}
-
-// What is attached to a row that has been read.
+// The hook and the mark of a row that has been read.
 NETPUBLIC_LEAF int follow(Walk &walk, const Row &row)
 {
-    if (run_hook(walk, row, Moment::then) != 0)
-        return -1;
-    if (const Row *mark = walk.table.attachment(row, Kind::mark))
-        member<int>(walk.record, *mark) = walk.table.limit(mark->limits).low;
+    const Table &table = walk.table;
+    const Row *first = &table.row(0), *mark = nullptr;
+    for (const Row *row_behind = first + table.rows - 1; row_behind->kind > Kind::preset; --row_behind) {
+        if (first + row_behind->ref != &row)
+            continue;
+        if (row_behind->kind == Kind::mark)
+            mark = row_behind;
+        else if (row_behind->kind == Kind::hook && static_cast<Moment>(row_behind->limits) == Moment::then &&
+                 table.ref(row_behind->offset).then(walk.record, {table.key(row), walk.items, 0, 0}) != 0)
+            return -1;
+    }
+    if (mark != nullptr)
+        member<int>(walk.record, *mark) = table.limit(mark->limits).low;
     return 0;
 }
 
@@ -452,8 +454,6 @@ int read_row(Walk &walk, unsigned index, Node child)
     if ((row.flags & row_skipped) == 0) {
         if (!child.is_element())
             return -1;
-        if ((row.flags & row_attached) != 0)
-            run_hook(walk, row, Moment::ahead);
         if (read_kind(walk, row, child) != 0)
             return -1;
     }
@@ -503,6 +503,16 @@ NETPUBLIC_LEAF unsigned find_by_rule(Walk &walk, Node child, unsigned &expected)
     }
 }
 
+// The hooks of the rows that no child of an item has answered to. They are handed the list's first record.
+NETPUBLIC_LEAF void run_absent(const Table &table, void *first, std::uint32_t seen, unsigned place)
+{
+    for (unsigned index = table.keys; index < table.rows; ++index) {
+        const Row &row = table.row(index);
+        if (row.kind == Kind::hook && static_cast<Moment>(row.limits) == Moment::absent && (seen >> row.ref & 1) == 0)
+            table.ref(row.offset).ahead(first, {table.key(table.row(row.ref)), place, 0, 0});
+    }
+}
+
 // The place in a list by position that a child of another name has.
 NETPUBLIC_LEAF void pass_place(Walk &walk, const Row &row)
 {
@@ -510,7 +520,7 @@ NETPUBLIC_LEAF void pass_place(Walk &walk, const Row &row)
         const std::size_t size = walk.table.ref(row.ref).table->record_size;
         std::memset(first_item(walk, row) + walk.items * size, 0, size);
     }
-    run_hook(walk, row, Moment::absent);
+    run_absent(walk.table, walk.record, ~1u, walk.items);
     walk.full = ++walk.items == static_cast<unsigned>(walk.table.capacity(row));
 }
 
@@ -532,23 +542,27 @@ NETPUBLIC_LEAF int pass_over(Walk &walk, Node child)
 NETPUBLIC_LEAF bool is_full(Walk &walk)
 {
     const Row &row = walk.table.row(0);
-    return is_list(row.kind) && (row.flags & list_stop) == list_stop &&
+    return (row.flags & list_stop) == list_stop &&
            count_of(walk, row) >= static_cast<unsigned>(walk.table.capacity(row));
 }
 
-NETPUBLIC_LEAF int check_required(const Walk &walk, Node element)
+NETPUBLIC_LEAF int miss(const Walk &walk, [[maybe_unused]] const Row &row, Node element)
+{
+    tell(Event::missing, walk.table, &row, walk.record, element);
+    log_missing(walk);
+    return -1;
+}
+
+int check_required(const Walk &walk, Node element)
 {
     const Table &table = walk.table;
-    for (unsigned index = 0; index < table.keys && index < required_keys; ++index) {
-        const Row &row = table.row(index);
-        const bool absent = (row.flags & row_required) != 0 && (walk.seen >> index & 1) == 0;
-        const bool too_few = is_list(row.kind) && (row.flags & list_exact) != 0 &&
-                             walk.items != static_cast<unsigned>(table.capacity(row));
-        if (absent || too_few) {
-            tell(Event::missing, table, &row, walk.record, element);
-            log_missing(walk);
-            return -1;
-        }
+    const Row *row = &table.row(0);
+    for (unsigned index = 0; index < table.keys && index < required_keys; ++index, ++row) {
+        if ((row->flags & row_required) != 0 && (walk.seen >> index & 1) == 0)
+            return miss(walk, *row, element);
+        if ((row->flags & list_exact) != 0 && is_list(row->kind) &&
+            walk.items != static_cast<unsigned>(table.capacity(*row)))
+            return miss(walk, *row, element);
     }
     return 0;
 }
@@ -579,16 +593,6 @@ NETPUBLIC_LEAF int read_late(Walk &walk, Node element)
     return 0;
 }
 
-// The hooks of the rows that no child of an item has answered to. They are handed the list's first record.
-NETPUBLIC_LEAF void run_absent(const Table &table, void *first, std::uint32_t seen)
-{
-    for (unsigned index = table.keys; index < table.rows; ++index) {
-        const Row &row = table.row(index);
-        if (row.kind == Kind::hook && static_cast<Moment>(row.limits) == Moment::absent && (seen >> row.ref & 1) == 0)
-            table.ref(row.offset).ahead(first, Item{});
-    }
-}
-
 int finish(Walk &walk, Node element)
 {
     const Table &table = walk.table;
@@ -609,8 +613,9 @@ int read_record(const Table &table, void *record, Node element)
     if ((table.flags & (table_clears | table_before | table_presets)) != 0)
         prepare(table, record);
     const unsigned flags = table.flags;
-    const bool plain = table.names == Names::beginnings && (flags & table_own_tests) == 0;
-    if ((flags & table_others_fail) != 0)
+    // A full name answers to its row under both of these rules.
+    const bool plain = table.names <= Names::whole && (flags & table_own_tests) == 0;
+    if ((flags & table_others_fail) != 0 && is_list(table.row(0).kind))
         walk.full = is_full(walk);
     unsigned expected = 0;
     for (Node child = element.first_child(); child && !walk.full; child = child.next_sibling()) {
@@ -662,7 +667,7 @@ int read_indexed(const Table &table, void *first, int capacity, Node element, st
     if (seen != nullptr)
         *seen = walk.seen;
     else if (result == 0)
-        run_absent(table, first, walk.seen);
+        run_absent(table, first, walk.seen, 0);
     return result;
 }
 

@@ -30,16 +30,6 @@ const Row *Table::find_attachment(const Row &of, Kind kind, unsigned limits_colu
     return nullptr;
 }
 
-unsigned Table::ordered(unsigned place) const
-{
-    return (flags & table_ordered) != 0 ? static_cast<unsigned char>(*bytes(texts - written + place)) : place;
-}
-
-const char *Table::text(unsigned offset) const
-{
-    return offset < common_texts.size ? common_texts.pool + offset : bytes(texts) + (offset - common_texts.size);
-}
-
 const char *Table::complaint(const Row &of) const
 {
     return behind(key(of));

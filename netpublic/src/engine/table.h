@@ -79,7 +79,7 @@ enum RowFlag : std::uint16_t {
     row_shadowed = 0x10,         // a child of its full name answers to another key
     row_plain = 0x20,            // that line is neither gated nor prefixed
     row_skipped = 0x40,          // takes the child and reads nothing
-    row_attached = 0x80,         // rows behind the keys belong to it
+    row_attached = 0x80,         // hooks, a mark, a condition or a second table stand behind the keys
     row_checked = 0x100,         // a number must lie within the limits
     number_tolerant = 0x200,     // one that cannot be read leaves the member as it was
     number_bit = 0x400,          // one other than 0 adds limits.low to the member
@@ -328,23 +328,28 @@ struct Table {
     // What of this kind is attached to the row; null when nothing is.
     const Row *attachment(const Row &of, Kind kind) const
     {
-        return (of.flags & row_attached) != 0 ? find_attachment(of, kind, any_column) : nullptr;
+        return find_attachment(of, kind, any_column);
     }
     const Row *hook(const Row &of, Moment moment) const
     {
-        return (of.flags & row_attached) != 0 ? find_attachment(of, Kind::hook, static_cast<unsigned>(moment))
-                                              : nullptr;
+        return find_attachment(of, Kind::hook, static_cast<unsigned>(moment));
     }
     static constexpr unsigned any_column = 1u << index_bits;
     const Row *find_attachment(const Row &of, Kind kind, unsigned limits_column) const;
     // The row at a place of the written order; that of a record which is only read is the order of its keys.
-    unsigned ordered(unsigned place) const;
+    unsigned ordered(unsigned place) const
+    {
+        return (flags & table_ordered) != 0 ? static_cast<unsigned char>(*bytes(texts - written + place)) : place;
+    }
     unsigned places() const
     {
         return (flags & table_ordered) != 0 ? written : keys;
     }
 
-    const char *text(unsigned offset) const;
+    const char *text(unsigned offset) const
+    {
+        return offset < common_texts.size ? common_texts.pool + offset : bytes(texts) + (offset - common_texts.size);
+    }
     const char *key(const Row &of) const
     {
         return text(of.key);

@@ -282,6 +282,13 @@ int write_record(const Table &table, const void *record, Element element, unsign
     return 0;
 }
 
+Give write_given(Give decision, const Table &wire, const void *record, const Item &item, Element parent)
+{
+    if (decision == Give::written && write_record(wire, record, append_element(parent, item.key)) != 0)
+        return Give::failed;
+    return decision;
+}
+
 int check_writer(const Table &message, const net_param_t *param, const TiXmlElement *parent)
 {
     if (param != nullptr && parent != nullptr && param->data != nullptr &&

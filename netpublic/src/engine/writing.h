@@ -9,6 +9,9 @@ namespace netpublic {
 // The record as children of the element; `index` is its place in a list. 0 or -1; a null element fails.
 int write_record(const Table &table, const void *record, Element element, unsigned index = 0);
 
+// What a wire's function has given, as an element of the item's name; nothing when it has given nothing.
+Give write_given(Give decision, const Table &wire, const void *record, const Item &item, Element parent);
+
 // The payload as a root element under the parent; the body of every <name>_s2x. The parent is untouched when the
 // writer fails.
 int write_message(net_param_t *param, TiXmlElement *parent, const Table &message);

@@ -1,15 +1,16 @@
 #include "ground/text_guard.h"
 
-#include "ground/words.h"
-
+#include <cctype>
 #include <cstring>
 
 namespace netpublic {
 namespace {
 
+// Characters are told apart as the XML library does it: by the process's locale, bytes from 127 on are letters.
+
 bool is_blank(char c)
 {
-    return c == ' ' || (c >= '\t' && c <= '\r');
+    return std::isspace(static_cast<unsigned char>(c)) != 0;
 }
 
 bool starts_name(char c)
@@ -17,91 +18,29 @@ bool starts_name(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 127;
 }
 
-const char *behind(const char *at, const char *mark)
+bool is_digit(char c)
 {
-    const char *found = std::strstr(at, mark);
-    return found != nullptr ? found + std::strlen(mark) : at + std::strlen(at);
+    return c >= '0' && c <= '9';
 }
 
-bool ends_word(char c)
+bool in_name(char c)
 {
-    return c == '\0' || c == '/' || c == '>' || is_blank(c);
+    return starts_name(c) || is_digit(c) || c == '-' || c == '.' || c == ':';
 }
 
-const char *skip_blanks(const char *at)
+bool begins(const char *text, const char *start)
 {
-    while (is_blank(*at))
-        ++at;
-    return at;
+    return std::strncmp(text, start, std::strlen(start)) == 0;
 }
 
-// Name and value as far as the library would accept them. What it would refuse ends its parse, so that
-// nothing behind it matters.
-const char *skip_attribute(const char *at)
+bool begins_folded(const char *text, const char *start)
 {
-    while (*at != '=' && !ends_word(*at))
-        ++at;
-    at = skip_blanks(at);
-    if (*at != '=')
-        return at;
-    at = skip_blanks(at + 1);
-    if (*at == '"' || *at == '\'') {
-        const char *quote = std::strchr(at + 1, *at);
-        return quote != nullptr ? quote + 1 : at + std::strlen(at);
+    const auto folded = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
+    while (*start != '\0' && folded(*text) == folded(*start)) {
+        ++text;
+        ++start;
     }
-    while (!ends_word(*at))
-        ++at;
-    return at;
-}
-
-struct Tag {
-    const char *end; // behind its '>', or the text's end
-    int attributes;
-    bool closed; // "/>"
-};
-
-// An opening tag, from behind its '<'.
-Tag read_tag(const char *at)
-{
-    Tag tag = {at, 0, false};
-    while (!ends_word(*at))
-        ++at;
-    while (*at != '\0' && *at != '>') {
-        if (is_blank(*at)) {
-            ++at;
-        } else if (*at == '/') {
-            tag.closed = at[1] == '>';
-            ++at;
-        } else {
-            ++tag.attributes;
-            at = skip_attribute(at);
-        }
-    }
-    tag.end = *at == '>' ? at + 1 : at;
-    return tag;
-}
-
-// A declaration, from behind its "<?xml". The library knows three attributes, whose quoted values may
-// hold a '>'; anything else it skips word by word, quotes or not.
-const char *behind_declaration(const char *at)
-{
-    while (*at != '\0' && *at != '>') {
-        at = skip_blanks(at);
-        if (same_folded(at, "version", 7) || same_folded(at, "encoding", 8) || same_folded(at, "standalone", 10)) {
-            at = skip_attribute(at);
-        } else {
-            while (*at != '\0' && *at != '>' && !is_blank(*at))
-                ++at;
-        }
-    }
-    return *at == '>' ? at + 1 : at;
-}
-
-constexpr char byte_order_mark[] = "\xEF\xBB\xBF";
-
-bool may_be_utf8(const char *text)
-{
-    return std::strncmp(text, byte_order_mark, 3) == 0 || contains_folded(text, "<?xml");
+    return *start == '\0';
 }
 
 // The bytes that the library takes together when a UTF-8 sequence begins with this one.
@@ -111,57 +50,229 @@ int sequence_length(char c)
     return lead < 0xC2 || lead > 0xF4 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
 }
 
-// In UTF-8 the library steps over a sequence as a whole, even when it is cut short: it would miss the
-// '<' or the quote behind it, and the elements that it sees would not be the ones counted here. It also
-// takes a byte order mark and U+FFFE and U+FFFF for blanks.
-bool hides_markup(const char *text)
-{
-    if (std::strncmp(text, byte_order_mark, 3) == 0)
-        text += 3;
-    for (; *text != '\0'; ++text) {
-        const int length = sequence_length(*text);
-        for (int i = 1; i < length && text[i] != '\0'; ++i)
-            if (text[i] == '<' || text[i] == '"' || text[i] == '\'')
-                return true;
-        if (std::strncmp(text, byte_order_mark, 3) == 0 || std::strncmp(text, "\xEF\xBF\xBE", 3) == 0 ||
-            std::strncmp(text, "\xEF\xBF\xBF", 3) == 0)
-            return true;
+constexpr char byte_order_mark[] = "\xEF\xBB\xBF";
+
+// Goes through a text as the XML library would, token by token, without its tree and its recursion. The
+// functions return false where that ends: with a refusal, at the text's end, or at what the library refuses
+// or leaves unread, so that nothing behind it matters.
+class Walk {
+public:
+    explicit Walk(const char *text) : at_(text), utf8_(begins(text, byte_order_mark)), encoding_known_(utf8_) {}
+
+    const char *refusal()
+    {
+        while (pass_node()) {
+        }
+        return refusal_;
     }
-    return false;
-}
+
+private:
+    bool refuse(const char *why)
+    {
+        refusal_ = why;
+        return false;
+    }
+
+    // In UTF-8 the library takes these for blanks, too, between tokens.
+    void skip_blanks()
+    {
+        for (;; at_ += 3) {
+            while (is_blank(*at_))
+                ++at_;
+            if (!utf8_ || !(begins(at_, byte_order_mark) || begins(at_, "\xEF\xBF\xBE") || begins(at_, "\xEF\xBF\xBF")))
+                return;
+        }
+    }
+
+    bool skip_behind(const char *mark)
+    {
+        at_ = std::strstr(at_, mark);
+        if (at_ == nullptr)
+            return false;
+        at_ += std::strlen(mark);
+        return true;
+    }
+
+    bool pass_node()
+    {
+        skip_blanks();
+        if (*at_ != '<')
+            return level_ > 0 && pass_text('<'); // outside of the root it ends the parse
+        if (begins_folded(at_, "<?xml"))
+            return pass_declaration();
+        if (begins(at_, "<!--")) {
+            at_ += 4;
+            return skip_behind("-->");
+        }
+        if (begins(at_, "<![CDATA[")) {
+            at_ += 9;
+            return skip_behind("]]>");
+        }
+        if (starts_name(at_[1]))
+            return pass_element();
+        level_ -= at_[1] == '/' && level_ > 0;
+        return skip_behind(">");
+    }
+
+    bool pass_element()
+    {
+        if (level_ == guarded_levels)
+            return refuse("nested too deeply");
+        ++at_;
+        skip_blanks();
+        if (!pass_name())
+            return false;
+        int attributes = 0;
+        for (skip_blanks(); *at_ != '>' && *at_ != '/'; skip_blanks()) {
+            if (!pass_attribute())
+                return false;
+            if (++attributes > guarded_attributes)
+                return refuse("too many attributes");
+        }
+        level_ += *at_ == '>';
+        at_ += *at_ == '/';
+        return *at_++ == '>';
+    }
+
+    bool pass_name()
+    {
+        if (!starts_name(*at_))
+            return false;
+        while (in_name(*at_))
+            ++at_;
+        return true;
+    }
+
+    bool pass_attribute()
+    {
+        if (!pass_name())
+            return false;
+        skip_blanks();
+        if (*at_ != '=')
+            return false;
+        ++at_;
+        skip_blanks();
+        if (*at_ == '"' || *at_ == '\'') {
+            const char quote = *at_++;
+            if (!pass_text(quote))
+                return false;
+            ++at_;
+            return true;
+        }
+        word_length_ = 0;
+        for (; *at_ != '\0' && *at_ != '/' && *at_ != '>' && !is_blank(*at_); ++at_) {
+            if (*at_ == '"' || *at_ == '\'')
+                return false;
+            add_to_word(*at_);
+        }
+        return true;
+    }
+
+    // To the end of a text or a quoted value, which is not passed.
+    bool pass_text(char end)
+    {
+        word_length_ = 0;
+        while (*at_ != end) {
+            const int length = utf8_ ? sequence_length(*at_) : 1;
+            // The library steps over a sequence as a whole, even when it is cut short.
+            for (int i = 0; i < length; ++i) {
+                if (at_[i] == '\0')
+                    return false;
+                if (at_[i] == end)
+                    return refuse("no UTF-8");
+            }
+            if (*at_ != '&') {
+                add_to_word(*at_);
+                at_ += length;
+            } else if (at_[1] != '#') {
+                ++at_; // what a name stands for is never markup
+            } else if (!pass_number()) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    // A numeric reference. The library looks for the next ';' and goes backwards from there until it meets the
+    // mark, so that whatever stands in front of that one vanishes, markup included.
+    bool pass_number()
+    {
+        const bool hexadecimal = at_[2] == 'x';
+        const char *const mark = at_ + 1 + hexadecimal;
+        const char *const end = std::strchr(mark, ';');
+        if (end == nullptr)
+            return false;
+        const char *digit = end - 1;
+        while (is_digit(*digit) || (hexadecimal && std::isxdigit(static_cast<unsigned char>(*digit)) != 0))
+            --digit;
+        if (*digit != *mark)
+            return false;
+        if (digit != mark || mark + 1 == end)
+            return refuse("bad reference");
+        unsigned int value = 0;
+        while (++digit != end)
+            value = value * (hexadecimal ? 16u : 10u) +
+                    static_cast<unsigned int>(is_digit(*digit) ? *digit - '0' : (*digit | 0x20) - 'a' + 10);
+        add_to_word(static_cast<char>(value));
+        at_ = end + 1;
+        return true;
+    }
+
+    // The library knows three attributes, whose quoted values may hold a '>'; anything else it skips word by
+    // word, quotes or not. The first declaration outside of the root names the encoding.
+    bool pass_declaration()
+    {
+        bool names_utf8 = true;
+        for (at_ += 5; *at_ != '>';) {
+            skip_blanks();
+            const bool encoding = begins_folded(at_, "encoding");
+            if (encoding || begins_folded(at_, "version") || begins_folded(at_, "standalone")) {
+                if (!pass_attribute())
+                    return false;
+                if (encoding)
+                    names_utf8 = word_is_utf8();
+            } else {
+                while (*at_ != '\0' && *at_ != '>' && !is_blank(*at_))
+                    ++at_;
+            }
+            if (*at_ == '\0')
+                return false;
+        }
+        ++at_;
+        if (!encoding_known_ && level_ == 0) {
+            encoding_known_ = true;
+            utf8_ = names_utf8;
+        }
+        return true;
+    }
+
+    void add_to_word(char c)
+    {
+        if (word_length_ < sizeof(word_) - 1) {
+            word_[word_length_++] = c;
+            word_[word_length_] = '\0';
+        }
+    }
+
+    bool word_is_utf8() const
+    {
+        return word_length_ == 0 || *word_ == '\0' || begins_folded(word_, "UTF-8") || begins_folded(word_, "UTF8");
+    }
+
+    const char *at_;
+    bool utf8_;
+    bool encoding_known_;
+    int level_ = 0;
+    const char *refusal_ = nullptr;
+    char word_[6] = {}; // how the latest value begins, decoded
+    std::size_t word_length_ = 0;
+};
 
 } // namespace
 
 const char *guard_text(const char *text, std::size_t length)
 {
-    if (length > guarded_length)
-        return "text too long";
-    if (may_be_utf8(text) && hides_markup(text))
-        return "no UTF-8";
-    int level = 0;
-    for (const char *at = std::strchr(text, '<'); at != nullptr; at = std::strchr(at, '<')) {
-        if (std::strncmp(at, "<!--", 4) == 0) {
-            at = behind(at + 4, "-->");
-        } else if (std::strncmp(at, "<![CDATA[", 9) == 0) {
-            at = behind(at + 9, "]]>");
-        } else if (at[1] == '/') {
-            at = behind(at, ">");
-            level -= level > 0;
-        } else if (starts_name(at[1])) {
-            const Tag tag = read_tag(at + 1);
-            if (tag.attributes > guarded_attributes)
-                return "too many attributes";
-            if (level == guarded_levels)
-                return "nested too deeply";
-            level += !tag.closed;
-            at = tag.end;
-        } else if (same_folded(at, "<?xml", 5)) {
-            at = behind_declaration(at + 5);
-        } else {
-            at = behind(at, ">");
-        }
-    }
-    return nullptr;
+    return length > guarded_length ? "text too long" : Walk(text).refusal();
 }
 
 } // namespace netpublic

@@ -8,8 +8,15 @@
 namespace netpublic {
 
 constexpr std::size_t guarded_length = 64 * 1024; // characters
-constexpr int guarded_levels = 64;                // of nesting
-constexpr int guarded_attributes = 64;            // in one element
+
+#ifdef NETPUBLIC_DESCRIBED
+#define NETPUBLIC_LIMIT inline // tests lower them, so that every short text comes near
+#else
+#define NETPUBLIC_LIMIT constexpr
+#endif
+NETPUBLIC_LIMIT int guarded_levels = 64;     // of nesting
+NETPUBLIC_LIMIT int guarded_attributes = 64; // in one element
+#undef NETPUBLIC_LIMIT
 
 // The XML library reads past a truncated UTF-8 sequence; so many zero bytes behind a text stop it.
 constexpr std::size_t guard_padding = 8;

@@ -40,10 +40,8 @@ int check_block(TimeBlock &block)
 
 int take_type_item(net_schedule_t &schedule, const TypeItem &item)
 {
-    if (*item.type == '\0' || *item.hours == '\0') {
-        log_line(Line::plain_failed, NET_HERE, "get_type_schedule_list_from_xmlnode");
+    if (*item.type == '\0' || *item.hours == '\0')
         return -1;
-    }
     int code = -1;
     if (get_alarm_in_type_intValue(&code, const_cast<char *>(item.type), item.index) != 0 || code < 0)
         return 0; // an unknown type or rule is skipped

@@ -24,11 +24,11 @@ std::size_t escape_size(unsigned char c)
     }
 }
 
-std::size_t encoded_size(const std::string &text)
+std::size_t encoded_size(const char *text)
 {
-    std::size_t size = text.size();
-    for (const char c : text)
-        size += escape_size(static_cast<unsigned char>(c));
+    std::size_t size = 0;
+    for (; *text != '\0'; ++text)
+        size += 1 + escape_size(static_cast<unsigned char>(*text));
     return size;
 }
 
@@ -46,10 +46,10 @@ bool is_one_line(const TiXmlNode *element)
 
 std::size_t tags_size(const TiXmlElement &element)
 {
-    const std::size_t name = element.ValueStr().size();
+    const std::size_t name = element.ValueTStr().size();
     std::size_t size = 0;
     for (const auto *attribute = element.FirstAttribute(); attribute != nullptr; attribute = attribute->Next())
-        size += sizeof " =''" - 1 + encoded_size(attribute->NameTStr()) + encoded_size(attribute->ValueStr());
+        size += sizeof " =''" - 1 + encoded_size(attribute->Name()) + encoded_size(attribute->Value());
     if (element.FirstChild() == nullptr)
         return size + sizeof "< />\n" - 1 + name;
     return size + sizeof "<></>\n" - 1 + 2 * name + (is_one_line(&element) ? 0 : 1);
@@ -58,7 +58,7 @@ std::size_t tags_size(const TiXmlElement &element)
 std::size_t own_size(const TiXmlNode *node)
 {
     if (is_text(node))
-        return encoded_size(node->ValueStr()) + (is_one_line(node->Parent()) ? 0 : 1);
+        return encoded_size(node->Value()) + (is_one_line(node->Parent()) ? 0 : 1);
     return node->Type() == TiXmlNode::TINYXML_ELEMENT ? tags_size(*node->ToElement()) : 0;
 }
 

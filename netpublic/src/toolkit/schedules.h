@@ -29,7 +29,11 @@ struct TimeBlockFields : Description {
         flag("enable", AT(enable)).required(),
         word("weekDay", AT(weekDay), weekdays).upto(15).prefix().required(),
         integer("beginHour", AT(beginHour)).in(0, day_hours - 1).required(),
-        integer("endHour", AT(endHour)).in(0, day_hours - 1).required(),
+        integer("endHour", AT(endHour))
+            .in(0, day_hours - 1)
+            .required()
+            .accepts("not before the first hour")
+            .sample("23"),
     };
     static constexpr Traits traits = Traits{}.after<T, check_block>();
 };
@@ -70,12 +74,20 @@ Give give_type_item(const net_schedule_t &schedule, WrittenTypeItem &written, It
 struct TypeItemFields : Description {
     using T = TypeItem;
     static constexpr Field fields[] = {
-        view("type", AT(type)).upto(127).accepts("an alarm type's word; an unknown one is skipped"),
-        integer("index", AT(index)).own_test().when(AT(indexed)),
-        view("valueTable", AT(hours)).upto(week_hours),
+        view("type", AT(type))
+            .upto(127)
+            .accepts("an alarm type's word, not missing; an item with an unknown one is skipped")
+            .sample("crossline"),
+        integer("index", AT(index))
+            .own_test()
+            .when(AT(indexed))
+            .accepts("the rule of a smart-AI type; an item with a number that is none is skipped")
+            .sample("1"),
+        view("valueTable", AT(hours))
+            .upto(week_hours)
+            .accepts("24 characters a day, not missing; 1 sets an hour, others and those that are missing clear it")
+            .sample("11"),
     };
-    static constexpr Traits traits =
-        HERE.logged_as("net_xml_public.cpp").parser("get_type_schedule_list_from_xmlnode").failure(Line::plain_failed);
 };
 inline constexpr auto type_item = describe<TypeItemFields>();
 
@@ -84,6 +96,8 @@ struct TypeScheduleFields : Description {
     static constexpr Field fields[] = {
         wires_part<T, take_type_item, give_type_item>("item", type_item),
     };
+    static constexpr Traits traits =
+        HERE.logged_as("net_xml_public.cpp").parser("get_type_schedule_list_from_xmlnode").failure(Line::plain_failed);
 };
 inline constexpr auto type_schedule = describe<TypeScheduleFields>();
 
@@ -116,7 +130,13 @@ inline constexpr auto block_list = describe<BlockListFields>();
 struct CombinationFields : Description {
     using T = Combination;
     static constexpr Field fields[] = {
-        view("alarmType", AT(word)).upto(62).whole_name().required().then<find_types>(),
+        view("alarmType", AT(word))
+            .upto(62)
+            .whole_name()
+            .required()
+            .then<find_types>()
+            .accepts("an alarm type's word; an unknown one clears the hours")
+            .sample("MD"),
         part("timeBlockList", block_list).required(),
     };
     static constexpr Traits traits = Traits{}.in_order().others_fail();

@@ -329,13 +329,13 @@ int append_float(Element parent, const char *name, float value)
     *end = '\0';
     if (const char *first = write_short_float(end, value))
         return append_plain(parent, name, first, static_cast<std::size_t>(end - first));
-    gcvt(static_cast<double>(value), 8, text);
+    char *const printed = gcvt(static_cast<double>(value), 8, text);
     const char point = decimal_point();
     if (point != '.') {
-        if (char *found = std::strchr(text, point))
+        if (char *found = std::strchr(printed, point))
             *found = '.';
     }
-    return append_text(parent, name, text);
+    return append_text(parent, name, printed);
 }
 
 } // namespace netpublic
