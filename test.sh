@@ -219,7 +219,7 @@ section_golden() {
     fi
     check_golden installed.txt installed_tree build/release
     check_golden tables.txt build/release/tools/netparam/netparam describe --all --rows
-    check_golden docs/messages.md build/release/tools/netparam/netparam describe --all --markdown
+    check_golden docs/messages.md build/release/tools/netparam/netparam describe --all --markdown --examples examples
     check_golden layout-x86_64.txt python3 $gates/layout.py x86_64-linux-gnu netpublic/include
     check_golden layout-armhf.txt python3 $gates/layout.py arm-linux-gnueabihf netpublic/include
 }
@@ -275,6 +275,7 @@ section_analysis() {
     check "API documentation" doxygen docs/Doxyfile
     check "promises are named by tests and fuzzers" python3 $gates/promises.py docs/security.md tests fuzz
     check "includes never point up" python3 $gates/floors.py docs/architecture.md
+    check "no message walks the XML itself" python3 $gates/domains.py docs/architecture.md
     check "cppcheck" cppcheck --quiet --error-exitcode=1 --std=c++17 --inline-suppr -j "$(nproc)" --cppcheck-build-dir=build/cppcheck \
         --enable=warning,portability,performance --suppressions-list=$gates/cppcheck_suppressions.txt \
         -I netpublic/include -I netpublic/src -DNETPUBLIC_DESCRIBED=1 netpublic/src host

@@ -1,7 +1,7 @@
 #include "promises.h"
 
-#include "ground/text_guard.h"
 #include "engine/member.h"
+#include "ground/text_guard.h"
 
 #include <net_types.h>
 #include <tinyxml.h>

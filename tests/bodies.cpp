@@ -86,6 +86,19 @@ bool leads_to(const Path &path, const Path &inner)
     return path.size() < inner.size() && std::equal(path.begin(), path.end(), inner.begin());
 }
 
+const Row *grid_of_side(const Table &table, const Row &side)
+{
+    for (unsigned i = 0; i < table.keys && side.kind == Kind::integer; ++i) {
+        const Row &row = table.row(i);
+        if (row.kind != Kind::grid)
+            continue;
+        const Limits &sides = table.limit(row.limits);
+        if (static_cast<std::int32_t>(side.offset) == sides.low || static_cast<std::int32_t>(side.offset) == sides.high)
+            return &row;
+    }
+    return nullptr;
+}
+
 bool is_exact(const Row &row)
 {
     return is_list(row.kind) && (row.flags & list_exact) != 0;
@@ -175,8 +188,11 @@ int count_for(const Path &path, const Recipe &recipe)
     const int wanted = recipe.count ? recipe.count(path) : -1;
     if (wanted >= 0)
         return wanted;
-    const bool needed = (row.flags & row_required) != 0 || is_exact(row) || row.kind == Kind::place;
-    return recipe.required_only && !needed ? 0 : usual_count(*path.back().table, row);
+    const Table &table = *path.back().table;
+    const Row *grid = grid_of_side(table, row);
+    const bool needed = (row.flags & row_required) != 0 || is_exact(row) || row.kind == Kind::place ||
+                        (grid != nullptr && (grid->flags & row_required) != 0);
+    return recipe.required_only && !needed ? 0 : usual_count(table, row);
 }
 
 // `place` is the element's own among the items of its list.

@@ -63,6 +63,8 @@ std::string usual_text(const netpublic::Table &table, unsigned index, int place)
 
 // Must the list be full?
 bool is_exact(const netpublic::Row &row);
+// The grid that the row is a side of; null for any other row.
+const netpublic::Row *grid_of_side(const netpublic::Table &table, const netpublic::Row &side);
 
 } // namespace test
 

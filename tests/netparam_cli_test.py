@@ -261,10 +261,17 @@ class RefusalKinds(unittest.TestCase):
         ("motion_request", "<columns>60</columns>", "", "the child \"columns\" is missing", "a whole number from 1 to"),
         ("motion_request", "<width>60</width>", "<!--wid-->", "this is no element", "a whole number from 1 to 155"),
         ("crossline_rules", "<x>", "<x/><x>", "the element has no text", "a number"),
-        ("ethernet", "<mac>0", "<mac>", "the message's own code refuses this text", "a text of 17 characters, such as"),
-        ("ptz_serial", "<baudRate>2400<", "<baudRate>2401<", "the number is out of range", "1200, 2400, 4800, 9600"),
-        ("osd_channel", "Gate (north)", "Gate|north", "own code refuses this text", "without any of $ & * /"),
-        ("ai_detect_area", "<width>", "<width>9", "the message as a whole is refused", None),
+        ("ethernet", "<mac>0", "<mac>", "the message's own code refuses this text", "exactly 17 characters"),
+        ("ptz_serial", "<baudRate>2400<", "<baudRate>2401<", "own code refuses this text", "1200, 2400, 4800 or 9600"),
+        ("osd_channel", "Gate (north)", "Gate|north", "own code refuses this text", "without $ & * /"),
+        ("ai_detect_area", "<width>", "<width>9", "there is no grid of 960 x 34 cells", "in base64"),
+        ("motion_request", "AAD/////", "AD/////", "this is no base64", "the grid's cells in base64"),
+        ("motion_request", "<id>1</id>", "<id>2</id>", "own code refuses this number", "the period's place in the list"),
+        ("record_schedule_combinations", "<alarmType>", "<timeBlockList/><alarmType>", "another child is expected here",
+         "alarmType, then timeBlockList"),
+        ("support_camera", "<chnID>", "<audioTalk>1</audioTalk><chnID>", "must come first", "of at most 12 char"),
+        ("ptz_presets", "<preset>", "<cruise/><preset>", "no such child is accepted here", "preset"),
+        ("users", "<userSetState>", "<validHours>0</validHours><userSetState>", "own code refuses this number", "-1, for ever"),
     )
 
     def test_each_kind(self):
@@ -283,9 +290,16 @@ class RefusalKinds(unittest.TestCase):
                 if accepted:
                     self.assertRegex(said[0], "  accepted  .*" + re.escape(accepted))
 
-    def test_elements_that_own_code_reads(self):
+    def test_too_few_items_and_strangers(self):
+        said = run("parse", "md", "-", text="<MD><sensitivityInfoList/></MD>").stderr
+        self.assertIn('refused: there are only 0 of "sensitivityInfo"', said)
+        self.assertIn("  accepted  sensitivityInfo: exactly 4 elements with the children id, sens", said)
         said = run("parse", "md", "-", text="<MD><sensInfoNew><sensInfoList>3</sensInfoList></sensInfoNew></MD>").stderr
-        self.assertRegex(said, "  accepted  an element with children such as .*sensitivity")
+        self.assertIn("this is no element; a comment or text is refused here", said)
+        # Nothing of a login is an account.
+        said = run("parse", "user", "login.xml").stderr
+        self.assertNotIn("each of its elements was read", said)
+        self.assertIn("  accepted  User\n", said)
 
     def test_a_header_that_is_none(self):
         path = os.path.join(EXAMPLES, REQUEST)

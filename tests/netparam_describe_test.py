@@ -8,6 +8,7 @@ import os
 import re
 import sys
 import unittest
+from xml.etree import ElementTree
 
 sys.dont_write_bytecode = True
 import netparam_test as inspector  # pylint: disable=wrong-import-position
@@ -43,7 +44,8 @@ class Describing(unittest.TestCase):
         self.assertIn("the beginning of a word will do", ddns["notes"][0])
 
     def test_oddities_are_told(self):
-        for message, text in (("dhcp", "only the first child is looked at"), ("osd-chn", "read by code of its own"),
+        for message, text in (("dhcp", "only the first child is looked at"), ("ptz-preset", "net_ptz_preset_s2x: writes nothing"),
+                              ("osd-chn", "code of its own"), ("encoding-list", "counted by the envelope's reserved1"),
                               ("floodlight-status-report", "an item too many overwrites the last one"),
                               ("link", 'a code without a word is written as "LAN"'),
                               ("stream-info", "host prepares the envelope")):
@@ -51,13 +53,36 @@ class Describing(unittest.TestCase):
                 self.assertIn(text, re.sub(r"\s+", " ", run("describe", message).stdout))
 
     def test_keys_that_no_child_reaches_say_so(self):
-        system = [key for key in described("ability")["read"]["keys"] if key["key"] == "system"][0]
-        notes = [key["notes"] for key in system["record"]["keys"] if key["key"] == "bootPwd"]
-        self.assertEqual([[], ["an earlier row of this name takes the child"]], notes)
+        disk = keys(described("support")["read"])["diskNum"]
+        self.assertEqual([], disk["notes"])
+        written = [key for key in described("support")["read"]["keys"] if key["key"] == "disk"]
+        self.assertEqual([(False, True)], [(key["read"], key["written"]) for key in written])
+
+    def test_elements_that_the_payload_keeps_in_another_form(self):
+        preset = described("ptz-preset")
+        self.assertEqual(("presets", []), (preset["title"], preset["read"]["order"]))
+        self.assertIn("dataSize 21504", preset["read_check"])
+        top = keys(preset["read"])
+        self.assertEqual(["channelId", "maxPresetNum", "maxPresetPicNum", "presetList"], list(top))
+        self.assertTrue(top["channelId"]["required"])
+        self.assertNotIn("member", top["channelId"])  # it is not the payload's
+        item = keys(top["presetList"]["record"])["preset"]
+        self.assertEqual(256, item["capacity"])
+        self.assertEqual("id", keys(item["record"])["id"]["member"])
+        motion = keys(described("md")["read"])
+        self.assertEqual(["columns", "rows", "valueTable"], list(keys(motion["scope"]["record"])))
+        part = keys(keys(motion["sensitivityInfoList"]["record"])["sensitivityInfo"]["record"])
+        self.assertEqual("sensitivity", part["sensitivity"]["member"])
+        again = keys(keys(motion["sensInfoNew"]["record"])["sensInfoList"]["again"])
+        self.assertTrue(keys(again["sensInfo"]["record"])["priority"]["required"])
+        bits = keys(keys(keys(described("support")["read"])["IOTsupport"]["record"])["alertorLight"]["record"])
+        self.assertEqual("a bit, 0x400", bits["brightness"]["accepts"])
+        self.assertEqual("smartPlug", keys(keys(keys(described("support")["read"])["IOTsupport"]["record"])[
+            "smartPlug"]["record"])["duration"]["member"])
 
     def test_lines_keep_within_the_terminal_where_the_words_allow_it(self):
         for line in run("describe", "md").stdout.splitlines():
-            self.assertLessEqual(len(line), 80)
+            self.assertLessEqual(len(line), max(80, max(map(len, line.split()), default=0) + 34))
 
     def test_every_message_stands_on_the_page_and_every_link_leads_somewhere(self):
         page = run("describe", "--all", "--markdown").stdout
@@ -74,6 +99,57 @@ class Describing(unittest.TestCase):
             with self.subTest(arguments=arguments):
                 done = run("describe", *arguments)
                 self.assertEqual((2, ""), (done.returncode, done.stdout))
+
+
+class Examples(unittest.TestCase):
+    """The page's examples are read, or written, as the page shows them."""
+
+    @classmethod
+    def setUpClass(cls):
+        page = run("describe", "--all", "--markdown", "--examples", inspector.EXAMPLES)
+        cls.page, cls.errors = page.stdout, page.stderr
+        cls.examples = dict(re.findall(r"^## ([\w-]+)\n(?:(?!## |# )[^\n]*\n)*?```xml\n(.*?)```$", cls.page, re.M | re.S))
+
+    def test_each_message_has_one(self):
+        self.assertEqual("", self.errors)
+        messages = json.loads(run("describe", "--all", "--json").stdout)
+        self.assertEqual({message["name"] for message in messages}, set(self.examples))
+        for message in messages:
+            with self.subTest(message=message["name"]):
+                self.assertIn(f"**{message['title'][0].upper()}{message['title'][1:]}.** {message['summary']}", self.page)
+
+    def test_each_is_accepted_and_complete(self):
+        for message in json.loads(run("describe", "--all", "--json").stdout):
+            example = self.examples[message["name"]]
+            with self.subTest(message=message["name"]):
+                root = ElementTree.fromstring(example)
+                others = [self.root_of(name) for name, each in inspector.MESSAGES.items() if each == message["name"]]
+                if message["parser"] is None:
+                    self.assertEqual(message["root"], root.tag)
+                    continue
+                done = run("parse", message["name"], "-", text=example)
+                self.assertEqual(0, done.returncode, done.stderr)
+                self.assertEqual(set(), set(self.lacking(message["read"], [root, *others])))
+
+    @staticmethod
+    def root_of(example):
+        """The body; a message's alternatives stand in several examples."""
+        root = ElementTree.parse(os.path.join(inspector.EXAMPLES, example + ".xml")).getroot()
+        return root[0] if root.tag.lower() == "body" else root
+
+    def lacking(self, table, elements, path=""):
+        """The keys that no element has a child for."""
+        for row in table["keys"]:
+            if not row["read"] or "an earlier row of this name takes the child" in row["notes"]:
+                continue
+            children = [child for element in elements for child in element
+                        if child.tag.lower() == row["key"].lower() or "whatever its name" in str(table["notes"])]
+            if not children:
+                yield path + row["key"]
+            elif "record" in row:
+                yield from self.lacking(row["record"], children, path + row["key"] + "/")
+                if "again" in row:
+                    yield from self.lacking(row["again"], children, path + row["key"] + "/")
 
 
 class Places(unittest.TestCase):

@@ -44,12 +44,13 @@ class Catalogue(unittest.TestCase):
     def test_shows_id_size_directions_and_initialiser(self):
         done = run("list", "nets_param_md_init")
         self.assertEqual(0, done.returncode)
-        self.assertEqual(["md", "1903", "17056", "parse", "write", "nets_param_md_init"],
+        self.assertEqual(["md", "1903", "17056", "parse", "write", "motion", "detection", "settings", "nets_param_md_init"],
                          done.stdout.splitlines()[1].split())
 
     def test_filters_by_id_and_text(self):
         self.assertEqual(2, len(run("list", "1903").stdout.splitlines()))
         self.assertEqual(2, len(run("list", "NETS_PARAM_LED").stdout.splitlines()))
+        self.assertEqual("md", run("list", "motion").stdout.splitlines()[1].split()[0])
         done = run("list", "nosuchthing")
         self.assertEqual((2, ""), (done.returncode, done.stdout))
 
@@ -94,7 +95,7 @@ class Parsing(unittest.TestCase):
         self.assertEqual((0, ""), (done.returncode, done.stderr))
         shown = fields(done.stdout)
         self.assertEqual("60", shown["width"])
-        self.assertEqual("20", shown["sensitivityInfoList[1]/sensitivity"])
+        self.assertEqual("20", shown["sensitivityInfoList/sensitivityInfo[1]/sensitivity"])
         self.assertEqual("12", shown["sensInfoNew/sensitivityDefault"])
         self.assertEqual("rec,ftp,push (0x244)", " ".join(shown["handleException/handleType"].split()))
         self.assertEqual("60 x 34 cells, 432 set", shown["scope"])
@@ -140,7 +141,7 @@ class Parsing(unittest.TestCase):
         payload = shown["payload"]
         self.assertEqual(34, len(payload["scope"]))
         self.assertEqual("0" * 10 + "1" * 36 + "0" * 14, payload["scope"][8])
-        self.assertEqual(9, payload["sensitivityInfoList"][3]["sensitivity"])
+        self.assertEqual(9, payload["sensitivityInfoList"]["sensitivityInfo"][3]["sensitivity"])
         self.assertEqual("rec,ftp,push", payload["handleException"]["handleType"])
 
     def test_any_bytes_make_valid_json(self):
@@ -201,119 +202,23 @@ class Drawings(unittest.TestCase):
     def test_sets_and_masks_show_their_words(self):
         shown = fields(run("parse", "alarm-report", "alarm_report.xml").stdout)
         smart = "AlarmEvent[0]/smartAiTypeList/"
-        self.assertEqual("crossline_0,crossline_1,crossline_2,loitering_0", shown[smart + "smartAiType"])
+        self.assertEqual("crossline_0,crossline_1,crossline_2,loitering_0", shown[smart + "events"])
         self.assertEqual("people,vehicle (0x3)", shown[smart + "crossline[1]"])
 
 
-# The message of each example.
-MESSAGES = {
-    "ability": "ability",
-    "ai_detect_area": "ai-area-detect",
-    "ai_settings": "ai-cfg",
-    "ai_snapshot_timelapse": "ai-snaptlps",
-    "alarm_areas": "alarm-area",
-    "alarm_report": "alarm-report",
-    "alarm_search": "find-alarm-video",
-    "alarm_videos": "alarm-video-info",
-    "authorisation": "auth-info",
-    "auto_reboot": "auto-reboot",
-    "autodns": "autodns",
-    "configuration_file": "config-file-info",
-    "cover_preview": "cover-preview",
-    "crop": "crop",
-    "crop_snapshot": "crop-snap",
-    "crossline_rules": "crossline-detect",
-    "day_night_report": "day-night-report",
-    "day_records": "day-record",
-    "ddns": "ddns",
-    "delayed_record": "delayed-record",
-    "device_information": "device-info",
-    "dhcp": "dhcp",
-    "disk_initialisation": "hdd-init",
-    "disk_list": "hdd-info",
-    "dns": "dns-info",
-    "dst": "dst",
-    "encoder_settings": "encoder",
-    "encoding_list": "encoding-list",
-    "encryption": "encrypt",
-    "ethernet": "ethernet",
-    "event_log_brief": "event-log-brief",
-    "event_log_search": "find-event-log",
-    "factory_restore": "restore",
-    "file_deletion": "rec-del",
-    "file_search": "file-info-list",
-    "firmware_entries": "ipc-version",
-    "floodlight_report": "floodlight-status-report",
-    "floodlight_switch": "floodlight-status",
-    "floodlight_task": "floodlight-task",
-    "general_settings": "system-general",
-    "heart_beat": "heart-beat",
-    "image_file": "image-file-info",
-    "intrusion_rules": "intrusion-detect",
-    "legacy_rules": "legacy-detect",
-    "login": "login-info",
-    "login_failures": "login-err-info",
-    "login_network": "login-net-info",
-    "loitering_rules": "loitering-detect",
-    "loss_rules": "loss-detect",
-    "manual_record": "manual-record",
-    "motion_request": "md",
-    "ntp": "ntp",
-    "online_users": "user-online",
-    "osd_channel": "osd-chn",
-    "osd_date": "osd-date",
-    "output_settings": "output",
-    "performance": "performance",
-    "preview": "preview",
-    "privacy_masks": "pic-shelter",
-    "ptz_command": "ptz",
-    "ptz_cruises": "ptz-cruise",
-    "ptz_guard": "ptz-guard",
-    "ptz_presets": "ptz-preset",
-    "ptz_serial": "ptz-serial",
-    "record_configuration": "record-configuration",
-    "record_decrypt_key": "record-decrypt-key",
-    "record_deletion": "record-deletion",
-    "record_key_and_prompt": "record-key-and-prompt",
-    "record_schedule_combinations": "record-schedule",
-    "record_schedule_types": "record-schedule",
-    "record_switch": "record-switch",
-    "replay_header": "replay-header",
-    "replay_seek": "replay-seek",
-    "replay_seek_channels": "new-replay-seek",
-    "replay_start": "new-replay-start",
-    "rights": "ability-support",
-    "service_port_http": "http-port",
-    "service_port_rtsp": "rtsp-port",
-    "shared_user": "shared-user",
-    "shared_users": "shared-user-list",
-    "snapshot": "snap",
-    "snapshot_timelapse_file": "snaptlps",
-    "stream_information": "stream-info",
-    "support_16_channels": "support",
-    "support_camera": "support",
-    "timelapse_cfg": "timelapse-cfg",
-    "timelapse_cover": "timelapse-file-cover",
-    "timelapse_dates": "timelapse-date",
-    "timelapse_download": "timelapse-download",
-    "timelapse_file_deletion": "timelapse-file-delete",
-    "timelapse_search": "timelapse-file",
-    "timelapse_search_films": "timelapse-file",
-    "timelapse_search_pictures": "timelapse-file",
-    "timelapse_task_deletion": "timelapse-task-delete",
-    "timelapse_tasks": "timelapse-task",
-    "track_limit": "ai-track-limit",
-    "track_schedule": "ai-track-task",
-    "users": "user",
-    "version": "version",
-    "video_standard": "norm",
-    "zoom_focus": "zoom-focus",
-}
+# The message of each example, as the list beside them says it; write-only messages have payloads in JSON.
+def examples_of(suffix):
+    with open(os.path.join(EXAMPLES, "messages.txt"), encoding="utf-8") as file:
+        pairs = [line.split() for line in file]
+    return {name[:-len(suffix)]: message for name, message in pairs if name.endswith(suffix)}
+
+
+MESSAGES = examples_of(".xml")
 
 # Components of messages, not messages: they have no envelope or serve several.
 COMPONENTS = {
-    "get_sensitivity_new_info_x2s", "net_exten_x2s", "net_float_value_s2x", "net_int_value_s2x", "net_ptz_param_s2x",
-    "net_smart_ai_direction_s2x", "net_smart_ai_op_s2x", "net_smart_ai_points_s2x", "xml_enc_info_list_s2x",
+    "get_sensitivity_new_info_x2s", "net_exten_x2s", "net_float_value_s2x", "net_int_value_s2x",
+    "net_smart_ai_direction_s2x", "net_smart_ai_op_s2x", "net_smart_ai_points_s2x",
 }
 
 
@@ -388,7 +293,8 @@ class Refusals(unittest.TestCase):
 
     def test_what_only_the_message_knows_is_in_the_log(self):
         said = self.refused("<columns>60<", "<columns>61<")
-        self.assertIn("element   MD/scope\n", said)
+        self.assertIn("these are 2040 cells, but a grid of 61 x 34 has 2080", said)
+        self.assertRegex(said, 'element   MD/scope/valueTable\n  read      "A+"\\.\\.\\. .*\n  accepted  .*base64')
         self.assertIn("The library's log\n  Func(get_scope_from_xmlnode)", said)
 
     def test_what_was_read_before_is_shown(self):

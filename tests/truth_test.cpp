@@ -5,6 +5,7 @@
 #include "engine/member.h"
 #include "engine/reading.h"
 #include "messages.h"
+#include "values/grid.h"
 
 #include <net_public.h>
 
@@ -154,8 +155,12 @@ TEST_F(TruthTest, CompleteBodiesAreRead)
     for (const Message &message : read_messages()) {
         const Result complete = read(message, {});
         EXPECT_EQ(complete.result, 0) << message.name << ": " << complete.body;
-        EXPECT_EQ(complete.ignored_in.size(), 0u) << message.name << ": " << complete.body;
-        for (const Path &path : test::readable_rows(*message.read)) {
+        const std::vector<Path> paths = test::readable_rows(*message.read);
+        // What is read twice, by other rows, is ignored once.
+        const bool again =
+            std::any_of(paths.begin(), paths.end(), [](const Path &path) { return path.back().again() != nullptr; });
+        EXPECT_TRUE(again || complete.ignored_in.empty()) << message.name << ": " << complete.body;
+        for (const Path &path : paths) {
             EXPECT_EQ(complete.taken.count(&path.back().row()), 1u) << message.name << ": " << test::print(path);
             ++rows;
         }
@@ -281,8 +286,7 @@ Texts texts_of(const Table &table, unsigned index)
         length(static_cast<std::size_t>(table.limit(row.limits).low));
         break;
     case Kind::word: {
-        if (*detail.sample == '\0')
-            spellings(*table.ref(row.ref).words);
+        spellings(*table.ref(row.ref).words);
         const auto longest = static_cast<std::size_t>(table.limit(row.limits).low);
         if (longest < 100000)
             bad.push_back(std::string(longest + 1, 'x'));
@@ -507,6 +511,10 @@ private:
         const bool is_last = depth + 1 == path_.size();
         if (is_last) {
             places_.add(at + row.offset, size_of_member(table, step.index));
+            if (loose_ && table.hook(row, Moment::then) != nullptr)
+                places_.add(at, table.record_size);
+            if (const Row *grid = test::grid_of_side(table, row)) // its cells move
+                places_.add(at + grid->offset, std::size_t{grid_columns} * grid_rows);
             for (unsigned i = table.keys; i < table.rows; ++i) // what a hook or a conversion makes of it
                 if (table.row(i).kind == Kind::named)
                     places_.add(at + table.row(i).offset, size_of_member(table, i));
@@ -628,12 +636,10 @@ TEST_F(TruthTest, ValuesStandWhereTheyAreSaidTo)
             compare(first, read(message, with_text(path, text)), text);
         compare(read(message, with_count(path, 0)), first, texts.front());
         // Another row may have the last word on the member.
-        if (!differs) {
-            Recipe with = least_with(path, 1), other = least_with(path, 1);
-            with.text = with_text(path, texts.front()).text;
-            other.text = with_text(path, texts[texts.size() > 1 ? 1 : 0]).text;
-            compare(read(message, with), read(message, other), texts.front());
-            compare(read(message, with), read(message, least_with(path, 0)), texts.front());
+        for (std::size_t other = 0; other < texts.size() && !differs; ++other) {
+            Recipe recipe = least_with(path, 1);
+            recipe.text = with_text(path, texts[other]).text;
+            compare(read(message, recipe), read(message, least_with(path, 0)), texts[other]);
         }
         EXPECT_TRUE(differs || is_said_in_words({path.back()})) << "is stored nowhere";
         unseen += differs ? 0 : 1;
@@ -644,52 +650,62 @@ TEST_F(TruthTest, ValuesStandWhereTheyAreSaidTo)
 
 // Writers -------------------------------------------------------------------------------------------
 
-// Compares elements with the documented trees, and keeps which rows have been written.
+// Where an element and the documented tree differ, and which rows have been written.
 class TreeCheck {
 public:
     void check(const TiXmlElement &element, const Table &table, const std::string &path)
     {
         const TiXmlElement *child = element.FirstChildElement();
         for (unsigned place = 0; place < table.written; ++place) {
-            const unsigned index = table.ordered(place);
-            const Row &row = table.row(index);
+            const Row &row = table.row(table.ordered(place));
             const std::string name = path + "/" + table.key(row);
-            int count = 0;
-            for (; child != nullptr && std::strcmp(table.key(row), child->Value()) == 0;
-                 child = child->NextSiblingElement()) {
-                if (!is_list(row.kind) && (count == 1 || !begins(*child, row, table))) // the next row's
-                    break;
-                ++count;
-                if (has_table(row.kind)) {
-                    check(*child, *table.ref(row.ref).table, name);
-                } else {
-                    EXPECT_EQ(child->FirstChildElement(), nullptr) << name;
-                }
-            }
-            if (count > 0)
-                written.insert({&table, index});
+            const int count = take(table, place, child, name);
             const bool may_lack = is_list(row.kind) || row.kind == Kind::wire || row.kind == Kind::view ||
                                   row.kind == Kind::grid || table.attachment(row, Kind::condition) != nullptr;
-            EXPECT_TRUE(count > 0 || may_lack) << name << " is not written";
-            if (is_list(row.kind)) {
-                EXPECT_LE(count, table.capacity(row)) << name;
-            }
+            if (count == 0 && !may_lack)
+                problems.push_back(name + " is not written");
+            if (is_list(row.kind) && count > table.capacity(row))
+                problems.push_back(name + " is written too often");
         }
-        EXPECT_EQ(child, nullptr) << path << ": " << (child != nullptr ? child->Value() : "")
-                                  << " is not documented there";
+        if (child != nullptr)
+            problems.push_back(path + "/" + child->Value() + " is not documented there");
     }
 
+    std::vector<std::string> problems;
     std::set<std::pair<const Table *, unsigned>> written;
 
 private:
-    // Of two rows of one name, the one that is a wire may have been left out.
-    static bool begins(const TiXmlElement &element, const Row &row, const Table &table)
+    // The elements that are the row's, from `child` on.
+    int take(const Table &table, unsigned place, const TiXmlElement *&child, const std::string &name)
     {
-        if (row.kind != Kind::wire)
-            return true;
-        const Table &wire = *table.ref(row.ref).table;
-        const TiXmlElement *first = element.FirstChildElement();
-        return first == nullptr || std::strcmp(first->Value(), wire.key(wire.row(wire.ordered(0)))) == 0;
+        const unsigned index = table.ordered(place);
+        const Row &row = table.row(index);
+        int count = 0;
+        for (; child != nullptr && std::strcmp(table.key(row), child->Value()) == 0;
+             child = child->NextSiblingElement()) {
+            TreeCheck inner;
+            if (has_table(row.kind))
+                inner.check(*child, *table.ref(row.ref).table, name);
+            else if (child->FirstChildElement() != nullptr)
+                inner.problems.push_back(name + " has children");
+            // Of two rows of one name, it may be the other one's.
+            if ((count == 1 && !is_list(row.kind)) || (!inner.problems.empty() && has_namesake(table, place)))
+                break;
+            ++count;
+            problems.insert(problems.end(), inner.problems.begin(), inner.problems.end());
+            written.insert(inner.written.begin(), inner.written.end());
+            written.insert({&table, index});
+        }
+        return count;
+    }
+
+    static bool has_namesake(const Table &table, unsigned place)
+    {
+        const char *name = table.key(table.row(table.ordered(place)));
+        for (unsigned other = place + 1; other < table.written; ++other)
+            if (std::strcmp(table.key(table.row(table.ordered(other))), name) == 0)
+                return true;
+        return false;
     }
 };
 
@@ -724,7 +740,7 @@ TEST_F(TruthTest, WrittenTrees)
         if (message.write == nullptr)
             continue;
         TreeCheck check;
-        for (int round = 0; round < 5; ++round) {
+        for (int round = 0; round < 6; ++round) {
             MessageEnvelope envelope(message);
             if (round == 1 && message.parse != nullptr) {
                 EXPECT_EQ(read(message, {}, envelope).result, 0) << message.name;
@@ -732,7 +748,7 @@ TEST_F(TruthTest, WrittenTrees)
                 const std::string text = test::best_example(message);
                 test::output_of([&] { EXPECT_EQ(envelope.read(message.parse, text), 0) << message.name; });
             } else if (round >= 3) {
-                fill_words(envelope, round == 3 ? 1 : 15);
+                fill_words(envelope, round == 5 ? 15 : round - 2); // codes and flags
             }
             TiXmlElement parent("parent");
             int result = -1;
@@ -753,10 +769,13 @@ TEST_F(TruthTest, WrittenTrees)
         }
         if (message.written == nullptr)
             continue;
+        for (const std::string &problem : check.problems)
+            ADD_FAILURE() << problem;
         std::vector<std::pair<std::pair<const Table *, unsigned>, std::string>> rows;
         written_rows(*message.written, message.name, rows);
         for (const auto &[row, name] : rows)
-            EXPECT_EQ(check.written.count(row), 1u) << name << " is never written";
+            EXPECT_TRUE(check.written.count(row) == 1 || name == "encoding-list/more") // only behind a cut page
+                << name << " is never written";
         ++messages;
     }
     EXPECT_GT(messages, 45);

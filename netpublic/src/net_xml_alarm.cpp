@@ -90,6 +90,7 @@ struct PrioritisedFields : Description {
         integer("beginHour", AT(period.beginHour)).in(0, 23), integer("beginMinute", AT(period.beginMinute)).in(0, 59),
         integer("endHour", AT(period.endHour)).in(0, 23),     integer("endMinute", AT(period.endMinute)).in(0, 59),
     };
+    static constexpr Field also_shown[] = {shown("enable", AT(period.enable))};
 };
 constexpr auto prioritised = describe<PrioritisedFields>();
 
@@ -231,7 +232,9 @@ Give give_arming(const Motion &motion, TimeBlock &block, Item &item)
 struct ArmingFields : Description {
     using T = Motion;
     static constexpr Field fields[] = {
-        wires_part<T, take_arming, give_arming>("timeBlock", time_block, week_hours).stop_when_full(),
+        wires_part<T, take_arming, give_arming>("timeBlock", time_block, week_hours)
+            .stop_when_full()
+            .accepts("the last hour is not before the first"),
     };
     static constexpr Field also_shown[] = {shown("timeBlock", AT(timeBlock))};
     static constexpr Traits traits = Traits{}.exact_names().others_fail();

@@ -167,8 +167,9 @@ constexpr int most_cruises = 6;
 constexpr int most_key_positions = 16; // of one cruise
 constexpr int cruise_records = 32;     // of the payload
 
-struct KeyPositionFields : Description {
-    using T = net_ptz_cruise_v20_t;
+// What a key position says, in a record that has room for it.
+template <class Record> struct KeyPositionFields : Description {
+    using T = Record;
     static constexpr Field fields[] = {
         integer("keyPosId", AT(keyPosId)).in(0, 15).required(),
         integer("presetId", AT(presetId)).in(-1, 255).required(),
@@ -177,6 +178,9 @@ struct KeyPositionFields : Description {
         integer("trackEnable", AT(trackEnable)).marks(AT(hasTrackValue)),
         integer("trackTime", AT(trackTime)).marks(AT(hasTrackValue)),
     };
+};
+
+struct CruiseRecordFields : KeyPositionFields<net_ptz_cruise_v20_t> {
     // What the message says of the cruise, and the cruise of all its key positions.
     static constexpr Field also_shown[] = {
         shown("channelId", AT(channelId)),
@@ -191,31 +195,26 @@ struct KeyPositionFields : Description {
         shown("reserved", AT(reserved)),
     };
 };
-constexpr auto key_position = describe<KeyPositionFields>();
+constexpr auto cruise_payload_record = describe<CruiseRecordFields>();
 
 struct CruiseListFields : Description {
     using T = net_ptz_cruise_list_v20_t;
     static constexpr Field fields[] = {
-        list("keyPos", AT(keyPos), key_position),
+        list("keyPos", AT(keyPos), cruise_payload_record),
     };
 };
 constexpr auto cruise_payload = describe<CruiseListFields>();
 
-// A record of which nothing has been told.
-constexpr net_ptz_cruise_v20_t new_record()
-{
-    net_ptz_cruise_v20_t record = {};
-    record.channelId = -1;
-    record.patrolId = -1;
-    record.keyPosId = -1;
-    record.presetId = -1;
-    record.reserved = 7;
-    return record;
-}
-
-struct KeyPosition : net_ptz_cruise_v20_t {
-    KeyPosition() : net_ptz_cruise_v20_t(new_record()) {}
+struct KeyPosition {
+    int keyPosId = -1;
+    int presetId = -1;
+    int speed = 0;
+    int dwellTime = 0;
+    int trackEnable = 0;
+    int trackTime = 0;
+    int hasTrackValue = 0;
 };
+constexpr auto key_position = describe<KeyPositionFields<KeyPosition>>();
 
 // The first walk checks and counts, without a payload; the second one fills it.
 struct CruiseWalk {
@@ -235,7 +234,7 @@ struct Cruise {
     int enable = 1;
     int starting = 0;
     int cruising = 0;
-    char name[32] = {};
+    const char *name = "";
     const char *valueTable = nullptr; // null without one
     int keyPositions = 0;
 
@@ -245,10 +244,30 @@ struct Cruise {
     }
 };
 
+// What nothing is said of is 0, but for the identifiers and a word of unknown meaning.
+void clear_record(net_ptz_cruise_v20_t &record)
+{
+    record = {};
+    record.channelId = -1;
+    record.patrolId = -1;
+    record.keyPosId = -1;
+    record.presetId = -1;
+    record.reserved = 7;
+}
+
 int take_key_position(Cruise &cruise, const KeyPosition &position)
 {
-    if (cruise.records != nullptr)
-        cruise.records[cruise.keyPositions] = position;
+    if (cruise.records == nullptr)
+        return 0;
+    net_ptz_cruise_v20_t &record = cruise.records[cruise.keyPositions];
+    clear_record(record);
+    record.keyPosId = position.keyPosId;
+    record.presetId = position.presetId;
+    record.speed = position.speed;
+    record.dwellTime = position.dwellTime;
+    record.trackEnable = position.trackEnable;
+    record.trackTime = position.trackTime;
+    record.hasTrackValue = position.hasTrackValue;
     return 0;
 }
 
@@ -269,7 +288,7 @@ struct CruiseFields : Description {
         flag("enable", AT(enable)).accepts("0 leaves a single record with nothing but the cruise's and channel's ids"),
         flag("starting", AT(starting)),
         flag("cruising", AT(cruising)),
-        text("name", AT(name)),
+        view("name", AT(name)).upto(31),
         view("valueTable", AT(valueTable)).upto(168).accepts("24 characters a day; 1 sets an hour, others clear it"),
         part("keyPosList", key_position_items),
     };
@@ -298,7 +317,7 @@ void fill_records(const Cruise &cruise)
         record.enable = 1;
         record.starting = cruise.starting;
         record.cruising = cruise.cruising;
-        std::memcpy(record.name, cruise.name, sizeof record.name);
+        std::strncpy(record.name, cruise.name, sizeof record.name - 1);
         if (cruise.valueTable != nullptr) {
             record.hasValueTable = 1;
             if (i == 0)
@@ -317,7 +336,7 @@ int take_cruise(CruiseWalk &walk, const Cruise &cruise)
         walk.off |= 1u << walk.cruises;
         count = 1;
         if (walk.records != nullptr) {
-            walk.records[walk.count] = new_record();
+            clear_record(walk.records[walk.count]);
             walk.records[walk.count].patrolId = cruise.patrolId;
         }
     } else if (cruise.records != nullptr) {

@@ -34,7 +34,7 @@ struct DayTypeFields : Description {
     using T = DayType;
     static constexpr Field fields[] = {
         integer("index", AT(index)).in(0, days - 1).required(),
-        word("type", AT(type), day_types).upto(15).required(),
+        word("type", AT(type), day_types).upto(15).required().sample("all"),
     };
 };
 constexpr auto day_type = describe<DayTypeFields>();

@@ -81,7 +81,7 @@ struct CompressionFields : Description {
         word("encoderType", AT(encoderType), rate_controls).skipped().fallback(0), // not the client's to set
         integer("frame", AT(frame)).in(0, 30),
         integer("bitRate", AT(bitRate)).at_least(0),
-        part("gop", gop_part),
+        part("gop", gop_part).accepts("the current length lies between the ends"),
         word("encoderProfile", AT(encoderProfile), encoder_profiles).otherwise(0).fallback(0),
         integer("videoEncType", AT(videoEncType)).at_least(0),
         text("resolutionName", AT(resolutionName)).write_only(),
@@ -112,17 +112,35 @@ constexpr auto encoder_message = describe<EncoderFields>();
 
 constexpr int no_stream = -1;
 
-// An encode table with the stream that it is for.
-struct TypedTable {
-    int type = no_stream;
-    net_encode_table_v20_t table = {};
+// An encode table without its resolution's name, which no message carries.
+struct PictureSize {
+    int width;
+    int height;
+};
+constexpr auto picture_size = describe<SizeFields<PictureSize>>();
+
+struct EncodeTable {
+    int videoEncType;
+    PictureSize resolution;
+    int defaultFramerate;
+    int defaultBitrate;
+    int framerateTable[25];
+    int bitrateTable[16];
+    int defaultGop;
 };
 
-struct EncodeTableFields : Description {
-    using T = TypedTable;
+// A table with the stream that it is for.
+template <class Table> struct Typed {
+    int type = no_stream;
+    Table table = {};
+};
+using TypedTable = Typed<EncodeTable>;
+
+template <class Table, const auto &size> struct EncodeTableFields : Description {
+    using T = Typed<Table>;
     static constexpr Field fields[] = {
         word("type", AT(type), video_streams).otherwise(no_stream),
-        group("resolution", AT(table.resolution), resolution_record),
+        group("resolution", AT(table.resolution), size),
         integer("defaultFramerate", AT(table.defaultFramerate)).at_least(0),
         integer("defaultGop", AT(table.defaultGop)).at_least(0),
         integer("defaultBitrate", AT(table.defaultBitrate)).at_least(0),
@@ -135,15 +153,31 @@ struct EncodeTableFields : Description {
     static constexpr Traits traits =
         HERE.parser("get_encodeTable_from_xmlnode").entry(Line::plain).failure(Line::plain);
 };
-constexpr auto encode_table = describe<EncodeTableFields>();
+constexpr auto encode_table = describe<EncodeTableFields<EncodeTable, picture_size>>();
+// The payload's tables.
+using PayloadTable = Typed<net_encode_table_v20_t>;
+constexpr auto payload_table = describe<EncodeTableFields<net_encode_table_v20_t, resolution_record>>();
+
+template <class To, class From> void copy_table(To &to, const From &from)
+{
+    to.videoEncType = from.videoEncType;
+    to.resolution.width = from.resolution.width;
+    to.resolution.height = from.resolution.height;
+    to.defaultFramerate = from.defaultFramerate;
+    to.defaultBitrate = from.defaultBitrate;
+    std::memcpy(to.framerateTable, from.framerateTable, sizeof to.framerateTable);
+    std::memcpy(to.bitrateTable, from.bitrateTable, sizeof to.bitrateTable);
+    to.defaultGop = from.defaultGop;
+}
 
 // Tables of the other streams, and those that do not say whose they are, are dropped on purpose.
 int take_encode_table(net_stream_info_v20_t &info, const TypedTable &typed)
 {
-    if (typed.type == STREAM_TYPE_MAIN)
-        info.mainStream = typed.table;
-    else if (typed.type == STREAM_TYPE_SUB)
-        info.subStream = typed.table;
+    if (typed.type != STREAM_TYPE_MAIN && typed.type != STREAM_TYPE_SUB)
+        return 0;
+    net_encode_table_v20_t &table = typed.type == STREAM_TYPE_MAIN ? info.mainStream : info.subStream;
+    std::memset(table.resolution.name, 0, sizeof table.resolution.name);
+    copy_table(table, typed.table);
     return 0;
 }
 
@@ -152,7 +186,7 @@ Give give_encode_table(const net_stream_info_v20_t &info, TypedTable &typed, Ite
     if (item.index > STREAM_TYPE_SUB)
         return Give::ended;
     typed.type = static_cast<int>(item.index);
-    typed.table = item.index == STREAM_TYPE_MAIN ? info.mainStream : info.subStream;
+    copy_table(typed.table, item.index == STREAM_TYPE_MAIN ? info.mainStream : info.subStream);
     return Give::written;
 }
 
@@ -165,8 +199,8 @@ struct StreamInfoFields : Description {
     };
     // What the tables are stored in.
     static constexpr Field also_shown[] = {
-        shown("mainStream", AT(mainStream)).shown(encode_table, offsetof(TypedTable, table)),
-        shown("subStream", AT(subStream)).shown(encode_table, offsetof(TypedTable, table)),
+        shown("mainStream", AT(mainStream)).shown(payload_table, offsetof(PayloadTable, table)),
+        shown("subStream", AT(subStream)).shown(payload_table, offsetof(PayloadTable, table)),
     };
     static constexpr Traits traits = HERE.parser("get_streamInfo_from_xmlnode").entry(Line::plain).failure(Line::plain);
 };
@@ -287,7 +321,8 @@ struct EncodingPageFields : Description {
         list_behind<INT_MAX>("StreamInfo", AT(entries), stream_info).counted_by(AT(count)).write_only(),
         integer("more", AT(more)).when(AT(more)).write_only(),
     };
-    static constexpr Traits traits = HERE.writer("xml_enc_info_list_s2x", "StreamInfoList").layout(encoding_payload);
+    static constexpr Traits traits =
+        HERE.writer("xml_enc_info_list_s2x", "StreamInfoList").write_entry(Line::none).layout(encoding_payload);
 };
 constexpr auto encoding_page = describe<EncodingPageFields>();
 

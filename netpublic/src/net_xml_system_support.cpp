@@ -288,6 +288,7 @@ struct SupportFields : Description {
         part("smartHome", smart_home).write_only(),
     };
     static constexpr Field also_shown[] = {
+        shown("count", AT(count)),
         shown("googleHomeVer", AT(googleHomeVer)),
         shown("amazonAlexaVer", AT(amazonAlexaVer)),
     };
@@ -630,7 +631,8 @@ constexpr auto sub_module = describe<SubModuleFields>();
 
 struct DeviceSubModuleFields : Description {
     using T = SubModule;
-    static constexpr Field fields[] = {view("abilityValue", AT(tokens)).write_only()};
+    static constexpr Field fields[] = {
+        view("abilityValue", AT(tokens)).write_only().accepts("the module's names, each with _ro or _rw")};
 };
 constexpr auto device_sub_module = describe<DeviceSubModuleFields>();
 

@@ -76,11 +76,22 @@ class Tree:
         self.top = work / "tree"
         self.native = work / "native"
         self.armhf = work / "armhf"
-        if self.top.exists():
-            shutil.rmtree(self.top)
-        # Times stay, so that a second run builds little.
-        shutil.copytree(TOP, self.top, ignore=shutil.ignore_patterns("build", ".git", "__pycache__"))
+        self.sync()
         self.gates = self.top / "tests/gates"
+
+    # Only what differs is copied, so that a second run builds little.
+    def sync(self):
+        ignored = {"build", ".git", "__pycache__"}
+        every = (path.relative_to(TOP) for path in TOP.rglob("*") if path.is_file())
+        wanted = {path for path in every if not ignored & set(path.parts)}
+        for path in self.top.rglob("*"):
+            if path.is_file() and path.relative_to(self.top) not in wanted:
+                path.unlink()
+        for path in wanted:
+            copy = self.top / path
+            if not copy.exists() or copy.read_bytes() != (TOP / path).read_bytes():
+                copy.parent.mkdir(parents=True, exist_ok=True)
+                shutil.copy(TOP / path, copy)
 
     def configure(self, checks):
         common = ["-DNETPUBLIC_BUILD_TOOLS=OFF", "-DNETPUBLIC_BUILD_BENCH=OFF", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF"]

@@ -15,6 +15,8 @@ every constant table refers to. RULES_FILE holds lines with patterns for whole d
     kinds FUNCTION -> N ...   FUNCTION is entered only for tables with rows of these kinds, numbered as in table.h
     recursion FUNCTION N      FUNCTION is entered at most N times on one path
 
+A function that ends by jumping to another one has freed its own frame by then; relocations tell jumps from calls.
+
 A caller through pointers without a rule may reach every function whose address is taken. Recursion that is
 not listed is a fault, tables that contain themselves included, and so is stack of a size that only shows
 at run time.
@@ -25,7 +27,8 @@ import struct
 import subprocess
 import sys
 
-CALL_RELOCATIONS = {"R_ARM_CALL", "R_ARM_THM_CALL", "R_ARM_JUMP24", "R_ARM_THM_JUMP24", "R_ARM_THM_JUMP19"}
+CALLS = {"R_ARM_CALL", "R_ARM_THM_CALL"}
+JUMPS = {"R_ARM_JUMP24", "R_ARM_THM_JUMP24", "R_ARM_THM_JUMP19"}
 INDIRECT = "__indirect_call"
 
 
@@ -36,6 +39,7 @@ class Function:
         self.defined = False
         self.fault = None
         self.calls = set()  # keys
+        self.returns_from, self.jumps_to = set(), set()  # keys: those called, and those that take its frame's place
         self.indirect = False
         self.refers = set()  # keys of functions and data
 
@@ -107,10 +111,13 @@ def read_references(readelf, objects, functions, units):
                 owner = key_of(header[1]) if ours else None
                 continue
             fields = line.split()
-            if owner is None or len(fields) < 5 or not fields[2].startswith("R_") or fields[2] in CALL_RELOCATIONS:
+            if owner is None or len(fields) < 5 or not fields[2].startswith("R_"):
                 continue
             target = key_of(fields[4])
-            if owner in functions:
+            if fields[2] in CALLS | JUMPS:
+                if owner in functions:
+                    (functions[owner].returns_from if fields[2] in CALLS else functions[owner].jumps_to).add(target)
+            elif owner in functions:
                 functions[owner].refers.add(target)
             else:
                 data.setdefault(owner, {})[int(fields[0], 16)] = target
@@ -139,7 +146,7 @@ KINDS = kind_names()
 # The packed form: see table.h.
 SOURCE = TABLE_HEAD = 12  # bytes
 HAS_BEFORE, HAS_AFTER, IS_ORDERED, HAS_SOURCE, IS_WALKED = 0x400, 0x800, 0x1000, 0x2000, 0x10
-COMPLAINS = 0x8  # a row's flag
+COMPLAINS, ATTACHED = 0x8, 0x80  # a row's flags
 NO_COLUMN = 0x7F  # a row's column that says nothing
 BY_FUNCTION = 3  # a condition's When
 BEHIND_KEYS = KINDS.index("preset")
@@ -193,10 +200,13 @@ class Table:
                 if self.writes(row):
                     yield f"write_{what}", to(at), inner
             elif row.kind in ("group", "list"):
-                for way in ("read",) * self.reads(row) + ("write",) * self.writes(row):
-                    yield f"{way}_{row.kind}", None, to(row.ref)
+                attached = "_attached" if row.kind == "group" and row.flags & ATTACHED else ""
+                if self.reads(row):
+                    yield f"read{attached}_{row.kind}", None, to(row.ref)
+                if self.writes(row):
+                    yield f"write_{row.kind}", None, to(row.ref)
             elif row.kind == "again":
-                yield "read_group", None, to(row.offset)
+                yield "read_attached_group", None, to(row.offset)
             elif row.kind == "hook":
                 yield HOOKS[row.limits], to(row.offset), None
             elif row.kind == "condition" and row.limits & 3 == BY_FUNCTION:
@@ -394,11 +404,16 @@ class Deepest:
         self.path.append(state)
         if function.fault:
             self.faults[function.fault] = True
-        best = max((self.of(callee, choice, counts) for callee, choice in self.graph.calls(key, table)),
-                   default=(0, ()), key=lambda found: found[0])
+        here = (key, table),
+        best = function.own, here
+        for callee, choice in self.graph.calls(key, table):
+            depth, path = self.of(callee, choice, counts)
+            if callee not in function.jumps_to - function.returns_from:
+                depth, path = depth + function.own, here + path
+            best = max(best, (depth, path), key=lambda found: found[0])
         self.path.pop()
-        self.known[state] = best[0] + function.own, ((key, table),) + best[1]
-        return self.known[state]
+        self.known[state] = best
+        return best
 
 
 def main():

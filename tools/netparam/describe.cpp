@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <climits>
 
 namespace netparam {
 namespace {
@@ -18,7 +19,7 @@ using netpublic::Use;
 using netpublic::WordTable;
 
 struct DescribeOptions {
-    std::string message;
+    std::string message, examples;
     bool all = false, json = false, page = false, rows = false;
     Style style;
 };
@@ -38,24 +39,23 @@ struct Line {
 void add_lines(std::vector<Line> &lines, const Table &table, const std::string &indent, bool writes)
 {
     for (const unsigned i : described_rows(table)) {
-        const Table *inner = inner_table(table, i);
-        const std::string type = type_of(table, i);
         Line line;
-        line.name = indent + (table.row(i).kind == Kind::preset ? "-" : name_of(table, i));
-        line.member = type.empty() ? "" : type + " " + table.text(table.detail(i).member);
+        line.name = indent + (has_key(table, i) ? name_of(table, i) : "-");
+        line.member = in_payload(table, i) ? type_of(table, i) + " " + member_of(table, i) : "";
         line.text = limits_text(table, i);
         if (const WordTable *words = words_beside(table, i))
             line.text += (line.text.empty() ? "words: " : ": ") + words_text(*words, is_mask(table, i));
-        for (const std::string &note : row_notes(table, i))
+        for (const std::string &note : row_notes(table, i, writes))
             line.text += (line.text.empty() ? "" : "; ") + plain(note);
         if (const auto order = inner_order(table, i); writes && !order.empty())
             line.text += "; written in this order: " + joined(order, ", ");
-        if (inner != nullptr)
-            for (const std::string &note : table_notes(*inner))
-                line.text += "; children: " + plain(note);
+        const std::vector<const Table *> inner = inner_tables(table, i);
+        for (const Table *each : inner)
+            if (const std::string note = children_notes(*each); !note.empty())
+                line.text += "; " + plain(note);
         lines.push_back(line);
-        if (inner != nullptr)
-            add_lines(lines, *inner, indent + "  ", writes);
+        for (const Table *each : inner)
+            add_lines(lines, *each, indent + "  ", writes && is_in_order(table, i) && each == inner.front());
     }
 }
 
@@ -71,18 +71,35 @@ void print_aside(std::ostream &out, const std::string &label, const std::string 
     out << label << (gap > 0 ? std::string(gap, ' ') : "\n" + std::string(column, ' ')) << aligned << '\n';
 }
 
-void print_table(std::ostream &out, const Table &table, bool writes, const Style &style)
+// The members alone, not how they are read.
+void add_members(std::vector<Line> &lines, const Table &table, const std::string &indent)
 {
-    std::vector<Line> lines;
-    add_lines(lines, table, "  ", writes);
+    for (const unsigned i : described_rows(table)) {
+        const WordTable *words = words_beside(table, i);
+        lines.push_back({indent + name_of(table, i), type_of(table, i) + " " + member_of(table, i),
+                         words != nullptr ? words_text(*words, is_mask(table, i)) : ""});
+        for (const Table *each : inner_tables(table, i))
+            add_members(lines, *each, indent + "  ");
+    }
+}
+
+void print_lines(std::ostream &out, const std::string &heading, const std::vector<Line> &lines, const Style &style)
+{
     std::size_t column = 0;
     for (const Line &line : lines)
         column = std::max(column, line.name.size() + 2);
     column = std::min<std::size_t>(column, 34);
-    out << '\n' << style.heading("Keys, in the order in which they are tried") << '\n';
+    out << '\n' << style.heading(heading) << '\n';
     for (const Line &line : lines)
         print_aside(out, line.name, line.member + (line.member.empty() || line.text.empty() ? "" : ": ") + line.text,
                     column, style);
+}
+
+void print_table(std::ostream &out, const std::string &heading, const Table &table, bool writes, const Style &style)
+{
+    std::vector<Line> lines;
+    add_lines(lines, table, "  ", writes);
+    print_lines(out, heading, lines, style);
     if (writes && table.written > 0) {
         out << '\n' << style.heading("Written in this order") << '\n';
         print_aside(out, "", joined(written_order(table), ", "), 2, style);
@@ -96,7 +113,8 @@ void print_message(std::ostream &out, const Entry &entry, const Style &style)
     const auto line = [&](const char *label, const std::string &text) {
         print_aside(out, std::string("  ") + label, plain(text), column, style);
     };
-    out << style.heading(entry.name()) << '\n';
+    out << style.heading(entry.name()) << ": " << entry.title() << '\n';
+    line("", entry.summary());
     line("initialiser", entry.initialiser != nullptr ? entry.initialiser->name + (", id " + id_text(entry))
                                                      : "none: the host prepares the envelope");
     line("payload", (entry.table() != nullptr ? entry.table()->record + std::string(", ") : "") +
@@ -106,7 +124,7 @@ void print_message(std::ostream &out, const Entry &entry, const Style &style)
                        : entry.parser() + (read != nullptr ? ": " + read_check(*read) : ": code of its own"));
     line("writer", !entry.writes() ? "none"
                                    : entry.writer() + (entry.root().empty() ? "" : ", root <" + entry.root() + ">") +
-                                         (written != nullptr ? ": " + write_check(*written) : ": code of its own"));
+                                         (written != nullptr ? ": " + write_check(*written) : ": writes nothing"));
     for (const Table *table : {read, read != written ? written : nullptr}) {
         if (table == nullptr)
             continue;
@@ -114,7 +132,13 @@ void print_message(std::ostream &out, const Entry &entry, const Style &style)
             out << '\n' << style.heading("What is written") << '\n';
         for (const std::string &note : table_notes(*table))
             line("note", note);
-        print_table(out, *table, table == written, style);
+        print_table(out, table->keys != 0 ? "Keys, in the order in which they are tried" : "Elements", *table,
+                    table == written, style);
+    }
+    if (const Table *payload = entry.table(); payload != nullptr && payload != read && payload != written) {
+        std::vector<Line> lines;
+        add_members(lines, *payload, "  ");
+        print_lines(out, "What the payload holds", lines, style);
     }
 }
 
@@ -138,51 +162,73 @@ Json plain_list(const std::vector<std::string> &texts)
     return list;
 }
 
-Json table_json(const Table &table);
+Json table_json(const Table &table, bool writes);
 
-Json row_json(const Table &table, unsigned index)
+Json row_json(const Table &table, unsigned index, bool writes)
 {
     const Row &row = table.row(index);
-    const std::string type = type_of(table, index);
     Json json;
-    json["key"] = row.kind == Kind::preset ? Json() : Json(table.key(row));
+    json["key"] = has_key(table, index) ? Json(table.key(row)) : Json();
     json["kind"] = kind_name(row.kind);
-    if (!type.empty()) {
-        json["member"] = table.text(table.detail(index).member);
-        json["type"] = type;
+    if (in_payload(table, index)) {
+        json["member"] = member_of(table, index);
+        json["type"] = type_of(table, index);
         json["offset"] = row.offset;
         json["bytes"] = bytes_of(table, index);
     }
     json["read"] = index < table.keys;
-    json["written"] = is_in_order(table, index);
+    json["written"] = writes && is_in_order(table, index);
     json["required"] = (row.flags & netpublic::row_required) != 0;
-    if (row.kind == Kind::integer && (row.flags & netpublic::row_checked) != 0)
+    if ((row.kind == Kind::integer || (row.kind == Kind::byte && (row.flags & netpublic::number_bit) == 0)) &&
+        (row.flags & netpublic::row_checked) != 0)
         json["range"] = {table.limit(row.limits).low, table.limit(row.limits).high};
     if (row.kind == Kind::text || row.kind == Kind::counted_text || row.kind == Kind::word || row.kind == Kind::mask ||
         row.kind == Kind::events)
         json["longest"] = table.limit(row.limits).low;
-    if (row.kind == Kind::int_list)
-        json["longest"] = netpublic::longest_int_list;
-    if (row.kind == Kind::list || row.kind == Kind::int_items)
+    if (row.kind == Kind::int_list || row.kind == Kind::grid)
+        json["longest"] = table.longest(row);
+    if (netpublic::is_list(row.kind) && table.capacity(row) != INT_MAX)
         json["capacity"] = table.capacity(row);
     json["accepts"] = plain(limits_text(table, index));
     if (const WordTable *words = words_beside(table, index))
         json["words"] = words_json(*words);
-    json["notes"] = plain_list(row_notes(table, index));
-    if (const Table *inner = inner_table(table, index))
-        json["record"] = table_json(*inner);
+    json["notes"] = plain_list(row_notes(table, index, writes));
+    const std::vector<const Table *> inner = inner_tables(table, index);
+    if (!inner.empty())
+        json["record"] = table_json(*inner.front(), writes && is_in_order(table, index));
+    if (inner.size() > 1)
+        json["again"] = table_json(*inner.back(), false);
     return json;
 }
 
-Json table_json(const Table &table)
+Json table_json(const Table &table, bool writes)
 {
     Json json = {{"type", table.record}, {"size", table.record_size}, {"notes", plain_list(table_notes(table))}};
     Json rows = Json::array();
     for (const unsigned i : described_rows(table))
-        rows.push_back(row_json(table, i));
+        rows.push_back(row_json(table, i, writes));
     json["keys"] = rows;
-    json["order"] = written_order(table);
+    json["order"] = writes ? Json(written_order(table)) : Json::array();
     return json;
+}
+
+// The members alone, not how they are read.
+Json members_json(const Table &table)
+{
+    Json members = Json::array();
+    for (const unsigned i : described_rows(table)) {
+        Json json = {{"name", name_of(table, i)},
+                     {"member", member_of(table, i)},
+                     {"type", type_of(table, i)},
+                     {"offset", table.row(i).offset},
+                     {"bytes", bytes_of(table, i)}};
+        if (const WordTable *words = words_beside(table, i))
+            json["words"] = words_json(*words);
+        for (const Table *inner : inner_tables(table, i))
+            json["record"] = members_json(*inner);
+        members.push_back(json);
+    }
+    return members;
 }
 
 Json message_json(const Entry &entry)
@@ -191,6 +237,8 @@ Json message_json(const Entry &entry)
     const Table *read = entry.message->read, *written = entry.message->written;
     Json json;
     json["name"] = entry.name();
+    json["title"] = entry.title();
+    json["summary"] = entry.summary();
     json["id"] = id_text(entry) == "-" ? Json() : Json(entry.initialiser->id);
     json["size"] = entry.size();
     json["initialiser"] = optional(entry.initialiser != nullptr ? entry.initialiser->name : "");
@@ -200,8 +248,11 @@ Json message_json(const Entry &entry)
     json["read_check"] = read != nullptr ? Json(plain(read_check(*read))) : Json();
     json["write_check"] = written != nullptr ? Json(plain(write_check(*written))) : Json();
     // One table for both directions stands under "read" alone.
-    json["read"] = read != nullptr ? table_json(*read) : Json();
-    json["written"] = written != nullptr && written != read ? table_json(*written) : Json();
+    json["read"] = read != nullptr ? table_json(*read, read == written) : Json();
+    json["written"] = written != nullptr && written != read ? table_json(*written, true) : Json();
+    const Table *payload = entry.table();
+    if (payload != nullptr && payload != read && payload != written)
+        json["payload"] = members_json(*payload);
     return json;
 }
 
@@ -210,7 +261,7 @@ ExitCode describe(std::ostream &out, std::ostream & /*errors*/, const DescribeOp
     if (options.all == !options.message.empty())
         throw Failure(exit_usage, "describe needs a MESSAGE or --all, not both");
     if (options.page) {
-        print_page(out);
+        print_page(out, options.examples.empty() ? Examples() : read_examples(options.examples));
         return exit_ok;
     }
     if (options.rows) {
@@ -249,6 +300,10 @@ void add_describe(CommandLine &line)
     CLI::Option *all = verb.add_flag("--all", options->all, "All messages");
     CLI::Option *json = verb.add_flag("--json", options->json, "As JSON");
     CLI::Option *page = verb.add_flag("--markdown", options->page, "All messages as a page in Markdown")->needs(all);
+    verb.add_option("--examples", options->examples,
+                    "A folder with a list of examples, messages.txt: one of each message goes into the page")
+        ->type_name("FOLDER")
+        ->needs(page);
     verb.add_flag("--rows", options->rows, "All tables, a line a row, for comparisons")
         ->needs(all)
         ->excludes(json)
@@ -257,9 +312,9 @@ void add_describe(CommandLine &line)
     line.explain(
         verb,
         "Shows what the tables say: keys, members, ranges, words, the order in which the children are written, "
-        "and what is unusual. What a message's own code does is not in the tables, and is said to be so.",
+        "and what is unusual. Where code of the message's own takes part, that is said.",
         {"netparam describe md", "netparam describe md --json | jq '.read.keys[].key'",
-         "netparam describe --all --markdown > messages.md"});
+         "netparam describe --all --markdown --examples examples > messages.md"});
 }
 
 } // namespace netparam

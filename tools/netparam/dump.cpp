@@ -216,12 +216,21 @@ void set_place(Item &item, const View &view, unsigned index)
     }
     if (view.trace == nullptr || has_origin(item))
         return;
-    const std::vector<Spot> origins = view.trace->origins(view.member(row), view.table.key(row));
+    std::vector<Spot> origins = view.trace->origins(view.member(row), view.table.key(row));
+    bool wire = is_wire(row);
+    // What a row of the same name has read whose target is the record as a whole.
+    for (unsigned i = 0; i < view.table.keys && origins.empty(); ++i) {
+        const Row &other = view.table.row(i);
+        if (!is_wire(other) || std::strcmp(view.table.key(other), view.table.key(row)) != 0)
+            continue;
+        origins = view.trace->origins(view.member(other), view.table.key(other));
+        wire = true;
+    }
     if (item.items.empty())
         item.origins = origins;
-    else if (is_wire(row) && origins.size() == 1) // its own code has read what is in it
+    else if (wire && origins.size() == 1) // its own code has read what is in it
         set_origins(item, origins);
-    else if (is_wire(row) && item.list && origins.size() == item.items.size())
+    else if (wire && item.list && origins.size() == item.items.size())
         for (std::size_t i = 0; i < origins.size(); ++i)
             set_origins(item.items[i], {origins[i]});
 }

@@ -7,6 +7,8 @@
 #include "text.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
 
 namespace netparam {
 
@@ -57,8 +59,11 @@ std::string member_at(const Table &table, std::uint32_t offset)
         if (!has_detail(table, i) || offset < row.offset || offset >= row.offset + bytes_of(table, i))
             continue;
         std::string name = table.text(table.detail(i).member);
+        const Detail &detail = table.detail(i);
         if (row.offset == offset && bytes_of(table, i) == sizeof(int))
             return name;
+        if (detail.shape == Shape::i32 && detail.dimensions[1] == 1)
+            return name + "[" + std::to_string((offset - row.offset) / detail.element_size) + "]";
         if (row.kind != Kind::group)
             continue;
         const std::string inner = member_at(*table.ref(row.ref).table, offset - row.offset);
@@ -68,9 +73,65 @@ std::string member_at(const Table &table, std::uint32_t offset)
     return "";
 }
 
+// Which bytes of a record are a payload's: all of them, or, of a record of a walk's own, those of the one it holds.
+struct Share {
+    std::uint32_t from, end;
+    bool held;
+};
+
+// The records that payloads consist of, by their types.
+class PayloadRecords {
+public:
+    PayloadRecords()
+    {
+        for (const Entry &entry : entries())
+            if (const Table *table = entry.table())
+                add(*table, {0, table->record_size, false});
+    }
+    // Null for other records.
+    const Share *find(const char *record) const
+    {
+        const auto found = shares_.find(record);
+        return found != shares_.end() ? &found->second : nullptr;
+    }
+
+private:
+    void add(const Table &table, Share share)
+    {
+        shares_.try_emplace(table.record, share);
+        if (!visited_.insert(&table).second)
+            return;
+        for (unsigned i = 0; i < table.rows; ++i) {
+            const Row &row = table.row(i);
+            const Table *inner = row.kind == Kind::group || row.kind == Kind::list ? table.ref(row.ref).table : nullptr;
+            if (inner != nullptr)
+                add(*inner, {0, inner->record_size, false});
+            const Detail &detail = table.detail(i);
+            if (has_detail(table, i) && detail.shown != nullptr)
+                add(*detail.shown, {detail.shown_offset, detail.shown_offset + detail.element_size,
+                                    detail.element_size != detail.shown->record_size});
+        }
+    }
+
+    std::map<std::string, Share> shares_;
+    std::set<const Table *> visited_;
+};
+
+const Share *share_of(const Table &table)
+{
+    static const PayloadRecords records;
+    return records.find(table.record);
+}
+
 std::string int_at(const Table &table, std::uint32_t offset)
 {
-    const std::string name = member_at(table, offset);
+    if (std::strcmp(table.record, "net_param_t") == 0)
+        return "the envelope's `" + member_at(table, offset) + "`";
+    if (share_of(table) == nullptr)
+        return "a number that lives no longer than the reading or writing";
+    std::string name = member_at(table, offset);
+    if (name.empty() && table.layout != nullptr)
+        name = member_at(*table.layout, offset);
     return name.empty() ? "the int at byte " + std::to_string(offset) : "`" + name + "`";
 }
 
@@ -111,6 +172,18 @@ bool answers(const Table &table, const char *name, const char *key)
     }
 }
 
+// A line that the library logs, without the blanks and breaks at its end.
+std::string logged(std::string line)
+{
+    line.erase(std::min(line.find_last_not_of(" \r\n") + 1, line.size()));
+    return in_quotes(line);
+}
+
+bool is_bit(const Row &row)
+{
+    return row.kind == Kind::byte && (row.flags & netpublic::number_bit) != 0;
+}
+
 std::string condition_text(When when)
 {
     return when == When::nonzero ? "is not 0" : when == When::nonnegative ? "is not negative" : "is positive";
@@ -130,6 +203,30 @@ void add_attached(std::vector<std::string> &notes, const Table &table, const Row
         notes.push_back((condition->limits & netpublic::demanded) != 0 ? "writing fails unless " + met
                                                                        : "written only when " + met);
     }
+    if (const Row *shows = table.attachment(row, Kind::shows))
+        notes.push_back("its line shows " + int_at(table, shows->offset));
+    if (table.attachment(row, Kind::again) != nullptr)
+        notes.emplace_back("its children are read twice, the second time by the rows that follow");
+    if (const char *line = table.second_line(row))
+        notes.push_back("logs " + logged(line) +
+                        (row.kind == Kind::grid ? " and leaves it out when the text would be too long to be written"
+                         : netpublic::is_list(row.kind) ? " for each refused item"
+                                                        : " for a code without a word, and writing fails"));
+}
+
+void add_hooks(std::vector<std::string> &notes, const Table &table, const Row &row)
+{
+    const bool told = *table.detail(static_cast<unsigned>(&row - &table.row(0))).accepts != '\0';
+    if (table.hook(row, netpublic::Moment::ahead) != nullptr)
+        notes.emplace_back("code of its own runs in front of reading it");
+    if (table.hook(row, netpublic::Moment::then) != nullptr)
+        notes.emplace_back(told ? "checked by code of its own" : "code of its own runs once it has been read");
+    if (table.hook(row, netpublic::Moment::absent) != nullptr)
+        notes.emplace_back((row.flags & netpublic::list_by_position) != 0 && netpublic::is_list(row.kind)
+                               ? "code of its own runs at the place of another child"
+                               : "code of its own runs behind an item without it");
+    if (row.kind == Kind::wire || row.kind == Kind::wires)
+        notes.emplace_back("code of its own turns its children into the payload's form");
 }
 
 void add_word_notes(std::vector<std::string> &notes, const Table &table, const Row &row)
@@ -169,7 +266,7 @@ void add_list_notes(std::vector<std::string> &notes, const Table &table, const R
     using namespace netpublic;
     const unsigned policy = row.flags & list_stop;
     if ((row.flags & list_exact) != 0)
-        notes.emplace_back("fewer items are refused, what stands behind the last one is ignored");
+        notes.emplace_back("fewer items are refused; what stands behind the last one is ignored");
     else if (table.capacity(row) != INT_MAX)
         notes.emplace_back(policy == list_refuse ? "an item too many is refused"
                            : policy == list_last ? "an item too many overwrites the last one"
@@ -225,13 +322,49 @@ std::string fixed_line(netpublic::Line line)
     return "nothing";
 }
 
+std::string hexadecimal(int number)
+{
+    char text[16];
+    std::snprintf(text, sizeof text, "%x", static_cast<unsigned int>(number));
+    return text;
+}
+
 std::string check_text(const Table &table, bool any_size, netpublic::Line line)
 {
-    return (any_size ? "any `dataSize`" : "`dataSize` " + std::to_string(table.record_size)) +
-           "; a bad envelope logs " + fixed_line(line);
+    const std::uint32_t size = table.layout != nullptr ? table.layout->record_size : table.record_size;
+    return (any_size ? "any `dataSize`" : "`dataSize` " + std::to_string(size)) + "; a bad envelope logs " +
+           fixed_line(line);
 }
 
 } // namespace
+
+bool has_key(const Table &table, unsigned index)
+{
+    const Kind kind = table.row(index).kind;
+    return kind != Kind::preset && kind != Kind::named;
+}
+
+bool in_payload(const Table &table)
+{
+    const Share *share = share_of(table);
+    return share != nullptr && !share->held;
+}
+
+bool in_payload(const Table &table, unsigned index)
+{
+    const Share *share = share_of(table);
+    const std::uint32_t offset = table.row(index).offset;
+    return has_detail(table, index) && share != nullptr && offset >= share->from && offset < share->end;
+}
+
+std::string member_of(const Table &table, unsigned index)
+{
+    const std::string name = table.text(table.detail(index).member);
+    const std::size_t dot = name.find('.');
+    // Of a record that a walk's own holds, the name begins behind the dot.
+    const Share *share = share_of(table);
+    return share != nullptr && share->held && dot != std::string::npos ? name.substr(dot + 1) : name;
+}
 
 std::string type_of(const Table &table, unsigned index)
 {
@@ -264,10 +397,15 @@ std::string kind_name(Kind kind)
     return names[static_cast<std::size_t>(kind)];
 }
 
-const Table *inner_table(const Table &table, unsigned index)
+std::vector<const Table *> inner_tables(const Table &table, unsigned index)
 {
     const Row &row = table.row(index);
-    return netpublic::has_table(row.kind) ? table.ref(row.ref).table : nullptr;
+    std::vector<const Table *> tables;
+    if (netpublic::has_table(row.kind))
+        tables.push_back(table.ref(row.ref).table);
+    if (const Row *again = table.attachment(row, Kind::again))
+        tables.push_back(table.ref(again->offset).table);
+    return tables;
 }
 
 const WordTable *words_beside(const Table &table, unsigned index)
@@ -293,6 +431,7 @@ std::string words_text(const WordTable &words, bool bits)
         texts.push_back(std::string(code) + " " + (*words.text(entry) != '\0' ? words.text(entry) : "\"\"") +
                         (entry.use == Use::read    ? " (only read)"
                          : entry.use == Use::write ? " (only written)"
+                         : entry.use == Use::whole ? " (only as a whole)"
                                                    : ""));
     }
     return joined(texts, ", ");
@@ -325,25 +464,42 @@ std::string limits_text(const Table &table, unsigned index)
 {
     const Row &row = table.row(index);
     const auto longest = [&] { return "at most " + std::to_string(table.limit(row.limits).low) + " characters"; };
+    const auto list = [&](const std::string &items) {
+        const std::string capacity = std::to_string(table.capacity(row));
+        return table.capacity(row) == INT_MAX             ? "a list" + items
+               : (row.flags & netpublic::list_exact) != 0 ? "a list of exactly " + capacity + items
+                                                          : "a list of at most " + capacity + items;
+    };
+    const std::string told = table.detail(index).accepts;
+    const std::string more = told.empty() ? "" : ": " + told;
     switch (row.kind) {
     case Kind::word:
-        return "a word";
+        return "a word" + more;
     case Kind::mask:
-        return "words that occur in a text of " + longest();
+        return (table.limit(row.limits).low == INT_MAX ? "words that occur in a text"
+                                                       : "words that occur in a text of " + longest()) +
+               more;
     case Kind::events:
-        return "alarm types that occur in a text of " + longest();
+        return "alarm types that occur in a text of " + longest() + more;
+    case Kind::byte:
+        return is_bit(row) ? "a bit, 0x" + hexadecimal(table.limit(row.limits).low) + more : accepted_by(table, row);
     case Kind::group:
     case Kind::wire:
-        return "a group";
+        return "a group" + more;
     case Kind::list:
     case Kind::wires:
-        return table.capacity(row) == INT_MAX ? "a list" : "a list of at most " + std::to_string(table.capacity(row));
+        return list("") + more;
     case Kind::int_items:
-        return "a list of at most " + std::to_string(table.capacity(row)) + " whole numbers";
+        return list(" whole numbers") + more;
+    case Kind::converted:
+        return table.detail(index).words != nullptr && told.empty() ? "a word" : accepted_by(table, row);
     case Kind::constant:
         return "always " + std::to_string(table.limit(row.limits).low);
     case Kind::preset:
-        return "set to " + std::to_string(table.limit(row.limits).low) + " before the keys are read";
+        return (share_of(table) == nullptr ? int_at(table, row.offset) + " is set to " : "set to ") +
+               std::to_string(table.limit(row.limits).low) + " before the keys are read";
+    case Kind::named:
+        return "";
     case Kind::int_list:
         return accepted_by(table, row) + "; the others become " + std::to_string(table.limit(row.limits).high);
     default:
@@ -351,13 +507,15 @@ std::string limits_text(const Table &table, unsigned index)
     }
 }
 
-std::vector<std::string> row_notes(const Table &table, unsigned index)
+std::vector<std::string> row_notes(const Table &table, unsigned index, bool writes)
 {
     std::vector<std::string> notes;
     const Row &row = table.row(index);
     const bool is_key = index < table.keys, written = is_in_order(table, index);
     if (row.kind == Kind::preset)
         return notes;
+    if (row.kind == Kind::named)
+        return {"has no child of its own: filled from others"};
     if (!is_key && !written)
         return {"no key answers for it"};
     if ((row.flags & netpublic::row_required) != 0)
@@ -369,8 +527,24 @@ std::vector<std::string> row_notes(const Table &table, unsigned index)
         also_written = is_in_order(table, i) && std::string(table.key(table.row(i))) == table.key(row);
     if (!is_key)
         notes.emplace_back("only written");
-    else if (!also_written)
+    else if (writes && !also_written)
         notes.emplace_back("only read");
+    if (!is_key && netpublic::is_list(row.kind) && table.capacity(row) != INT_MAX)
+        notes.push_back("at most " + std::to_string(table.capacity(row)) + " of them are written");
+    if (is_bit(row))
+        notes.emplace_back("a number other than 0 sets the bit, a 0 takes none away");
+    if ((row.flags & netpublic::number_tolerant) != 0 && row.kind == Kind::integer)
+        notes.emplace_back("what is no number leaves the member as it was");
+    if (row.kind == Kind::view && (row.flags & netpublic::view_whole) != 0)
+        notes.emplace_back("its name is compared as a whole");
+    if (row.kind == Kind::place)
+        notes.emplace_back("chooses the item's record and comes first; written as the item's place");
+    if (row.kind == Kind::mask && (row.flags & netpublic::mask_wordless) != 0)
+        notes.emplace_back("written as an empty text when its bits have no words");
+    if (is_key && row.kind == Kind::int_list && (row.flags & netpublic::int_list_late) != 0)
+        notes.emplace_back("converted behind all other children");
+    if (is_key && row.kind == Kind::grid)
+        notes.emplace_back("decoded behind all other children, when both sides are known");
     if (is_key) {
         const std::vector<unsigned> readers = readers_of(table, table.key(row));
         if (std::find(readers.begin(), readers.end(), index) == readers.end() && !readers.empty()) {
@@ -391,11 +565,10 @@ std::vector<std::string> row_notes(const Table &table, unsigned index)
     if (is_key && netpublic::is_list(row.kind))
         add_list_notes(notes, table, row);
     add_attached(notes, table, row);
-    if ((row.flags & netpublic::row_complains) != 0) {
-        std::string line = table.complaint(row);
-        line.erase(std::min(line.find_last_not_of(" \r\n") + 1, line.size()));
-        notes.push_back("logs " + in_quotes(line) + ((row.flags & netpublic::row_plain) != 0 ? ", not gated" : ""));
-    }
+    add_hooks(notes, table, row);
+    if ((row.flags & netpublic::row_complains) != 0)
+        notes.push_back("logs " + logged(table.complaint(row)) +
+                        ((row.flags & netpublic::row_plain) != 0 ? ", not gated" : ""));
     if ((row.flags & netpublic::row_quiet) != 0)
         notes.emplace_back("a refusal is not logged");
     return notes;
@@ -417,10 +590,25 @@ std::vector<std::string> table_notes(const Table &table)
     if ((table.flags & netpublic::table_after) != 0)
         notes.emplace_back("code of its own runs behind the children and may refuse the whole");
     if ((table.flags & netpublic::table_unknown) != 0)
-        notes.emplace_back("a child that answers to no key is logged");
+        notes.push_back("a child that answers to no key logs " + logged(table.unknown()));
+    if ((table.traits & netpublic::trait_missing) != 0)
+        notes.push_back("a missing child logs " + logged(table.missing()));
+    if ((table.traits & netpublic::trait_empty_done) != 0)
+        notes.emplace_back("a body without children is accepted and changes nothing");
+    if (table.parsed == netpublic::ParsedAs::tried)
+        notes.emplace_back("the body is checked as a whole before anything is stored");
+    if (table.parsed == netpublic::ParsedAs::walk)
+        notes.emplace_back(
+            "what the message says as a whole is stored by code of its own when all of it has been read");
     if (table.failure() != netpublic::Line::none)
         notes.push_back("a refused child logs " + fixed_line(table.failure()));
     return notes;
+}
+
+std::string children_notes(const Table &inner)
+{
+    const std::string notes = joined(table_notes(inner), ", ");
+    return notes.empty() ? "" : "children: " + notes;
 }
 
 std::string read_check(const Table &table)
@@ -434,6 +622,7 @@ std::string write_check(const Table &table)
 {
     const bool any = (table.flags & netpublic::table_write_any) != 0;
     return check_text(table, any, table.source().write_entry) +
+           ((table.traits & netpublic::trait_write_line) != 0 ? ", and so does a payload that cannot be written" : "") +
            ((table.flags & netpublic::table_capital) != 0 ? "; the root's attribute is spelled \"Version\"" : "");
 }
 
@@ -447,19 +636,17 @@ std::vector<std::string> written_order(const Table &table)
 
 std::vector<std::string> inner_order(const Table &table, unsigned index)
 {
-    const Table *inner = inner_table(table, index);
-    bool written = is_in_order(table, index);
-    for (unsigned i = 0; i < table.rows && !written; ++i)
-        written = is_in_order(table, i) && std::string(table.key(table.row(i))) == table.key(table.row(index));
-    return written && inner != nullptr && inner->written > 1 ? written_order(*inner) : std::vector<std::string>();
+    const Row &row = table.row(index);
+    const Table *inner = netpublic::has_table(row.kind) ? table.ref(row.ref).table : nullptr;
+    return is_in_order(table, index) && inner != nullptr && inner->written > 1 ? written_order(*inner)
+                                                                               : std::vector<std::string>();
 }
 
 std::vector<unsigned> described_rows(const Table &table)
 {
     std::vector<unsigned> rows;
     for (unsigned i = 0; i < table.rows; ++i) {
-        const Kind kind = table.row(i).kind;
-        if (kind <= Kind::preset)
+        if (table.row(i).kind <= Kind::preset)
             rows.push_back(i);
     }
     return rows;

@@ -10,13 +10,21 @@
 
 namespace netparam {
 
+// Does a child, or a written element, bear the row's key? Not of what is only stored or shown.
+bool has_key(const netpublic::Table &table, unsigned index);
+// Is it a record of the payload's, not one that lives no longer than the walk?
+bool in_payload(const netpublic::Table &table);
+// Is the row's member one of the payload, not of a record that lives no longer than the walk?
+bool in_payload(const netpublic::Table &table, unsigned index);
+// What the payload's record calls the member.
+std::string member_of(const netpublic::Table &table, unsigned index);
 // "char[32]"; empty for a row without member.
 std::string type_of(const netpublic::Table &table, unsigned index);
 // Bytes of the member, arrays as a whole; 0 for a row without member.
 std::size_t bytes_of(const netpublic::Table &table, unsigned index);
 std::string kind_name(netpublic::Kind kind);
-// The rows of the children of the row's element; null where it has none.
-const netpublic::Table *inner_table(const netpublic::Table &table, unsigned index);
+// The rows of the children of the row's element; a second table reads them once more. Empty where it has none.
+std::vector<const netpublic::Table *> inner_tables(const netpublic::Table &table, unsigned index);
 // The spellings of the member's codes; null without any.
 const netpublic::WordTable *words_beside(const netpublic::Table &table, unsigned index);
 // "0 PAL, 1 NTSC"; those of a mask in hexadecimal.
@@ -31,10 +39,12 @@ bool is_in_order(const netpublic::Table &table, unsigned index);
 
 // Of a row without what is said of its words: range, length, capacity.
 std::string limits_text(const netpublic::Table &table, unsigned index);
-// What is unusual about a row, a sentence each.
-std::vector<std::string> row_notes(const netpublic::Table &table, unsigned index);
+// What is unusual about a row, a sentence each; `writes`: the table is written, too.
+std::vector<std::string> row_notes(const netpublic::Table &table, unsigned index, bool writes);
 // ... and about a record as a whole.
 std::vector<std::string> table_notes(const netpublic::Table &table);
+// The same of the children of a row; empty when nothing is unusual.
+std::string children_notes(const netpublic::Table &inner);
 // What parser and writer demand of the envelope.
 std::string read_check(const netpublic::Table &table);
 std::string write_check(const netpublic::Table &table);

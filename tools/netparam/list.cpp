@@ -41,8 +41,8 @@ std::string initialiser_of(const Entry &entry)
 
 bool matches(const Entry &entry, const std::string &filter)
 {
-    const std::vector<std::string> texts = {entry.name(), initialiser_of(entry), entry.parser(), entry.writer(),
-                                            entry.root()};
+    const std::vector<std::string> texts = {entry.name(),   entry.title(),  initialiser_of(entry),
+                                            entry.parser(), entry.writer(), entry.root()};
     const auto contains = [&](const std::string &text) { return lower(text).find(lower(filter)) != std::string::npos; };
     return id_of(entry) == filter || std::any_of(texts.begin(), texts.end(), contains);
 }
@@ -51,6 +51,8 @@ Json to_json(const Entry &entry)
 {
     Json row;
     row["name"] = optional(entry.message != nullptr ? entry.name() : "");
+    row["title"] = optional(entry.title());
+    row["summary"] = optional(entry.summary());
     row["id"] = has_id(entry) ? Json(entry.initialiser->id) : Json();
     row["size"] = entry.size();
     row["initialiser"] = optional(entry.initialiser != nullptr ? entry.initialiser->name : "");
@@ -91,13 +93,13 @@ void print_names(std::ostream &out, const std::string &filter)
 
 ExitCode list(std::ostream &out, std::ostream & /*errors*/, const ListOptions &options)
 {
-    std::vector<Line> lines = {{"NAME", "ID", "SIZE", "DIRECTIONS", "INITIALISER"}};
+    std::vector<Line> lines = {{"NAME", "ID", "SIZE", "DIRECTIONS", "TITLE", "INITIALISER"}};
     Json rows = Json::array();
     for (const Entry &entry : entries()) {
         if (!matches(entry, options.filter))
             continue;
         lines.push_back({entry.name(), id_of(entry), entry.size() > 0 ? std::to_string(entry.size()) : "-",
-                         entry.directions(), initialiser_of(entry)});
+                         entry.directions(), entry.title().empty() ? "-" : entry.title(), initialiser_of(entry)});
         rows.push_back(to_json(entry));
     }
     if (options.names)
@@ -119,11 +121,11 @@ void add_list(CommandLine &line)
     CLI::App &verb = line.add_verb("list", "The catalogue of messages", options, list);
     verb.add_option(
         "TEXT", options->filter,
-        "Only messages with this text in their name, initialiser, functions or root element, or with this id");
+        "Only messages with this text in their name, title, initialiser, functions or root element, or with this id");
     verb.add_flag("--json", options->json, "As JSON");
     verb.add_flag("--names", options->names, "Only the names of messages that can be parsed or written")
         ->excludes("--json");
-    line.explain(verb, "", {"netparam list", "netparam list md", "netparam list 1903 --json"});
+    line.explain(verb, "", {"netparam list", "netparam list motion", "netparam list 1903 --json"});
 }
 
 } // namespace netparam

@@ -1,6 +1,6 @@
 #include "messages.h"
 
-#include "engine/engine.h"
+#include "engine/matching.h"
 #include "failure.h"
 #include "nearest.h"
 #include "text.h"
@@ -96,6 +96,28 @@ bool bears(const Entry &entry, const std::string &wanted)
 std::string Entry::name() const
 {
     return message != nullptr ? message->name : "-";
+}
+
+const netpublic::Table *Entry::read() const
+{
+    return message != nullptr ? message->read : nullptr;
+}
+
+const netpublic::Table *Entry::written() const
+{
+    return message != nullptr ? message->written : nullptr;
+}
+
+std::string Entry::title() const
+{
+    const netpublic::Table *table = read() != nullptr ? read() : written();
+    return table != nullptr ? table->title : "";
+}
+
+std::string Entry::summary() const
+{
+    const netpublic::Table *table = read() != nullptr ? read() : written();
+    return table != nullptr ? table->summary : "";
 }
 
 bool Entry::parses() const

@@ -19,6 +19,9 @@ struct Entry {
     const netpublic::Initialiser *initialiser;
 
     std::string name() const; // what one types; "-" without a message
+    // A few words and a sentence; empty without a message.
+    std::string title() const;
+    std::string summary() const;
     bool parses() const;
     bool writes() const;
     std::string directions() const;
@@ -27,6 +30,9 @@ struct Entry {
     std::string writer() const;
     // The root element that is written; empty when unknown.
     std::string root() const;
+    // The rows of the body that is read, and of the element that is written; null where nothing is.
+    const netpublic::Table *read() const;
+    const netpublic::Table *written() const;
     // The rows that describe the payload; null without any.
     const netpublic::Table *table() const;
     // Size of the payload; 0 without one.

@@ -71,7 +71,7 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, const ParseOptions 
         else
             print_items(out, items, options.style);
         if (items.empty())
-            out << "  " << session.trace()->taken() << " elements read; no rows describe this payload\n";
+            out << "  " << session.trace()->taken() << " elements read; nothing of the payload can be shown\n";
         out.flush();
     }
     print_ignored(errors, *session.trace(), *document, options);

@@ -70,14 +70,25 @@ Json read_payload(const std::string &path, const Entry &entry)
     return json["payload"];
 }
 
-void load_payload(const Session &session, const Entry &entry, const Json &payload)
+// A list of the payload's whose number of items the envelope keeps; empty without one.
+static std::string counted_list(const Entry &entry)
+{
+    const netpublic::Table *read = entry.read();
+    return read != nullptr && read->parsed == netpublic::ParsedAs::envelope ? read->key(read->row(0)) : "";
+}
+
+void load_payload(Session &session, const Entry &entry, const Json &payload)
 {
     const netpublic::Table *table = entry.table();
     const net_param_t &param = session.envelope();
     if (table == nullptr || param.data == nullptr || table->record_size > session.allocated())
         throw Failure(exit_usage, "no rows describe the payload of " + entry.name());
-    if (!session.is_list(*table))
-        return load_record(*table, param.data, payload);
+    if (!session.is_list(*table)) {
+        load_record(*table, param.data, payload);
+        if (const std::string list = counted_list(entry); !list.empty() && payload.contains(list))
+            session.set_items(static_cast<unsigned int>(payload[list].size()));
+        return;
+    }
     const std::size_t size = session.record_size();
     const std::string accepted =
         "an object with \"record\", an array of at most " + std::to_string(session.records()) + " objects";

@@ -15,7 +15,7 @@ namespace netparam {
 nlohmann::ordered_json read_payload(const std::string &path, const Entry &entry);
 
 // Into the prepared payload. Throws a Misfit.
-void load_payload(const Session &session, const Entry &entry, const nlohmann::ordered_json &payload);
+void load_payload(Session &session, const Entry &entry, const nlohmann::ordered_json &payload);
 
 // The payload's bytes as this machine's memory holds them. Fails with exit_file.
 void save_bytes(const Session &session, const std::string &path);

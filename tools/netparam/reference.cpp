@@ -23,6 +23,8 @@ std::vector<const Table *> tables_of(const Entry &entry)
         tables.push_back(entry.message->read);
     if (entry.message->written != nullptr && entry.message->written != entry.message->read)
         tables.push_back(entry.message->written);
+    if (const Table *payload = entry.table(); payload != entry.message->read && payload != entry.message->written)
+        tables.push_back(payload);
     return tables;
 }
 
@@ -46,7 +48,9 @@ public:
                 ++uses_[table];
                 // tables_of() leaves out null, but the analyser takes the comparison with `read` for a sign of it.
                 // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker)
-                visit(*table, entry->name() + (table != entry->message->read && entry->parses() ? "(written)" : ""));
+                visit(*table, entry->name() + (table == entry->message->read || !entry->parses() ? ""
+                                               : table == entry->message->written                ? "(written)"
+                                                                                                 : "(payload)"));
             }
     }
     const std::vector<const Table *> &tables() const
@@ -88,9 +92,9 @@ private:
                     word_order_.push_back(words);
                 word_keys_.emplace(words, key);
             }
-            if (const Table *inner = inner_table(table, i)) {
+            for (const Table *inner : inner_tables(table, i)) {
                 ++uses_[inner];
-                visit(*inner, path + "/" + key);
+                visit(*inner, path + "/" + key + (inner != inner_tables(table, i).front() ? "(again)" : ""));
             }
         }
     }
@@ -115,6 +119,12 @@ std::string cell(const std::string &text)
             out += c;
     }
     return out;
+}
+
+std::string sentence(std::string words)
+{
+    words.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(words.front())));
+    return words + ".";
 }
 
 // Code stays as it is, but for what ends a table's cell.
@@ -161,11 +171,15 @@ What the library reads and writes, message by message, as its tables say it. Thi
   earlier key begins with "stat", and `<s>` as the first key that begins with "s". A name that is longer than
   the key never answers to it. Where an earlier key begins with the whole name of a later one, the earlier one takes the
   child; a note at the later one says so. Children that answer to no key have no effect, unless a note says so.
-- **Member** is the C type and name in the structure, whose name stands below the heading.
+- **Member** is the C type and name in the structure, whose name stands below the heading. A key without one is kept
+  in another form: code of its own turns its element into what the structure holds, and back. A member without a key
+  has no child of its own; the note says what fills it.
 - **Accepts** is what can be read; anything else refuses the message. Plain whole numbers have at most 12
   characters, a sign included. Words are compared as a whole, case aside, unless a note says otherwise; the number
   in front of a word is what the member then holds. Texts that are too long are refused, never cut.
-- **Code of its own**: the table does not say what the message's own code does with the element.
+- **Code of its own** is the message's: what it accepts beyond the row stands behind a colon.
+- **The example** has been read by the library when this page was made, or, of a message that is only written, has
+  been written by it. In long ones elements that repeat are left out.
 - Sizes are the same on 32-bit and 64-bit machines.
 - `dataSize` is the envelope's; the initialiser sets it. "Host" messages have no initialiser: the host prepares the
   envelope, with a zeroed payload of that size.
@@ -173,7 +187,7 @@ What the library reads and writes, message by message, as its tables say it. Thi
 
 class Page {
 public:
-    explicit Page(std::ostream &out) : out_(out) {}
+    Page(std::ostream &out, const Examples &examples) : out_(out), examples_(examples) {}
 
     void print()
     {
@@ -186,8 +200,9 @@ public:
         out_ << "\n# Shared records\n";
         for (const Table *table : survey_.tables())
             if (const auto found = names_.find(table); found != names_.end()) {
-                out_ << "\n## Record " << found->second << "\n\n"
-                     << code(table->record) << ", " << table->record_size << " bytes.\n\n";
+                out_ << "\n## Record " << found->second << "\n\n";
+                if (in_payload(*table))
+                    out_ << code(table->record) << ", " << table->record_size << " bytes.\n\n";
                 print_record(*table, true);
             }
         out_ << "\n# Shared word lists\n";
@@ -236,14 +251,15 @@ private:
 
     void print_index()
     {
-        out_ << "\n## Index\n\n| Message | Id | Bytes | Directions | Initialiser |\n|---|--:|--:|---|---|\n";
+        out_ << "\n## Index\n\n| Message | What it is | Id | Bytes | Directions | Initialiser "
+                "|\n|---|---|--:|--:|---|---|\n";
         std::vector<std::string> alone;
         for (const Entry &entry : entries())
             if (entry.message == nullptr)
                 alone.emplace_back(entry.initialiser->name);
         for (const Entry *entry : messages())
-            out_ << "| [" << entry->name() << "](" << anchor(entry->name()) << ") | " << id_text(*entry) << " | "
-                 << entry->size() << " | " << entry->directions() << " | "
+            out_ << "| [" << entry->name() << "](" << anchor(entry->name()) << ") | " << cell(entry->title()) << " | "
+                 << id_text(*entry) << " | " << entry->size() << " | " << entry->directions() << " | "
                  << (entry->initialiser != nullptr ? code(entry->initialiser->name) : "the host prepares it") << " |\n";
         out_ << "\nInitialisers without parser and writer: " << in_code(alone) << ".\n";
     }
@@ -251,7 +267,8 @@ private:
     void print_message(const Entry &entry)
     {
         const Table *read = entry.message->read, *written = entry.message->written;
-        out_ << "\n## " << entry.name() << "\n\n";
+        out_ << "\n## " << entry.name() << "\n\n**" << cell(sentence(entry.title())) << "** " << cell(entry.summary())
+             << "\n\n";
         if (entry.initialiser != nullptr)
             out_ << code(entry.initialiser->name) << ", id " << id_text(entry) << ", ";
         else
@@ -264,7 +281,7 @@ private:
                  << (read != nullptr ? ": " + prose(read_check(*read)) : ", code of its own") << ".\n";
         if (entry.writes())
             out_ << "- Written by " << code(entry.writer()) << (entry.root().empty() ? "" : " as " + code(entry.root()))
-                 << (written != nullptr ? ": " + prose(write_check(*written)) : ", code of its own") << ".\n";
+                 << (written != nullptr ? ": " + prose(write_check(*written)) : ", which writes nothing") << ".\n";
         if (read != nullptr)
             print_record(*read, read == written);
         if (written != nullptr && written != read) {
@@ -272,6 +289,15 @@ private:
                 out_ << "\nWhat is written:\n\n";
             print_record(*written, true);
         }
+        if (entry.table() != nullptr && entry.table() != read && entry.table() != written) {
+            out_ << "\nWhat the payload holds, under the names that `netparam parse --json` gives it:\n\n| Name | "
+                    "Member | Words | |\n|---|---|---|---|\n";
+            bare_ = true;
+            print_level(*entry.table(), "", false);
+            bare_ = false;
+        }
+        if (const auto example = examples_.find(entry.name()); example != examples_.end())
+            out_ << "\n" << example->second;
     }
 
     // `writes`: it is written, too.
@@ -289,11 +315,10 @@ private:
     {
         for (const unsigned i : described_rows(table)) {
             const std::string name = name_of(table, i);
-            const Table *inner = inner_table(table, i);
+            const std::vector<const Table *> inner = inner_tables(table, i);
             const WordTable *words = words_beside(table, i);
-            const bool is_key = table.row(i).kind != Kind::preset;
-            std::string accepts = cell(limits_text(table, i));
-            std::vector<std::string> notes = row_notes(table, i);
+            std::string accepts = bare_ ? "" : cell(limits_text(table, i));
+            std::vector<std::string> notes = bare_ ? std::vector<std::string>() : row_notes(table, i, writes);
             if (words != nullptr) {
                 const auto found = word_names_.find(words);
                 accepts += (accepts.empty() ? "" : ": ") +
@@ -301,25 +326,28 @@ private:
                                 ? "[words " + cell(found->second) + "](" + anchor("words " + found->second) + ")"
                                 : cell(words_text(*words, is_mask(table, i))));
             }
-            const auto shared = inner != nullptr ? names_.find(inner) : names_.end();
+            const auto shared = inner.size() == 1 ? names_.find(inner.front()) : names_.end();
             if (shared != names_.end())
-                accepts += (accepts.empty() ? "[record " : " of [record ") + cell(shared->second) + "](" +
+                accepts += (accepts.empty() ? "[record " : "; see [record ") + cell(shared->second) + "](" +
                            anchor("record " + shared->second) + ")";
-            else if (inner != nullptr)
-                for (const std::string &note : table_notes(*inner))
-                    notes.push_back("children: " + note);
+            else if (!bare_)
+                for (const Table *each : inner)
+                    if (const std::string note = children_notes(*each); !note.empty())
+                        notes.push_back(note);
             if (const auto order = inner_order(table, i); writes && !order.empty() && shared == names_.end())
                 notes.push_back("written in this order: `" + joined(order, "`, `") + "`");
-            const std::string type = type_of(table, i), member = table.text(table.detail(i).member);
-            out_ << "| " << (is_key ? code(path + name) : "") << " | "
-                 << code(type + (type.empty() ? "" : " ") + member) << " | " << accepts << " | "
-                 << prose(joined(notes, "; ")) << " |\n";
-            if (inner != nullptr && shared == names_.end())
-                print_level(*inner, path + name + "/", writes);
+            const std::string member = in_payload(table, i) ? type_of(table, i) + " " + member_of(table, i) : "";
+            out_ << "| " << (bare_ || has_key(table, i) ? code(path + name) : "") << " | " << code(member) << " | "
+                 << accepts << " | " << prose(joined(notes, "; ")) << " |\n";
+            if (shared == names_.end())
+                for (const Table *each : inner)
+                    print_level(*each, path + name + "/", writes && is_in_order(table, i) && each == inner.front());
         }
     }
 
+    bool bare_ = false; // only the members, not how they are read
     std::ostream &out_;
+    const Examples &examples_;
     Survey survey_;
     std::map<const Table *, std::string> names_;
     std::map<const WordTable *, std::string> word_names_;
@@ -347,9 +375,9 @@ void print_table_rows(std::ostream &out, const Survey &survey, const Table &tabl
         out << " | " << limits_text(table, i);
         if (const WordTable *words = words_beside(table, i))
             out << ": " << words_text(*words, is_mask(table, i));
-        if (const Table *inner = inner_table(table, i))
+        for (const Table *inner : inner_tables(table, i))
             out << " -> " << survey.path(*inner);
-        for (const std::string &note : row_notes(table, i))
+        for (const std::string &note : row_notes(table, i, true))
             out << "; " << note;
         out << '\n';
     }
@@ -359,9 +387,9 @@ void print_table_rows(std::ostream &out, const Survey &survey, const Table &tabl
 
 } // namespace
 
-void print_page(std::ostream &out)
+void print_page(std::ostream &out, const Examples &examples)
 {
-    Page(out).print();
+    Page(out, examples).print();
 }
 
 void print_rows(std::ostream &out)

@@ -1,5 +1,7 @@
 #include "report.h"
 
+#include "engine/matching.h"
+
 #include <algorithm>
 
 namespace netparam {
@@ -181,7 +183,9 @@ Refusal refusal_of(const Session &session, const Document &document)
     }
     refusal.spot = spot_of(document.body());
     refusal.path = path_of(document.body());
-    refusal.reason = "the message as a whole is refused, although each of its elements was read";
+    refusal.reason = session.trace()->taken() != 0
+                         ? "the message as a whole is refused, although each of its elements was read"
+                         : "the message as a whole is refused; none of its elements was read";
     return refusal;
 }
 

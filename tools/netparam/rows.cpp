@@ -54,18 +54,31 @@ Form shaped_form(const Detail &detail)
     return detail.shape <= Shape::u8 ? Form::numbers : Form::scalars;
 }
 
+// An element whose children show nothing by themselves: they are kept in another form.
+bool shows_inside(const Table &table, const Row &row)
+{
+    const Table &inner = *table.ref(row.ref).table;
+    for (unsigned i = 0; i < inner.rows; ++i)
+        if (is_shown(inner, i))
+            return true;
+    return false;
+}
+
 // Does an earlier row show the same? A field may have one row to be read by and another to be written by.
 bool shown_before(const Table &table, unsigned index)
 {
     const Row &row = table.row(index);
     for (unsigned i = 0; i < index; ++i) {
         const Row &earlier = table.row(i);
+        if (form_of(table, i) == Form::none)
+            continue; // what shows nothing hides nothing
         const bool same_key = std::strcmp(table.key(earlier), table.key(row)) == 0;
         const bool same_member =
             std::strcmp(table.text(table.detail(i).member), table.text(table.detail(index).member)) == 0;
-        if (row.kind == Kind::preset ? earlier.offset == row.offset : same_key && index >= table.keys)
+        const bool has_member = table.detail(i).shape != Shape::none; // a part has none
+        if (row.kind == Kind::preset ? has_member && earlier.offset == row.offset : same_key && index >= table.keys)
             return true;
-        if (earlier.offset == row.offset && (same_key || (same_member && row.kind != Kind::group)))
+        if (earlier.offset == row.offset && (same_key || (same_member && form_of(table, index) != Form::group)))
             return true;
     }
     // A preset inside a member that has a row of its own.
@@ -81,8 +94,12 @@ Form form_of(const Table &table, unsigned index)
         return Form::word;
     case Kind::mask:
         return Form::mask;
-    case Kind::group:
-        return Form::group;
+    case Kind::group: {
+        const Detail &detail = table.detail(index);
+        if (shows_inside(table, table.row(index)))
+            return Form::group;
+        return detail.shape == Shape::record ? Form::none : shaped_form(detail);
+    }
     case Kind::list:
         return Form::list;
     case Kind::int_items:
@@ -133,7 +150,9 @@ bool code_of(const netpublic::WordTable &words, const std::string &text, int &co
 
 const Row *count_of(const Table &table, const Row &list)
 {
-    return table.attachment(list, Kind::count);
+    // That of an indexed list is the host's: what is read does not move it.
+    const bool indexed = list.kind == Kind::list && (list.flags & netpublic::list_indexed) != 0;
+    return indexed ? nullptr : table.attachment(list, Kind::count);
 }
 
 std::size_t capacity_of(const Table &table, unsigned index)

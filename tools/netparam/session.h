@@ -64,6 +64,11 @@ public:
     {
         return param_;
     }
+    // How many items the list holds whose number the envelope keeps; for a payload that did not come from a body.
+    void set_items(unsigned int count)
+    {
+        param_.reserved1 = count;
+    }
     const net_ext_t &extension() const
     {
         return extension_;

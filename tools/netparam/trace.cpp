@@ -57,6 +57,13 @@ Refusal of_missing(const Table &table, const Row &row, const TiXmlNode &element)
     refusal.path = path_of(element);
     refusal.key = table.key(row);
     refusal.reason = "the child \"" + refusal.key + "\" is missing";
+    if (netpublic::is_list(row.kind) && (row.flags & netpublic::list_exact) != 0) {
+        int items = 0;
+        for (const TiXmlNode *child = element.FirstChild(); child != nullptr; child = child->NextSibling())
+            items +=
+                netpublic::find_key(table, child->Value(), 0) == static_cast<unsigned>(&row - &table.row(0)) ? 1 : 0;
+        refusal.reason = "there are only " + std::to_string(items) + " of \"" + refusal.key + "\"";
+    }
     refusal.accepted = refusal.key + ": " + accepted_by(table, row);
     return refusal;
 }
@@ -66,8 +73,10 @@ Refusal of_stranger(const Table &table, const TiXmlNode &node)
     Refusal refusal;
     refusal.spot = spot_of(node);
     refusal.path = path_of(node);
-    refusal.reason = "no such child is accepted here";
-    refusal.accepted = joined(keys_of(table), ", ");
+    refusal.reason = node.ToElement() == nullptr ? "this is no element; a comment or text is refused here"
+                     : table.names == netpublic::Names::in_order ? "another child is expected here"
+                                                                 : "no such child is accepted here";
+    refusal.accepted = joined(keys_of(table), table.names == netpublic::Names::in_order ? ", then " : ", ");
     return refusal;
 }
 
@@ -96,7 +105,7 @@ void Trace::happened(void *self, Event event, const Table &table, const Row *row
     const TiXmlNode *node = element.tree();
     switch (event) {
     case Event::taken:
-        ++trace.taken_;
+        trace.taken_.insert(node);
         trace.refused_ = false; // the message's own code has put up with it
         trace.take(table, *row, record, *node);
         break;
@@ -130,7 +139,8 @@ void Trace::refuse(const Refusal &refusal, const TiXmlNode &node)
 void Trace::take(const Table &table, const Row &row, const void *record, const TiXmlNode &node)
 {
     const std::string key = table.key(row);
-    if (node.ValueStr().size() < key.size() && shortened_.size() < most_shortened)
+    if (node.ValueStr().size() < key.size() && shortened_.size() < most_shortened &&
+        table.names != netpublic::Names::any && told_.insert({&node, key}).second)
         shortened_.push_back({spot_of(node), path_of(node), key});
     if ((row.flags & netpublic::row_skipped) != 0)
         return;
@@ -169,7 +179,9 @@ void Trace::ignore(const Table &table, const TiXmlNode &node)
 {
     refused_ = false;
     // A comment takes part in the matching, but nobody means a key by it.
-    if (node.ToElement() == nullptr || is_known(table, node))
+    // A body that is read twice is told of once, and what one reading takes, the other may ignore.
+    if (node.ToElement() == nullptr || is_known(table, node) || taken_.count(&node) != 0 ||
+        !told_.insert({&node, ""}).second)
         return;
     ++ignored_in_all_;
     if (ignored_.size() < most_ignored)

@@ -6,6 +6,7 @@
 #include "engine/engine.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -72,7 +73,7 @@ public:
     // How many elements were taken.
     std::size_t taken() const
     {
-        return taken_;
+        return taken_.size();
     }
 
 private:
@@ -96,7 +97,8 @@ private:
     Refusal refusal_;
     std::vector<Ignored> ignored_;
     std::size_t ignored_in_all_ = 0;
-    std::size_t taken_ = 0;
+    std::set<const TiXmlNode *> taken_;
+    std::set<std::pair<const TiXmlNode *, std::string>> told_; // of what notes were made
     std::vector<Shortened> shortened_;
     std::map<std::pair<const void *, std::string>, Origin> origins_;
 };

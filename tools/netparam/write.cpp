@@ -41,7 +41,7 @@ ExitCode write_body(std::ostream &out, std::ostream &errors, Session &session, c
     return exit_ok;
 }
 
-void load_drawing(const Session &session, const Entry &entry, Options options, const std::string &drawing)
+void load_drawing(Session &session, const Entry &entry, Options options, const std::string &drawing)
 {
     options.show_secrets = true;
     const std::vector<Item> items = payload_items(session, entry, options);

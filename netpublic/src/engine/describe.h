@@ -171,13 +171,22 @@ template <class D> constexpr std::size_t written_field(std::size_t place)
     return 0;
 }
 
-// An earlier key that begins with this key takes this key's full name; any key that does, the name of one
-// that is only written.
+constexpr bool alike_as_a_whole(const char *a, const char *b)
+{
+    std::size_t same = 0;
+    while (same < compared_characters && a[same] != '\0' && fold(a[same]) == fold(b[same]))
+        ++same;
+    return same == compared_characters;
+}
+
+// An earlier key that begins with this key takes this key's full name, and so does one that is no other as a whole
+// name; any key that does, the name of one that is only written.
 template <class D> constexpr bool is_shadowed(std::size_t index)
 {
     const Field &field = D::fields[index];
     for (std::size_t other = 0; other < (is_key(field) ? index : std::size(D::fields)); ++other)
-        if (is_key(D::fields[other]) && (field.key == nullptr || begins(D::fields[other].key, field.key)))
+        if (is_key(D::fields[other]) && (field.key == nullptr || begins(D::fields[other].key, field.key) ||
+                                         alike_as_a_whole(D::fields[other].key, field.key)))
             return true;
     return false;
 }
@@ -433,6 +442,7 @@ template <class D> constexpr auto describe()
     head.title = D::traits.title_text;
     head.summary = D::traits.summary_text;
     head.layout = D::traits.layout_table;
+    head.parsed = D::traits.parsed;
     head.details = narrowed<std::uint16_t>(offsetof(Out, details) - start);
     for (std::size_t i = 0; i < draft.row_count; ++i)
         out.details[i] = draft.details[i];

@@ -1021,6 +1021,7 @@ struct Traits {
     Before before_hook = nullptr;
     After after_hook = nullptr;
     ParseBody parse_function = nullptr;
+    ParsedAs parsed = ParsedAs::record;
     // Under the undefined-behaviour sanitizer gcc takes no function's address for a constant non-null.
     bool has_before = false;
     bool has_after = false;
@@ -1139,19 +1140,20 @@ struct Traits {
     // The rows describe a walk, or the envelope: see parse_walk(), parse_tried() and parse_envelope().
     template <class Payload, auto take> constexpr Traits walk() const
     {
-        return parsed_by(parse_walk<Payload, take>);
+        return parsed_by(parse_walk<Payload, take>, ParsedAs::walk);
     }
     template <class Payload, auto take> constexpr Traits tried() const
     {
-        return parsed_by(parse_tried<Payload, take>);
+        return parsed_by(parse_tried<Payload, take>, ParsedAs::tried);
     }
     template <class Payload> constexpr Traits envelope() const
     {
-        return parsed_by(parse_envelope<Payload>);
+        return parsed_by(parse_envelope<Payload>, ParsedAs::envelope);
     }
-    constexpr Traits parsed_by(ParseBody function) const
+    constexpr Traits parsed_by(ParseBody function, ParsedAs way) const
     {
         Traits changed = with(table_walked);
+        changed.parsed = way;
         changed.parse_function = function;
         return changed;
     }

@@ -6,7 +6,6 @@
 namespace netpublic {
 namespace {
 
-constexpr std::size_t longest_exact_name = 31;
 constexpr unsigned near_rows = 6; // from the expected one on, tried before all keys are
 
 // The rows of a table in the order in which children are expected: as they are written, behind them the keys as
@@ -77,7 +76,7 @@ bool answers_to(const char *name, const char *key)
 
 bool is_named(const char *name, const char *key)
 {
-    return same_folded(name, key, longest_exact_name);
+    return same_folded(name, key, compared_characters);
 }
 
 unsigned find_key(const Table &table, const char *name, unsigned from)
@@ -90,7 +89,14 @@ unsigned find_key(const Table &table, const char *name, unsigned from)
     return no_row;
 }
 
-unsigned find_further(const Table &table, const char *name, unsigned &expected)
+namespace {
+
+// These steps lie beside each other, as all of a deep message lies above them on the stack.
+
+constexpr unsigned unlikely = no_row - 1;
+
+// Among the rows behind the expected one; or unlikely.
+[[gnu::noinline]] unsigned find_near(const Table &table, const char *name, unsigned &expected)
 {
     const Order order(table);
     const unsigned end = std::min(order.places(), expected + near_rows);
@@ -102,9 +108,25 @@ unsigned find_further(const Table &table, const char *name, unsigned &expected)
         expected = order.place_behind(place);
         return index < order.keys ? index : no_row;
     }
+    return unlikely;
+}
+
+// What is expected once a row, or none, has been found among all.
+[[gnu::noinline]] unsigned expect_behind(const Table &table, unsigned row, unsigned expected)
+{
+    const Order order(table);
+    return row != no_row ? order.place_behind(order.place_of(row)) : expected;
+}
+
+} // namespace
+
+unsigned find_further(const Table &table, const char *name, unsigned &expected)
+{
+    const unsigned near = find_near(table, name, expected);
+    if (near != unlikely)
+        return near;
     const unsigned index = find_key(table, name, 0);
-    if (index != no_row)
-        expected = order.place_behind(order.place_of(index));
+    expected = expect_behind(table, index, expected);
     return index;
 }
 

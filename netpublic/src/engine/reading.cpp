@@ -310,11 +310,17 @@ char *first_item(Walk &walk, const Row &row)
     return row.kind == Kind::list && (row.flags & list_behind_pointer) != 0 ? *reinterpret_cast<char **>(first) : first;
 }
 
-NETPUBLIC_LEAF int read_wire(Walk &walk, const Row &row, Node child, unsigned index)
+// What a wire's function makes of the child.
+[[gnu::always_inline]] inline int read_by(const Walk &walk, const Row &row, Item &item, Node child)
 {
     const Table &table = walk.table;
-    Item item = {table.key(row), index, 0, 0};
     return table.ref(row.ref + 1).read_wire(&member<char>(walk.record, row), *table.ref(row.ref).table, item, child);
+}
+
+NETPUBLIC_LEAF int read_wire(const Walk &walk, const Row &row, Node child)
+{
+    Item item = {walk.table.key(row), 0, 0, 0};
+    return read_by(walk, row, item, child);
 }
 
 // A list that has no room: 0 or -1.
@@ -340,7 +346,8 @@ int read_item(Walk &walk, const Row &row, Node child)
         index = capacity - 1;
     }
     if (row.kind == Kind::wires) {
-        if (read_wire(walk, row, child, index) != 0)
+        Item item = {walk.table.key(row), index, 0, 0};
+        if (read_by(walk, row, item, child) != 0)
             return -1;
     } else if (row.kind == Kind::int_items) {
         if (read_int(&member<int>(walk.record, row) + index, child) != 0)
@@ -410,7 +417,7 @@ int read_item(Walk &walk, const Row &row, Node child)
     case Kind::wires:
         return read_item(walk, row, child);
     case Kind::wire:
-        return read_wire(walk, row, child, 0);
+        return read_wire(walk, row, child);
     case Kind::constant:
     case Kind::named:
     case Kind::preset:

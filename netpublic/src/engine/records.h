@@ -56,9 +56,10 @@ struct QueryDeviceFields : Description {
 };
 inline constexpr auto query_device = describe<QueryDeviceFields>();
 
-// The size of a picture. The lines are handed the value and the source line, and show them the other way round.
-struct ResolutionFields : Description {
-    using T = net_resolution_info_v20_t;
+// The size of a picture, in a record that has room for it. The lines are handed the value and the source line, and
+// show them the other way round.
+template <class Record> struct SizeFields : Description {
+    using T = Record;
     static constexpr Field fields[] = {
         integer("width", AT(width))
             .at_least(1)
@@ -70,6 +71,7 @@ struct ResolutionFields : Description {
     static constexpr Traits traits =
         HERE.logged_as("net_xml_stream.cpp").parser("get_resolution_from_xmlnode").entry(Line::plain);
 };
+using ResolutionFields = SizeFields<net_resolution_info_v20_t>;
 inline constexpr auto resolution_record = describe<ResolutionFields>();
 
 // Written with its name, which is never read.

@@ -11,7 +11,7 @@
 //     HOST_MESSAGE(name, payload type, parser, writer, tables as above)   the host prepares the envelope
 //
 // `name` is what one types: the family name in lower case with hyphens. A missing parser, writer or table
-// is nullptr.
+// is nullptr; a writer without a table writes nothing.
 #ifndef NETPUBLIC_REGISTRY_H
 #define NETPUBLIC_REGISTRY_H
 
@@ -77,9 +77,7 @@ struct Messages {
 inline const Table *payload_table(const Message &message)
 {
     const Table *table = message.read != nullptr ? message.read : message.written;
-    if (table == nullptr || (table->flags & table_walked) == 0)
-        return table;
-    return table->layout;
+    return table == nullptr || (table->layout == nullptr && (table->flags & table_walked) == 0) ? table : table->layout;
 }
 
 // One function a domain.

@@ -170,6 +170,9 @@ union Ref {
 
 constexpr unsigned longest_int_list = 127; // characters
 
+// Whole names are told apart by so many characters.
+constexpr std::size_t compared_characters = 31;
+
 // Only the first keys of a table can be required: so many bits keep what has been seen.
 constexpr unsigned required_keys = 32;
 
@@ -230,6 +233,9 @@ enum TableTrait : std::uint8_t {
     trait_empty_done = 0x4, // a body without children is over at once
     trait_write_line = 0x8, // a writer that fails behind its check logs as the check does
 };
+
+// How a message's body reaches the payload: see Traits::walk(), tried() and envelope().
+enum class ParsedAs : std::uint8_t { record, walk, tried, envelope };
 
 #ifdef NETPUBLIC_DESCRIBED
 // What the tools want to know of a member beyond its row.
@@ -297,6 +303,7 @@ struct Table {
     const char *title;   // a few words
     const char *summary; // one sentence
     const Table *layout; // the payload's rows, where this table describes a record of a walk
+    ParsedAs parsed;
 #endif
 
     // The block goes on behind this head; the empty instruction keeps the compiler from knowing better.

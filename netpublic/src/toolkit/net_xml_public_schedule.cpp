@@ -38,9 +38,14 @@ int check_block(TimeBlock &block)
     return block.beginHour > block.endHour ? -1 : 0;
 }
 
+static bool is_empty(const char *text)
+{
+    return text == nullptr || *text == '\0';
+}
+
 int take_type_item(net_schedule_t &schedule, const TypeItem &item)
 {
-    if (*item.type == '\0' || *item.hours == '\0')
+    if (is_empty(item.type) || is_empty(item.hours))
         return -1;
     int code = -1;
     if (get_alarm_in_type_intValue(&code, const_cast<char *>(item.type), item.index) != 0 || code < 0)

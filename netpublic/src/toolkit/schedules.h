@@ -58,9 +58,9 @@ template <class IsSet> Give next_block(TimeBlock &block, Item &item, IsSet is_se
 
 // The per-type form: the week's hours of one alarm type, "item".
 struct TypeItem {
-    const char *type = "";
+    const char *type = nullptr;
     int index = 0; // of a smart-AI rule
-    const char *hours = "";
+    const char *hours = nullptr;
     int indexed = 0; // the rule is written
 };
 struct WrittenTypeItem : TypeItem {
@@ -94,7 +94,7 @@ inline constexpr auto type_item = describe<TypeItemFields>();
 struct TypeScheduleFields : Description {
     using T = net_schedule_t;
     static constexpr Field fields[] = {
-        wires_part<T, take_type_item, give_type_item>("item", type_item),
+        wires_part<T, take_type_item, give_type_item>("item", type_item).accepts("an item with a type and a table"),
     };
     static constexpr Traits traits =
         HERE.logged_as("net_xml_public.cpp").parser("get_type_schedule_list_from_xmlnode").failure(Line::plain_failed);
@@ -104,7 +104,7 @@ inline constexpr auto type_schedule = describe<TypeScheduleFields>();
 // The per-combination form: the hours that have one combination of types, "Schedule".
 struct Combination {
     net_schedule_t *schedule = nullptr;
-    const char *word = "";
+    const char *word = nullptr;         // there before it is looked at
     time_section_t types = {};          // what is read sets them in the hours of its blocks
     unsigned int hours[week_days] = {}; // what is written; bit h is hour h
 
@@ -121,7 +121,9 @@ Give give_combination(const net_schedule_t &schedule, Combination &combination, 
 struct BlockListFields : Description {
     using T = Combination;
     static constexpr Field fields[] = {
-        wires_part<T, take_block, give_block>("timeBlock", time_block, week_hours).stop_when_full(),
+        wires_part<T, take_block, give_block>("timeBlock", time_block, week_hours)
+            .stop_when_full()
+            .accepts("the last hour is not before the first"),
     };
     static constexpr Traits traits = Traits{}.exact_names().others_fail();
 };

@@ -33,8 +33,8 @@ _netparam()
                 valued='  '
                 ;;
             describe)
-                options='-h --help --all --json --markdown --rows'
-                valued='  '
+                options='-h --help --all --json --markdown --examples --rows'
+                valued=' --examples '
                 ;;
             parse)
                 options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --format --json --memory --svg --raw'
@@ -74,6 +74,7 @@ _netparam()
         return
     fi
     case $verb,$before in
+    describe,--examples) : ;;
     parse,--ext) _netparam_files ;;
     parse,--channels) : ;;
     parse,--alarm-inputs) : ;;
