@@ -329,7 +329,8 @@ std::string Author::content(const Table &table, unsigned index)
     switch (row.kind) {
     case Kind::text:
     case Kind::view:
-        return text(static_cast<std::size_t>(table.limit(row.limits).low), key);
+        // Some take a text of any length; so much is enough.
+        return text(std::min<std::size_t>(static_cast<std::size_t>(table.limit(row.limits).low), 3000), key);
     case Kind::counted_text:
         return text(255, key);
     case Kind::word:

@@ -13,6 +13,8 @@ constexpr unsigned int errors = 0x1;
 
 net_host_answers answers;
 
+// Counted without any order: it would keep from a thread sanitizer what threads share besides.
+constexpr auto unordered = std::memory_order_relaxed;
 std::atomic<long> live{0};
 std::atomic<unsigned long> total{0};
 std::atomic<unsigned int> last_size{0};
@@ -67,7 +69,7 @@ unsigned int loglevel = errors;
 
 void *bc_malloc(unsigned int size)
 {
-    last_size = size;
+    last_size.store(size, unordered);
     if (failing())
         return nullptr;
     void *block = answers.allocate != nullptr ? answers.allocate(size) : std::malloc(size);
@@ -75,8 +77,8 @@ void *bc_malloc(unsigned int size)
         return nullptr;
     if (answers.block_fill >= 0)
         std::memset(block, answers.block_fill, size);
-    ++live;
-    ++total;
+    live.fetch_add(1, unordered);
+    total.fetch_add(1, unordered);
     return block;
 }
 
@@ -84,7 +86,7 @@ void bc_free(void *block)
 {
     if (block == nullptr)
         return;
-    --live;
+    live.fetch_sub(1, unordered);
     if (answers.release != nullptr)
         answers.release(block);
     else

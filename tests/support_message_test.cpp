@@ -512,8 +512,7 @@ TEST_F(AbilityTest, RefusesBadTokens)
 {
     char list[16] = "uid_ro";
     int count = 1;
-    constexpr char invalid[] =
-        "<red net_xml_system.cpp>Func(make_enum_to_string) Line(#) error. param is invalid\n";
+    constexpr char invalid[] = "<red net_xml_system.cpp>Func(make_enum_to_string) Line(#) error. param is invalid\n";
     EXPECT_EQ(log_of([&] { EXPECT_EQ(make_enum_to_string(nullptr, 16, "a", ro, &count), -1); }), invalid);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(make_enum_to_string(list, 16, nullptr, ro, &count), -1); }), invalid);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(make_enum_to_string(list, 16, "a", ro, nullptr), -1); }), invalid);

@@ -82,6 +82,11 @@ std::string toolkit_texts(int number)
     insert_schedule_list_to_xmlnode(&schedule, &parent);
     InsertChildToXmlElement_int64(&parent, "n", number * 1000000007LL, 0, 0);
     InsertChildToXmlElement_float(&parent, "f", static_cast<float>(number) / 7, 0, 0);
+    net_stream_info_v20_t entry = {};
+    for (int &rate : entry.mainStream.framerateTable)
+        rate = number + 1;
+    count = 0;
+    xml_enc_info_list_s2x(&entry, 1, &parent, &count, 1 << 20);
     return all + test::print_children(parent);
 }
 

@@ -1237,22 +1237,22 @@ int get_sensitivity_new_info_x2s(net_md_sens_v20_t *sensitivity, TiXmlNode *node
 
 int get_sensitivity_new_info_list_from_xmlnode(tag_net_sensitivity_info_v20_t *list, TiXmlNode *node, const char *name)
 {
-    if (list == nullptr)
+    if (!is_component(list, node, name))
         return -1;
     net_md_sens_v20_t sensitivity;
     std::memcpy(sensitivity.sensInfo, list, sizeof sensitivity.sensInfo);
-    const int result = read_component(&sensitivity, node, name, prioritised_list);
+    const int result = read_record(prioritised_list, &sensitivity, node);
     std::memcpy(list, sensitivity.sensInfo, sizeof sensitivity.sensInfo);
     return result;
 }
 
 int get_sensitivity_priority_list_from_xmlnode(int *priorities, TiXmlNode *node, const char *name)
 {
-    if (priorities == nullptr)
+    if (!is_component(priorities, node, name))
         return -1;
     net_md_sens_v20_t sensitivity;
     std::memcpy(sensitivity.priority, priorities, sizeof sensitivity.priority);
-    const int result = read_component(&sensitivity, node, name, priority_list);
+    const int result = read_record(priority_list, &sensitivity, node);
     std::memcpy(priorities, sensitivity.priority, sizeof sensitivity.priority);
     return result;
 }
