@@ -10,6 +10,7 @@ const std::vector<Target> &targets()
         {"tree", run_tree, [](const Sink &sink) { message_seeds(sink, Body::tree); }, Body::tree, 4096},
         {"payload", run_payload, [](const Sink &sink) { message_seeds(sink, Body::tree); }, Body::none, 256},
         {"header", run_header, header_seeds, Body::none, 66 * 1024},
+        {"scan", run_scan, scan_seeds, Body::none, 1024},
         {"filter", run_filter, filter_seeds, Body::none, 1024},
         {"base64", run_base64, codec_seeds, Body::none, 512},
         {"grid", run_grid, codec_seeds, Body::none, 2600},

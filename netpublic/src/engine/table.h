@@ -10,6 +10,7 @@
 
 #include "engine/common.h"
 #include "ground/log.h"
+#include "ground/element.h"
 #include "ground/node.h"
 #include "ground/words.h"
 

@@ -53,8 +53,7 @@ int is_written(const Table &table, const void *record, const Row &row)
 // A text member; the host may have filled it to the last byte.
 int write_text(Element parent, const char *key, const char *text, std::size_t size)
 {
-    return std::memchr(text, '\0', size) != nullptr ? append_text(parent, key, text)
-                                                    : append_text(parent, key, text, size);
+    return append_text(parent, key, text, size);
 }
 
 int write_word(const Table &table, const Row &row, int code, Element parent)
@@ -272,7 +271,7 @@ int write_row(const Table &table, const Row &row, const void *record, Element pa
 
 int write_record(const Table &table, const void *record, Element element, unsigned index)
 {
-    if (element == nullptr) // could not be made
+    if (!element) // could not be made
         return -1;
     for (unsigned place = 0; place < table.written; ++place) {
         const Row &row = table.row(table.ordered(place));
@@ -310,22 +309,18 @@ int write_message(net_param_t *param, TiXmlElement *parent, const Table &message
     return -1;
 }
 
-int append_root(const Table &message, const void *record, TiXmlNode *parent)
+int append_root(const Table &message, const void *record, Element parent)
 {
-    // Built apart and linked last, so that a failure leaves the parent as it was.
-    auto *root = new_element(message.root(), (message.flags & table_capital) != 0 ? "Version" : "version");
-    if (write_record(message, record, root) != 0) {
-        delete root;
-        return -1;
-    }
-    parent->LinkEndChild(root);
-    return 0;
+    const Mark mark = mark_end(parent);
+    const char *version = (message.flags & table_capital) != 0 ? "Version" : "version";
+    return write_record(message, record, append_root(parent, message.root(), version)) != 0 ? remove_since(parent, mark)
+                                                                                            : 0;
 }
 
-int write_component(const Table &table, const void *record, TiXmlElement *element)
+int write_component(const Table &table, const void *record, Element element)
 {
-    const TiXmlNode *last = element->LastChild();
-    return write_record(table, record, element) != 0 ? remove_children(element, last) : 0;
+    const Mark mark = mark_end(element);
+    return write_record(table, record, element) != 0 ? remove_since(element, mark) : 0;
 }
 
 } // namespace netpublic

@@ -23,8 +23,8 @@ template <class Value> int read_value(int (*read)(Value *, Node), Value *value, 
 }
 
 template <class Value>
-int append_value(int (*append)(TiXmlElement *, const char *, Value), TiXmlElement *parent, const char *name,
-                 Value value, int omit1, int omit2)
+int append_value(int (*append)(Element, const char *, Value), TiXmlElement *parent, const char *name, Value value,
+                 int omit1, int omit2)
 {
     if (parent == nullptr || name == nullptr)
         return -1;

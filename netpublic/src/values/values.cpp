@@ -181,7 +181,8 @@ char *write_decimal(char (&room)[decimal_room], bool negative, std::uint64_t mag
 int append_decimal(Element parent, const char *name, bool negative, std::uint64_t magnitude)
 {
     char room[decimal_room];
-    return append_text(parent, name, write_decimal(room, negative, magnitude));
+    const char *first = write_decimal(room, negative, magnitude);
+    return append_plain(parent, name, first, static_cast<std::size_t>(room + sizeof room - 1 - first));
 }
 
 } // namespace
@@ -327,7 +328,7 @@ int append_float(Element parent, const char *name, float value)
     char *end = text + sizeof text - 1;
     *end = '\0';
     if (const char *first = write_short_float(end, value))
-        return append_text(parent, name, first);
+        return append_plain(parent, name, first, static_cast<std::size_t>(end - first));
     char *const printed = gcvt(static_cast<double>(value), 8, text);
     const char point = decimal_point();
     if (point != '.') {

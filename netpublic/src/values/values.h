@@ -3,6 +3,7 @@
 #ifndef NETPUBLIC_VALUES_H
 #define NETPUBLIC_VALUES_H
 
+#include "ground/element.h"
 #include "ground/node.h"
 
 #include <cstdint>
