@@ -59,7 +59,9 @@ void message_seeds(const Sink &sink, Body body);
 void header_seeds(const Sink &sink);
 void filter_seeds(const Sink &sink);
 void schedule_seeds(const Sink &sink);
-void codec_seeds(const Sink &sink);
+void base64_seeds(const Sink &sink);
+void list_seeds(const Sink &sink);
+void word_seeds(const Sink &sink);
 
 } // namespace fuzz
 

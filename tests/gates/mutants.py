@@ -115,7 +115,7 @@ class Tree(mutation.Copy):
         self.jobs, self.filter, self.every = options.jobs, options.tests, bool(options.matrix or options.again)
         self.build = work / "build"
         self.runner, self.netparam = self.build / "tests/netpublic_tests", self.build / "tools/netparam/netparam"
-        if not self.configure(self.build, f"-DCMAKE_CXX_FLAGS={options.flags}") or not self.builds():
+        if not mutation.configure(self.top, self.build, f"-DCMAKE_CXX_FLAGS={options.flags}") or not self.builds():
             sys.exit("The unbroken tree does not build.")
         self.timeout = 900
         start = time.monotonic()
@@ -230,18 +230,16 @@ def main():
         report(results)
         return 0
     if options.list:
-        source = mutation.TOP / "netpublic/src"
-        sample = choose(options, sorted({path for pattern in options.files for path in source.glob(pattern)}))
+        sample = choose(options, mutation.sources(mutation.TOP, *options.files))
         print("\n".join(mutant[0] for _, mutant in sample))
         return 0
     if not options.work:
         parser.error("--work is missing")
     options.work.mkdir(parents=True, exist_ok=True)
     tree = Tree(options)
-    source = tree.top / "netpublic/src"
     before = json.loads(options.again.read_text()) if options.again else {}
     lost, results = [], {}
-    for path, mutant in choose(options, sorted({path for name in options.files for path in source.glob(name)})):
+    for path, mutant in choose(options, tree.sources(*options.files)):
         noticed = results[mutant[0]] = tree.judge(path, mutant)
         verdict = "stillborn" if noticed is None else "noticed" if noticed else "survived"
         if before.get(mutant[0]) and not noticed:

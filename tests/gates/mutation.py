@@ -23,6 +23,10 @@ def run(*command, **options):
         return False
 
 
+def sources(top, *patterns):
+    return sorted({path for pattern in patterns for path in (top / "netpublic/src").rglob(pattern)})
+
+
 class Copy:
     """A copy of the tree. Only what differs is copied, so that a second run builds little."""
 
@@ -40,11 +44,12 @@ class Copy:
                 shutil.copy(TOP / path, copy)
 
     def sources(self, *patterns):
-        return sorted({path for pattern in patterns for path in (self.top / "netpublic/src").rglob(pattern)})
+        return sources(self.top, *patterns)
 
-    def configure(self, build, *options):
-        return run("cmake", "-S", self.top, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
-                   "-DNETPUBLIC_BUILD_BENCH=OFF", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF", *options)
+
+def configure(top, directory, *options):
+    return run("cmake", "-S", top, "-B", directory, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None",
+               "-DNETPUBLIC_BUILD_BENCH=OFF", "-DCMAKE_COMPILE_WARNING_AS_ERROR=OFF", *options)
 
 
 def build(directory, jobs, *targets):
