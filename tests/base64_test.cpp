@@ -224,12 +224,18 @@ TEST_F(Base64Test, grids_of_rows_and_of_columns)
             }
         ASSERT_EQ(wrong, 0) << columns << " x " << rows;
 
-        Bytes collected(count);
-        netpublic::collect_rows(collected.data(), by_row.data(), columns, rows, columns_max);
-        ASSERT_EQ(collected, bits);
-        std::fill(collected.begin(), collected.end(), static_cast<unsigned char>(9));
-        netpublic::collect_columns(collected.data(), by_column.data(), columns, rows, rows_max);
-        ASSERT_EQ(collected, bits);
+        for (const netpublic::Grid &grid : {netpublic::Grid{by_row.data(), columns, rows, false},
+                                            netpublic::Grid{by_column.data(), columns, rows, true}}) {
+            ASSERT_EQ(netpublic::encoded_length(grid), in.size());
+            std::string out(in.size(), '~');
+            netpublic::encode_grid(grid, out.data(), 0, out.size());
+            ASSERT_EQ(out, in) << columns << " x " << rows;
+            for (std::size_t first = 0; first < in.size(); first += 64) {
+                std::string part = in.substr(first, 64);
+                netpublic::encode_grid(grid, part.data(), first, part.size());
+                ASSERT_EQ(part, in.substr(first, 64)) << columns << " x " << rows;
+            }
+        }
     }
 }
 

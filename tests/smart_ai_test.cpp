@@ -473,12 +473,6 @@ TEST_F(SmartAiTest, DetectionAreaWritten)
     message->width = 0;
     message->height = 5;
     EXPECT_EQ(message.write(net_ai_area_detect_s2x).find("<area>"), std::string::npos) << "nothing to encode";
-
-    message->width = 8;
-    net_host_fail_allocation(1);
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.write(net_ai_area_detect_s2x), "failed"); }),
-              "<red net_public.cpp>malloc failed\n" + line +
-                  "File[net_xml_alarm.cpp] Func[net_ai_area_detect_s2x] Line[#],malloc error!\n");
 }
 
 TEST_F(SmartAiTest, TrackLimitsAndSchedule)

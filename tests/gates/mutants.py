@@ -18,7 +18,8 @@ import time
 from pathlib import Path
 
 TOP = Path(__file__).resolve().parents[2]
-SOURCES = ["reading.cpp", "writing.cpp", "matching.cpp", "values.cpp", "words.cpp", "grid.cpp", "text_guard.cpp", "log.cpp", "tree.cpp",
+SOURCES = ["reading.cpp", "writing.cpp", "matching.cpp", "values.cpp", "words.cpp", "grid.cpp", "log.cpp", "tree.cpp",
+           "scanner.cpp", "element.cpp", "node.cpp",
            "log_filter.cpp", "net_public.cpp", "net_param_init.cpp", "net_xml_public*.cpp"]
 
 # Pattern in the code (comments and literals blanked out) and what takes its place.
