@@ -61,7 +61,9 @@ void header_seeds(const Sink &sink);
 void scan_seeds(const Sink &sink);
 void filter_seeds(const Sink &sink);
 void schedule_seeds(const Sink &sink);
-void codec_seeds(const Sink &sink);
+void base64_seeds(const Sink &sink);
+void list_seeds(const Sink &sink);
+void word_seeds(const Sink &sink);
 
 } // namespace fuzz
 

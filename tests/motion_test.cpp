@@ -147,60 +147,6 @@ TEST_F(MotionTest, WholeRequest)
     EXPECT_EQ(day_of(*message, 6), std::string(24, '1'));
 }
 
-std::string scope_96x64(const std::string &top)
-{
-    return scope(96, 64, top + std::string(1024 - top.size(), 'A'));
-}
-
-TEST_F(MotionTest, WholeReply)
-{
-    Envelope<Motion> message(nets_param_md_init);
-    Motion &motion = *message;
-    motion.channelId = 2;
-    motion.enable = 1;
-    motion.usepir = 3;
-    motion.width = 8;
-    motion.height = 2;
-    motion.scope[0][0] = motion.scope[0][7] = 1;
-    motion.scope[1][1] = 9; // anything but 0 is a watched cell
-    for (int i = 0; i < 4; ++i)
-        motion.sensitivityInfo[i] = {i, i, 10 + i, 20 + i, 30 + i, 40 + i};
-    motion.sensInfoNew = {1, {{1, 1, 2, 3, 4, 5}, {}, {7, 6, 7, 8, 9, 10}, {}}, {11, 12, 13, 14}, 15};
-    for (int hour : {3, 4, 7})
-        motion.timeBlock[0][hour] = 1;
-    for (int &slot : motion.timeBlock[6])
-        slot = -1;
-    motion.handleException.handleType = 1;
-    const std::string day_parts = "<sensitivityInfoList>" + period(0, 40, 0, 10, 20, 30) +
-                                  period(1, 41, 1, 11, 21, 31) + period(2, 42, 2, 12, 22, 32) +
-                                  period(3, 43, 3, 13, 23, 33) + "</sensitivityInfoList>";
-    const std::string head = "<MD version=\"1.1\"><channelId>2</channelId><enable>1</enable><usepir>3</usepir>"
-                             "<width>8</width><height>2</height>" +
-                             scope_96x64("gQAAAAAAAAAAAAAAQAAA") + day_parts;
-    const std::string arming = "<timeBlockList>" + block("Sunday", 3, 4) + block("Sunday", 7, 7) +
-                               block("Saturday", 0, 23) + "</timeBlockList></MD>";
-    EXPECT_EQ(message.write(net_md_s2x),
-              head +
-                  "<sensInfoNew><sensitivityDefault>15</sensitivityDefault><sensInfoList>"
-                  "<sensInfo><priority>11</priority><sensitivity>5</sensitivity><beginHour>1</beginHour>"
-                  "<beginMinute>2</beginMinute><endHour>3</endHour><endMinute>4</endMinute></sensInfo>"
-                  "<sensInfo><priority>13</priority><sensitivity>10</sensitivity><beginHour>6</beginHour>"
-                  "<beginMinute>7</beginMinute><endHour>8</endHour><endMinute>9</endMinute></sensInfo>"
-                  "</sensInfoList></sensInfoNew>" +
-                  arming);
-    EXPECT_EQ(message.param.inited, 1U);
-    motion.sensInfoNew.valid = 0;
-    EXPECT_EQ(message.write(net_md_s2x), head + arming);
-
-    // A slot is armed when it differs from the exception record's unused word.
-    motion.handleException.reserved = 1;
-    for (auto &day : motion.timeBlock)
-        for (int &slot : day)
-            slot = 1;
-    motion.timeBlock[5][23] = 0;
-    EXPECT_EQ(message.write(net_md_s2x), head + "<timeBlockList>" + block("Friday", 23, 23) + "</timeBlockList></MD>");
-}
-
 TEST_F(MotionTest, RequestsReadBackWhatWasWritten)
 {
     Envelope<Motion> written(nets_param_md_init, test::channel(5)), back(nets_param_md_init);
@@ -215,50 +161,6 @@ TEST_F(MotionTest, RequestsReadBackWhatWasWritten)
     written->timeBlock[3][11] = 1;
     ASSERT_EQ(back.read(net_md_x2s, written.write(net_md_s2x)), 0);
     EXPECT_EQ(std::memcmp(written.payload(), back.payload(), sizeof(Motion)), 0);
-}
-
-TEST_F(MotionTest, NumbersInRange)
-{
-    const char *const good[] = {"<channelId>0</channelId>", "<channelId>63</channelId>",  "<width>1</width>",
-                                "<width>155</width>",       "<height>1</height>",         "<height>100</height>",
-                                "<enable>0</enable>",       "<usepir>2147483647</usepir>"};
-    for (const char *child : good) {
-        Envelope<Motion> message(nets_param_md_init);
-        EXPECT_EQ(message.read(net_md_x2s, element("MD", child)), 0) << child;
-        EXPECT_EQ(message.param.inited, 2U);
-    }
-    const char *const bad[] = {"<channelId>64</channelId>",
-                               "<channelId>-1</channelId>",
-                               "<width>0</width>",
-                               "<width>156</width>",
-                               "<height>0</height>",
-                               "<height>101</height>",
-                               "<enable>2</enable>",
-                               "<enable>true</enable>",
-                               "<usepir/>",
-                               "<scope/>",
-                               "<sensitivityInfoList/>",
-                               "<!--enable-->"};
-    for (const char *child : bad) {
-        Envelope<Motion> message(nets_param_md_init);
-        EXPECT_EQ(log_of([&] {
-                      EXPECT_EQ(message.read(net_md_x2s, element("MD", "<width>9</width>" + std::string(child) +
-                                                                           "<height>5</height>")),
-                                -1)
-                          << child;
-                  }),
-                  "");
-        EXPECT_EQ(message.param.inited, 1U) << child;
-        EXPECT_NE(message->height, 5) << "the walk ends at " << child;
-    }
-    // An abbreviation goes to the first key that it begins.
-    Envelope<Motion> message(nets_param_md_init);
-    EXPECT_EQ(message.read(net_md_x2s, "<MD><C>5</C><E>1</E><W>6</W><HE>7</HE></MD>"), 0);
-    EXPECT_EQ(message->channelId, 5);
-    EXPECT_EQ(message->enable, 1);
-    EXPECT_EQ(message->width, 6);
-    EXPECT_EQ(message->height, 7);
-    EXPECT_EQ(message.read(net_md_x2s, "<MD><sens/></MD>"), -1) << "sensitivityInfoList, which is empty";
 }
 
 TEST_F(MotionTest, EntryChecks)
@@ -409,59 +311,6 @@ TEST_F(MotionTest, SmallGridsAreWrittenAs96x64)
 
 // Sensitivity --------------------------------------------------------------------------------------
 
-int read_periods(tag_net_sensitivity_info_v20_t (&list)[4], const std::string &children, const char *key = nullptr)
-{
-    Xml node(element("sensitivityInfoList", children));
-    return get_sensitivity_info_list_from_xmlnode(list, node, key);
-}
-
-TEST_F(MotionTest, FourPeriodsAreDemanded)
-{
-    tag_net_sensitivity_info_v20_t list[4] = {};
-    EXPECT_EQ(read_periods(list, ""), -1);
-    EXPECT_EQ(read_periods(list, period(0, 1, 0, 0, 0, 0) + period(1, 1, 0, 0, 0, 0) + period(2, 1, 0, 0, 0, 0)), -1);
-    EXPECT_EQ(list[2].enable, 1) << "what was there is kept";
-    EXPECT_EQ(list[3].enable, 0);
-    EXPECT_EQ(read_periods(list, four_periods()), 0);
-    EXPECT_EQ(shown(list[3]), "1 18:0-23:59 50");
-    EXPECT_EQ(read_periods(list, four_periods() + period(9, 99, 99, 99, 99, 99) + "<other/>"), 0)
-        << "a fifth is ignored";
-    EXPECT_EQ(shown(list[3]), "1 18:0-23:59 50");
-    EXPECT_EQ(read_periods(list, "<other/>" + four_periods()), -1);
-    EXPECT_EQ(read_periods(list, "<!--c-->" + four_periods()), -1);
-    EXPECT_EQ(read_periods(list, four_periods(), "sensitivityInfoList"), 0);
-    EXPECT_EQ(read_periods(list, four_periods(), "sensInfoList"), -1);
-}
-
-TEST_F(MotionTest, PeriodsAreChecked)
-{
-    const char *const bad[] = {
-        "<id>1</id>",
-        "<id>-1</id>",
-        "<id/>",
-        "<sensitivity>0</sensitivity>",
-        "<sensitivity>51</sensitivity>",
-        "<beginHour>24</beginHour>",
-        "<beginHour>-1</beginHour>",
-        "<beginMinute>60</beginMinute>",
-        "<endHour>24</endHour>",
-        "<endMinute>60</endMinute>",
-        "<enable>x</enable>",
-    };
-    for (const char *child : bad) {
-        tag_net_sensitivity_info_v20_t list[4] = {};
-        EXPECT_EQ(read_periods(list, element("sensitivityInfo", child)), -1) << child;
-        EXPECT_EQ(list[0].enable, 1) << "set before the children are read";
-    }
-    // `enable` may say anything, the range of a period may be empty, and "e" is the end's hour.
-    tag_net_sensitivity_info_v20_t list[4] = {{}, {5, 5, 5, 5, 5, 5}, {}, {}};
-    EXPECT_EQ(read_periods(list, "<sensitivityInfo><enable>-3</enable><e>4</e></sensitivityInfo><SENSITIVITYINFO/>"
-                                 "<sensitivityInfo/><sensitivityInfo><ID>3</ID></sensitivityInfo>"),
-              0);
-    EXPECT_EQ(shown(list[0]), "-3 0:0-4:0 0");
-    EXPECT_EQ(shown(list[1]), "1 5:5-5:5 5") << "absent children leave their fields alone";
-}
-
 std::string prioritised(int priority, int sensitivity)
 {
     return element("sensInfo", element("priority", priority) + element("sensitivity", sensitivity));
@@ -561,72 +410,6 @@ TEST_F(MotionTest, LaterBlocksOverwriteEarlierOnes)
 // Exceptions ---------------------------------------------------------------------------------------
 
 using Exception = tag_net_handle_exception_v20_t;
-
-int read_exception(Exception &record, const std::string &children, const char *key = nullptr)
-{
-    Xml node(element("handleException", children));
-    return get_handleException_from_xmlnode(&record, node, key);
-}
-
-TEST_F(MotionTest, ExceptionsKeepWhatIsAbsent)
-{
-    Exception record;
-    const auto fill = [&] { std::memset(&record, 0x11, sizeof record); };
-    const int old = 0x11111111;
-    fill();
-    EXPECT_EQ(read_exception(record, ""), 0);
-    EXPECT_EQ(record.handleType, old);
-    EXPECT_EQ(record.chnHandleType[63], old);
-    EXPECT_EQ(read_exception(record, "<chnHandleType>3</chnHandleType>"), 0);
-    EXPECT_EQ(record.chnHandleType[0], 3);
-    EXPECT_EQ(record.chnHandleType[63], 0) << "what the text does not name is 0";
-    EXPECT_EQ(record.relAlarmOut[0], old);
-    EXPECT_EQ(read_exception(record, "<relAlarmOut/>"), 0);
-    EXPECT_EQ(record.relAlarmOut[0], 0);
-    EXPECT_EQ(record.relAlarmOut[95], 0);
-    EXPECT_EQ(read_exception(record, "<relAlarmOut>" + repeat("7,", 100) + "</relAlarmOut>"), 0);
-    EXPECT_EQ(record.relAlarmOut[95], 7);
-    EXPECT_EQ(record.reserved, old);
-    EXPECT_EQ(read_exception(record, "<handleType>io</handleType>", "handle"), -1);
-    EXPECT_EQ(record.handleType, old);
-
-    const struct {
-        const char *text;
-        int mask;
-    } masks[] = {{"io", 1}, {"iosnap", 3}, {"PUSH,rfspeaker", 0x300}, {"none,io", 0}, {"", 0}, {"fax", 0}};
-    for (const auto &one : masks) {
-        EXPECT_EQ(read_exception(record, element("handleType", one.text)), 0) << one.text;
-        EXPECT_EQ(record.handleType, one.mask) << one.text;
-    }
-}
-
-// The lists are converted behind the walk: a child that is refused leaves them alone.
-TEST_F(MotionTest, ExceptionsConvertTheirListsLast)
-{
-    const std::string long_item(31, '1');
-    const std::string bad[] = {
-        "<handleType>" + std::string(64, 'x') + "</handleType>",
-        "<chnHandleType>" + std::string(1024, ',') + "</chnHandleType>",
-        "<relAlarmOut>" + std::string(1024, ',') + "</relAlarmOut>",
-    };
-    for (const std::string &child : bad) {
-        Exception record = {};
-        EXPECT_EQ(read_exception(record, "<chnHandleType>5</chnHandleType><handleType>io</handleType>" + child), -1);
-        EXPECT_EQ(record.chnHandleType[0], 0);
-        EXPECT_EQ(record.handleType, 1) << "this one is stored at once";
-    }
-    Exception record = {};
-    EXPECT_EQ(read_exception(record, "<relAlarmOut>5</relAlarmOut><chnHandleType>4," + long_item + "</chnHandleType>"),
-              -1);
-    EXPECT_EQ(record.chnHandleType[0], 4);
-    EXPECT_EQ(record.relAlarmOut[0], 0) << "the channels come first";
-    EXPECT_EQ(read_exception(record, "<relAlarmOut>" + long_item + "</relAlarmOut><chnHandleType>6</chnHandleType>"),
-              -1);
-    EXPECT_EQ(record.chnHandleType[0], 6);
-    EXPECT_EQ(read_exception(record, "<chnHandleType>1</chnHandleType><chnHandleType>2</chnHandleType>"), 0);
-    EXPECT_EQ(record.chnHandleType[0], 2);
-    EXPECT_EQ(read_exception(record, "<chnHandleType>" + std::string(1023, ',') + "</chnHandleType>"), 0);
-}
 
 // Detector areas -----------------------------------------------------------------------------------
 

@@ -34,54 +34,6 @@ bool starts(const std::string &text, const std::string &with)
 
 // Live view ---------------------------------------------------------------------------------------
 
-TEST_F(StreamTest, PreviewIsRead)
-{
-    Envelope<net_preview_v20_t> message(prepared<net_preview_v20_t>);
-    ASSERT_EQ(message.read(net_preview_x2s, "<Preview><channelId>70</channelId><handle>-3</handle>"
-                                            "<streamType>MOBILEstream</streamType><preRec>1</preRec>"
-                                            "<resolution>2</resolution><fps>15</fps><other>x</other></Preview>"),
-              0);
-    EXPECT_EQ(message->channelId, 70);
-    EXPECT_EQ(message->handle, -3);
-    EXPECT_EQ(message->streamType, STREAM_TYPE_MOBILE);
-    EXPECT_EQ(message->preRec, 1);
-    EXPECT_EQ(message->resolution, 2);
-    EXPECT_EQ(message->fps, 15);
-    EXPECT_EQ(message.param.inited, 2u);
-}
-
-TEST_F(StreamTest, PreviewTakesWholeWordsOnly)
-{
-    const struct {
-        const char *word;
-        STREAM_TYPE_E code;
-    } cases[] = {{"mainStream", STREAM_TYPE_MAIN}, {"SubStream", STREAM_TYPE_SUB}, {"externStream", STREAM_TYPE_EXTERN},
-                 {"snapStream", STREAM_TYPE_MAIN}, {"sub", STREAM_TYPE_MAIN},      {"", STREAM_TYPE_MAIN},
-                 {"subStreams", STREAM_TYPE_MAIN}};
-    for (const auto &one : cases) {
-        Envelope<net_preview_v20_t> message(prepared<net_preview_v20_t>);
-        message->streamType = STREAM_TYPE_MOBILE;
-        EXPECT_EQ(message.read(net_preview_x2s, std::string("<P><streamType>") + one.word + "</streamType></P>"), 0);
-        EXPECT_EQ(message->streamType, one.code) << one.word;
-    }
-}
-
-TEST_F(StreamTest, PreviewRefusals)
-{
-    Envelope<net_preview_v20_t> message(prepared<net_preview_v20_t>);
-    EXPECT_EQ(message.read(net_preview_x2s, "<P><channelId>-1</channelId><fps>9</fps></P>"), -1);
-    EXPECT_EQ(message->channelId, -1);
-    EXPECT_EQ(message->fps, 0);
-    EXPECT_EQ(message.read(net_preview_x2s, "<P><streamType>" + std::string(30, 'x') + "</streamType></P>"), 0);
-    EXPECT_EQ(message.param.inited, 2u);
-    message.param.inited = 1;
-    EXPECT_EQ(message.read(net_preview_x2s, "<P><streamType>" + std::string(31, 'x') + "</streamType></P>"), -1);
-    EXPECT_EQ(message.param.inited, 1u);
-    message.param.dataSize = 20;
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(net_preview_x2s, "<P/>"), -1); }),
-              "<red net_xml_stream.cpp>Func(net_preview_x2s) Line(#) \n");
-}
-
 // Encoder settings --------------------------------------------------------------------------------
 
 TEST_F(StreamTest, EncoderSettingsAreRead)
@@ -122,56 +74,6 @@ TEST_F(StreamTest, EncoderSettingsAreRead)
     EXPECT_EQ(message->thirdStream.videoEncType, 7);
     EXPECT_EQ(message->thirdStream.videoEncTypeDefaulted, 0);
     EXPECT_EQ(message->thirdStream.encoderProfile, 2);
-}
-
-TEST_F(StreamTest, EncoderSettingsAreWritten)
-{
-    Envelope<net_enc_cfg_v20_t> message(nets_param_enc_init, test::channel(3));
-    message->isNoTranslateFrame = 1;
-    net_compression_info_v20_t &main = message->mainStream;
-    main = {1, "3840*2160", 3840, 2160, 1, 0, 25, 0, 8192, 1, 0, 2, 1, 4, 2};
-    message->subStream.encoderType = 2;
-    message->subStream.encoderProfile = 4;
-    message->thirdStream.encoderProfile = 1;
-    std::memset(message->thirdStream.resolutionName, 'r', sizeof message->thirdStream.resolutionName);
-    const std::string gop = "<gop><cur>0</cur><max>0</max><min>0</min></gop>";
-    EXPECT_EQ(message.write(net_enc_s2x),
-              "<Compression version=\"1.1\"><channelId>3</channelId><isNoTranslateFrame>1</isNoTranslateFrame>"
-              "<mainStream><audio>1</audio><resolutionName>3840*2160</resolutionName><width>3840</width>"
-              "<height>2160</height><encoderType>cbr</encoderType><frame>25</frame><bitRate>8192</bitRate>"
-              "<encoderProfile>high</encoderProfile><videoEncType>1</videoEncType>"
-              "<gop><cur>2</cur><max>4</max><min>1</min></gop></mainStream>"
-              "<subStream><audio>0</audio><resolutionName></resolutionName><width>0</width><height>0</height>"
-              "<encoderType>vbr</encoderType><frame>0</frame><bitRate>0</bitRate>"
-              "<encoderProfile>default</encoderProfile><videoEncType>0</videoEncType>" +
-                  gop + "</subStream><thirdStream><audio>0</audio><resolutionName>" + std::string(128, 'r') +
-                  "</resolutionName><width>0</width><height>0</height><encoderType>vbr</encoderType><frame>0</frame>"
-                  "<bitRate>0</bitRate><encoderProfile>baseLine</encoderProfile><videoEncType>0</videoEncType>" +
-                  gop + "</thirdStream></Compression>");
-}
-
-TEST_F(StreamTest, EncoderSettingsRefusals)
-{
-    for (const char *body :
-         {"<channelId>64</channelId>", "<channelId>-1</channelId>", "<isNoTranslateFrame>2</isNoTranslateFrame>",
-          "<mainStream><audio>2</audio></mainStream>", "<subStream><width>-1</width></subStream>",
-          "<subStream><height>-1</height></subStream>", "<thirdStream><frame>31</frame></thirdStream>",
-          "<mainStream><frame>-1</frame></mainStream>", "<mainStream><bitRate>-1</bitRate></mainStream>",
-          "<mainStream><videoEncType>-1</videoEncType></mainStream>",
-          "<mainStream><gop><min>-1</min></gop></mainStream>",
-          "<mainStream><gop><min>1</min><max>50</max><cur>100</cur></gop></mainStream>",
-          "<mainStream><gop><min>2</min><max>50</max></gop></mainStream>",
-          "<mainStream><encoderProfile>a profile of thirty-two letters.</encoderProfile></mainStream>"}) {
-        Envelope<net_enc_cfg_v20_t> message(nets_param_enc_init);
-        EXPECT_EQ(message.read(net_enc_x2s, std::string("<C>") + body + "</C>"), -1) << body;
-        EXPECT_EQ(message.param.inited, 1u) << body;
-    }
-    Envelope<net_enc_cfg_v20_t> message(nets_param_enc_init);
-    message.param.dataSize = 560;
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(net_enc_x2s, "<C/>"), -1); }),
-              "<red net_xml_stream.cpp>Func(net_enc_x2s) Line(#) \n");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.write(net_enc_s2x), "failed"); }),
-              "<red net_xml_stream.cpp>func:net_enc_s2x line:#\n");
 }
 
 TEST_F(StreamTest, CompressionKeepsWhatStandsBeforeTheRefusedChild)
@@ -319,24 +221,6 @@ TEST_F(StreamTest, EncodeTableAbbreviationsGoToTheFirstKeyTheyBegin)
     EXPECT_EQ(table.framerateTable[2], 7);
     EXPECT_EQ(table.bitrateTable[0], 8);
     EXPECT_EQ(table.videoEncType, 9);
-}
-
-TEST_F(StreamTest, ResolutionsAreAboveZero)
-{
-    net_resolution_info_v20_t resolution = {"kept", 0, 0};
-    Xml good("<resolution><height>1080</height><width>1920</width></resolution>");
-    EXPECT_EQ(get_resolution_from_xmlnode(&resolution, good, "resolution"), 0);
-    EXPECT_EQ(resolution.width, 1920);
-    EXPECT_EQ(resolution.height, 1080);
-    EXPECT_STREQ(resolution.name, "kept");
-    Xml wide("<resolution><width>0</width></resolution>");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(get_resolution_from_xmlnode(&resolution, wide, nullptr), -1); }),
-              "Func(get_resolution_from_xmlnode) Line(#) width(0)\n");
-    Xml high("<resolution><height>-2</height></resolution>");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(get_resolution_from_xmlnode(&resolution, high, nullptr), -1); }),
-              "Func(get_resolution_from_xmlnode) Line(#) height(-2)\n");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(get_resolution_from_xmlnode(nullptr, good, nullptr), -1); }),
-              "Func(get_resolution_from_xmlnode) Line(#)\n");
 }
 
 // Stream information ------------------------------------------------------------------------------
@@ -593,15 +477,6 @@ TEST_F(EncodingListWriter, TheExampleComesBackAsItIs)
 
 // Printed sizes -----------------------------------------------------------------------------------
 
-std::size_t library_size(const TiXmlElement &element)
-{
-    TiXmlPrinter printer;
-    printer.SetIndent("");
-    printer.SetLineBreak("\n");
-    element.Accept(&printer);
-    return printer.Size();
-}
-
 // A small generator: the same trees on every machine.
 class Dice {
 public:
@@ -641,83 +516,12 @@ void grow(TiXmlElement &element, Dice &dice, int depth)
     }
 }
 
-TEST_F(StreamTest, PrintedSizeIsThePrintersSize)
-{
-    for (unsigned seed = 0; seed < 5000; ++seed) {
-        TiXmlElement root("root");
-        Dice dice(seed);
-        grow(root, dice, 4);
-        ASSERT_EQ(netpublic::printed_size(root), library_size(root)) << print(root);
-        // A part of a tree counts by itself, whatever stands behind it.
-        if (const TiXmlElement *part = root.FirstChildElement()) {
-            ASSERT_EQ(netpublic::printed_size(*part), library_size(*part)) << print(root);
-        }
-    }
-}
-
 // Recorded-file header ----------------------------------------------------------------------------
 
 const char header_body[] = "<ver>10020304</ver><width>4294967295</width><height>1440</height>"
                            "<streamType>snapStream</streamType><frameRate>281</frameRate>"
                            "<beginTime><year>2023</year><month>3</month><day>18</day><hour>12</hour><minute>1</minute>"
                            "<second>2</second></beginTime><endTime><year>256</year><hour>23</hour></endTime>";
-
-TEST_F(StreamTest, FileHeaderIsABytePicture)
-{
-    Envelope<net_replay_header_v20_t> message(net_param_replay_header_init);
-    std::memset(message.payload(), 0xEE, sizeof *message);
-    ASSERT_EQ(message.read(net_param_replay_header_x2s,
-                           "<R><streamHeader>" + std::string(header_body) +
-                               "<extra>1</extra></streamHeader>"
-                               "<frm_tm_sec>1773835200</frm_tm_sec><play_tm_ms>-40</play_tm_ms><seq>17</seq></R>"),
-              0);
-    const unsigned char expected[44] = {
-        '1',  '0',  '0',  '2',  0xEE, 0xEE, 0xEE, 0xEE, // version, reserved
-        0xFF, 0xFF, 0xFF, 0xFF, 0xA0, 0x05, 0x00, 0x00, // width, height
-        0x03, 0x19,                                     // stream, 281 frames in 8 bits
-        0xE7, 0x03, 0x12, 0x0C, 0x01, 0x02,             // begin: 2023 in 8 bits
-        0x00, 0x00, 0x00, 0x17, 0x00, 0x00,             // end: what is not told is 0
-        0xEE, 0xEE,                                     // padding
-        0xC0, 0x93, 0xBA, 0x69, 0xD8, 0xFF, 0xFF, 0xFF, 0x11, 0x00, 0x00, 0x00,
-    };
-    const auto *bytes = static_cast<const unsigned char *>(message.param.data);
-    for (std::size_t i = 0; i < sizeof expected; ++i)
-        EXPECT_EQ(bytes[i], expected[i]) << "at " << i;
-    EXPECT_EQ(message.param.inited, 1u);
-}
-
-TEST_F(StreamTest, FileHeaderRefusals)
-{
-    const std::string own = "<red net_xml_stream.cpp>Func(get_file_header_from_xmlnode) Line(#) \n";
-    tag_net_file_header_v20_t header = {};
-    for (const char *body :
-         {"<ver>sixteen letters.</ver>", "<width>1e3</width>", "<height></height>", "<streamType>main</streamType>",
-          "<streamType></streamType>", "<streamType>fifthStream</streamType>", "<frameRate>x</frameRate>",
-          "<beginTime><month>13</month></beginTime>", "<endTime><second>60</second></endTime>"}) {
-        Xml node(std::string("<h>") + body + "</h>");
-        EXPECT_EQ(log_of([&] { EXPECT_EQ(get_file_header_from_xmlnode(&header, node), -1); }), own) << body;
-    }
-    const tag_net_file_header_v20_t untouched = {};
-    EXPECT_EQ(std::memcmp(&header, &untouched, sizeof header), 0);
-    Xml short_version("<h><ver>7</ver><streamType>MOBILESTREAM</streamType></h>");
-    EXPECT_EQ(get_file_header_from_xmlnode(&header, short_version), 0);
-    EXPECT_EQ(std::memcmp(header.ver, "7\0\0\0", 4), 0);
-    EXPECT_EQ(header.streamType, 2);
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(get_file_header_from_xmlnode(nullptr, short_version), -1); }), own);
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(get_file_header_from_xmlnode(&header, nullptr), -1); }), own);
-
-    Envelope<net_replay_header_v20_t> message(net_param_replay_header_init);
-    const std::string outer = "<red net_xml_stream.cpp>Func(net_param_replay_header_x2s) Line(#) \n";
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(net_param_replay_header_x2s, "<R><seq>x</seq></R>"), -1); }), outer);
-    EXPECT_EQ(log_of([&] {
-                  EXPECT_EQ(
-                      message.read(net_param_replay_header_x2s, "<R><streamHeader><width>x</width></streamHeader></R>"),
-                      -1);
-              }),
-              own + outer);
-    message.param.dataSize = 32;
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(net_param_replay_header_x2s, "<R/>"), -1); }), outer);
-}
 
 // Examples ----------------------------------------------------------------------------------------
 

@@ -88,18 +88,17 @@ inline int net_text_ptz_param_s2x(tag_net_ptz_param_v20_t *record, char *text, u
 inline int net_text_enc_info_list_s2x(net_stream_info_v20_t *entries, int count, int *cursor, int budget, char *text,
                                       unsigned int size)
 {
-    struct Page {
+    struct {
         net_stream_info_v20_t *entries;
         int count;
         int *cursor;
         int budget;
-    };
-    Page page = {entries, count, cursor, budget};
+    } page = {entries, count, cursor, budget};
     net_param_t envelope = {};
     envelope.data = &page;
     return net_text_s2x(
         [](net_param_t *param, TiXmlElement *parent) {
-            const Page &asked = *static_cast<const Page *>(param->data);
+            const auto &asked = *static_cast<decltype(page) *>(param->data);
             return xml_enc_info_list_s2x(asked.entries, asked.count, parent, asked.cursor, asked.budget);
         },
         &envelope, text, size);

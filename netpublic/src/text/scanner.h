@@ -25,10 +25,12 @@ struct ScanLimits {
 
 // Of the extension header, which comes before a login.
 #ifdef NETPUBLIC_DESCRIBED
-inline ScanLimits header_limits = {64 * 1024, 64, 64, true}; // tests lower them, so that every short text comes near
+#define NETPUBLIC_LIMITS inline // tests lower them, so that every short text comes near
 #else
-inline constexpr ScanLimits header_limits = {64 * 1024, 64, 64, true};
+#define NETPUBLIC_LIMITS inline constexpr
 #endif
+NETPUBLIC_LIMITS ScanLimits header_limits = {64 * 1024, 64, 64, true};
+#undef NETPUBLIC_LIMITS
 
 enum class Fault : std::uint8_t {
     // What the XML library reports

@@ -169,9 +169,9 @@ char *write_short_float(char *end, float value)
 constexpr std::size_t decimal_room = 24; // 20 digits, a sign and the terminator
 
 // Writes the number at the end of the room. Returns its beginning.
-char *write_decimal(char *room, bool negative, std::uint64_t magnitude)
+char *write_decimal(char (&room)[decimal_room], bool negative, std::uint64_t magnitude)
 {
-    char *end = room + decimal_room - 1;
+    char *end = &room[decimal_room - 1];
     *end = '\0';
     char *first = write_digits(end, magnitude);
     if (negative)
