@@ -17,6 +17,7 @@ using netpublic::Message;
 using test::Envelope;
 using test::MessageEnvelope;
 
+// P16.
 class TextRoute : public test::HostTest {};
 
 // A block of exactly this size, so that the address sanitizer sees a byte too many.

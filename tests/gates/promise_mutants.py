@@ -54,6 +54,7 @@ MUTANTS = [
     Mutant("P15", "standalone is not known", r' \|\| begins_folded\(at, "standalone"\)', ""),
     Mutant("P15", "a declaration's first character is skipped", r"read_declaration\(at \+ 5\)", "read_declaration(at + 6)"),
     Mutant("P15", "a reference over markup", r"\(digit != mark \|\| mark \+ 1 == end\)", "mark + 1 == end"),
+    Mutant("P16", "a terminator behind the buffer", r"length_ < size_ \? length_ : size_ - 1", "length_ <= size_ ? length_ : size_ - 1"),
     Mutant("P15", "more levels", r"64 \* 1024, 64, 64", "64 * 1024, 65, 64"),
 ]
 
