@@ -10,6 +10,7 @@
 #include <net_xml_words.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -172,13 +173,10 @@ void check_rectangle(const std::string &text, int columns, int rows, bool by_col
     const std::string before(whole, '\x5A');
     Guarded in(text.data(), text.size());
     Guarded grid(before.data(), whole);
-    Guarded collected(static_cast<std::size_t>(count));
     if (by_columns) {
         netpublic::read_columns(in.as<char>(), grid.as<>(), columns, rows, stride);
-        netpublic::collect_columns(collected.as<>(), grid.as<>(), columns, rows, stride);
     } else {
         netpublic::read_rows(in.as<char>(), grid.as<>(), columns, rows, stride);
-        netpublic::collect_rows(collected.as<>(), grid.as<>(), columns, rows, stride);
     }
     std::string expected = before;
     for (int row = 0; row < rows; ++row)
@@ -186,8 +184,16 @@ void check_rectangle(const std::string &text, int columns, int rows, bool by_col
             expected[static_cast<std::size_t>(by_columns ? column * stride + row : row * stride + column)] =
                 cells[static_cast<std::size_t>(row * columns + column)];
     require(std::memcmp(grid.as<>(), expected.data(), whole) == 0, "P9", "the cells of a grid");
-    require(std::memcmp(collected.as<>(), cells.data(), static_cast<std::size_t>(count)) == 0, "P9",
-            "the collected cells of a grid");
+
+    Guarded bits(cells.data(), static_cast<std::size_t>(count));
+    std::string encoded(static_cast<std::size_t>(count) / 6 + 8, '~');
+    const int length = EncodeBinaryArrayToBase64(bits.as<>(), encoded.data(), count, INT_MAX);
+    const netpublic::Grid rectangle = {grid.as<>(), columns, rows, by_columns};
+    Guarded made(netpublic::encoded_length(rectangle));
+    netpublic::encode_grid(rectangle, made.as<char>(), 0, netpublic::encoded_length(rectangle));
+    require(std::string(made.as<char>(), netpublic::encoded_length(rectangle)) ==
+                encoded.substr(0, static_cast<std::size_t>(length)),
+            "P9", "the text of a grid");
 }
 
 // Word tables

@@ -98,9 +98,8 @@ bool has_many_attributes(const TiXmlNode &tree)
 
 std::string scan_difference(const std::string &text)
 {
-    constexpr std::size_t padding = 8; // the XML library reads past a cut sequence
     TiXmlDocument document;
-    document.Parse((text.c_str() + std::string(padding, '\0')).c_str());
+    document.Parse((text.c_str() + std::string(xml_padding, '\0')).c_str());
 
     // Of exact size, for the address sanitizer.
     const std::unique_ptr<char[]> copy(new char[text.size() + 1]);

@@ -9,6 +9,7 @@ const std::vector<Target> &targets()
         {"write", run_write, [](const Sink &sink) { message_seeds(sink, Body::text); }, Body::text, 4096},
         {"tree", run_tree, [](const Sink &sink) { message_seeds(sink, Body::tree); }, Body::tree, 4096},
         {"payload", run_payload, [](const Sink &sink) { message_seeds(sink, Body::tree); }, Body::none, 256},
+        {"route", run_route, route_seeds, Body::text, 4096},
         {"header", run_header, header_seeds, Body::none, 66 * 1024},
         {"scan", run_scan, scan_seeds, Body::none, 1024},
         {"filter", run_filter, filter_seeds, Body::none, 1024},

@@ -114,7 +114,8 @@ TEST_F(Base64Test, GridsOfRowsAndOfColumns)
             bits[i] = i * i % 7 < 3;
         std::string in((count + 23) / 24 * 4 + 1, '\0');
         EXPECT_GT(EncodeBinaryArrayToBase64(bits.data(), in.data(), static_cast<int>(count), 20000), 0);
-        EXPECT_EQ(netpublic::count_cells(in.data(), static_cast<int>(std::strlen(in.c_str())), static_cast<int>(count)),
+        in.pop_back();
+        EXPECT_EQ(netpublic::count_cells(in.data(), static_cast<int>(in.size()), static_cast<int>(count)),
                   static_cast<int>(count));
         Bytes by_row(columns_max * rows_max, 9);
         Bytes by_column(columns_max * rows_max, 9);
@@ -129,12 +130,19 @@ TEST_F(Base64Test, GridsOfRowsAndOfColumns)
                 wrong += by_column[static_cast<std::size_t>(column * rows_max + row)] != expected;
             }
         ASSERT_EQ(wrong, 0) << columns << " x " << rows;
-        Bytes collected(count);
-        netpublic::collect_rows(collected.data(), by_row.data(), columns, rows, columns_max);
-        ASSERT_EQ(collected, bits);
-        collected.assign(count, 9);
-        netpublic::collect_columns(collected.data(), by_column.data(), columns, rows, rows_max);
-        ASSERT_EQ(collected, bits);
+
+        for (const netpublic::Grid &grid : {netpublic::Grid{by_row.data(), columns, rows, false},
+                                            netpublic::Grid{by_column.data(), columns, rows, true}}) {
+            ASSERT_EQ(netpublic::encoded_length(grid), in.size());
+            std::string out(in.size(), '~');
+            netpublic::encode_grid(grid, out.data(), 0, out.size());
+            ASSERT_EQ(out, in) << columns << " x " << rows;
+            for (std::size_t first = 0; first < in.size(); first += 64) {
+                std::string part = in.substr(first, 64);
+                netpublic::encode_grid(grid, part.data(), first, part.size());
+                ASSERT_EQ(part, in.substr(first, 64)) << columns << " x " << rows;
+            }
+        }
     }
 }
 

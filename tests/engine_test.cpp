@@ -783,10 +783,9 @@ TEST_F(EngineTest, ParsersAllocateNothingAndWritersOnlyTheirResult)
 
     TiXmlElement parent("p");
     const long written = allocations_of([&] { EXPECT_EQ(net_md_s2x(&param, &parent), 0); });
-    EXPECT_EQ(net_host_memory().total, 2U) << "the cells and the packed bytes";
     TiXmlNode *copy = nullptr;
     const long copied = allocations_of([&] { copy = parent.FirstChild()->Clone(); });
-    EXPECT_LE(written, copied) << "more than the nodes of the result";
+    EXPECT_LE(written, copied + 1) << "more than the nodes of the result and the text of the grid";
     EXPECT_GT(written, 50);
     delete copy;
 
@@ -807,7 +806,7 @@ TEST_F(EngineTest, ParsersAllocateNothingAndWritersOnlyTheirResult)
                   EXPECT_EQ(get_schedule_list_from_xmlnode(&schedule, lists.LastChild(), nullptr), 0);
               }),
               0);
-    EXPECT_EQ(net_host_memory().total, 2U);
+    EXPECT_EQ(net_host_memory().total, 0U);
 }
 
 #ifdef NETPUBLIC_DESCRIBED

@@ -309,19 +309,6 @@ TEST_F(MotionTest, SmallGridsAreWrittenAs96x64)
     EXPECT_EQ(message.write(net_md_s2x), "failed");
 }
 
-TEST_F(MotionTest, WritingNeedsScratchMemory)
-{
-    Envelope<Motion> message(nets_param_md_init);
-    net_host_fail_allocation(1);
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.write(net_md_s2x), "failed"); }),
-              "<red net_public.cpp>malloc failed\n"
-              "<red net_xml_alarm.cpp>File[net_xml_alarm.cpp] Func[net_md_s2x] Line[#],malloc error!\n");
-    // Without memory for the encoder there is no text.
-    net_host_fail_allocation(2);
-    loglevel = 0;
-    EXPECT_EQ(message.write(net_md_s2x), "failed");
-}
-
 // Sensitivity --------------------------------------------------------------------------------------
 
 std::string prioritised(int priority, int sensitivity)

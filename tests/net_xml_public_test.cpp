@@ -707,15 +707,19 @@ TEST_F(ExtensionTest, WhatIsNoDocumentIsRefusedWithItsReason)
     EXPECT_EQ(net_exten_x2s(text, nullptr), -1);
 }
 
-TEST_F(ExtensionTest, OneBlockForTheCopyAndNoneLeftBehind)
+TEST_F(ExtensionTest, BlocksForACopyAndItsTokensAndNoneLeftBehind)
 {
     net_ext_t ext = {};
     EXPECT_EQ(read_child(ext, ""), 0);
-    EXPECT_EQ(net_host_memory().total, 1U);
+    EXPECT_EQ(net_host_memory().total, 2U);
     net_host_fail_allocation(1);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(read_child(ext, "<channelId>5</channelId>"), -1); }),
               "<red net_public.cpp>malloc failed\n");
+    net_host_fail_allocation(2);
+    EXPECT_EQ(log_of([&] { EXPECT_EQ(read_child(ext, "<channelId>5</channelId>"), -1); }),
+              "<red net_public.cpp>malloc failed\n<red net_xml_public.cpp>xml parse failed:out of memory\n.");
     EXPECT_EQ(ext.channelId, 0);
+    EXPECT_EQ(net_host_memory().live, 0);
 }
 
 } // namespace

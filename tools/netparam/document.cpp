@@ -3,8 +3,8 @@
 #include "failure.h"
 #include "secrets.h"
 
-#include "ground/text_guard.h"
 #include "ground/words.h"
+#include "text/scanner.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -101,9 +101,15 @@ void Document::parse()
         unfit({row, 0}, "a zero byte in the text");
     }
     // Nesting and attributes only: how long the text may be is the tool's own affair.
-    if (const char *why = netpublic::guard_text(text_.c_str(), std::min(text_.size(), netpublic::guarded_length)))
-        unfit({}, why);
-    padded_ = text_ + std::string(netpublic::guard_padding, '\0');
+    netpublic::ScanLimits limits = netpublic::header_limits;
+    limits.length = longest_text;
+    netpublic::ScannedText scanned;
+    padded_ = text_;
+    if (scanned.scan(padded_.data(), static_cast<unsigned int>(padded_.size()), limits) != 0 &&
+        netpublic::is_limit(scanned.error().fault))
+        unfit({}, netpublic::fault_text(scanned.error().fault));
+    constexpr std::size_t padding = 8; // the XML library reads past a text that ends inside a UTF-8 sequence
+    padded_ = text_ + std::string(padding, '\0');
     tree_.SetTabSize(1);
     tree_.Parse(padded_.c_str());
     if (tree_.Error())

@@ -98,8 +98,10 @@ NETPUBLIC_LEAF int write_events(const Table &table, const Row &row, const time_s
 NETPUBLIC_LEAF int write_int_list(const Table &table, const Row &row, const int *values, Element parent)
 {
     char text[text_room];
-    if (changeIntTableToString(text, sizeof text, const_cast<int *>(values), table.capacity(row), 0) != 0)
-        return -1;
+    if (parent.is_text())
+        text[join_ints(text, sizeof text - 1, values, table.capacity(row), 0)] = '\0';
+    else if (changeIntTableToString(text, sizeof text, const_cast<int *>(values), table.capacity(row), 0) != 0)
+        return -1; // the host is asked for its scratch memory
     return append_text(parent, table.key(row), text);
 }
 
@@ -114,28 +116,9 @@ NETPUBLIC_LEAF int write_converted(const Table &table, const Row &row, const voi
 
 constexpr int most_characters = 3000; // of a grid's text
 
-// The cells, row after row, as base64; nothing for none. The scratch holds the cells and behind them the text.
-int append_grid(Element parent, const Table &table, const Row &row, const unsigned char *cells, int columns, int rows)
+void make_grid_text(const void *grid, char *to, std::size_t first, std::size_t count)
 {
-    const int count = columns * rows;
-    const int characters = (count + 23) / 24 * 4 + 1;
-    void *scratch = net_malloc(static_cast<unsigned int>(count + characters));
-    if (scratch == nullptr) {
-        const Place here = table.place();
-        log_error(here, "File[%s] Func[%s] Line[%d],malloc error!\n", here.file, table.writer(), here.line);
-        return -1;
-    }
-    auto *bits = static_cast<unsigned char *>(scratch);
-    char *text = static_cast<char *>(scratch) + count;
-    constexpr int no_line_breaks = 20000;
-    if ((row.flags & grid_columns_first) != 0)
-        collect_columns(bits, cells, columns, rows, grid_rows);
-    else
-        collect_rows(bits, cells, columns, rows, grid_columns);
-    const int length = EncodeBinaryArrayToBase64(bits, text, count, no_line_breaks);
-    const int result = length > 0 ? append_text(parent, table.key(row), text) : length;
-    net_free(&scratch);
-    return result;
+    encode_grid(*static_cast<const Grid *>(grid), to, first, count);
 }
 
 // A grid whose text would be too long, or whose sides are none, is left out.
@@ -154,7 +137,9 @@ NETPUBLIC_LEAF int write_grid(const Table &table, const Row &row, const void *re
     const auto *cells = &member<unsigned char>(record, row);
     if ((row.flags & grid_behind_pointer) != 0)
         cells = member<const unsigned char *>(record, row);
-    return append_grid(parent, table, row, cells, columns, rows);
+    const Grid grid = {cells, columns, rows, (row.flags & grid_columns_first) != 0};
+    const std::size_t length = encoded_length(grid);
+    return length != 0 ? append_made(parent, table.key(row), length, make_grid_text, &grid) : 0;
 }
 
 // Elements ----------------------------------------------------------------------------------------

@@ -67,16 +67,6 @@ int remove_children(TiXmlNode *parent, const TiXmlNode *last) noexcept
     return -1;
 }
 
-int parse_text(TiXmlDocument &document, const char *text) noexcept
-{
-    try {
-        document.Parse(text);
-        return 0;
-    } catch (...) {
-        return -1;
-    }
-}
-
 int print_document(TiXmlPrinter &printer, TiXmlElement *root) noexcept
 {
     if (root == nullptr)

@@ -37,10 +37,6 @@ using MakeText = void (*)(const void *context, char *to, std::size_t first, std:
 // Deletes the children behind `last` again; null deletes all. -1, what a writer then returns.
 int remove_children(TiXmlNode *parent, const TiXmlNode *last) noexcept;
 
-// TiXmlDocument::Parse(), 0 or -1; the text may be refused all the same. A failure leaks what the XML library
-// had built of the element in work.
-[[nodiscard]] int parse_text(TiXmlDocument &document, const char *text) noexcept;
-
 // Prints a declaration and the element, which becomes the printer's as text and is deleted.
 [[nodiscard]] int print_document(TiXmlPrinter &printer, TiXmlElement *root) noexcept;
 

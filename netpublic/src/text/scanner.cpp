@@ -596,6 +596,8 @@ char *Scanner::read_other(char *at)
     char *behind;
     if (begins_folded(at + 1, "?xml")) {
         behind = read_declaration(at + 5);
+        if (behind == nullptr && is_limit(fault_))
+            return nullptr;
         if (behind == nullptr && open_ != 0)
             return fail(Fault::element_value, at);
         if (behind == nullptr) {

@@ -23,6 +23,15 @@ struct ScanLimits {
     bool strict = false;
 };
 
+// Of the extension header, which comes before a login.
+#ifdef NETPUBLIC_DESCRIBED
+#define NETPUBLIC_LIMITS inline // tests lower them, so that every short text comes near
+#else
+#define NETPUBLIC_LIMITS inline constexpr
+#endif
+NETPUBLIC_LIMITS ScanLimits header_limits = {64 * 1024, 64, 64, true};
+#undef NETPUBLIC_LIMITS
+
 enum class Fault : std::uint8_t {
     // What the XML library reports
     none,
@@ -42,6 +51,12 @@ enum class Fault : std::uint8_t {
     reference,
     no_memory,
 };
+
+// Does the XML library read such a text, or try to?
+constexpr bool is_limit(Fault fault)
+{
+    return fault > Fault::no_root && fault < Fault::no_memory;
+}
 
 // The XML library's own words where it has any; without a line break.
 const char *fault_text(Fault fault);

@@ -1,5 +1,6 @@
 #include "values/values.h"
 
+#include <charconv>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
@@ -298,6 +299,21 @@ int read_text(char *text, std::size_t size, Node node)
         return -1;
     std::memcpy(text, found, length);
     return 0;
+}
+
+std::size_t join_ints(char *text, std::size_t longest, const int *values, int count, int trailing)
+{
+    while (count > 0 && values[count - 1] == trailing)
+        --count;
+    std::size_t at = 0;
+    for (int i = 0; i < count && at < longest; ++i) {
+        char item[12] = {','};
+        const char *begin = i == 0 ? item + 1 : item;
+        const char *end = std::to_chars(item + 1, item + sizeof(item), values[i]).ptr;
+        for (; begin != end && at < longest; ++begin)
+            text[at++] = *begin;
+    }
+    return at;
 }
 
 int append_int(Element parent, const char *name, int value)
