@@ -28,17 +28,6 @@ constexpr unsigned long long bit(int code)
     return 1ULL << code;
 }
 
-// Payloads that the host provides.
-template <class Payload> int host_payload(net_param_t *param, net_ext_t *ext)
-{
-    return net_param_init_size_id(param, ext, sizeof(Payload), 6250);
-}
-
-std::string element(const std::string &name, const std::string &content)
-{
-    return "<" + name + ">" + content + "</" + name + ">";
-}
-
 std::string alarm_report(const std::string &event)
 {
     return element("AlarmEventList", element("AlarmEvent", event));
@@ -108,7 +97,7 @@ TEST_F(AlarmTest, ReportComponents)
 
 TEST_F(AlarmTest, ReportWritten)
 {
-    Envelope<net_state_v20_t> message(host_payload<net_state_v20_t>);
+    Envelope<net_state_v20_t> message(prepared<net_state_v20_t>);
     EXPECT_EQ(message.write(net_alarm_report_s2x),
               "<AlarmEvent version=\"1.1\"><channelId>0</channelId><status>none</status><AItype>none</AItype>"
               "<recording>0</recording><timeStamp>0</timeStamp></AlarmEvent>");
@@ -250,7 +239,7 @@ TEST_F(AlarmTest, AlarmVideoResults)
 
 TEST_F(AlarmTest, EventLogBrief)
 {
-    Envelope<net_event_log_brief_t> message(host_payload<net_event_log_brief_t>);
+    Envelope<net_event_log_brief_t> message(prepared<net_event_log_brief_t>);
     EXPECT_EQ(
         message.read(net_ev_log_brief_x2s,
                      "<EventLogBrief><startTime><year>2026</year><month>1</month></startTime>"

@@ -9,8 +9,10 @@
 
 namespace {
 
+using test::element;
 using test::Envelope;
 using test::log_of;
+using test::repeated;
 using test::Xml;
 using Motion = tag_net_pic_motion_cfg_v20_t;
 
@@ -21,19 +23,6 @@ class AlarmAreaTest : public test::HostTest {};
 template <class Record> struct Zeroed : Record {
     Zeroed() : Record() {}
 };
-
-std::string repeat(const std::string &text, int times)
-{
-    std::string result;
-    while (times-- > 0)
-        result += text;
-    return result;
-}
-
-std::string element(const std::string &name, const std::string &inside)
-{
-    return "<" + name + ">" + inside + "</" + name + ">";
-}
 
 std::string element(const std::string &name, int value)
 {
@@ -147,46 +136,6 @@ TEST_F(MotionTest, WholeRequest)
     EXPECT_EQ(day_of(*message, 6), std::string(24, '1'));
 }
 
-TEST_F(MotionTest, RequestsReadBackWhatWasWritten)
-{
-    Envelope<Motion> written(nets_param_md_init, test::channel(5)), back(nets_param_md_init);
-    written->width = 97;
-    written->height = 33;
-    for (int row = 0; row < 33; ++row)
-        for (int column = 0; column < 97; ++column)
-            written->scope[row][column] = (row * 7 + column * 3) % 5 == 0;
-    for (int i = 0; i < 4; ++i)
-        written->sensitivityInfo[i] = {1, i, i, i, i, i + 1};
-    written->sensInfoNew = {1, {{1, 1, 1, 1, 1, 1}, {1, 2, 2, 2, 2, 2}, {}, {}}, {5, 6, 0, 0}, 7};
-    written->timeBlock[3][11] = 1;
-    ASSERT_EQ(back.read(net_md_x2s, written.write(net_md_s2x)), 0);
-    EXPECT_EQ(std::memcmp(written.payload(), back.payload(), sizeof(Motion)), 0);
-}
-
-TEST_F(MotionTest, EntryChecks)
-{
-    Xml body("<MD><enable>1</enable></MD>");
-    Envelope<Motion> message(nets_param_md_init);
-    const std::string parser = "<red net_xml_alarm.cpp>Func(net_md_x2s) Line(#) \n";
-    const std::string writer = "<red net_xml_alarm.cpp>func:net_md_s2x line:#\n";
-    const auto refused = [&](net_param_t *param, TiXmlElement *node) {
-        return log_of([&] {
-            EXPECT_EQ(net_md_x2s(param, node), -1);
-            EXPECT_EQ(net_md_s2x(param, node), -1);
-        });
-    };
-    EXPECT_EQ(refused(nullptr, body), parser + writer);
-    EXPECT_EQ(refused(&message.param, nullptr), parser + writer);
-    net_param_t broken = message.param;
-    broken.dataSize -= 4;
-    EXPECT_EQ(refused(&broken, body), parser + writer);
-    broken = message.param;
-    broken.data = nullptr;
-    EXPECT_EQ(refused(&broken, body), parser + writer);
-    EXPECT_EQ(message->enable, 0);
-    EXPECT_EQ(test::print(*body.root()), "<MD><enable>1</enable></MD>");
-}
-
 // The motion grid ----------------------------------------------------------------------------------
 
 TEST_F(MotionTest, GridCountsMustMatch)
@@ -228,32 +177,6 @@ TEST_F(MotionTest, GridCountsMustMatch)
             EXPECT_EQ(motion.scope[0][0], 0) << "nothing is stored";
         }
     }
-}
-
-TEST_F(MotionTest, GridIsStoredRowByRow)
-{
-    Zeroed<Motion> motion;
-    std::memset(motion.scope, 7, sizeof motion.scope);
-    motion.width = 1;
-    std::string cells;
-    for (int cell = 0; cell < 11 * 13; ++cell)
-        cells += cell * cell % 3 == 0 ? '1' : '0';
-    Xml node(scope(11, 13, encode(cells)));
-    ASSERT_EQ(get_scope_from_xmlnode(&motion, node, "scope"), 0);
-    for (int row = 0; row < 100; ++row)
-        for (int column = 0; column < 155; ++column) {
-            const bool inside = row < 13 && column < 11;
-            const int expected = inside ? cells[static_cast<std::size_t>(row * 11 + column)] - '0' : 7;
-            ASSERT_EQ(motion.scope[row][column], expected) << row << "," << column;
-        }
-    EXPECT_EQ(motion.width, 1) << "the grid's size is not the message's";
-    EXPECT_EQ(motion.height, 0);
-
-    Xml full(scope(155, 100, encode(std::string(15499, '0') + "1")));
-    ASSERT_EQ(get_scope_from_xmlnode(&motion, full, nullptr), 0);
-    EXPECT_EQ(motion.scope[99][154], 1);
-    EXPECT_EQ(motion.scope[99][153], 0);
-    EXPECT_EQ(motion.scope[0][0], 0);
 }
 
 TEST_F(MotionTest, GridMustBeWhole)
@@ -416,7 +339,8 @@ TEST_F(MotionTest, LaterBlocksOverwriteEarlierOnes)
         EXPECT_EQ(day_of(fresh, 5), "010000000000000000000000") << one;
     }
     Zeroed<Motion> many;
-    EXPECT_EQ(read_arming(many, repeat(block("Monday", 0, 0), 167) + block("Monday", 1, 1) + block("Monday", 2, 2)), 0);
+    EXPECT_EQ(read_arming(many, repeated(167, block("Monday", 0, 0)) + block("Monday", 1, 1) + block("Monday", 2, 2)),
+              0);
     EXPECT_EQ(day_of(many, 1), "110000000000000000000000") << "168 blocks are read";
 }
 
@@ -432,28 +356,6 @@ std::string area(const std::string &name, int width, int height, const std::stri
 }
 
 constexpr char area_error[] = "<red net_xml_alarm.cpp> error \n";
-
-TEST_F(AlarmAreaTest, AreasAreStoredColumnByColumn)
-{
-    auto record = std::make_unique<net_ai_area_t>();
-    for (const auto &size : {std::pair{11, 13}, {1, 100}, {155, 1}, {8, 8}, {155, 100}, {17, 9}}) {
-        const int width = size.first, height = size.second;
-        std::memset(record->cells, 7, sizeof record->cells);
-        std::string cells;
-        for (int cell = 0; cell < width * height; ++cell)
-            cells += cell * (cell + 1) % 7 < 3 ? '1' : '0';
-        Xml node(area("mdArea", width, height, encode(cells)));
-        ASSERT_EQ(get_area_from_xmlnode(record.get(), node, "mdArea"), 0) << width << " x " << height;
-        EXPECT_EQ(record->width, width);
-        EXPECT_EQ(record->height, height);
-        for (int column = 0; column < 155; ++column)
-            for (int row = 0; row < 100; ++row) {
-                const bool inside = column < width && row < height;
-                const int expected = inside ? cells[static_cast<std::size_t>(row * width + column)] - '0' : 7;
-                ASSERT_EQ(record->cells[column][row], expected) << column << "," << row << " of " << width;
-            }
-    }
-}
 
 TEST_F(AlarmAreaTest, AreasThatAreRefused)
 {
@@ -550,32 +452,6 @@ TEST_F(AlarmAreaTest, Logging)
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_alarm_area_x2s(nullptr, node), -1); }), area_error);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_alarm_area_x2s(&empty, node), -1); }), area_error);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_alarm_area_x2s(&message.param, nullptr), -1); }), area_error);
-}
-
-// The component readers ----------------------------------------------------------------------------
-
-TEST_F(MotionTest, ComponentsCheckTheirArguments)
-{
-    Zeroed<Motion> motion;
-    const auto check = [](auto reader, auto *record, const std::string &name, const std::string &children) {
-        Xml node(element(name, children));
-        EXPECT_EQ(reader(record, node, nullptr), 0) << name;
-        EXPECT_EQ(reader(record, node, name.c_str()), 0) << name;
-        EXPECT_EQ(reader(record, node, (name + "s").c_str()), 0) << "a beginning of the key is enough";
-        EXPECT_EQ(reader(record, node, name.substr(1).c_str()), -1) << name;
-        EXPECT_EQ(reader(record, node, ""), -1) << name;
-        EXPECT_EQ(reader(record, nullptr, nullptr), -1) << name;
-        EXPECT_EQ(reader(static_cast<decltype(record)>(nullptr), node, nullptr), -1) << name;
-    };
-    const std::string entries = prioritised(1, 2);
-    check(get_scope_from_xmlnode, static_cast<Motion *>(&motion), "scope",
-          element("columns", 8) + element("rows", 3) + element("valueTable", "gUL/"));
-    check(get_sensitivity_info_list_from_xmlnode, &motion.sensitivityInfo[0], "sensitivityInfoList", four_periods());
-    check(get_sensitivity_new_info_x2s, &motion.sensInfoNew, "sensInfoNew", element("sensInfoList", entries));
-    check(get_sensitivity_new_info_list_from_xmlnode, &motion.sensInfoNew.sensInfo[0], "sensInfoList", entries);
-    check(get_sensitivity_priority_list_from_xmlnode, &motion.sensInfoNew.priority[0], "sensInfoList", entries);
-    check(get_md_time_block_list_from_xmlnode, static_cast<Motion *>(&motion), "timeBlockList", block("Sunday", 1, 2));
-    check(get_handleException_from_xmlnode, &motion.handleException, "handleException", "<handleType>io</handleType>");
 }
 
 } // namespace

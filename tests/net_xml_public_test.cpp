@@ -470,25 +470,6 @@ TEST_F(WritersTest, BothOmitsTogetherWriteNothing)
     }
 }
 
-TEST_F(WritersTest, NullArgumentsFailEvenWhenOmitted)
-{
-    Element p("p");
-    for (int omit : {0, 1}) {
-        EXPECT_EQ(InsertChildToXmlElement_string(nullptr, "a", "x", omit, omit), -1);
-        EXPECT_EQ(InsertChildToXmlElement_string(&p, nullptr, "x", omit, omit), -1);
-        EXPECT_EQ(InsertChildToXmlElement_string(&p, "a", nullptr, omit, omit), -1);
-        EXPECT_EQ(InsertChildToXmlElement_int(nullptr, "a", 1, omit, omit), -1);
-        EXPECT_EQ(InsertChildToXmlElement_int(&p, nullptr, 1, omit, omit), -1);
-        EXPECT_EQ(InsertChildToXmlElement_unsignedint(nullptr, "a", 1, omit, omit), -1);
-        EXPECT_EQ(InsertChildToXmlElement_int64(&p, nullptr, 1, omit, omit), -1);
-        EXPECT_EQ(InsertChildToXmlElement_unsignedlonglong(nullptr, "a", 1, omit, omit), -1);
-        EXPECT_EQ(InsertChildToXmlElement_float(&p, nullptr, 1, omit, omit), -1);
-    }
-    EXPECT_EQ(InsertChildToXmlElement_longlong(nullptr, "a", 1), -1);
-    EXPECT_EQ(InsertChildToXmlElement_longlong(&p, nullptr, 1), -1);
-    EXPECT_TRUE(p.NoChildren());
-}
-
 TEST_F(WritersTest, TimesAreWrittenAndReportedAsFailed)
 {
     Element p("p");

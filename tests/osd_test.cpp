@@ -103,23 +103,3 @@ TEST_F(OsdTest, EightMasksFit)
         EXPECT_EQ(text.find("<id>20</id>") != std::string::npos, count > 0) << "the eighth mask is the last";
     }
 }
-
-TEST_F(OsdTest, MaskComponentsCheckTheirNames)
-{
-    tag_net_shelter_cfg_v20_t config = {};
-    Xml one(mask(4));
-    EXPECT_EQ(get_shelter_from_xmlnode(&config, one, "shelterList"), 0) << "a beginning of the key";
-    EXPECT_EQ(get_shelter_from_xmlnode(&config, one, nullptr), 0);
-    EXPECT_EQ(get_shelter_from_xmlnode(&config, one, "mask"), -1);
-    EXPECT_EQ(get_shelter_from_xmlnode(nullptr, one, nullptr), -1);
-    EXPECT_EQ(get_shelter_from_xmlnode(&config, nullptr, nullptr), -1);
-    EXPECT_EQ(config.shelterNum, 1);
-
-    Xml list("<shelterList>" + mask(5) + "</shelterList>");
-    EXPECT_EQ(get_shelterList_from_xmlnode(&config, list, "shelter"), -1);
-    EXPECT_EQ(config.shelterNum, 1);
-    EXPECT_EQ(get_shelterList_from_xmlnode(&config, list, "SHELTERLIST"), 0);
-    EXPECT_EQ(config.shelterNum, 2);
-    EXPECT_EQ(get_shelterList_from_xmlnode(nullptr, list, nullptr), -1);
-    EXPECT_EQ(get_shelterList_from_xmlnode(&config, nullptr, nullptr), -1);
-}

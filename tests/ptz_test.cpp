@@ -12,11 +12,6 @@ namespace {
 
 class PtzTest : public HostTest {};
 
-std::string element(const char *name, const std::string &inside)
-{
-    return "<" + std::string(name) + ">" + inside + "</" + name + ">";
-}
-
 std::string key_positions(int count)
 {
     return element("keyPosList", repeated(count, "<keyPos><keyPosId>1</keyPosId><presetId>-1</presetId></keyPos>"));

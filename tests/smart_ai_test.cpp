@@ -13,80 +13,8 @@ class SmartAiTest : public HostTest {};
 
 const std::string line = "<red net_xml_alarm.cpp>";
 
-std::string element(const std::string &name, const std::string &content)
-{
-    return "<" + name + ">" + content + "</" + name + ">";
-}
-
 const std::string two_points =
     "<pointList><point><x>0.25</x><y>-1</y></point><point><x>1.5</x><y>0</y></point></pointList>";
-
-// What the lists have in common: the payload starts from zero, four rules fit, and it is written back.
-template <class List>
-void exchange_rules(Init init, Parser parser, Writer writer, const std::string &root, const std::string &item,
-                    const std::string &rule)
-{
-    Envelope<List> message(init, channel(7));
-    message->item[3].index = 12;
-    message->pointMaxNUm = 8;
-    const std::string head = "<channelId>2</channelId><maxNum>4</maxNum><op>Modify</op><pointMinNum>3</pointMinNum>";
-    const std::string rules = "<" + item + ">" + rule + "</" + item + ">";
-    EXPECT_EQ(message.read(parser, "<" + root + ">" + head + rules + "<" + item + "/>" + "</" + root + ">"), 0);
-    EXPECT_EQ(message->channelId, 2);
-    EXPECT_EQ(message->maxNum, 4);
-    EXPECT_EQ(message->op, NET_SMAER_AI_OP_MODIFY);
-    EXPECT_EQ(message->pointMinNum, 3);
-    EXPECT_EQ(message->pointMaxNUm, 0) << "cleared first";
-    EXPECT_EQ(message->num, 2);
-    EXPECT_EQ(message->item[3].index, 0);
-    EXPECT_EQ(message->item[0].location, 5);
-    EXPECT_EQ(message->item[0].index, 1);
-    EXPECT_STREQ(message->item[0].name, "gate");
-    EXPECT_EQ(message->item[0].sesensitivity, 60);
-    EXPECT_EQ(message->item[1].sesensitivity, 0);
-    expect_two_points(message->item[0].pointList);
-    EXPECT_EQ(message.param.inited, 1U);
-
-    message->num = 1;
-    const std::string begin = "<" + root + " version=\"1.1\"><channelId>2</channelId>", end = "</" + root + ">";
-    EXPECT_EQ(message.write(writer), begin + "<maxNum>4</maxNum><op>modify</op><pointMinNum>3</pointMinNum>" +
-                                         "<pointMaxNUm>0</pointMaxNUm>" + rules + end);
-    message->maxNum = 0;
-    message->op = NET_SMAER_AI_OP_NONE;
-    message->pointMinNum = 0;
-    message->pointMaxNUm = 8;
-    message->num = -1;
-    EXPECT_EQ(message.write(writer), begin + "<op>none</op>" + end);
-    message->num = 1000;
-    message->item[3].index = 33;
-    message->item[3].pointList.pointNum = 1000;
-    std::memset(message->item[3].name, 'n', sizeof message->item[3].name);
-    const std::string full = message.write(writer);
-    EXPECT_NE(full.find("<index>33</index><name>" + std::string(32, 'n') + "</name>"), std::string::npos);
-    std::size_t points = 0, at = full.find("<index>33</index>");
-    while ((at = full.find("<point>", at + 1)) != std::string::npos)
-        ++points;
-    EXPECT_EQ(points, 8U) << "of the last rule";
-
-    std::string five = rules;
-    for (int i = 2; i <= 5; ++i)
-        five += element(item, element("index", std::to_string(i)));
-    EXPECT_EQ(message.read(parser, "<" + root + ">" + five + end), 0);
-    EXPECT_EQ(message->num, 4);
-    EXPECT_EQ(message->item[3].index, 4);
-    EXPECT_EQ(message->channelId, 0);
-
-    EXPECT_EQ(message.read(parser, "<l><" + item + "><name>" + std::string(32, 'n') + "</name></" + item + "></l>"),
-              -1);
-    EXPECT_EQ(message.read(parser, "<l><" + item + "><pointList><point><x/></point></pointList></" + item + "></l>"),
-              -1);
-    EXPECT_EQ(message->num, 0);
-    message->channelId = 9;
-    message.param.dataSize += 4;
-    EXPECT_NE(log_of([&] { EXPECT_EQ(message.read(parser, "<l/>"), -1); }).find("Line(#) \n"), std::string::npos);
-    EXPECT_EQ(message->channelId, 9) << "a bad envelope is left alone";
-    EXPECT_NE(log_of([&] { EXPECT_EQ(message.write(writer), "failed"); }).find(" line:#\n"), std::string::npos);
-}
 
 TEST_F(SmartAiTest, RuleComponents)
 {
@@ -189,56 +117,6 @@ TEST_F(SmartAiTest, WordsOfRules)
     const int unknown = 7; // a host's mistake
     std::memcpy(&message->op, &unknown, sizeof unknown);
     EXPECT_NE(message.write(net_smart_ai_crossline_detect_s2x).find("<op>none</op>"), std::string::npos);
-}
-
-std::string parser_line(const std::string &name)
-{
-    return line + "Func(" + name + "_x2s) Line(#) \n";
-}
-
-std::string writer_line(const std::string &name)
-{
-    return line + "func:" + name + "_s2x line:#\n";
-}
-
-TEST_F(SmartAiTest, WrongSizesAreRefused)
-{
-    const struct {
-        Init init;
-        Parser parser;
-        Writer writer;
-        const char *name;
-    } cases[] = {
-        {net_param_smart_ai_crossline_detect_init, net_smart_ai_crossline_detect_x2s, net_smart_ai_crossline_detect_s2x,
-         "net_smart_ai_crossline_detect"},
-        {net_param_smart_ai_intrusion_detect_init, net_smart_ai_intrusion_detect_x2s, net_smart_ai_intrusion_detect_s2x,
-         "net_smart_ai_intrusion_detect"},
-        {net_param_smart_ai_loitering_detect_init, net_smart_ai_loitering_detect_x2s, net_smart_ai_loitering_detect_s2x,
-         "net_smart_ai_loitering_detect"},
-        {net_param_smart_ai_legacy_detect_init, net_smart_ai_legacy_detect_x2s, net_smart_ai_legacy_detect_s2x,
-         "net_smart_ai_legacy_detect"},
-        {net_param_smart_ai_loss_detect_init, net_smart_ai_loss_detect_x2s, net_smart_ai_loss_detect_s2x,
-         "net_smart_ai_loss_detect"},
-        {nets_param_ai_cfg_init, nets_param_ai_cfg_x2s, nets_param_ai_cfg_s2x, "nets_param_ai_cfg"},
-        {nets_param_ai_area_detect_init, net_ai_area_detect_x2s, net_ai_area_detect_s2x, "net_ai_area_detect"},
-        {net_param_ai_track_limit_init, net_param_ai_track_limit_x2s, net_param_ai_track_limit_s2x,
-         "net_param_ai_track_limit"},
-        {net_param_ai_track_task_init, net_param_ai_track_task_x2s, net_param_ai_track_task_s2x,
-         "net_param_ai_track_task"},
-    };
-    for (const auto &one : cases) {
-        AnyEnvelope message;
-        net_ext_t ext = channel(1);
-        ASSERT_EQ(one.init(&message.param, &ext), 0);
-        const unsigned int size = message.param.dataSize;
-        for (const unsigned int wrong : {size - 4, size + 4}) {
-            message.param.dataSize = wrong;
-            EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(one.parser, "<l/>"), -1); }), parser_line(one.name));
-            EXPECT_EQ(log_of([&] { EXPECT_EQ(message.write(one.writer), "failed"); }), writer_line(one.name));
-        }
-        EXPECT_EQ(log_of([&] { EXPECT_EQ(one.parser(nullptr, nullptr), -1); }), parser_line(one.name));
-        EXPECT_EQ(log_of([&] { EXPECT_EQ(one.writer(nullptr, nullptr), -1); }), writer_line(one.name));
-    }
 }
 
 } // namespace

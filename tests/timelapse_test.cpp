@@ -11,21 +11,10 @@ namespace {
 
 using test::Envelope;
 using test::log_of;
+using test::prepared;
+using test::repeated;
 
 class TimelapseTest : public test::HostTest {};
-
-template <class Payload> int prepare(net_param_t *param, net_ext_t *ext)
-{
-    return net_param_init_size_id(param, ext, sizeof(Payload), 1);
-}
-
-std::string repeat(const std::string &text, int times)
-{
-    std::string result;
-    while (times-- > 0)
-        result += text;
-    return result;
-}
 
 int count_of(const std::string &text, const std::string &part)
 {
@@ -56,8 +45,6 @@ const std::string configuration_item =
     time_element("startTime", 7) + time_element("endTime", 8) + "<duration>" + time_element("startTime", 9) +
     time_element("endTime", 10) + "<valid>11</valid></duration></item>";
 
-// Calendar and tasks ----------------------------------------------------------------------------
-
 // File search -----------------------------------------------------------------------------------
 
 using Search = Envelope<net_timelapse_file_t>;
@@ -78,13 +65,14 @@ const std::string film = "<item><original><id>i</id><fileName>f.mp4</fileName><r
 
 TEST_F(TimelapseTest, FortyFilesAreWrittenOfMore)
 {
-    Search message(prepare<net_timelapse_file_t>);
+    Search message(prepared<net_timelapse_file_t>);
     const std::string line = red("func:net_timelapse_file_x2s line:# too many items");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(net_timelapse_file_x2s, result_of("mp4", repeat(film, 131))), 0); }),
-              repeat(line, 3));
+    EXPECT_EQ(
+        log_of([&] { EXPECT_EQ(message.read(net_timelapse_file_x2s, result_of("mp4", repeated(131, film))), 0); }),
+        repeated(3, line));
     EXPECT_EQ(message->itemCount, 128);
     EXPECT_STREQ(message->item[127].original.fileName, "f.mp4");
-    EXPECT_EQ(message.write(net_timelapse_file_s2x), result_of("mp4", repeat(film, 40)));
+    EXPECT_EQ(message.write(net_timelapse_file_s2x), result_of("mp4", repeated(40, film)));
     message->itemCount = -5;
     EXPECT_EQ(message.write(net_timelapse_file_s2x), result_of("mp4", ""));
     EXPECT_EQ(log_of([&] {
@@ -103,25 +91,11 @@ TEST_F(TimelapseTest, AResultOfFiftyFiles)
     std::stringstream text;
     text << file.rdbuf();
     test::Xml document(text.str());
-    Search message(prepare<net_timelapse_file_t>);
+    Search message(prepared<net_timelapse_file_t>);
     ASSERT_EQ(net_timelapse_file_x2s(&message.param, document.root()->FirstChildElement()), 0);
     EXPECT_EQ(message->itemCount, 50);
     EXPECT_EQ(message->item[49].original.generating, 1);
     EXPECT_EQ(count_of(message.write(net_timelapse_file_s2x), "<item>"), 40);
-}
-
-// Download, deletion, cover ---------------------------------------------------------------------
-
-TEST_F(TimelapseTest, AMissingArgumentIsLogged)
-{
-    Envelope<net_timelapse_file_cover_t> cover(prepare<net_timelapse_file_cover_t>);
-    cover.param.dataSize = 1; // not compared
-    EXPECT_EQ(cover.read(net_timelapse_file_cover_x2s, "<c/>"), 0);
-    EXPECT_EQ(log_of([&] {
-                  EXPECT_EQ(net_timelapse_file_cover_x2s(&cover.param, nullptr), -1);
-                  EXPECT_EQ(net_timelapse_file_cover_s2x(&cover.param, nullptr), -1);
-              }),
-              red("func:net_timelapse_file_cover_x2s line:#") + red("func:net_timelapse_file_cover_s2x line:#"));
 }
 
 } // namespace
