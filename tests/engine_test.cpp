@@ -8,11 +8,8 @@
 
 #include <climits>
 #include <cstring>
-#include <iterator>
 #include <memory>
-#include <random>
 #include <string>
-#include <vector>
 
 namespace netpublic {
 namespace {

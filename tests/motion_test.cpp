@@ -5,7 +5,6 @@
 #include <cstring>
 #include <memory>
 #include <string>
-#include <utility>
 
 namespace {
 
@@ -48,32 +47,10 @@ std::string scope(int columns, int rows, const std::string &table)
     return element("scope", element("columns", columns) + element("rows", rows) + element("valueTable", table));
 }
 
-std::string period(int id, int sensitivity, int begin_hour, int begin_minute, int end_hour, int end_minute)
-{
-    return element("sensitivityInfo", element("id", id) + element("sensitivity", sensitivity) +
-                                          element("beginHour", begin_hour) + element("beginMinute", begin_minute) +
-                                          element("endHour", end_hour) + element("endMinute", end_minute));
-}
-
-std::string four_periods()
-{
-    return period(0, 1, 0, 0, 5, 59) + period(1, 20, 6, 0, 11, 59) + period(2, 30, 12, 0, 17, 59) +
-           period(3, 50, 18, 0, 23, 59);
-}
-
 std::string block(const std::string &day, int begin, int end, int enable = 1)
 {
     return element("timeBlock", element("enable", enable) + element("weekDay", day) + element("beginHour", begin) +
                                     element("endHour", end));
-}
-
-// "enable begin-end sensitivity" with hours and minutes.
-std::string shown(const tag_net_sensitivity_info_v20_t &p)
-{
-    char text[80];
-    snprintf(text, sizeof text, "%d %d:%d-%d:%d %d", p.enable, p.beginHour, p.beginMinute, p.endHour, p.endMinute,
-             p.sensitivity);
-    return text;
 }
 
 std::string day_of(const Motion &motion, int day)
@@ -82,58 +59,6 @@ std::string day_of(const Motion &motion, int day)
     for (int slot : motion.timeBlock[day])
         text += slot != 0 ? '1' : '0';
     return text;
-}
-
-// The whole message --------------------------------------------------------------------------------
-
-TEST_F(MotionTest, WholeRequest)
-{
-    Envelope<Motion> message(nets_param_md_init);
-    const std::string request =
-        "<MD version=\"1.1\"><channelId>63</channelId><enable>1</enable><usepir>-7</usepir><width>8</width>"
-        "<height>3</height>" +
-        scope(8, 3, "gUL/") + element("sensitivityInfoList", four_periods()) +
-        "<sensInfoNew><sensitivityDefault>12</sensitivityDefault><sensInfoList>"
-        "<sensInfo><priority>4</priority><sensitivity>9</sensitivity><beginHour>1</beginHour>"
-        "<beginMinute>2</beginMinute><endHour>3</endHour><endMinute>4</endMinute></sensInfo>"
-        "<sensInfo><priority>-5</priority><sensitivity>10</sensitivity></sensInfo></sensInfoList></sensInfoNew>"
-        "<timeBlockList>" +
-        block("Monday", 8, 10) + block("Monday", 9, 9, 0) + block("sat", 0, 23) +
-        "</timeBlockList>"
-        "<handleException><handleType>rec,push</handleType><chnHandleType>1,0,2</chnHandleType>"
-        "<relAlarmOut>,1</relAlarmOut></handleException><later>1</later></MD>";
-    ASSERT_EQ(message.read(net_md_x2s, request), 0);
-    EXPECT_EQ(message.param.inited, 2U);
-    EXPECT_EQ(message->channelId, 63);
-    EXPECT_EQ(message->enable, 1);
-    EXPECT_EQ(message->usepir, -7);
-    EXPECT_EQ(message->width, 8);
-    EXPECT_EQ(message->height, 3);
-    const unsigned char rows[3][9] = {
-        {1, 0, 0, 0, 0, 0, 0, 1, 0}, {0, 1, 0, 0, 0, 0, 1, 0, 0}, {1, 1, 1, 1, 1, 1, 1, 1, 0}};
-    for (int row = 0; row < 3; ++row)
-        EXPECT_EQ(std::memcmp(message->scope[row], rows[row], sizeof rows[row]), 0) << row;
-    EXPECT_EQ(message->scope[3][0], 0);
-    EXPECT_EQ(shown(message->sensitivityInfo[0]), "1 0:0-5:59 1");
-    EXPECT_EQ(shown(message->sensitivityInfo[1]), "1 6:0-11:59 20");
-    EXPECT_EQ(shown(message->sensitivityInfo[2]), "1 12:0-17:59 30");
-    EXPECT_EQ(shown(message->sensitivityInfo[3]), "1 18:0-23:59 50");
-    EXPECT_EQ(message->sensInfoNew.valid, 1);
-    EXPECT_EQ(message->sensInfoNew.sensitivityDefault, 12);
-    EXPECT_EQ(shown(message->sensInfoNew.sensInfo[0]), "1 1:2-3:4 9");
-    EXPECT_EQ(shown(message->sensInfoNew.sensInfo[1]), "1 0:0-0:0 10");
-    EXPECT_EQ(shown(message->sensInfoNew.sensInfo[2]), "0 0:0-0:0 0");
-    EXPECT_EQ(message->sensInfoNew.priority[0], 4);
-    EXPECT_EQ(message->sensInfoNew.priority[1], -5);
-    EXPECT_EQ(message->handleException.reserved, 0);
-    EXPECT_EQ(message->handleException.handleType, 0x204);
-    EXPECT_EQ(message->handleException.chnHandleType[0], 1);
-    EXPECT_EQ(message->handleException.chnHandleType[2], 2);
-    EXPECT_EQ(message->handleException.relAlarmOut[0], 0);
-    EXPECT_EQ(message->handleException.relAlarmOut[1], 1);
-    EXPECT_EQ(day_of(*message, 0), std::string(24, '0'));
-    EXPECT_EQ(day_of(*message, 1), "000000001010000000000000");
-    EXPECT_EQ(day_of(*message, 6), std::string(24, '1'));
 }
 
 // The motion grid ----------------------------------------------------------------------------------
@@ -179,30 +104,6 @@ TEST_F(MotionTest, GridCountsMustMatch)
     }
 }
 
-TEST_F(MotionTest, GridMustBeWhole)
-{
-    const char *const bad[] = {
-        "<scope><rows>3</rows><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>8</columns><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>8</columns><rows>3</rows></scope>",
-        "<scope><columns>8</columns><rows>3</rows><valueTable/></scope>",
-        "<scope><columns>156</columns><columns>8</columns><rows>3</rows><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>0</columns><rows>3</rows><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>8</columns><rows>101</rows><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>x</columns><rows>3</rows><valueTable>gUL/</valueTable></scope>",
-    };
-    Zeroed<Motion> motion;
-    for (const char *text : bad) {
-        Xml node(text);
-        EXPECT_EQ(log_of([&] { EXPECT_EQ(get_scope_from_xmlnode(&motion, node, nullptr), -1) << text; }), "");
-    }
-    Xml longest(scope(155, 100, std::string(2584, 'A') + std::string(126, 'A')));
-    EXPECT_NE(log_of([&] { EXPECT_EQ(get_scope_from_xmlnode(&motion, longest, nullptr), -1); }), "")
-        << "2710 characters are taken, and are too many cells or no whole groups";
-    Xml too_long(scope(155, 100, std::string(2712, 'A')));
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(get_scope_from_xmlnode(&motion, too_long, nullptr), -1); }), "");
-}
-
 TEST_F(MotionTest, SmallGridsAreWrittenAs96x64)
 {
     const struct {
@@ -229,19 +130,6 @@ TEST_F(MotionTest, SmallGridsAreWrittenAs96x64)
     }
     message->width = 155;
     message->height = 101;
-    EXPECT_EQ(message.write(net_md_s2x), "failed");
-}
-
-TEST_F(MotionTest, WritingNeedsScratchMemory)
-{
-    Envelope<Motion> message(nets_param_md_init);
-    net_host_fail_allocation(1);
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.write(net_md_s2x), "failed"); }),
-              "<red net_public.cpp>malloc failed\n"
-              "<red net_xml_alarm.cpp>File[net_xml_alarm.cpp] Func[net_md_s2x] Line[#],malloc error!\n");
-    // Without memory for the encoder there is no text.
-    net_host_fail_allocation(2);
-    loglevel = 0;
     EXPECT_EQ(message.write(net_md_s2x), "failed");
 }
 
@@ -344,10 +232,6 @@ TEST_F(MotionTest, LaterBlocksOverwriteEarlierOnes)
     EXPECT_EQ(day_of(many, 1), "110000000000000000000000") << "168 blocks are read";
 }
 
-// Exceptions ---------------------------------------------------------------------------------------
-
-using Exception = tag_net_handle_exception_v20_t;
-
 // Detector areas -----------------------------------------------------------------------------------
 
 std::string area(const std::string &name, int width, int height, const std::string &cells)
@@ -392,37 +276,6 @@ TEST_F(AlarmAreaTest, AreasThatAreRefused)
     Xml mismatch(area("a", 8, 4, "gUL/"));
     EXPECT_NE(log_of([&] { get_area_from_xmlnode(record.get(), mismatch, nullptr); }), "") << "not gated";
     EXPECT_EQ(log_of([&] { get_area_from_xmlnode(nullptr, nullptr, nullptr); }), "");
-}
-
-TEST_F(AlarmAreaTest, EachDetectorHasItsBit)
-{
-    const char *const names[] = {"mdArea",     "personArea", "vehicleArea", "faceArea",
-                                 "dogCatArea", "otherArea",  "packageArea"};
-    Envelope<net_alarm_area_t> message(nets_param_alarm_area_init);
-    const net_ai_area_t *const areas[] = {&message->mdArea,     &message->personArea, &message->vehicleArea,
-                                          &message->faceArea,   &message->dogCatArea, &message->otherArea,
-                                          &message->packageArea};
-    unsigned int mask = 0;
-    for (unsigned int i = 0; i < 7; ++i) {
-        ASSERT_EQ(message.read(net_alarm_area_x2s, element("body", area(names[i], static_cast<int>(i) + 1, 1, "gA=="))),
-                  0)
-            << names[i];
-        mask |= 1U << i;
-        EXPECT_EQ(message->type, mask) << "added to what the payload holds";
-        EXPECT_EQ(areas[i]->width, static_cast<int>(i) + 1);
-        EXPECT_EQ(areas[i]->cells[0][0], 1);
-    }
-    EXPECT_EQ(message.param.inited, 1U) << "not this message";
-
-    Envelope<net_alarm_area_t> two(nets_param_alarm_area_init);
-    two.param.dataSize = 1; // not checked
-    ASSERT_EQ(two.read(net_alarm_area_x2s, "<body><chn>-5</chn>" + area("PERSON", 8, 3, "gUL/") +
-                                               area("faceArea", 8, 3, "gUL/") + "<new/></body>"),
-              0);
-    EXPECT_EQ(two->type, 0x0AU);
-    EXPECT_EQ(two->chn, -5);
-    EXPECT_EQ(two->faceArea.cells[7][0], 1);
-    EXPECT_EQ(two->faceArea.cells[7][1], 0);
 }
 
 TEST_F(AlarmAreaTest, Logging)

@@ -9,7 +9,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <climits>
@@ -20,7 +19,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -162,7 +160,6 @@ TEST_F(IdentityTest, Uid)
     net_host().uid = "0123456789012345678901234567890";
     EXPECT_EQ(net_uid_get(uid), 0);
     EXPECT_STREQ(uid, "0123456789012345678901234567890");
-    EXPECT_EQ(net_uid_get(nullptr), -1);
 }
 
 TEST_F(IdentityTest, FailedUidIsTakenWhenOneIsConfigured)
@@ -192,7 +189,6 @@ TEST_F(IdentityTest, Key)
     net_host().key_result = -1;
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_key_get(key), -1); }), "<red net_public.cpp>get key failed \n");
     EXPECT_STREQ(key, "abcdefgh");
-    EXPECT_EQ(net_key_get(nullptr), -1);
 }
 
 TEST_F(IdentityTest, MacFallsBackToTheTemporaryOne)
@@ -212,7 +208,6 @@ TEST_F(IdentityTest, MacFallsBackToTheTemporaryOne)
     Buffer<20> untouched;
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_mac_get(untouched), -1); }), "<red net_public.cpp>get key failed \n");
     EXPECT_TRUE(untouched.untouched_from(0));
-    EXPECT_EQ(net_mac_get(nullptr), -1);
 }
 
 TEST_F(IdentityTest, Model)
@@ -334,7 +329,6 @@ TEST_F(InterfaceTest, UnknownInterfaceHasNone)
     for (const char *name : {"nosuch0", "", "l"}) {
         EXPECT_EQ(net_ip_and_mac_get(name, ip, mac), -1) << name;
     }
-    EXPECT_EQ(net_ip_and_mac_get(nullptr, ip, mac), -1);
     EXPECT_EQ(net_ip_and_mac_get("lo", nullptr, mac), -1);
     EXPECT_EQ(net_ip_and_mac_get("lo", ip, nullptr), -1);
     EXPECT_TRUE(ip.untouched_from(0));
@@ -347,7 +341,6 @@ TEST_F(InterfaceTest, LinkStatus)
     const int free_descriptor = lowest_free_descriptor();
     modulemask = 0; // bare lines know no switches
     EXPECT_EQ(output_of([] { EXPECT_EQ(net_link_status_get("nosuch0"), -1); }), "SIOCETHTOOL failed.\n");
-    EXPECT_EQ(net_link_status_get(nullptr), -1);
     int status = -2;
     const std::string output = output_of([&] { status = net_link_status_get("lo"); });
     // An emulated kernel may not know the question.
@@ -453,7 +446,6 @@ TEST_F(FileTest, WriteRefusesWhatItCannotWrite)
 {
     char text[] = "text";
     EXPECT_EQ(output_of([&] {
-                  EXPECT_EQ(net_file_write(nullptr, text, 4), -1);
                   EXPECT_EQ(net_file_write(path.c_str(), nullptr, 4), -1);
                   EXPECT_EQ(net_file_write(path.c_str(), text, 0), -1);
               }),
@@ -502,7 +494,6 @@ TEST_F(FileTest, Remove)
     EXPECT_EQ(output_of([&] {
                   EXPECT_EQ(net_file_remove(""), 0);
                   EXPECT_EQ(net_file_remove(path.c_str()), 0);
-                  EXPECT_EQ(net_file_remove(nullptr), -1);
               }),
               "");
     std::ofstream(path) << "x";
@@ -520,7 +511,6 @@ TEST_F(FileTest, SizeAndExistence)
 {
     int size = -5;
     EXPECT_EQ(nets_get_file_size(&path[0], &size), -1);
-    EXPECT_EQ(nets_get_file_size(nullptr, &size), -1);
     std::ofstream(path).flush();
     EXPECT_EQ(nets_get_file_size(&path[0], nullptr), -1);
     EXPECT_EQ(size, -5);
@@ -543,11 +533,8 @@ TEST_F(FileTest, Certificates)
     char empty[] = "";
     char name[] = "no-such-directory/client.pem";
     EXPECT_EQ(output_of([&] {
-                  EXPECT_EQ(net_cert_write(nullptr, data, 3), -1);
-                  EXPECT_EQ(net_cert_write(name, nullptr, 3), -1);
                   EXPECT_EQ(net_cert_write(name, data, 0), -1);
                   EXPECT_EQ(net_cert_write(empty, data, 0), -1);
-                  EXPECT_EQ(net_cert_remove(nullptr), -1);
               }),
               "");
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_cert_write(empty, data, 3), -1); }),
@@ -999,7 +986,6 @@ TEST_F(ConversionTest, AlarmSummaryIsAppendedAndCut)
     char small[8] = "";
     EXPECT_EQ(get_alarm_str(small, sizeof(small), 0, {}, {}), 0);
     EXPECT_STREQ(small, "alarm 0");
-    EXPECT_EQ(get_alarm_str(nullptr, 8, 1, {}, {}), -1);
     EXPECT_EQ(get_alarm_str(small, 0, 1, {}, {}), -1);
     EXPECT_STREQ(small, "alarm 0");
 }
@@ -1045,7 +1031,6 @@ TEST_F(ConversionTest, DeviceNames)
     EXPECT_EQ(net_check_dev_name(&name[0]), 0); // the 33rd does not
     name.clear();
     EXPECT_EQ(net_check_dev_name(&name[0]), 0);
-    EXPECT_EQ(net_check_dev_name(nullptr), -1);
 }
 
 TEST_F(ConversionTest, CertificateNames)

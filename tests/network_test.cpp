@@ -4,8 +4,6 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 using namespace test;

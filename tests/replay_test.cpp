@@ -15,38 +15,9 @@ using test::Xml;
 
 class ReplayTest : public test::HostTest {};
 
-void expect_time(const tag_net_time_v20_t &time, int year, int month, int day, int hour, int minute, int second)
-{
-    EXPECT_EQ(time.year, year);
-    EXPECT_EQ(time.month, month);
-    EXPECT_EQ(time.day, day);
-    EXPECT_EQ(time.hour, hour);
-    EXPECT_EQ(time.minute, minute);
-    EXPECT_EQ(time.second, second);
-}
-
-const char *const time_children = "<year>2026</year><month>3</month><day>18</day><hour>12</hour><minute>30</minute>"
-                                  "<second>5</second>";
-
-std::string time_element(const std::string &name)
-{
-    return "<" + name + ">" + time_children + "</" + name + ">";
-}
-
 // Day records -----------------------------------------------------------------------------------
 
 using DayRecords = Envelope<tag_net_recfile_schedule_v20_t>;
-
-TEST_F(ReplayTest, AFifthDayRecordIsIgnored)
-{
-    DayRecords message(net_param_day_record_init);
-    std::string records;
-    for (int channel = 1; channel <= 6; ++channel)
-        records += "<DayRecord><channelId>" + std::to_string(channel) + "</channelId></DayRecord>";
-    EXPECT_EQ(message.read(net_day_rec_x2s, "<D><DayRecordList>" + records + "</DayRecordList></D>"), 0);
-    for (int i = 0; i < 4; ++i)
-        EXPECT_EQ(message->records[i].channelId, i + 1);
-}
 
 TEST_F(ReplayTest, BadDayRecordsAreRefused)
 {
@@ -79,13 +50,8 @@ TEST_F(ReplayTest, TheMonthEndsAfterItsDays)
     const std::string day = "<dayType><index>2</index><type>alarm</type></dayType>";
     EXPECT_EQ(get_day_type_list_from_xmlnode(&record, Xml("<l>" + repeated(31, day) + "<other/></l>")), 0);
     EXPECT_EQ(get_day_type_list_from_xmlnode(&record, Xml("<l>" + repeated(30, day) + "<other/></l>")), -1);
-    EXPECT_EQ(get_day_type_list_from_xmlnode(nullptr, Xml("<l/>")), -1);
     EXPECT_EQ(record.dayType[2], 2);
 }
-
-// File search -----------------------------------------------------------------------------------
-
-using FileSearch = Envelope<tag_net_file_info_v20_t>;
 
 // Replay ----------------------------------------------------------------------------------------
 
@@ -176,32 +142,6 @@ TEST_F(ReplayTest, FortyFilesAreDeletedAtOnce)
               "func:net_rec_del_x2s line:# failed\n");
     EXPECT_EQ(message->count, 1);
     EXPECT_EQ(message->item[0].fileIdentity, longest);
-}
-
-TEST_F(ReplayTest, CoverPreviewTakesFortyFrames)
-{
-    Envelope<net_cover_preview_v20_t> message(prepared<net_cover_preview_v20_t>);
-    EXPECT_EQ(message.read(net_cover_preview_x2s,
-                           "<c><channelId>-1</channelId><destination>2</destination>"
-                           "<logicChnBitmap>3</logicChnBitmap><streamType>substream</streamType>" +
-                               time_element("startTime") + time_element("endTime") +
-                               "<uid>cam</uid><frameList><other>1</other><frameNo>-10</frameNo>" +
-                               repeated(39, "<frameNo>11</frameNo>") + "<frameNo>bad</frameNo></frameList></c>"),
-              0);
-    EXPECT_EQ(message->channelId, -1);
-    EXPECT_EQ(message->destination, 2);
-    EXPECT_EQ(message->logicChnBitmap, 3ULL);
-    EXPECT_EQ(message->streamType, 1);
-    expect_time(message->startTime, 2026, 3, 18, 12, 30, 5);
-    expect_time(message->endTime, 2026, 3, 18, 12, 30, 5);
-    EXPECT_STREQ(message->uid, "cam");
-    EXPECT_EQ(message->frameCount, 40);
-    EXPECT_EQ(message->frameNo[0], -10);
-    EXPECT_EQ(message->frameNo[39], 11);
-    EXPECT_EQ(message.param.inited, 1U);
-    EXPECT_EQ(message.read(net_cover_preview_x2s, "<c><frameList><frameNo>5</frameNo></frameList></c>"), 0);
-    EXPECT_EQ(message->frameCount, 1);
-    EXPECT_EQ(message.read(net_cover_preview_x2s, "<c><frameList><frameNo>bad</frameNo></frameList></c>"), -1);
 }
 
 } // namespace

@@ -4,8 +4,6 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,7 +13,6 @@ using test::Envelope;
 using test::example;
 using test::log_of;
 using test::prepared;
-using test::print;
 using test::print_children;
 using test::repeated;
 using test::Xml;
@@ -50,8 +47,6 @@ TEST_F(StreamTest, CompressionKeepsWhatStandsBeforeTheRefusedChild)
     EXPECT_EQ(get_compression_info_from_xmlnode(&info, told, "mainStream"), 0);
     EXPECT_EQ(info.videoEncTypeDefaulted, 1);
     EXPECT_EQ(get_compression_info_from_xmlnode(&info, told, "subStream"), -1);
-    EXPECT_EQ(get_compression_info_from_xmlnode(nullptr, told, nullptr), -1);
-    EXPECT_EQ(get_compression_info_from_xmlnode(&info, nullptr, nullptr), -1);
     // The picture's size does not overflow; 0x600000 pixels are the first large picture.
     const struct {
         const char *size;
@@ -123,32 +118,6 @@ TEST_F(StreamTest, EncodeTableRefusals)
 std::string entry_text(const std::string &bits)
 {
     return "<StreamInfo><channelBits>" + bits + "</channelBits></StreamInfo>";
-}
-
-TEST_F(StreamTest, StreamInformationIsRead)
-{
-    Envelope<net_stream_info_list_v20_t> message(prepared<net_stream_info_list_v20_t>);
-    message->entries[0].subStream.defaultGop = 5;
-    message->entries[1].channelBits = 6;
-    ASSERT_EQ(message.read(nets_param_stream_info_x2s,
-                           "<StreamInfoList><other/><StreamInfo><channelBits>18446744073709551615</channelBits>"
-                           "<encodeTable><type>mainStream</type><defaultGop>2</defaultGop></encodeTable>"
-                           "<encodeTable><type>mobileStream</type><defaultGop>3</defaultGop></encodeTable>"
-                           "</StreamInfo></StreamInfoList>"),
-              0);
-    EXPECT_EQ(message->entries[0].channelBits, 18446744073709551615ULL);
-    EXPECT_EQ(message->entries[0].mainStream.defaultGop, 2);
-    EXPECT_EQ(message->entries[0].subStream.defaultGop, 0); // entries start from zero
-    EXPECT_EQ(message->entries[1].channelBits, 6u);         // the others stay
-    EXPECT_EQ(message.param.inited, 1u);
-
-    ASSERT_EQ(message.read(nets_param_stream_info_x2s, "<StreamInfoList>" + repeated(15, entry_text("1")) +
-                                                           entry_text("2") + entry_text("bad") + "</StreamInfoList>"),
-              0);
-    EXPECT_EQ(message->entries[15].channelBits, 2u);
-    EXPECT_EQ(message->reserved[0], 0);
-    EXPECT_EQ(message.write(nets_param_stream_info_s2x), "");
-    EXPECT_EQ(nets_param_stream_info_s2x(nullptr, nullptr), 0);
 }
 
 TEST_F(StreamTest, RefusedStreamInformationChangesNothing)
@@ -350,7 +319,6 @@ TEST_F(EncodingListWriter, RefusedArgumentsLeaveTheCursor)
     EXPECT_EQ(page(-1, &cursor, 1000), "failed");
     EXPECT_EQ(page(16, nullptr, 1000), "failed");
     EXPECT_EQ(xml_enc_info_list_s2x(list_->entries, 16, nullptr, &cursor, 1000), -1);
-    EXPECT_EQ(xml_enc_info_list_s2x(nullptr, 16, &parent, &cursor, 1000), -1);
     EXPECT_EQ(cursor, 3);
     cursor = -1;
     EXPECT_EQ(page(16, &cursor, 1000), "failed");
@@ -362,9 +330,5 @@ TEST_F(EncodingListWriter, RefusedArgumentsLeaveTheCursor)
     net_host_fail_allocation(0);
     EXPECT_EQ(cursor, 0);
 }
-
-// Printed sizes -----------------------------------------------------------------------------------
-
-// Recorded-file header ----------------------------------------------------------------------------
 
 } // namespace

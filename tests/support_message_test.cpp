@@ -3,14 +3,11 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 namespace {
 
 using test::Envelope;
-using test::example;
 using test::log_of;
 using test::Xml;
 
@@ -93,18 +90,6 @@ TEST_F(SupportTest, LogsRefusedLinkageInEachReader)
         EXPECT_EQ(log_of([&] { EXPECT_EQ(reader(nullptr, bad.root()), -1); }), refused_linkage);
     }
     EXPECT_EQ(log_of([&] { EXPECT_EQ(get_iot_support_from_xmlnode(nullptr, bad.root()), -1); }), refused_linkage);
-}
-
-TEST_F(SupportTest, WritesChannelTypes)
-{
-    const char *const words[] = {"ipc",   "plug", "usb",         "KT3",      "Doorbell",
-                                 "Light", "R58",  "fisheye_ipc", "repeater", "ipc"};
-    support->count = 1;
-    for (int code = 0; code < 10; ++code) {
-        support->channel[0].channelType = code;
-        EXPECT_NE(support.write(net_support_s2x).find("<channelType>" + std::string(words[code]) + "<"),
-                  std::string::npos);
-    }
 }
 
 TEST_F(SupportTest, WritesNoMoreChannelsThanThereAre)

@@ -12,8 +12,6 @@ using test::element;
 using test::Envelope;
 using test::log_of;
 using test::prepared;
-using test::repeated;
-using test::Xml;
 
 class DeviceInfoTest : public test::HostTest {};
 class SystemTest : public test::HostTest {};
@@ -47,42 +45,6 @@ TEST_F(DeviceInfoTest, TwoChannelsAreBinocularUnlessToldOtherwise)
     EXPECT_EQ(OneInfo("<channelNum>2</channelNum><binoType>1</binoType>")->binoType, 1);
     EXPECT_EQ(OneInfo("<binoType>1</binoType><channelNum>2</channelNum>")->binoType, 1);
     EXPECT_EQ(OneInfo("<channelNum>2</channelNum><channelNum>4</channelNum>")->binoType, 0);
-}
-
-TEST_F(DeviceInfoTest, DeviceTypesDifferByDirection)
-{
-    const struct {
-        const char *word;
-        int code;
-    } parsed[] = {{"dvr", 1},         {"IPC", 2},
-                  {"nvr", 3},         {"wifi_ipc", 4},
-                  {"wifi_nvr", 5},    {"nxp_ipc", 6},
-                  {"light", 12},      {"smart_plug", 10},
-                  {"smart_bell", 11}, {"fisheye_ipc", 13},
-                  {"repeater", 15},   {"homehub", 2},
-                  {"base", 2},        {"wifi_solo_ipc", 2},
-                  {"nv", 2},          {"", 2},
-                  {"nvrs", 2},        {"15 characters..", 2}};
-    for (const auto &type : parsed) {
-        OneInfo info(element("type", type.word));
-        EXPECT_EQ(info.result, 0) << type.word;
-        EXPECT_EQ(info->devType, type.code) << type.word;
-        EXPECT_EQ(info.log, "");
-    }
-    EXPECT_EQ(OneInfo("<type>sixteen letters.</type>").result, -1);
-
-    const struct {
-        int code;
-        const char *word;
-    } written[] = {{0, "ipc"},     {1, "dvr"},           {2, "ipc"},      {3, "nvr"},  {4, "wifi_ipc"}, {5, "wifi_nvr"},
-                   {6, "nxp_ipc"}, {7, "wifi_solo_ipc"}, {8, "base"},     {9, "ipc"},  {10, "ipc"},     {11, "ipc"},
-                   {12, "ipc"},    {13, "ipc"},          {14, "homehub"}, {15, "ipc"}, {-1, "ipc"}};
-    for (const auto &type : written) {
-        Envelope<net_device_info_v20_t> message(net_param_dev_info_init);
-        message->devType = type.code;
-        EXPECT_NE(message.write(net_xml_device_info_s2x).find(element("type", type.word)), std::string::npos)
-            << type.code;
-    }
 }
 
 TEST_F(DeviceInfoTest, WriteDefaultsAndRefusals)
@@ -199,62 +161,6 @@ TEST_F(SystemTest, AutoReboot)
         message->weekDay = unknown;
         EXPECT_EQ(message.write(nets_auto_reboot_s2x), "failed") << unknown;
     }
-}
-
-// Local output ------------------------------------------------------------------------------------
-
-struct OneOutput : One<net_output_cfg_v20_t> {
-    explicit OneOutput(const std::string &child) : One(prepared<net_output_cfg_v20_t>, net_param_output_cfg_x2s, child)
-    {
-    }
-};
-
-std::string resolution(const std::string &name, int width, int height)
-{
-    return element(name, element("width", std::to_string(width)) + element("height", std::to_string(height)));
-}
-
-TEST_F(SystemTest, OutputLists)
-{
-    const auto resolutions = [](int count) {
-        return OneOutput("<resolutionTable><resolutionList>" + repeated(count, resolution("resolution", 1, 2)) +
-                         "</resolutionList></resolutionTable>")
-            .result;
-    };
-    EXPECT_EQ(resolutions(32), 0);
-    EXPECT_EQ(resolutions(33), -1);
-    OneOutput sixteen("<dwellTable><dwellList>" + repeated(16, "<dwell>4</dwell>") + "</dwellList></dwellTable>");
-    EXPECT_EQ(sixteen.result, 0);
-    EXPECT_EQ(sixteen->dwellTable.count, 16);
-    OneOutput seventeen("<dwellTable><dwellList>" + repeated(17, "<dwell>4</dwell>") +
-                        "</dwellList></dwellTable><mute>1</mute>");
-    EXPECT_EQ(seventeen.result, -1);
-    EXPECT_EQ(seventeen->dwellTable.count, 16);
-    EXPECT_EQ(seventeen->mute, 0);
-
-    // A list counts from 0, whatever the payload held.
-    Envelope<net_output_cfg_v20_t> message(prepared<net_output_cfg_v20_t>);
-    message->resolutionTable.count = INT_MAX;
-    message->dwellTable.count = -5;
-    EXPECT_EQ(message.read(net_param_output_cfg_x2s,
-                           "<x><resolutionTable><resolutionList>" + resolution("resolution", 5, 6) +
-                               "</resolutionList></resolutionTable><dwellTable><dwellList><dwell>7</dwell>"
-                               "</dwellList></dwellTable></x>"),
-              0);
-    EXPECT_EQ(message->resolutionTable.count, 1);
-    EXPECT_EQ(message->resolutionTable.list[0].width, 5);
-    EXPECT_EQ(message->dwellTable.count, 1);
-    EXPECT_EQ(message->dwellTable.dwell[0], 7);
-
-    for (const char *refused :
-         {"<transparency><max>-1</max></transparency>", "<mousesense><min>-1</min></mousesense>",
-          "<mousesense><current>x</current></mousesense>", "<dwellTable><current>-1</current></dwellTable>",
-          "<dwellTable><dwellList><dwell/></dwellList></dwellTable>", "<mute>2</mute>"}) {
-        OneOutput output(refused);
-        EXPECT_EQ(output.result, -1) << refused;
-        EXPECT_EQ(output.log, "") << refused;
-    }
-    EXPECT_EQ(OneOutput(element("resolutionTable", resolution("currentResolution", 0, 1))).result, -1);
 }
 
 } // namespace

@@ -3,8 +3,6 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 namespace {
@@ -16,14 +14,6 @@ using test::repeated;
 
 class TimelapseTest : public test::HostTest {};
 
-int count_of(const std::string &text, const std::string &part)
-{
-    int count = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
-        ++count;
-    return count;
-}
-
 std::string time_element(const std::string &name, int hour)
 {
     return "<" + name + "><year>2026</year><month>3</month><day>18</day><hour>" + std::to_string(hour) +
@@ -34,16 +24,6 @@ std::string red(const std::string &line)
 {
     return "<red net_xml_timelapse.cpp>" + line + "\n";
 }
-
-// Configuration ---------------------------------------------------------------------------------
-
-const std::string configuration_item =
-    "<item><enable>1</enable><id>task</id><properties>" + std::string(127, 'p') +
-    "</properties><saveLocation>2</saveLocation><taskType>mp4</taskType><neverEnd>3</neverEnd>"
-    "<streamType>externStream</streamType><interval>4</interval><frameRate>5</frameRate>"
-    "<buseThumbnail>6</buseThumbnail>" +
-    time_element("startTime", 7) + time_element("endTime", 8) + "<duration>" + time_element("startTime", 9) +
-    time_element("endTime", 10) + "<valid>11</valid></duration></item>";
 
 // File search -----------------------------------------------------------------------------------
 
@@ -83,19 +63,6 @@ TEST_F(TimelapseTest, FortyFilesAreWrittenOfMore)
               red("func:net_timelapse_file_x2s line:#"));
     EXPECT_EQ(message->itemCount, 1);
     EXPECT_EQ(message->item[1].flags, 0);
-}
-
-TEST_F(TimelapseTest, AResultOfFiftyFiles)
-{
-    std::ifstream file(NETPUBLIC_EXAMPLES_DIR "/timelapse_search_films.xml");
-    std::stringstream text;
-    text << file.rdbuf();
-    test::Xml document(text.str());
-    Search message(prepared<net_timelapse_file_t>);
-    ASSERT_EQ(net_timelapse_file_x2s(&message.param, document.root()->FirstChildElement()), 0);
-    EXPECT_EQ(message->itemCount, 50);
-    EXPECT_EQ(message->item[49].original.generating, 1);
-    EXPECT_EQ(count_of(message.write(net_timelapse_file_s2x), "<item>"), 40);
 }
 
 } // namespace

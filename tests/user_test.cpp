@@ -4,8 +4,6 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 using namespace test;
@@ -86,24 +84,6 @@ TEST_F(UserTest, AccountRefusals)
                   0)
             << state << ": an empty name is one";
     }
-}
-
-TEST_F(UserTest, TheTwentyFirstUserIsIgnored)
-{
-    const auto twenty = [](const char *name) { return repeated(20, element(name, "<userId>5</userId>")); };
-    Envelope<net_user_list_v20_t> accounts(nets_param_user_cfg_init);
-    EXPECT_EQ(accounts.read(nets_user_cfg_x2s, element("L", twenty("User") + "<User/>")), 0);
-    EXPECT_EQ(accounts->user[19].userId, 5);
-
-    Envelope<net_user_online_list_v20_t> online(prepared<net_user_online_list_v20_t>);
-    EXPECT_EQ(online.read(nets_param_user_online_x2s, element("L", twenty("OnlineUser") + "<other/>")), 0);
-    EXPECT_EQ(online->user[19].userId, 5);
-
-    Envelope<net_shared_user_list_t> shared(net_param_shared_user_list_init);
-    EXPECT_EQ(shared.read(net_shared_user_list_x2s,
-                          element("L", twenty("user") + element("user", "<userLevel>2</userLevel>"))),
-              0);
-    EXPECT_STREQ(shared->user[19].userId, "5");
 }
 
 TEST_F(UserTest, AccountComponent)
