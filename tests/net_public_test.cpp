@@ -189,6 +189,7 @@ TEST_F(IdentityTest, Key)
     net_host().key_result = -1;
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_key_get(key), -1); }), "<red net_public.cpp>get key failed \n");
     EXPECT_STREQ(key, "abcdefgh");
+    EXPECT_EQ(net_key_get(nullptr), -1);
 }
 
 TEST_F(IdentityTest, MacFallsBackToTheTemporaryOne)
@@ -446,6 +447,7 @@ TEST_F(FileTest, WriteRefusesWhatItCannotWrite)
 {
     char text[] = "text";
     EXPECT_EQ(output_of([&] {
+                  EXPECT_EQ(net_file_write(nullptr, text, 4), -1);
                   EXPECT_EQ(net_file_write(path.c_str(), nullptr, 4), -1);
                   EXPECT_EQ(net_file_write(path.c_str(), text, 0), -1);
               }),
@@ -494,6 +496,7 @@ TEST_F(FileTest, Remove)
     EXPECT_EQ(output_of([&] {
                   EXPECT_EQ(net_file_remove(""), 0);
                   EXPECT_EQ(net_file_remove(path.c_str()), 0);
+                  EXPECT_EQ(net_file_remove(nullptr), -1);
               }),
               "");
     std::ofstream(path) << "x";
@@ -533,8 +536,11 @@ TEST_F(FileTest, Certificates)
     char empty[] = "";
     char name[] = "no-such-directory/client.pem";
     EXPECT_EQ(output_of([&] {
+                  EXPECT_EQ(net_cert_write(nullptr, data, 3), -1);
+                  EXPECT_EQ(net_cert_write(name, nullptr, 3), -1);
                   EXPECT_EQ(net_cert_write(name, data, 0), -1);
                   EXPECT_EQ(net_cert_write(empty, data, 0), -1);
+                  EXPECT_EQ(net_cert_remove(nullptr), -1);
               }),
               "");
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_cert_write(empty, data, 3), -1); }),
