@@ -13,7 +13,7 @@ class CellTable {
         this.element.style.gridTemplateColumns = template;
         this.element.style.setProperty("--columns", columns);
         if (headings)
-            this.element.append(h("div", { role: "row" }, lines ? h("span", { role: "columnheader", className: "corner", ariaLabel: "Day" }) : "",
+            this.element.append(h("div", { role: "row" }, lines ? h("span", { role: "columnheader" }, "Day") : "",
                 ...headings.map(text => h("span", { role: "columnheader" }, text))));
         this.places = [];
         for (let row = 0; row < rows; ++row)
@@ -49,7 +49,7 @@ class CellTable {
         if (this.states.length === 2) {
             cell.ariaSelected = state === 1;
         } else {
-            cell.textContent = this.states[state][0];
+            cell.textContent = state;
             cell.ariaLabel = this.states[state];
         }
     }
@@ -228,9 +228,9 @@ class Figure {
     }
 
     legend() {
-        const { kind, row } = this.drawing, words = this.table.states.length > 2 ? this.table.states.slice(1) : [];
-        if (words.length > 0)
-            return h("p", { className: "legend" }, words.map(word => `${word[0]} ${word}`).join(", "));
+        const { kind, row } = this.drawing, { states } = this.table;
+        if (states.length > 2)
+            return h("p", { className: "legend" }, states.map((word, state) => `${state} ${word}`).slice(1).join(", "));
         this.masks = kind === "week" && row.masks ? h("p", { className: "legend" }) : "";
         return this.masks;
     }

@@ -77,7 +77,8 @@ function wordsOf({ words, kind, type }) {
     return words.length > 16 ? h("details", {}, h("summary", {}, `${words.length} words`), list) : list;
 }
 
-const offsetText = ({ offset, steps }) => offset === null ? "" : [grouped(offset), ...steps.map(step => `+ ${grouped(step)}\u202fi`)].join(" ");
+const offsetOf = ({ offset, steps }) => offset === null ? [""]
+    : [grouped(offset), ...steps.map(step => h("span", { className: "step" }, ` + i × ${grouped(step)}`))];
 
 // One row for each element of a table. `prefix` makes the rows' addresses; without one they have none.
 function elementTable(table, prefix, writes) {
@@ -85,7 +86,7 @@ function elementTable(table, prefix, writes) {
         const filled = children.flat().some(child => child !== "");
         return h("td", { role: "cell", className: label + (filled ? "" : " empty") }, ...children);
     };
-    const taken = new Set();
+    const taken = new Set(), kept = rowsOf(table).some(({ row }) => row.member);
     const lines = rowsOf(table).map(place => {
         const { row, path, depth } = place;
         let id = prefix ? `${prefix}/${path}` : "";
@@ -100,9 +101,9 @@ function elementTable(table, prefix, writes) {
             cell("text"),
             cell("accepts", row.accepts ? capital(row.accepts) : "", row.words ? wordsOf(row) : "",
                 ...[...row.notes.filter(note => note !== "required"), ...inside, ...orders].map(note => h("p", { className: "note" }, capital(note)))),
-            cell("member", row.member ? [code(row.member), " ", h("span", { className: "type" }, row.type)] : ""),
-            cell("offset", offsetText(place)),
-            cell("bytes", row.bytes ? grouped(row.bytes) : ""));
+            ...kept ? [cell("member", row.member ? [code(row.member), " ", h("span", { className: "type" }, row.type)] : ""),
+                cell("offset", ...offsetOf(place)),
+                cell("bytes", row.bytes ? grouped(row.bytes) : "")] : []);
         line.style.setProperty("--depth", depth);
         if (row.member)
             Object.assign(line.dataset, { path, offset: place.offset ?? "" });
@@ -111,7 +112,7 @@ function elementTable(table, prefix, writes) {
     const heading = (text, className) => h("th", { scope: "col", role: "columnheader", className }, text);
     const element = h("table", { className: "elements", role: "table" }, h("caption", {}, `Elements of ${prefix || table.type}`),
         h("thead", { role: "rowgroup" }, h("tr", { role: "row" }, heading("Element", ""), heading("In the text", "text"), heading("Accepts", "accepts"),
-            heading("Member", "member"), heading("Offset", "offset"), heading("Bytes", "bytes"))),
+            ...kept ? [heading("Member", "member"), heading("Offset", "offset"), heading("Bytes", "bytes")] : [])),
         h("tbody", { role: "rowgroup" }, ...lines.map(({ line }) => line)));
     return { element, lineOf: new Map(lines.map(({ row, line }) => [row, line])) };
 }
