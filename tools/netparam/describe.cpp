@@ -149,7 +149,7 @@ Json words_json(const WordTable &words)
     for (const auto &entry : words)
         list.push_back({{"code", entry.code},
                         {"word", words.text(entry)},
-                        {"use", entry.use == Use::both   ? "both"
+                        {"use", entry.use == Use::both    ? "both"
                                 : entry.use == Use::read  ? "read"
                                 : entry.use == Use::whole ? "whole"
                                                           : "write"}});

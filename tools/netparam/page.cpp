@@ -7,6 +7,7 @@
 
 #include <net_version.h>
 
+#include <map>
 #include <sstream>
 #include <stdexcept>
 
@@ -42,10 +43,10 @@ std::string written_from(const Entry &entry, std::string_view payload)
     return printer.Str();
 }
 
-// Per message a list of the complete texts that clients send, or that are written.
-Json examples_json()
+// The complete texts that clients send, or that are written; by message.
+std::map<std::string, Json> read_examples()
 {
-    Json examples = Json::object();
+    std::map<std::string, Json> examples;
     std::istringstream lines{std::string(embedded("messages.txt"))};
     for (std::string file, name; lines >> file >> name;) {
         const Entry &entry = find_message(name);
@@ -68,6 +69,22 @@ std::string for_script(const Json &json)
     return safe;
 }
 
+// A message a line: changes show line by line.
+std::string page_data()
+{
+    std::map<std::string, Json> examples = read_examples();
+    std::string text = R"({"version": ")" NETPUBLIC_VERSION_STRING R"(", "messages": [)", separator = "\n";
+    for (const Entry &entry : entries()) {
+        if (entry.message == nullptr)
+            continue;
+        Json message = message_json(entry);
+        message["examples"] = examples.try_emplace(entry.name(), Json::array()).first->second;
+        text += separator + for_script(message);
+        separator = ",\n";
+    }
+    return text + "\n]}";
+}
+
 void replace(std::string &text, const std::string &mark, std::string_view with)
 {
     const std::size_t at = text.find(mark);
@@ -78,19 +95,13 @@ void replace(std::string &text, const std::string &mark, std::string_view with)
 
 ExitCode page(std::ostream &out, std::ostream & /*errors*/, const PageOptions & /*options*/)
 {
-    Json messages = Json::array();
-    for (const Entry &entry : entries())
-        if (entry.message != nullptr)
-            messages.push_back(message_json(entry));
-    const Json data = {
-        {"version", NETPUBLIC_VERSION_STRING}, {"messages", messages}, {"examples", examples_json()}};
     std::string text(embedded("page.html"));
     replace(text, "/* STYLE */", embedded("page.css"));
     std::string script;
     for (const char *part : {"xml.js", "check.js", "model.js", "drawings.js", "page.js"})
         script += embedded(part);
     replace(text, "/* SCRIPT */", script);
-    replace(text, "/* DATA */", for_script(data));
+    replace(text, "/* DATA */", page_data());
     out << text;
     return exit_ok;
 }
@@ -101,11 +112,12 @@ void add_page(CommandLine &line)
 {
     const auto options = std::make_shared<PageOptions>();
     CLI::App &verb = line.add_verb("page", "All messages as a page for a browser", options, page);
-    line.explain(verb,
-                 "Prints one HTML file that needs no network: every message with its elements, accepted values, payload "
-                 "offsets and an example, which can be searched, edited, checked and copied. Grids and weekly schedules "
-                 "are drawn and can be edited there.",
-                 {"netparam page > reference.html"});
+    line.explain(
+        verb,
+        "Prints one HTML file that needs no network: every message with its elements, accepted values, payload "
+        "offsets and an example, which can be searched, edited, checked and copied. Grids and weekly schedules "
+        "are drawn and can be edited there.",
+        {"netparam page > reference.html"});
 }
 
 } // namespace netparam

@@ -50,7 +50,7 @@ class CellTable {
             cell.ariaSelected = state === 1;
         } else {
             cell.textContent = state;
-            cell.ariaLabel = this.states[state];
+            cell.ariaLabel = `${state} ${this.states[state]}`;
         }
     }
 

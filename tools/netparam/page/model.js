@@ -59,9 +59,8 @@ for (const message of messages) {
 
 // The root elements by which a text is recognised; what is only read has none but that of its examples.
 for (const message of messages) {
-    message.examples = data.examples[message.name] ?? [];
     const bodies = message.examples.map(({ text }) => bodyOf(parseText(text).root).nodeName);
-    message.roots = [...new Set([message.root, ...bodies].filter(Boolean).map(fold))];
+    message.roots = [...new Set([message.root, ...bodies].filter(Boolean))];
 }
 
 // Everything that can be searched for, the most telling first.
@@ -114,5 +113,5 @@ function bestHit(known, word) {
 function recognise(source) {
     const body = bodyOf(source.root);
     const known = message => nodesOf(body).filter(node => readersOf(tableOf(message), nameOf(node), tableOf(message).keys.filter(row => row.key !== null)).length > 0).length;
-    return messages.filter(message => message.roots.includes(fold(body.nodeName))).sort((a, b) => known(b) - known(a));
+    return messages.filter(message => message.roots.some(root => fold(root) === fold(body.nodeName))).sort((a, b) => known(b) - known(a));
 }

@@ -192,8 +192,8 @@ class Workbench {
     judge(reading, body) {
         const { message } = this, notes = reading.findings.length - reading.refusals;
         const others = recognise(this.source).filter(other => other !== message);
-        if (!message.roots.includes(fold(body.nodeName)) && message.roots.length > 0)
-            this.say("refused", `The root is ${body.nodeName}, that of ${message.name} is ${message.roots.length > 1 ? message.roots.join(" or ") : this.rootName()}. `,
+        if (message.roots.length > 0 && !message.roots.some(root => fold(root) === fold(body.nodeName)))
+            this.say("refused", `The root is ${body.nodeName}, that of ${message.name} is ${message.roots.join(" or ")}. `,
                 ...others.slice(0, 1).flatMap(other => [h("button", { type: "button", onclick: () => openWith(other, this.text.value) }, `Read it as ${other.name}`)]));
         else if (!message.read)
             this.say("", "This message is only written: the text is what the library makes of a payload.");
@@ -204,10 +204,6 @@ class Workbench {
         const beside = body.parentNode.nodeType === Node.ELEMENT_NODE ? [...body.parentNode.children].filter(each => each !== body) : [];
         if (beside.length > 0)
             this.verdict.append(` Beside ${body.nodeName} stands, unread: ${beside.map(each => each.nodeName).join(", ")}.`);
-    }
-
-    rootName() {
-        return this.message.root ?? bodyOf(parseText(this.message.examples[0].text).root).nodeName;
     }
 
     show(reading) {
