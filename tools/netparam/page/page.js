@@ -139,6 +139,7 @@ class Workbench {
         Object.assign(this, { message, lineOf, figures: [], given: text });
         this.text = h("textarea", { spellcheck: false, wrap: "off", autocapitalize: "off", autocomplete: "off", ariaLabel: `A text of ${message.name}` });
         this.text.value = text;
+        this.printed = h("pre", { className: "printed" }); // a box to type in does not go from one sheet to the next
         this.verdict = h("p", { className: "verdict", role: "status" });
         this.findings = h("ol", { className: "findings" });
         this.drawings = h("div", { className: "drawings" });
@@ -148,7 +149,7 @@ class Workbench {
             ...message.examples.map(({ file }) => h("option", {}, file))) : code(message.examples[0]?.file ?? "");
         this.element = h("div", { className: "workbench" },
             h("div", { className: "bar" }, files, copy, button("Restore", () => this.load(this.given))),
-            this.text, this.verdict, this.findings, this.drawings);
+            this.text, this.printed, this.verdict, this.findings, this.drawings);
         this.text.addEventListener("input", () => this.update());
         this.update();
     }
@@ -171,7 +172,8 @@ class Workbench {
     }
 
     update() {
-        this.text.rows = Math.min(Math.max(this.text.value.split("\n").length, 4), 22);
+        this.text.rows = Math.min(Math.max(linesIn(this.text.value), 4), 22);
+        this.printed.textContent = this.text.value;
         this.source = parseText(this.text.value);
         const body = this.source.fault ? null : bodyOf(this.source.root);
         if (body === null) {
@@ -207,7 +209,9 @@ class Workbench {
     }
 
     show(reading) {
-        this.findings.replaceChildren(...reading.findings.map(finding => this.finding(finding)));
+        const most = 100, more = reading.findings.length - most;
+        this.findings.replaceChildren(...reading.findings.slice(0, most).map(finding => this.finding(finding)),
+            ...more > 0 ? [h("li", {}, `and ${more} more`)] : []);
         for (const [row, line] of this.lineOf)
             this.showValues(row, line, reading.values.get(row) ?? []);
         const same = reading.drawings.length === this.figures.length && reading.drawings.every((drawing, i) =>
@@ -232,10 +236,10 @@ class Workbench {
             refused && row?.accepts ? h("span", { className: "note" }, `Accepts ${row.accepts}`) : "");
     }
 
-    select({ outer, close }) {
+    select({ outer, close, line }) {
         this.text.focus();
         this.text.setSelectionRange(outer, close);
-        this.text.scrollTop = this.text.scrollHeight * (lineOf(this.text.value, outer) - 3) / this.text.value.split("\n").length;
+        this.text.scrollTop = this.text.scrollHeight * (line - 3) / linesIn(this.text.value);
     }
 
     showValues(row, line, values) {

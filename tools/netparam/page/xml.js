@@ -3,13 +3,16 @@
 // The tags of a well-formed text, and what may look like one.
 const token = /<!--[^]*?-->|<!\[CDATA\[[^]*?\]\]>|<\?[^]*?\?>|<!DOCTYPE[^[>]*(?:\[[^]*?\])?[^>]*>|<(\/?)(?:"[^"]*"|'[^']*'|[^>"'])*>/g;
 
-const lineOf = (text, at) => text.slice(0, at).split("\n").length;
+const linesIn = text => text.split("\n").length;
 
 // For each element, in the order of the start tags: the text's range from `outer` to `close`, and that of what is
 // between its tags.
 function places(text) {
     const found = [], open = [];
+    let line = 1, seen = 0;
     for (const match of text.matchAll(token)) {
+        line += linesIn(text.slice(seen, match.index)) - 1;
+        seen = match.index;
         if (match[1] === undefined)
             continue; // a comment or the like
         const end = match.index + match[0].length;
@@ -19,7 +22,7 @@ function places(text) {
             place.close = end;
             continue;
         }
-        const place = { outer: match.index, start: end, end, close: end, line: lineOf(text, match.index), empty: match[0].endsWith("/>") };
+        const place = { outer: match.index, start: end, end, close: end, line, empty: match[0].endsWith("/>") };
         found.push(place);
         if (!place.empty)
             open.push(place);
@@ -33,8 +36,9 @@ function parseText(text) {
     const tree = new DOMParser().parseFromString(text.trimStart(), "text/xml");
     const fault = tree.querySelector("parsererror");
     if (fault) {
-        const [, line, reason] = /line (?:number )?(\d+)[^:]*:\s*([^\n]*)/i.exec(fault.textContent) ?? [, 1, "it cannot be read"];
-        return { fault: `line ${Number(line) + text.slice(0, blanks).split("\n").length - 1}: ${reason}` };
+        const told = fault.querySelector("div")?.textContent ?? fault.textContent; // browsers have their own ways to say it
+        const [, line, reason] = /line (?:number )?(\d+)[^:]*:\s*([^\n]*)/i.exec(told) ?? [, 1, "it cannot be read"];
+        return { fault: `line ${Number(line) + linesIn(text.slice(0, blanks)) - 1}: ${reason}` };
     }
     const all = places(text), placeOf = new Map();
     [...tree.getElementsByTagName("*")].forEach((element, i) => placeOf.set(element, all[i]));
