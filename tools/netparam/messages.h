@@ -30,6 +30,8 @@ struct Entry {
     std::string writer() const;
     // The root element that is written; empty when unknown.
     std::string root() const;
+    // Its domain's name: "alarm".
+    std::string domain() const;
     // The rows of the body that is read, and of the element that is written; null where nothing is.
     const netpublic::Table *read() const;
     const netpublic::Table *written() const;

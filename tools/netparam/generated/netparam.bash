@@ -36,6 +36,10 @@ _netparam()
                 options='-h --help --all --json --markdown --examples --rows'
                 valued=' --examples '
                 ;;
+            page)
+                options='-h --help'
+                valued='  '
+                ;;
             parse)
                 options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --format --json --memory --svg --raw'
                 valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --format --svg --raw '
@@ -70,7 +74,7 @@ _netparam()
         fi
     done
     if [[ -z $verb ]]; then
-        _netparam_reply 'list describe parse exchange write diff check filter --version -h --help'
+        _netparam_reply 'list describe page parse exchange write diff check filter --version -h --help'
         return
     fi
     case $verb,$before in
