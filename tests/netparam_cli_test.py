@@ -115,7 +115,7 @@ class Folder(unittest.TestCase):
     FILES = {
         "good.xml": "<MD><width>5</width></MD>",
         "inner/ignored.XML": "<MD>\n<enabel>1</enabel></MD>",
-        "inner/md.2.xml": "<Anything><width>5</width></Anything>",
+        "inner/md.2.xml": "<MD><width>6</width></MD>",
         "refused.xml": "<MD>\n\t<width>0</width></MD>",
         "malformed.xml": "<MD>\n<width></MD>",
         "stranger.xml": "<Stranger/>",
@@ -145,13 +145,14 @@ class Folder(unittest.TestCase):
                           "./several.xml": (None, "unknown"), "./header.xml": ("extension header", "accepted")},
                          {file["file"]: (file["message"], file["result"]) for file in report["files"]})
         self.assertEqual((8, 4, 1, 1, 2, 1), tuple(report["summary"][k] for k in (
-            "files", "accepted", "refused", "malformed", "unknown", "with ignored children")))
+            "files", "accepted", "refused", "malformed", "unknown", "with parts that are not read")))
 
     def test_exit_codes_by_severity(self):
         for code, arguments in ((0, ("good.xml", "header.xml", "inner")), (1, ("inner", "--strict")),
-                                (2, ("good.xml", "stranger.xml")), (1, ("stranger.xml", "refused.xml")),
+                                (5, ("good.xml", "stranger.xml")), (1, ("stranger.xml", "refused.xml")),
                                 (4, ("refused.xml", "malformed.xml")), (3, ("malformed.xml", "no-such-file")),
-                                (0, ("stranger.xml", "--message", "md")), (2, ("good.xml", "--message", "nosuch")), (2, ())):
+                                (1, ("stranger.xml", "--message", "md")),
+                                (0, ("stranger.xml", "--message", "md", "--any-root")), (2, ("good.xml", "--message", "nosuch")), (2, ())):
             with self.subTest(arguments=arguments):
                 done = self.check(*arguments)
                 self.assertEqual(code, done.returncode, done.stdout)
@@ -159,32 +160,33 @@ class Folder(unittest.TestCase):
             "; 1 written back", ""))
 
     def test_chosen_by_pattern(self):
-        done = self.check("stranger.xml", "good.xml", "-v", "--message", "str*=md", "--message", "good.xml=user")
+        done = self.check("stranger.xml", "good.xml", "-v", "--message", "str*=md", "--message", "good.xml=user", "--any-root")
         self.assertRegex(done.stdout, r"(?m)^accepted +md +stranger.xml$")
         self.assertRegex(done.stdout, r"(?m)^refused +user +good.xml$")
 
-    def test_known_by_its_keys(self):
-        for name, text, message, result in (
-                ("a.xml", "<Other><usepir>1</usepir><scope/></Other>", "md", "refused"),
-                ("b.xml", "<Other><usepir>1</usepir><width>5</width></Other>", "md", "accepted"),
-                ("c.xml", "<Other><usepir>1</usepir><other>1</other></Other>", None, "unknown"),
-                ("d.xml", "<Other><channelId>1</channelId></Other>", None, "unknown"),  # many have this key
-                ("e.xml", "<Other><usepi>1</usepi></Other>", None, "unknown")):  # a guess from half a name
+    def test_known_by_root_and_keys(self):
+        for name, text, message, result, said in (
+                ("a.xml", "<body><Ntp/><md><width>0</width></md></body>", "ntp", "accepted", "md stands beside Ntp and"),
+                ("b.xml", "<Other><usepir>1</usepir></Other>", None, "unknown", "but keys for its children: md\n"),
+                ("c.xml", "<Other><usepi>1</usepi></Other>", None, "unknown", "has the root element \"Other\"\n"),
+                ("d.xml", "<ReplaySeek><seekTime/></ReplaySeek>", None, "unknown", "several messages have the root"),
+                ("md.xml", "<Ntp/>", "md", "refused", "md.xml:1:1: refused: Ntp is the root, md's is MD"),
+                ("e.xml", "<FileInfoList><FileInfo/><handle>1</handle></FileInfoList>", None, "unknown", "")):
             with self.subTest(text=text):
                 with open(os.path.join(self.folder, name), "w", encoding="utf-8") as file:
                     file.write(text)
                 report = json.loads(self.check(name, "--format", "json").stdout)["files"][0]
                 self.assertEqual((message, result), (report["message"], report["result"]))
-                self.assertEqual(result == "refused", "taken as md, the only message with all its keys" in
-                                 self.check(name).stdout)
+                self.assertIn(said, self.check(name).stdout)
 
     def test_shortened_names_are_told(self):
         with open(os.path.join(self.folder, "md.xml"), "w", encoding="utf-8") as file:
             file.write("<MD>\n<wid>5</wid></MD>")
         self.assertIn("md.xml:2:1: note: MD/wid was read as width\n", self.check("md.xml").stdout)
         report = json.loads(self.check("md.xml", "--format", "json").stdout)
-        self.assertEqual([{"line": 2, "column": 1, "element": "MD/wid", "key": "width"}],
-                         report["files"][0]["shortened"])
+        self.assertEqual([("shortened", 2, 1, "MD/wid", "width")],
+                         [tuple(note[k] for k in ("kind", "line", "column", "element", "key"))
+                          for note in report["files"][0]["notes"]])
 
     def test_workflow_commands(self):
         done = self.check("inner/ignored.XML", "refused.xml", "malformed.xml", "stranger.xml", "--format",
@@ -195,7 +197,7 @@ class Folder(unittest.TestCase):
         self.assertEqual("::error file=refused.xml,line=2,col=9,title=refused::MD/width: the number is out of range%0A"
                          "read \"0\"%0Aaccepted a whole number from 1 to 155", commands[1])
         self.assertRegex(commands[2], r"^::error file=malformed.xml,line=2,col=\d+,title=malformed::not well-formed")
-        self.assertRegex(commands[3], r"^::error file=stranger.xml,title=unknown::stranger.xml: no message is known")
+        self.assertRegex(commands[3], r"^::error file=stranger.xml,title=unknown::stranger.xml: no message has the root element")
 
     def test_workflow_commands_are_escaped(self):
         name = "50%,a:b.xml"

@@ -163,7 +163,8 @@ class Places(unittest.TestCase):
         self.assertEqual({"path": "mac", "offset": 256, "bytes": 128, "type": "char[128]",
                           "from": [{"line": 4, "column": 8}]}, rows["mac"])
         self.assertEqual([], rows["gateway"]["from"])
-        self.assertEqual([{"line": 3, "column": 3, "element": "Ip/m", "key": "mask"}], document["shortened"])
+        self.assertEqual([{"kind": "shortened", "line": 3, "column": 3, "element": "Ip/m", "key": "mask",
+                           "text": "was read as mask"}], document["notes"])
 
     def test_lists_and_repeated_messages(self):
         _, rows = self.rows("floodlight-task", "<F><FloodlightScheduleList><item><action>1</action></item>\n"

@@ -3,17 +3,6 @@
 namespace netparam {
 namespace {
 
-std::vector<std::string> split(const std::string &text, char separator)
-{
-    std::vector<std::string> parts(1);
-    for (const char c : text)
-        if (c == separator)
-            parts.emplace_back();
-        else
-            parts.back() += c;
-    return parts;
-}
-
 // "TEXT:{a,b}" names the choices; "INT:INT in [0 - 9]" and the like say what the description says better.
 void set_value(Parameter &parameter, const std::string &type)
 {

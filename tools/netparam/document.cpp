@@ -103,27 +103,43 @@ void Document::parse()
     // Nesting and attributes only: how long the text may be is the tool's own affair.
     if (const char *why = netpublic::guard_text(text_.c_str(), std::min(text_.size(), netpublic::guarded_length)))
         unfit({}, why);
+    if (text_.find_first_not_of(" \t\r\n") == std::string::npos)
+        unfit({}, text_.empty() ? "the text is empty" : "there is nothing but white space");
     padded_ = text_ + std::string(netpublic::guard_padding, '\0');
     tree_.SetTabSize(1);
     tree_.Parse(padded_.c_str());
     if (tree_.Error())
         malformed({tree_.ErrorRow(), tree_.ErrorCol()}, tree_.ErrorDesc());
     if (tree_.RootElement() == nullptr)
-        malformed({}, "there is no root element");
-    if (has_name(*tree_.RootElement(), "body") && tree_.RootElement()->FirstChildElement() == nullptr)
+        malformed({}, text_.find("<!DOCTYPE") != std::string::npos
+                          ? "no element is found behind the document type declaration, whose own ones cannot be read"
+                          : "there is no element");
+    body_ = tree_.RootElement();
+    if (has_name(*body_, "body"))
+        body_ = body_->FirstChildElement();
+    if (body_ == nullptr)
         malformed(spot_of(*tree_.RootElement()), "the body holds no message");
 }
 
-TiXmlElement &Document::body()
+void Document::choose(const std::string &name)
 {
-    TiXmlElement *root = tree_.RootElement();
-    return has_name(*root, "body") ? *root->FirstChildElement() : *root;
+    for (TiXmlElement *child = body_; body_ != tree_.RootElement() && child != nullptr;
+         child = child->NextSiblingElement())
+        if (lower(child->ValueStr()) == lower(name)) {
+            body_ = child;
+            return;
+        }
 }
 
-const TiXmlElement &Document::body() const
+std::vector<const TiXmlElement *> Document::beside() const
 {
-    const TiXmlElement *root = tree_.RootElement();
-    return has_name(*root, "body") ? *root->FirstChildElement() : *root;
+    std::vector<const TiXmlElement *> others;
+    if (body_ != tree_.RootElement())
+        for (const TiXmlElement *child = tree_.RootElement()->FirstChildElement(); child != nullptr;
+             child = child->NextSiblingElement())
+            if (child != body_)
+                others.push_back(child);
+    return others;
 }
 
 std::string Document::at(Spot spot) const
@@ -138,9 +154,13 @@ std::string Document::at(Spot spot) const
 
 std::string Document::excerpt(Spot spot, const Style &style, bool show_secrets) const
 {
+    return excerpt_of(show_secrets ? text_ : masked(text_), spot, style);
+}
+
+std::string excerpt_of(const std::string &text, Spot spot, const Style &style)
+{
     if (spot.row < 1 || spot.column < 1)
         return "";
-    const std::string text = show_secrets ? text_ : masked(text_);
     const std::size_t start = line_start(text, spot.row);
     const std::string line = text.substr(start, text.find_first_of("\r\n", start) - start);
 
@@ -206,13 +226,13 @@ std::string path_of(const TiXmlNode &node)
         std::string step = at->Type() == TiXmlNode::TINYXML_ELEMENT   ? printable(at->ValueStr())
                            : at->Type() == TiXmlNode::TINYXML_COMMENT ? "(comment)"
                                                                       : "(text)";
-        int place = 1, others = 0;
+        int place = 0, others = 0;
         for (const TiXmlNode *sibling = at->PreviousSibling(); sibling != nullptr; sibling = sibling->PreviousSibling())
             place += sibling->Type() == at->Type() && sibling->ValueStr() == at->ValueStr();
         for (const TiXmlNode *sibling = at->NextSibling(); sibling != nullptr && others == 0;
              sibling = sibling->NextSibling())
             others += sibling->Type() == at->Type() && sibling->ValueStr() == at->ValueStr();
-        if (place + others > 1)
+        if (place + others > 0)
             step += "[" + std::to_string(place) + "]";
         if (!path.empty())
             step += "/";

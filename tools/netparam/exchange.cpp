@@ -65,20 +65,19 @@ void print_extension(std::ostream &out, const net_ext_t &extension, const Option
     number("streamType", extension.streamType);
 }
 
-void note_ignored(std::ostream &errors, const Session &session, const Document &document, const Options &options)
+void tell_notes(std::ostream &errors, const Session &session, const Document &document, const Options &options)
 {
     if (options.format == format_github)
-        annotate_ignored(errors, *session.trace(), document.name());
+        annotate_notes(errors, *session.trace(), document.name());
     else
-        print_ignored(errors, *session.trace(), document, options);
-    print_shortened(errors, *session.trace(), document, options);
+        print_notes(errors, *session.trace(), document, options);
 }
 
 ExitCode refused(std::ostream &out, std::ostream &errors, const Session &session, const Document &document,
                  const Options &options)
 {
     out.flush();
-    note_ignored(errors, session, document, options);
+    tell_notes(errors, session, document, options);
     if (options.format == format_github)
         annotate_refusal(errors, session, document);
     else
@@ -109,7 +108,7 @@ ExitCode play(std::ostream &out, std::ostream &errors, const Options &options)
     if (Document *document = session.body_document()) {
         if (!session.parse())
             return refused(out, errors, session, *document, options);
-        note_ignored(errors, session, *document, options);
+        tell_notes(errors, session, *document, options);
     }
     const std::vector<Item> items = payload_items(session, entry, options);
     if (!options.picture.empty())

@@ -16,7 +16,8 @@ Json header_json(const Entry &entry, const Session &session)
     json["message"] = entry.name();
     json["initialiser"] = entry.initialiser != nullptr ? Json(entry.initialiser->name) : Json();
     json["id"] = entry.initialiser != nullptr ? Json(param.paramId) : Json();
-    json["size"] = param.dataSize;
+    json["size"] = session.record_size();
+    json["dataSize"] = param.dataSize;
     return json;
 }
 
@@ -47,7 +48,7 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, const ParseOptions 
         save_svg(items, title(entry, session), options.picture);
 
     if (options.format == format_github) {
-        annotate_ignored(out, *session.trace(), document->name());
+        annotate_notes(out, *session.trace(), document->name());
         if (!accepted)
             annotate_refusal(out, session, *document);
         return accepted ? exit_ok : exit_refused;
@@ -56,8 +57,7 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, const ParseOptions 
         Json json = header_json(entry, session);
         json["inited"] = session.envelope().inited;
         json["refused"] = accepted ? Json() : refusal_json(session, *document);
-        json["ignored"] = ignored_json(*session.trace());
-        json["shortened"] = shortened_json(*session.trace());
+        json["notes"] = notes_json(*session.trace());
         json["log"] = log_json(session);
         json["payload"] = to_json(items);
         json["rows"] = rows_json(items);
@@ -74,8 +74,7 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, const ParseOptions 
             out << "  " << session.trace()->taken() << " elements read; nothing of the payload can be shown\n";
         out.flush();
     }
-    print_ignored(errors, *session.trace(), *document, options);
-    print_shortened(errors, *session.trace(), *document, options);
+    print_notes(errors, *session.trace(), *document, options);
     if (!accepted)
         print_refusal(errors, session, *document, options);
     print_log(errors, session, options.style);

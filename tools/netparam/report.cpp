@@ -1,8 +1,10 @@
 #include "report.h"
 
 #include "engine/matching.h"
+#include "secrets.h"
 
 #include <algorithm>
+#include <map>
 
 namespace netparam {
 namespace {
@@ -189,6 +191,12 @@ Refusal refusal_of(const Session &session, const Document &document)
     return refusal;
 }
 
+std::string read_text(const Refusal &refusal)
+{
+    constexpr std::size_t longest = 80;
+    return refusal.read == hidden ? hidden : in_quotes(refusal.read, longest);
+}
+
 void print_refusal(std::ostream &out, const Session &session, const Document &document, const Options &options)
 {
     const Refusal refusal = refusal_of(session, document);
@@ -201,7 +209,7 @@ void print_refusal(std::ostream &out, const Session &session, const Document &do
         out << "  (key " << refusal.key << ")";
     out << '\n';
     if (!refusal.read.empty())
-        out << "  read      " << refusal.read << '\n';
+        out << "  read      " << read_text(refusal) << '\n';
     if (!refusal.accepted.empty())
         out << "  accepted  " << refusal.accepted << '\n';
 }
@@ -212,28 +220,17 @@ void print_unwritable(std::ostream &out, const Entry &entry, const std::vector<I
     print_wordless(out, items, "");
 }
 
-std::string why_ignored(const Ignored &ignored)
+void print_notes(std::ostream &out, const Trace &trace, const Document &document, const Options &options)
 {
-    constexpr char why[] = "no key answers to it";
-    return ignored.near.empty() ? why : std::string(why) + "; did you mean " + ignored.near.front() + "?";
-}
-
-void print_ignored(std::ostream &out, const Trace &trace, const Document &document, const Options &options)
-{
-    for (const Ignored &ignored : trace.ignored()) {
-        out << document.at(ignored.spot) << ": " << options.style.note("note:") << ' ' << ignored.path
-            << " is ignored: " << why_ignored(ignored) << '\n';
+    const std::string label = ": " + options.style.note("note:") + ' ';
+    std::map<Note::Kind, std::size_t> shown;
+    for (const Note &note : trace.notes()) {
+        out << document.at(note.spot) << label << note.path << ' ' << note.text << '\n';
+        ++shown[note.kind];
     }
-    if (trace.ignored_in_all() > trace.ignored().size())
-        out << document.at({}) << ": " << options.style.note("note:") << ' ' << trace.ignored_in_all()
-            << " children are ignored in all\n";
-}
-
-void print_shortened(std::ostream &out, const Trace &trace, const Document &document, const Options &options)
-{
-    for (const Shortened &shortened : trace.shortened())
-        out << document.at(shortened.spot) << ": " << options.style.note("note:") << ' ' << shortened.path
-            << " was read as " << shortened.key << '\n';
+    for (const auto &[kind, count] : shown)
+        if (trace.in_all(kind) > count)
+            out << document.at({}) << label << trace.in_all(kind) << " children are " << name_of(kind) << " in all\n";
 }
 
 void print_log(std::ostream &out, const Session &session, const Style &style)
@@ -249,27 +246,26 @@ void print_log(std::ostream &out, const Session &session, const Style &style)
 Json refusal_json(const Session &session, const Document &document)
 {
     const Refusal refusal = refusal_of(session, document);
-    return {{"file", document.name()},      {"line", refusal.spot.row}, {"column", refusal.spot.column},
-            {"element", refusal.path},      {"key", refusal.key},       {"read", refusal.read},
-            {"accepted", refusal.accepted}, {"reason", refusal.reason}};
+    return {{"file", document.name()},
+            {"line", refusal.spot.row},
+            {"column", refusal.spot.column},
+            {"element", refusal.path},
+            {"key", refusal.key},
+            {"read", refusal.read.empty() ? Json() : Json(refusal.read)},
+            {"accepted", refusal.accepted},
+            {"reason", refusal.reason}};
 }
 
-Json ignored_json(const Trace &trace)
+Json notes_json(const Trace &trace)
 {
     Json list = Json::array();
-    for (const Ignored &ignored : trace.ignored())
-        list.push_back({{"line", ignored.spot.row}, {"column", ignored.spot.column}, {"element", ignored.path}});
-    return list;
-}
-
-Json shortened_json(const Trace &trace)
-{
-    Json list = Json::array();
-    for (const Shortened &shortened : trace.shortened())
-        list.push_back({{"line", shortened.spot.row},
-                        {"column", shortened.spot.column},
-                        {"element", shortened.path},
-                        {"key", shortened.key}});
+    for (const Note &note : trace.notes())
+        list.push_back({{"kind", name_of(note.kind)},
+                        {"line", note.spot.row},
+                        {"column", note.spot.column},
+                        {"element", note.path},
+                        {"key", note.key.empty() ? Json() : Json(note.key)},
+                        {"text", note.text}});
     return list;
 }
 
@@ -313,9 +309,11 @@ std::string title(const Entry &entry, const Session &session)
         text += std::string(entry.initialiser->name) + ", id " + std::to_string(param.paramId) + ", ";
     else
         text += "prepared by the host, ";
-    text += std::to_string(param.dataSize) + " bytes";
+    text += std::to_string(session.record_size()) + " bytes";
     if (session.records() > 1)
         text += " a record, " + std::to_string(session.records()) + " records";
+    if (param.dataSize != session.record_size())
+        text += ", dataSize " + std::to_string(param.dataSize);
     return text;
 }
 

@@ -18,17 +18,14 @@ void print_memory(std::ostream &out, const std::vector<Item> &items, const Style
 // Of a reading that failed; of the message as a whole where no element was to blame.
 Refusal refusal_of(const Session &session, const Document &document);
 
-// "no key answers to it; did you mean enable?"
-std::string why_ignored(const Ignored &ignored);
-
+// What stood there, fit for the terminal.
+std::string read_text(const Refusal &refusal);
 // Why the text was refused; for a reading that failed.
 void print_refusal(std::ostream &out, const Session &session, const Document &document, const Options &options);
 // Why the writer may have failed.
 void print_unwritable(std::ostream &out, const Entry &entry, const std::vector<Item> &items, const Style &style);
-// Children that no key answers to.
-void print_ignored(std::ostream &out, const Trace &trace, const Document &document, const Options &options);
-// Children whose names are only the beginnings of keys.
-void print_shortened(std::ostream &out, const Trace &trace, const Document &document, const Options &options);
+// What was accepted, but may have been meant otherwise.
+void print_notes(std::ostream &out, const Trace &trace, const Document &document, const Options &options);
 // The library's own lines, if there are any.
 void print_log(std::ostream &out, const Session &session, const Style &style);
 
@@ -36,15 +33,14 @@ void print_log(std::ostream &out, const Session &session, const Style &style);
 std::string json_text(const nlohmann::ordered_json &json);
 
 nlohmann::ordered_json refusal_json(const Session &session, const Document &document);
-nlohmann::ordered_json ignored_json(const Trace &trace);
-nlohmann::ordered_json shortened_json(const Trace &trace);
+nlohmann::ordered_json notes_json(const Trace &trace);
 nlohmann::ordered_json rows_json(const std::vector<Item> &items);
 nlohmann::ordered_json log_json(const Session &session);
 
 // The payload by its rows; nothing when no rows say what it is.
 std::vector<Item> payload_items(const Session &session, const Entry &entry, const Options &options);
 
-// "md: nets_param_md_init, id 1903, 22340 bytes".
+// "md: nets_param_md_init, id 1903, 17056 bytes"; a parser may have made the envelope's size another one.
 std::string title(const Entry &entry, const Session &session);
 
 } // namespace netparam

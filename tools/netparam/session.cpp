@@ -13,6 +13,9 @@
 namespace netparam {
 namespace {
 
+constexpr char message_description[] =
+    "Its name, or that of its initialiser, parser, writer or root element; see \"netparam list\"";
+
 constexpr unsigned int own_module = 0x400, wifi_module = 0x1000;
 constexpr unsigned int errors = 0x1, traces = 0x4 | 0x8;
 
@@ -20,9 +23,7 @@ constexpr unsigned int errors = 0x1, traces = 0x4 | 0x8;
 
 CLI::App &Options::add_options(CLI::App &verb)
 {
-    verb.add_option("MESSAGE", message,
-                    "Its name, or that of its initialiser, parser, writer or root element; see \"netparam list\"")
-        ->required();
+    verb.add_option("MESSAGE", message, message_description)->required();
     verb.add_option(
         "FILE", file,
         "XML text with the message's body element as root, or in a root called \"body\"; - is standard input");
@@ -65,6 +66,8 @@ Session::Session(const Entry &entry, const Options &options) : entry_(entry), op
         extension_document_.emplace(options.extension);
     if (!options.file.empty())
         body_document_.emplace(options.file);
+    if (body_document_)
+        body_document_->choose(entry.element());
 }
 
 Session::~Session()
@@ -115,7 +118,18 @@ bool Session::parse()
     trace_ = std::make_unique<Trace>(options_.show_secrets);
     const int result = logged(log_, [&] { return entry_.message->parse(&param_, &body_document_->body()); });
     trace_->stop();
+    const TiXmlElement &body = body_document_->body();
+    if (!entry_.bears_element(body))
+        trace_->add({Note::Kind::element, spot_of(body), path_of(body), wrong_element(entry_), entry_.element()});
+    for (const TiXmlElement *other : body_document_->beside())
+        trace_->add({Note::Kind::unread, spot_of(*other), path_of(*other),
+                     "stands beside " + printable(body.ValueStr()) + " and is not read"});
     return result == 0;
+}
+
+std::string wrong_element(const Entry &entry)
+{
+    return "is the root, " + entry.name() + "'s is " + entry.element();
 }
 
 bool Session::write()

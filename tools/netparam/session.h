@@ -24,6 +24,7 @@ struct Options {
     std::string picture;         // the file for the drawings; empty for none
     std::string format = "text"; // of refusals and notes; see annotate.h
     bool json = false;
+    bool strict = false; // what is lost is refused
     bool show_secrets = false;
     bool full = false;   // do not shorten long texts
     bool traces = false; // have the library log its traces, too
@@ -38,6 +39,9 @@ struct Options {
     // What the options alone cannot say; then the host answers as the device does. Fails with exit_usage.
     void settle() const;
 };
+
+// "is the root, md's is MD"
+std::string wrong_element(const Entry &entry);
 
 class Session {
 public:
