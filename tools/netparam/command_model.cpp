@@ -13,6 +13,8 @@ void set_value(Parameter &parameter, const std::string &type)
         return;
     }
     parameter.value = type.substr(0, type.find(':'));
+    if (parameter.value.find('|') != std::string::npos) // only suggested
+        parameter.choices = split(parameter.value, '|');
     if (parameter.value == "INT" || parameter.value == "UINT")
         parameter.value = "NUMBER";
 }

@@ -54,7 +54,7 @@ std::string file_name(const std::string &path)
     throw Malformed(name, {}, reason, printable(name) + ": " + reason);
 }
 
-std::string read_text(const std::string &path)
+static std::string read_file(const std::string &path)
 {
     const std::string name = file_name(path);
     const auto close = [](std::FILE *file) {
@@ -74,6 +74,14 @@ std::string read_text(const std::string &path)
     if (std::ferror(file.get()) != 0)
         unreadable(name, errno);
     return text;
+}
+
+std::string read_text(const std::string &path)
+{
+    if (path != "-")
+        return read_file(path);
+    static const std::string input = read_file(path); // it comes only once
+    return input;
 }
 
 Document::Document(const std::string &path) : name_(file_name(path)), text_(read_text(path))
@@ -201,6 +209,14 @@ std::string excerpt_of(const std::string &text, Spot spot, const Style &style)
     return margin + style.faint(number + " |") + " " + ahead + shown(caret, last) + (last < line.size() ? "..." : "") +
            "\n" + margin + std::string(number.size(), ' ') + style.faint(" |") + " " +
            std::string(columns(ahead), ' ') + style.error("^") + "\n";
+}
+
+std::string printed(const TiXmlNode &node)
+{
+    TiXmlPrinter printer;
+    printer.SetIndent("  ");
+    node.Accept(&printer);
+    return printer.Str();
 }
 
 Spot spot_of(const TiXmlNode &node)

@@ -104,6 +104,8 @@ private:
     TiXmlElement *body_ = nullptr;
 };
 
+// The element's text, indented.
+std::string printed(const TiXmlNode &node);
 // The line of that place in a text and a caret below it.
 std::string excerpt_of(const std::string &text, Spot spot, const Style &style);
 

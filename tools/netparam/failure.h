@@ -35,6 +35,12 @@ constexpr ExitMeaning exit_meanings[] = {
     {exit_fault, "a fault of the tool or of the library"},
 };
 
+// ... and what is taken.
+constexpr char limits[] =
+    "A text of XML or JSON has at most 4 MiB, 64 levels of nesting and 64 attributes in an element. "
+    "Of ignored children and of other notes the first 20 of each kind are told, and how many there "
+    "are. In a log, filter hides at most 16 KiB behind a tag that is never closed.";
+
 class Failure : public std::runtime_error {
 public:
     Failure(ExitCode code, const std::string &text) : std::runtime_error(text), code_(code) {}

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <map>
 
 namespace netparam {
 namespace {
@@ -30,9 +29,9 @@ bool same_bytes(const void *a, const void *b, const Item &item)
 
 std::string shown(const Item *item, bool show_secrets)
 {
-    return item == nullptr                                                                      ? "nothing"
+    return item == nullptr                                                                        ? "nothing"
            : !show_secrets && is_secret(item->name) && item->items.empty() && !item->text.empty() ? hidden
-                                                                                                : item->text;
+                                                                                                  : item->text;
 }
 
 // Members are set to zero one after another: what the writer makes no other body of does not reach it.
@@ -62,8 +61,7 @@ public:
             if (item.items.empty() && count.lost > 0)
                 lost.push_back({path + item.name, shown(&item, options_.show_secrets), "does not reach the body"});
             else if (count.lost > 1 && count.lost == count.set)
-                lost.push_back(
-                    {path + item.name, std::to_string(count.lost) + " members", "does not reach the body"});
+                lost.push_back({path + item.name, std::to_string(count.lost) + " members", "does not reach the body"});
             else
                 lost.insert(lost.end(), inner.begin(), inner.end());
         }
@@ -121,7 +119,14 @@ std::vector<Lost> lost_members(const Session &session, const Entry &entry, const
     if (!entry.parses() || !back.parse(body))
         return lost;
     const std::vector<Item> read = payload_items(back, entry, again);
-    for (const Difference &difference : differences(items, read)) {
+    const std::vector<Difference> different = differences(items, read);
+    // What the parser sets by itself, or makes of other members, is not lost.
+    const auto comes_back = [&](const Lost &one) {
+        return std::none_of(different.begin(), different.end(),
+                            [&](const Difference &difference) { return lies_within(difference.path, one.path); });
+    };
+    lost.erase(std::remove_if(lost.begin(), lost.end(), comes_back), lost.end());
+    for (const Difference &difference : different) {
         const auto told = [&](const Lost &one) { return lies_within(difference.path, one.path); };
         if (std::none_of(lost.begin(), lost.end(), told))
             lost.push_back({difference.path, shown(difference.a, options.show_secrets),

@@ -4,32 +4,31 @@
 #include "report.h"
 #include "svg.h"
 
+#include <fstream>
+
 namespace netparam {
 namespace {
-
-using Json = nlohmann::ordered_json;
-
-Json header_json(const Entry &entry, const Session &session)
-{
-    const net_param_t &param = session.envelope();
-    Json json;
-    json["message"] = entry.name();
-    json["initialiser"] = entry.initialiser != nullptr ? Json(entry.initialiser->name) : Json();
-    json["id"] = entry.initialiser != nullptr ? Json(param.paramId) : Json();
-    json["size"] = session.record_size();
-    json["dataSize"] = param.dataSize;
-    return json;
-}
 
 struct ParseOptions : Options {
     std::string bytes; // file; empty for none
     bool memory = false;
 };
 
-ExitCode parse_body(std::ostream &out, std::ostream &errors, const ParseOptions &options)
+// The only argument is a file; which message it holds is to be seen.
+const Entry &entry_for(ParseOptions &options)
 {
+    if (!options.file.empty())
+        return find_message(options.message);
+    options.file = options.message;
+    if (parsed_message(options.file) != nullptr && !std::ifstream(options.file).good())
+        throw Failure(exit_usage, "parse " + options.file + " needs a FILE");
+    return identify(Document(options.file).body(), options.file);
+}
+
+ExitCode parse_body(std::ostream &out, std::ostream &errors, ParseOptions options)
+{
+    const Entry &entry = entry_for(options);
     options.settle();
-    const Entry &entry = find_message(options.message);
     if (!entry.parses())
         throw Failure(exit_usage, entry.name() + " has no parser: it is only written");
     Session session(entry, options);
@@ -54,14 +53,7 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, const ParseOptions 
         return accepted ? exit_ok : exit_refused;
     }
     if (options.json || options.format == format_json) {
-        Json json = header_json(entry, session);
-        json["inited"] = session.envelope().inited;
-        json["refused"] = accepted ? Json() : refusal_json(session, *document);
-        json["notes"] = notes_json(*session.trace());
-        json["log"] = log_json(session);
-        json["payload"] = to_json(items);
-        json["rows"] = rows_json(items);
-        out << json_text(json) << '\n';
+        out << json_text(reading_json(entry, session, document, accepted, items)) << '\n';
         return accepted ? exit_ok : exit_refused;
     }
     if (body_was_read) {
@@ -94,7 +86,7 @@ void add_parse(CommandLine &line)
     options->style = line.style;
     CLI::App &verb =
         line.add_verb("parse", "Reads a body and shows the payload that the firmware gets", options, parse);
-    options->add_options(verb).get_option("FILE")->required();
+    options->add_options(verb);
     options->add_format(verb, true);
     verb.add_flag("--json", options->json, "The same as --format json")->excludes("--format");
     verb.add_flag("--memory", options->memory,
@@ -103,10 +95,12 @@ void add_parse(CommandLine &line)
     verb.add_option("--raw", options->bytes, "Also save the payload's bytes, as this machine's memory holds them")
         ->type_name("FILE");
     line.explain(verb,
+                 "With a FILE alone, its root element and its children's names say which message it is. "
                  "Shows the payload, and what is wrong with the body: where, what was read and what would be accepted. "
                  "Children that no key answers to are noted, as they have no effect. As JSON the rows' names are the "
                  "keys; as workflow commands only refusals and notes are shown.",
-                 {"netparam parse md request.xml", "netparam parse md - --ext extension.xml --channels 1 < request.xml",
+                 {"netparam parse request.xml", "netparam parse md request.xml",
+                  "netparam parse md - --ext extension.xml --channels 1 < request.xml",
                   "netparam parse md request.xml --format json | jq .payload"});
 }
 

@@ -1,6 +1,8 @@
 #include "report.h"
 
+#include "accept.h"
 #include "engine/matching.h"
+#include "facts.h"
 #include "secrets.h"
 
 #include <algorithm>
@@ -58,15 +60,30 @@ std::vector<std::string> log_lines(const Session &session)
     return lines;
 }
 
-// The words that a payload's codes lack are the usual reason why a writer fails.
-void print_wordless(std::ostream &out, const std::vector<Item> &items, const std::string &path)
+// The member at this place, the innermost one.
+const Item *item_at(const std::vector<Item> &items, std::size_t offset, const std::string &path, std::string &found)
 {
-    constexpr char mark[] = "(has no word)";
     for (const Item &item : items) {
-        if (item.text.find(mark) != std::string::npos && item.items.empty())
-            out << "  " << path << item.name << ' ' << item.text << '\n';
-        print_wordless(out, item.items, item.list ? path : path + item.name + "/");
+        if (const Item *inner = item_at(item.items, offset, item.list ? path : path + item.name + "/", found))
+            return inner;
+        if (!item.list && item.bytes > 0 && item.offset == offset) {
+            found = path + item.name;
+            return &item;
+        }
     }
+    return nullptr;
+}
+
+// What the writer makes a text of.
+std::string writable(const netpublic::Table &table, const netpublic::Row &row)
+{
+    const auto index = static_cast<unsigned>(&row - &table.row(0));
+    for (const std::string &note : row_notes(table, index, true))
+        if (note.find("writing fails unless") == 0)
+            return "what its condition wants: " + note;
+    const netpublic::WordTable *words = words_beside(table, index);
+    return words != nullptr ? "one of these words: " + joined(spellings(*words, netpublic::Use::write), ", ")
+                            : accepted_by(table, row);
 }
 
 // What a row of the payload's memory shows.
@@ -214,10 +231,40 @@ void print_refusal(std::ostream &out, const Session &session, const Document &do
         out << "  accepted  " << refusal.accepted << '\n';
 }
 
-void print_unwritable(std::ostream &out, const Entry &entry, const std::vector<Item> &items, const Style &style)
+Refusal unwritten(const Session &session, const Entry &entry, const std::vector<Item> &items)
 {
-    out << entry.message->writer << ": " << style.error("refused:") << " the payload cannot be written\n";
-    print_wordless(out, items, "");
+    Refusal refusal;
+    refusal.reason = "the payload cannot be written";
+    const char *data = static_cast<const char *>(session.envelope().data);
+    for (const Session::Stop &stop : session.stops()) {
+        const char *member = static_cast<const char *>(stop.record) + stop.row->offset;
+        const std::string key = stop.table->key(*stop.row);
+        if (refusal.key.empty())
+            refusal.accepted = writable(*stop.table, *stop.row);
+        const bool inside = member >= data && member < data + session.allocated();
+        const Item *item = inside && refusal.path.empty()
+                               ? item_at(items, static_cast<std::size_t>(member - data), "", refusal.path)
+                               : nullptr;
+        if (item != nullptr && item->items.empty())
+            refusal.read = item->text;
+        refusal.key = key + (refusal.key.empty() ? "" : "/" + refusal.key);
+    }
+    if (refusal.path.empty())
+        refusal.path = refusal.key;
+    if (refusal.path.empty())
+        refusal.reason += ": " + entry.writer() + "() refuses it as a whole";
+    return refusal;
+}
+
+void print_unwritten(std::ostream &out, const Refusal &refusal, const std::string &place, const Style &style)
+{
+    out << place << ": " << style.error("refused:") << ' ' << refusal.reason << '\n';
+    if (!refusal.path.empty())
+        out << "  member    " << refusal.path << '\n';
+    if (!refusal.read.empty())
+        out << "  holds     " << refusal.read << '\n';
+    if (!refusal.accepted.empty())
+        out << "  written   " << refusal.accepted << '\n';
 }
 
 void print_notes(std::ostream &out, const Trace &trace, const Document &document, const Options &options)
@@ -245,15 +292,39 @@ void print_log(std::ostream &out, const Session &session, const Style &style)
 
 Json refusal_json(const Session &session, const Document &document)
 {
-    const Refusal refusal = refusal_of(session, document);
-    return {{"file", document.name()},
+    return refusal_json(refusal_of(session, document), document.name());
+}
+
+Json refusal_json(const Refusal &refusal, const std::string &file)
+{
+    const auto optional = [](const std::string &text) { return text.empty() ? Json() : Json(text); };
+    return {{"file", file},
             {"line", refusal.spot.row},
             {"column", refusal.spot.column},
             {"element", refusal.path},
             {"key", refusal.key},
-            {"read", refusal.read.empty() ? Json() : Json(refusal.read)},
+            {"read", optional(refusal.read)},
             {"accepted", refusal.accepted},
             {"reason", refusal.reason}};
+}
+
+Json reading_json(const Entry &entry, const Session &session, const Document *document, bool accepted,
+                  const std::vector<Item> &items)
+{
+    const net_param_t &param = session.envelope();
+    Json json;
+    json["message"] = entry.name();
+    json["initialiser"] = entry.initialiser != nullptr ? Json(entry.initialiser->name) : Json();
+    json["id"] = entry.initialiser != nullptr ? Json(param.paramId) : Json();
+    json["size"] = session.record_size();
+    json["dataSize"] = param.dataSize;
+    json["inited"] = param.inited;
+    json["refused"] = accepted ? Json() : refusal_json(session, *document);
+    json["notes"] = session.trace() != nullptr ? notes_json(*session.trace()) : Json::array();
+    json["log"] = log_json(session);
+    json["payload"] = to_json(items);
+    json["rows"] = rows_json(items);
+    return json;
 }
 
 Json notes_json(const Trace &trace)

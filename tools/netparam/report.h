@@ -22,8 +22,10 @@ Refusal refusal_of(const Session &session, const Document &document);
 std::string read_text(const Refusal &refusal);
 // Why the text was refused; for a reading that failed.
 void print_refusal(std::ostream &out, const Session &session, const Document &document, const Options &options);
-// Why the writer may have failed.
-void print_unwritable(std::ostream &out, const Entry &entry, const std::vector<Item> &items, const Style &style);
+// Why the writer has failed: the member in whose row it gave up, its value, and what it takes. The message as a whole
+// where its own code refuses. A payload's file says where the member stands.
+Refusal unwritten(const Session &session, const Entry &entry, const std::vector<Item> &items);
+void print_unwritten(std::ostream &out, const Refusal &refusal, const std::string &place, const Style &style);
 // What was accepted, but may have been meant otherwise.
 void print_notes(std::ostream &out, const Trace &trace, const Document &document, const Options &options);
 // The library's own lines, if there are any.
@@ -33,6 +35,10 @@ void print_log(std::ostream &out, const Session &session, const Style &style);
 std::string json_text(const nlohmann::ordered_json &json);
 
 nlohmann::ordered_json refusal_json(const Session &session, const Document &document);
+nlohmann::ordered_json refusal_json(const Refusal &refusal, const std::string &file);
+// What was read, as "parse --json" prints it.
+nlohmann::ordered_json reading_json(const Entry &entry, const Session &session, const Document *document, bool accepted,
+                                    const std::vector<Item> &items);
 nlohmann::ordered_json notes_json(const Trace &trace);
 nlohmann::ordered_json rows_json(const std::vector<Item> &items);
 nlohmann::ordered_json log_json(const Session &session);

@@ -9,6 +9,7 @@
 #include <net_public.h>
 
 #include <cstring>
+#include <utility>
 
 namespace netparam {
 namespace {
@@ -115,15 +116,22 @@ void Session::prepare()
 
 bool Session::parse()
 {
-    trace_ = std::make_unique<Trace>(options_.show_secrets);
-    const int result = logged(log_, [&] { return entry_.message->parse(&param_, &body_document_->body()); });
-    trace_->stop();
     const TiXmlElement &body = body_document_->body();
+    const bool accepted = parse(body);
     if (!entry_.bears_element(body))
         trace_->add({Note::Kind::element, spot_of(body), path_of(body), wrong_element(entry_), entry_.element()});
     for (const TiXmlElement *other : body_document_->beside())
         trace_->add({Note::Kind::unread, spot_of(*other), path_of(*other),
                      "stands beside " + printable(body.ValueStr()) + " and is not read"});
+    return accepted;
+}
+
+bool Session::parse(const TiXmlElement &body)
+{
+    trace_ = std::make_unique<Trace>(options_.show_secrets);
+    auto *node = const_cast<TiXmlElement *>(&body); // parsers only read it
+    const int result = logged(log_, [&] { return entry_.message->parse(&param_, node); });
+    trace_->stop();
     return result == 0;
 }
 
@@ -134,7 +142,27 @@ std::string wrong_element(const Entry &entry)
 
 bool Session::write()
 {
-    return logged(log_, [&] { return entry_.message->write(&param_, &reply_); }) == 0;
+    stops_.clear();
+    const auto stop = [](void *self, netpublic::Event event, const netpublic::Table &table, const netpublic::Row *row,
+                         void *record, netpublic::Node /*element*/) {
+        if (event == netpublic::Event::unwritten)
+            static_cast<Session *>(self)->stops_.push_back({&table, row, record});
+    };
+    const netpublic::Watch watch = {this, stop};
+    netpublic::watch = &watch;
+    const bool written = logged(log_, [&] { return entry_.message->write(&param_, &reply_); }) == 0;
+    netpublic::watch = nullptr;
+    return written;
+}
+
+std::string Session::body_text() const
+{
+    const unsigned int kept = std::exchange(loglevel, 0);
+    net_param_t param = param_;
+    TiXmlElement parent("reply");
+    const bool written = entry_.message->write(&param, &parent) == 0;
+    loglevel = kept;
+    return written && parent.FirstChildElement() != nullptr ? printed(*parent.FirstChildElement()) : "";
 }
 
 std::size_t Session::records() const

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace netparam {
 
@@ -54,8 +55,9 @@ public:
     bool read_extension();
     // The initialiser, or the host's preparations. A failure is a fault.
     void prepare();
-    // The body; false when it is refused.
+    // The body; false when it is refused. Another one than the file's must outlive the trace.
     bool parse();
+    bool parse(const TiXmlElement &body);
     // The reply, under a parent of its own; false when the writer refuses.
     bool write();
     // What was written; null when the writer has nothing to say.
@@ -67,6 +69,18 @@ public:
     const net_param_t &envelope() const
     {
         return param_;
+    }
+    // What the writer makes of the payload as it is now, without a log; empty when it fails.
+    std::string body_text() const;
+    // Where the latest writing has failed, the innermost place first: nothing where the message's own code refuses.
+    struct Stop {
+        const netpublic::Table *table;
+        const netpublic::Row *row;
+        const void *record;
+    };
+    const std::vector<Stop> &stops() const
+    {
+        return stops_;
     }
     // How many items the list holds whose number the envelope keeps; for a payload that did not come from a body.
     void set_items(unsigned int count)
@@ -118,6 +132,7 @@ private:
     std::size_t allocated_ = 0, record_size_ = 0;
     std::optional<Document> extension_document_, body_document_;
     std::unique_ptr<Trace> trace_;
+    std::vector<Stop> stops_;
     TiXmlElement reply_{"reply"};
     std::string log_;
 };
