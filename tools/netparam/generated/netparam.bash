@@ -41,11 +41,11 @@ _netparam()
                 valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --format --svg --raw '
                 ;;
             exchange)
-                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --full --svg --format'
+                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --full --svg --format --json'
                 valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --svg --format '
                 ;;
             write)
-                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --grid --raw'
+                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --grid --strict --json --raw'
                 valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --grid --raw '
                 ;;
             diff)
@@ -53,7 +53,7 @@ _netparam()
                 valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country '
                 ;;
             check)
-                options='-h --help --message --format --strict -v --verbose --ext --show-secrets --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone'
+                options='-h --help --message --format --json --strict --any-root -v --verbose --ext --show-secrets --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone'
                 valued=' --message --format --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country '
                 ;;
             filter)
@@ -79,7 +79,7 @@ _netparam()
     parse,--channels) : ;;
     parse,--alarm-inputs) : ;;
     parse,--alarm-outputs) : ;;
-    parse,--type) : ;;
+    parse,--type) _netparam_reply 'IPC NVR HVR DVR BASE HOMEHUB' ;;
     parse,--display-type) : ;;
     parse,--country) : ;;
     parse,--format) _netparam_reply 'text json github-actions' ;;
@@ -89,7 +89,7 @@ _netparam()
     exchange,--channels) : ;;
     exchange,--alarm-inputs) : ;;
     exchange,--alarm-outputs) : ;;
-    exchange,--type) : ;;
+    exchange,--type) _netparam_reply 'IPC NVR HVR DVR BASE HOMEHUB' ;;
     exchange,--display-type) : ;;
     exchange,--country) : ;;
     exchange,--svg) _netparam_files ;;
@@ -98,7 +98,7 @@ _netparam()
     write,--channels) : ;;
     write,--alarm-inputs) : ;;
     write,--alarm-outputs) : ;;
-    write,--type) : ;;
+    write,--type) _netparam_reply 'IPC NVR HVR DVR BASE HOMEHUB' ;;
     write,--display-type) : ;;
     write,--country) : ;;
     write,--grid) _netparam_files ;;
@@ -107,7 +107,7 @@ _netparam()
     diff,--channels) : ;;
     diff,--alarm-inputs) : ;;
     diff,--alarm-outputs) : ;;
-    diff,--type) : ;;
+    diff,--type) _netparam_reply 'IPC NVR HVR DVR BASE HOMEHUB' ;;
     diff,--display-type) : ;;
     diff,--country) : ;;
     check,--message) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
@@ -116,7 +116,7 @@ _netparam()
     check,--channels) : ;;
     check,--alarm-inputs) : ;;
     check,--alarm-outputs) : ;;
-    check,--type) : ;;
+    check,--type) _netparam_reply 'IPC NVR HVR DVR BASE HOMEHUB' ;;
     check,--display-type) : ;;
     check,--country) : ;;
     filter,--also) : ;;
