@@ -1,6 +1,7 @@
 // netparam check: many bodies at once.
 #include "annotate.h"
 #include "command_line.h"
+#include "log_bodies.h"
 #include "report.h"
 #include "terminal.h"
 
@@ -111,12 +112,35 @@ public:
 
     void examine(const std::string &path)
     {
+        if (path != "-" && is_log(path)) {
+            const std::size_t before = total_;
+            BodyFinder finder([&](const LoggedBody &body) { examine(path, &body); });
+            try {
+                read_log(path, false, finder);
+                if (total_ == before)
+                    throw Failure(exit_unknown, printable(path) + ": there is no message in this text");
+            } catch (const Failure &failure) {
+                ++total_;
+                json_ = {{"file", path}, {"message", nullptr}, {"result", nullptr}};
+                fail(path, failure);
+            }
+            return;
+        }
+        examine(path, nullptr);
+    }
+
+    // A file, or what a log holds.
+    void examine(const std::string &file, const LoggedBody *body)
+    {
+        const std::string path = body != nullptr ? file + ":" + std::to_string(body->line) : file;
         progress_.show(total_++, path);
         json_ = {{"file", path}, {"message", nullptr}, {"result", nullptr}};
         try {
-            // The text is read twice, so that a session can have it from the beginning.
-            const Document document(path);
-            const bool is_header = lower(document.body().ValueStr()) == "extension";
+            if (body != nullptr && body->cut)
+                throw Failure(exit_malformed, printable(path) + ": the body has no end");
+            Document document = body != nullptr ? Document(file, body->text) : Document(file);
+            document.shift(body != nullptr ? body->line : 1);
+            const bool is_header = body == nullptr && lower(document.body().ValueStr()) == "extension";
             settle(path, is_header ? read_extension(path) : read_body(path, document));
         } catch (const Failure &failure) {
             fail(path, failure);
@@ -194,13 +218,12 @@ private:
     Outcome read_body(const std::string &path, const Document &document)
     {
         const Entry &entry = entry_for(path, document);
-        Options options = options_;
-        options.file = path;
         json_["message"] = entry.name();
-        Session session(entry, options);
+        Session session(entry, options_);
+        session.take_body(document);
         if (!session.read_extension())
             throw Failure(exit_usage, "the extension header is refused; \"netparam check " +
-                                          printable(options.extension) + "\" says why");
+                                          printable(options_.extension) + "\" says why");
         const TiXmlElement &body = session.body_document()->body();
         if (!options_.any_element && !entry.bears_element(body))
             throw Failure(exit_refused, session.body_document()->at(spot_of(body)) + ": " +
@@ -338,8 +361,9 @@ void add_check(CommandLine &line)
     options->style = line.style;
     CLI::App &verb =
         line.add_verb("check", "Reads many bodies and says which of them the library accepts", options, check);
-    verb.add_option("PATH", options->paths,
-                    "Files, and folders whose .xml files are meant, those in inner folders, too")
+    verb.add_option(
+            "PATH", options->paths,
+            "Files, logs with bodies in them, and folders whose .xml files are meant, those in inner folders, too")
         ->required();
     verb.add_option("--message", options->messages,
                     "Which message the files hold, or those whose path or name fits a shell pattern: "

@@ -109,9 +109,12 @@ CommandLine::CommandLine(Style for_both)
     add_describe(*this);
     add_parse(*this);
     add_exchange(*this);
+    add_new(*this);
+    add_set(*this);
     add_write(*this);
     add_diff(*this);
     add_check(*this);
+    add_watch(*this);
     add_filter(*this);
     add_manual(*this);
     add_completion(*this);

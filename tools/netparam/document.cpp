@@ -89,6 +89,11 @@ Document::Document(const std::string &path) : name_(file_name(path)), text_(read
     parse();
 }
 
+Document::Document(const std::string &name, const std::string &text) : name_(name), text_(text)
+{
+    parse();
+}
+
 void Document::malformed(Spot spot, const std::string &what) const
 {
     std::string text = at(spot) + ": not well-formed XML: " + printable(what) + "\n" + excerpt(spot, {}, false);
@@ -154,7 +159,7 @@ std::string Document::at(Spot spot) const
 {
     std::string place = printable(name_);
     if (spot.row > 0)
-        place += ":" + std::to_string(spot.row);
+        place += ":" + std::to_string(static_cast<std::size_t>(spot.row) + first_line_ - 1);
     if (spot.row > 0 && spot.column > 0)
         place += ":" + std::to_string(spot.column);
     return place;
@@ -162,10 +167,10 @@ std::string Document::at(Spot spot) const
 
 std::string Document::excerpt(Spot spot, const Style &style, bool show_secrets) const
 {
-    return excerpt_of(show_secrets ? text_ : masked(text_), spot, style);
+    return excerpt_of(show_secrets ? text_ : masked(text_), spot, style, first_line_);
 }
 
-std::string excerpt_of(const std::string &text, Spot spot, const Style &style)
+std::string excerpt_of(const std::string &text, Spot spot, const Style &style, std::size_t first_line)
 {
     if (spot.row < 1 || spot.column < 1)
         return "";
@@ -204,7 +209,7 @@ std::string excerpt_of(const std::string &text, Spot spot, const Style &style)
     }
 
     const std::string ahead = (first > 0 ? "..." : "") + shown(first, caret);
-    const std::string number = std::to_string(spot.row);
+    const std::string number = std::to_string(static_cast<std::size_t>(spot.row) + first_line - 1);
     const std::string margin(number.size() < 5 ? 5 - number.size() : 0, ' ');
     return margin + style.faint(number + " |") + " " + ahead + shown(caret, last) + (last < line.size() ? "..." : "") +
            "\n" + margin + std::string(number.size(), ' ') + style.faint(" |") + " " +

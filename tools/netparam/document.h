@@ -57,6 +57,8 @@ class Document {
 public:
     // Reads and parses a file, or standard input for "-". Fails with exit_file, and as Malformed.
     explicit Document(const std::string &path);
+    // The same of a text; `name` is its file's.
+    Document(const std::string &name, const std::string &text);
     Document(const Document &) = delete;
     Document &operator=(const Document &) = delete;
 
@@ -87,6 +89,16 @@ public:
         return name_;
     }
 
+    // The text is a part of its file and begins in this line.
+    void shift(std::size_t first_line)
+    {
+        first_line_ = first_line;
+    }
+    std::size_t first_line() const
+    {
+        return first_line_;
+    }
+
     // "file:line:column".
     std::string at(Spot spot) const;
     // See below.
@@ -102,12 +114,13 @@ private:
     std::string padded_;
     TiXmlDocument tree_;
     TiXmlElement *body_ = nullptr;
+    std::size_t first_line_ = 1;
 };
 
 // The element's text, indented.
 std::string printed(const TiXmlNode &node);
 // The line of that place in a text and a caret below it.
-std::string excerpt_of(const std::string &text, Spot spot, const Style &style);
+std::string excerpt_of(const std::string &text, Spot spot, const Style &style, std::size_t first_line);
 
 // The element's text, or the node's own place where it has none.
 Spot spot_of_text(const TiXmlNode &node);

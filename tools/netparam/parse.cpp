@@ -1,7 +1,9 @@
 #include "annotate.h"
 #include "command_line.h"
+#include "grid_file.h"
 #include "payload.h"
 #include "report.h"
+#include "select.h"
 #include "svg.h"
 
 #include <fstream>
@@ -10,6 +12,8 @@ namespace netparam {
 namespace {
 
 struct ParseOptions : Options {
+    std::string only, drawing; // path in the payload; PATH=FILE
+    bool nonzero = false, flat = false, quiet = false;
     std::string bytes; // file; empty for none
     bool memory = false;
 };
@@ -41,8 +45,10 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, ParseOptions option
     }
     if (accepted && !options.bytes.empty())
         save_bytes(session, options.bytes);
+    if (accepted && !options.drawing.empty())
+        save_drawing(payload_items(session, entry, options), options.drawing);
     const bool body_was_read = document == session.body_document();
-    const std::vector<Item> items = body_was_read ? payload_items(session, entry, options) : std::vector<Item>();
+    std::vector<Item> items = body_was_read ? payload_items(session, entry, options) : std::vector<Item>();
     if (body_was_read && !options.picture.empty())
         save_svg(items, title(entry, session), options.picture);
 
@@ -56,7 +62,18 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, ParseOptions option
         out << json_text(reading_json(entry, session, document, accepted, items)) << '\n';
         return accepted ? exit_ok : exit_refused;
     }
-    if (body_was_read) {
+    if (options.quiet) {
+        out << printable(file_name(options.file)) << ": " << entry.name() << ' ' << (accepted ? "accepted" : "refused")
+            << '\n';
+        return accepted ? exit_ok : exit_refused;
+    }
+    if (!options.only.empty())
+        items = only(items, options.only);
+    if (options.nonzero)
+        items = nonzero(items, session);
+    if (options.flat)
+        print_flat(out, items);
+    else if (body_was_read) {
         out << options.style.heading(title(entry, session)) << (accepted ? "" : ", as far as it was read") << '\n';
         if (options.memory)
             print_memory(out, items, options.style);
@@ -92,6 +109,15 @@ void add_parse(CommandLine &line)
     verb.add_flag("--memory", options->memory,
                   "Also show each value's offset, bytes and C type, and the line and column that it came from");
     options->add_picture(verb);
+    const auto for_people = [&](CLI::Option *option) { option->excludes("--format")->excludes("--json"); };
+    for_people(verb.add_option("--only", options->only, "Only what lies at this path, as in timeBlockList")
+                   ->type_name("PATH"));
+    for_people(verb.add_flag("--nonzero", options->nonzero, "Only members that are not 0"));
+    for_people(verb.add_flag("--flat", options->flat, "A line \"path = value\" for each member, without drawings"));
+    for_people(verb.add_flag("--quiet", options->quiet, "Only whether the body is accepted"));
+    verb.add_option("--grid-out", options->drawing,
+                    "Also save a drawn grid or schedule for --grid; which one, if there are several: PATH=FILE")
+        ->type_name("FILE");
     verb.add_option("--raw", options->bytes, "Also save the payload's bytes, as this machine's memory holds them")
         ->type_name("FILE");
     line.explain(verb,

@@ -372,6 +372,21 @@ std::vector<Item> payload_items(const Session &session, const Entry &entry, cons
     return {list};
 }
 
+std::vector<Item> nonzero(const std::vector<Item> &items, const Session &session)
+{
+    const char *data = static_cast<const char *>(session.envelope().data);
+    std::vector<Item> kept;
+    for (Item item : items) {
+        const bool inner = !item.items.empty();
+        item.items = nonzero(item.items, session);
+        const char *at = data + item.offset;
+        if (inner ? !item.items.empty()
+                  : item.bytes == 0 || std::any_of(at, at + item.bytes, [](char byte) { return byte != 0; }))
+            kept.push_back(item);
+    }
+    return kept;
+}
+
 std::string title(const Entry &entry, const Session &session)
 {
     const net_param_t &param = session.envelope();

@@ -46,6 +46,9 @@ nlohmann::ordered_json log_json(const Session &session);
 // The payload by its rows; nothing when no rows say what it is.
 std::vector<Item> payload_items(const Session &session, const Entry &entry, const Options &options);
 
+// Without members that are zero; lists keep the places of their items.
+std::vector<Item> nonzero(const std::vector<Item> &items, const Session &session);
+
 // "md: nets_param_md_init, id 1903, 17056 bytes"; a parser may have made the envelope's size another one.
 std::string title(const Entry &entry, const Session &session);
 

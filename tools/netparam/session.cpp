@@ -77,6 +77,13 @@ Session::~Session()
         net_free(&param_.data);
 }
 
+void Session::take_body(const Document &document)
+{
+    body_document_.emplace(document.name(), document.text());
+    body_document_->shift(document.first_line());
+    body_document_->choose(entry_.element());
+}
+
 bool Session::read_extension()
 {
     if (!extension_document_)

@@ -51,6 +51,8 @@ public:
     Session(const Session &) = delete;
     Session &operator=(const Session &) = delete;
 
+    // Another body than the options' file.
+    void take_body(const Document &document);
     // The extension header of the request, if there is one; false when it is refused.
     bool read_extension();
     // The initialiser, or the host's preparations. A failure is a fault.

@@ -37,12 +37,20 @@ _netparam()
                 valued=' --examples '
                 ;;
             parse)
-                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --format --json --memory --svg --raw'
-                valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --format --svg --raw '
+                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --format --json --memory --svg --only --nonzero --flat --quiet --grid-out --raw'
+                valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --format --svg --only --grid-out --raw '
                 ;;
             exchange)
                 options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --full --svg --format --json'
                 valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --svg --format '
+                ;;
+            new)
+                options='-h --help --minimal --bare'
+                valued='  '
+                ;;
+            set)
+                options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --grid --diff --in-place'
+                valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --grid '
                 ;;
             write)
                 options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --grid --strict --json --raw'
@@ -55,6 +63,10 @@ _netparam()
             check)
                 options='-h --help --message --format --json --strict --any-root -v --verbose --ext --show-secrets --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone'
                 valued=' --message --format --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country '
+                ;;
+            watch)
+                options='-h --help --details --message --show-secrets --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone'
+                valued=' --message --channels --alarm-inputs --alarm-outputs --type --display-type --country '
                 ;;
             filter)
                 options='-h --help --also'
@@ -70,7 +82,7 @@ _netparam()
         fi
     done
     if [[ -z $verb ]]; then
-        _netparam_reply 'list describe parse exchange write diff check filter --version -h --help'
+        _netparam_reply 'list describe parse exchange new set write diff check watch filter --version -h --help'
         return
     fi
     case $verb,$before in
@@ -84,6 +96,8 @@ _netparam()
     parse,--country) : ;;
     parse,--format) _netparam_reply 'text json github-actions' ;;
     parse,--svg) _netparam_files ;;
+    parse,--only) _netparam_files ;;
+    parse,--grid-out) _netparam_files ;;
     parse,--raw) _netparam_files ;;
     exchange,--ext) _netparam_files ;;
     exchange,--channels) : ;;
@@ -94,6 +108,14 @@ _netparam()
     exchange,--country) : ;;
     exchange,--svg) _netparam_files ;;
     exchange,--format) _netparam_reply 'text github-actions' ;;
+    set,--ext) _netparam_files ;;
+    set,--channels) : ;;
+    set,--alarm-inputs) : ;;
+    set,--alarm-outputs) : ;;
+    set,--type) _netparam_reply 'IPC NVR HVR DVR BASE HOMEHUB' ;;
+    set,--display-type) : ;;
+    set,--country) : ;;
+    set,--grid) _netparam_files ;;
     write,--ext) _netparam_files ;;
     write,--channels) : ;;
     write,--alarm-inputs) : ;;
@@ -119,6 +141,13 @@ _netparam()
     check,--type) _netparam_reply 'IPC NVR HVR DVR BASE HOMEHUB' ;;
     check,--display-type) : ;;
     check,--country) : ;;
+    watch,--message) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
+    watch,--channels) : ;;
+    watch,--alarm-inputs) : ;;
+    watch,--alarm-outputs) : ;;
+    watch,--type) _netparam_reply 'IPC NVR HVR DVR BASE HOMEHUB' ;;
+    watch,--display-type) : ;;
+    watch,--country) : ;;
     filter,--also) : ;;
     esac
     [[ $valued == *" $before "* ]] && return
@@ -133,12 +162,17 @@ _netparam()
     parse,1) _netparam_files ;;
     exchange,0) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
     exchange,1) _netparam_files ;;
+    new,0) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
+    set,0) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
+    set,1) _netparam_files ;;
+    set,*) _netparam_files ;;
     write,0) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
     write,1) _netparam_files ;;
     diff,0) _netparam_reply "$("$program" list --names 2>/dev/null)" ;;
     diff,1) _netparam_files ;;
     diff,2) _netparam_files ;;
     check,*) _netparam_files ;;
+    watch,0) _netparam_files ;;
     filter,*) _netparam_files ;;
     esac
 }
