@@ -264,7 +264,7 @@ class Refusals(unittest.TestCase):
         source = example(REQUEST).splitlines()[line - 1]
         column = source.index("<endHour>18") + len("<endH>") + 1
         self.assertIn(f"standard input:{line}:{column}: refused: the number is out of range", said)
-        self.assertIn("element   MD/sensitivityInfoList/sensitivityInfo[3]/endH  (key endHour)", said)
+        self.assertIn("element   MD/sensitivityInfoList/sensitivityInfo[2]/endH  (key endHour)", said)
         self.assertIn('read      "25"', said)
         self.assertIn("accepted  a whole number from 0 to 23", said)
 
@@ -323,7 +323,7 @@ class Refusals(unittest.TestCase):
         done = run("parse", "md", "-", "--json", text="<MD><width>0</width></MD>")
         self.assertEqual(1, done.returncode)
         refused = json.loads(done.stdout)["refused"]
-        self.assertEqual((1, 12, "MD/width", "width", '"0"'),
+        self.assertEqual((1, 12, "MD/width", "width", "0"),
                          tuple(refused[k] for k in ("line", "column", "element", "key", "read")))
 
 
