@@ -219,6 +219,7 @@ MESSAGES = examples_of(".xml")
 COMPONENTS = {
     "get_sensitivity_new_info_x2s", "net_exten_x2s", "net_float_value_s2x", "net_int_value_s2x",
     "net_smart_ai_direction_s2x", "net_smart_ai_op_s2x", "net_smart_ai_points_s2x",
+    "net_text_x2s", "net_text_s2x",  # of any message
 }
 
 

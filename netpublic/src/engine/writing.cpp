@@ -117,9 +117,9 @@ NETPUBLIC_LEAF int write_converted(const Table &table, const Row &row, const voi
 
 constexpr int most_characters = 3000; // of a grid's text
 
-void make_grid_text(const void *grid, char *to, std::size_t first, std::size_t count)
+void make_grid_text(const void *grid, char *to, std::size_t count)
 {
-    encode_grid(*static_cast<const Grid *>(grid), to, first, count);
+    encode_grid(*static_cast<const Grid *>(grid), to, count);
 }
 
 // A grid whose text would be too long, or whose sides are none, is left out.
@@ -280,9 +280,9 @@ int write_record(const Table &table, const void *record, Element element, unsign
 
 Give write_given(Give decision, const Table &wire, const void *record, const Item &item, Element parent)
 {
-    if (decision == Give::written && write_record(wire, record, append_element(parent, item.key)) != 0)
-        return Give::failed;
-    return decision;
+    if (decision != Give::written)
+        return decision;
+    return static_cast<Give>(write_record(wire, record, append_element(parent, item.key)));
 }
 
 int check_writer(const Table &message, const net_param_t *param, const TiXmlElement *parent)
