@@ -117,7 +117,7 @@ function elementTable(table, { prefix = "", writes = false, shows = false }) {
                 { role: "row" },
                 heading("Element"),
                 shows ? heading("In the text", "text") : "",
-                heading("Accepts", "accepts"),
+                heading(places.some(({ row }) => row.read) ? "Accepts" : "Values", "accepts"),
                 ...(kept ? [heading("Member", "member"), heading("Offset", "offset"), heading("Bytes", "bytes")] : []),
             ),
         ),

@@ -15,7 +15,9 @@ class Workbench {
         this.verdict = h("p", { className: "verdict", role: "status" });
         this.findings = h("ol", { className: "findings" });
         this.drawings = h("div");
-        this.element = h("div", { className: "workbench" },
+        this.element = h(
+            "div",
+            { className: "workbench" },
             this.bar(text),
             this.text,
             this.printed,
@@ -32,13 +34,13 @@ class Workbench {
         const given = examples.findIndex(example => example.text === text);
         const files = h("select", { ariaLabel: "Example" }, ...examples.map(({ file }) => h("option", {}, file)));
         files.addEventListener("change", () => this.load(examples[files.selectedIndex].text));
-        const source =
-            given < 0 ? h("span", {}, "A text of yours") : examples.length > 1 ? files : code(examples[0].file);
+        const name = this.message.read ? code(examples[0]?.file ?? "") : `written from ${examples[0]?.file}`;
+        const source = given < 0 ? "A text of yours" : examples.length > 1 ? files : name;
         const copy = button("Copy", () => this.copy(copy));
         return h(
             "div",
             { className: "bar" },
-            source,
+            h("span", {}, source),
             copy,
             button("Restore", () => this.load(this.given)),
         );
