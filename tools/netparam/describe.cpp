@@ -320,7 +320,8 @@ namespace {
 ExitCode describe(std::ostream &out, std::ostream & /*errors*/, const DescribeOptions &options)
 {
     if (options.all == !options.message.empty())
-        throw Failure(exit_usage, "describe needs a MESSAGE or --all, not both");
+        throw Failure(exit_usage, options.all ? "describe takes a MESSAGE or --all, not both"
+                                              : "which message? \"netparam list\" shows them; --all describes all");
     if (options.page) {
         print_page(out, options.examples.empty() ? Examples() : read_examples(options.examples));
         return exit_ok;

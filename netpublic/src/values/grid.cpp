@@ -203,24 +203,138 @@ void read_columns(const char *text, unsigned char *cells, int columns, int rows,
             reader.next(line, columns);
             add_row(turned, words, line, i);
         }
-        unsigned char bits[sizeof(turned)];
-        std::memcpy(bits, turned, sizeof(turned));
+        const auto *bits = reinterpret_cast<const unsigned char *>(turned);
         for (int column = 0; column < columns; ++column)
             store_column(cells + column * stride + row, bits[column], height);
     }
 }
 
-void collect_rows(unsigned char *buffer, const unsigned char *cells, int columns, int rows, int stride)
+namespace {
+
+constexpr std::uint64_t each_cell = 0x0101010101010101; // of eight
+
+std::uint64_t load_cells(const unsigned char *from)
 {
-    for (int row = 0; row < rows; ++row, buffer += columns, cells += stride)
-        std::memcpy(buffer, cells, static_cast<std::size_t>(columns));
+    std::uint64_t cells;
+    std::memcpy(&cells, from, sizeof(cells));
+    return cells;
 }
 
-void collect_columns(unsigned char *buffer, const unsigned char *cells, int columns, int rows, int stride)
+// 1 for each of eight cells that is not 0.
+std::uint64_t ones(std::uint64_t cells)
 {
-    for (int column = 0; column < columns; ++column, cells += stride)
-        for (int row = 0; row < rows; ++row)
-            buffer[row * columns + column] = cells[row];
+    constexpr std::uint64_t low_bits = 0x7f7f7f7f7f7f7f7f;
+    return (((cells & low_bits) + low_bits) | cells) >> 7 & each_cell;
+}
+
+// Rows of a band as bits, the first cell on top. What is behind the last column may be any bits; there is room for a
+// word at the last cells.
+using PackedBand = unsigned char[band][band_words + 4];
+
+// Of up to eight columns: a byte for each of eight rows. Nearly always the cells are 0 and 1 as they stand.
+std::uint64_t pack_block(const unsigned char *cells, int count)
+{
+    std::uint64_t bits = 0, all = 0;
+    for (int i = 0; i < count; ++i) {
+        const std::uint64_t column = load_cells(cells + i * grid_rows);
+        all |= column;
+        bits = bits << 1 | column;
+    }
+    if ((all & ~each_cell) != 0) {
+        bits = 0;
+        for (int i = 0; i < count; ++i)
+            bits = bits << 1 | ones(load_cells(cells + i * grid_rows));
+    }
+    return bits << (8 - count);
+}
+
+// At the columns' ends the rows in front are taken along.
+void pack_columns(PackedBand &packed, const Grid &grid, int row)
+{
+    const int from = row < grid_rows - 8 ? row : grid_rows - 8;
+    const unsigned char *cells = grid.cells + from;
+    for (int column = 0; column < grid.columns; column += 8, cells += 8 * grid_rows) {
+        const int count = grid.columns - column < 8 ? grid.columns - column : 8;
+        std::uint64_t bits = pack_block(cells, count) >> 8 * (row - from);
+        for (int i = 0; i < band; ++i, bits >>= 8)
+            packed[i][column / 8] = static_cast<unsigned char>(bits);
+    }
+}
+
+unsigned char pack_eight(std::uint64_t cells)
+{
+    constexpr std::uint64_t gather = 0x8040201008040201; // moves bit 8 * i to bit 63 - i
+    if ((cells & ~each_cell) != 0)
+        cells = ones(cells);
+    return static_cast<unsigned char>(cells * gather >> 56);
+}
+
+void pack_rows(PackedBand &packed, const Grid &grid, int row)
+{
+    constexpr int last = grid_columns / 8 * 8;
+    const int whole = grid.columns < last ? grid.columns : last;
+    const unsigned char *cells = grid.cells + row * grid_columns;
+    for (int i = 0; i < band && row + i < grid.rows; ++i, cells += grid_columns) {
+        for (int column = 0; column < whole; column += 8)
+            packed[i][column / 8] = pack_eight(load_cells(cells + column));
+        if (grid.columns > last)
+            packed[i][last / 8] = pack_eight(load_cells(cells + grid_columns - 8) >> 8 * (8 - grid_columns % 8));
+    }
+}
+
+// Four characters, or as many as there is room for.
+char *put_start(char *to, const char *end, std::uint32_t bits)
+{
+    if (end - to >= 4)
+        return put_base64(to, bits);
+    for (int shift = 18; to != end; shift -= 6)
+        *to++ = base64_alphabet[bits >> shift & 63];
+    return to;
+}
+
+} // namespace
+
+std::size_t encoded_length(const Grid &grid)
+{
+    return static_cast<std::size_t>((grid.columns * grid.rows + cells_a_group - 1) / cells_a_group * 4);
+}
+
+void encode_grid(const Grid &grid, char *to, std::size_t count)
+{
+    const char *const end = to + count;
+    std::uint64_t bits = 0; // the cells so far; `held` of them are to be written
+    int held = 0;
+    PackedBand packed;
+    for (int row = 0; row < grid.rows; ++row) {
+        if (row % band == 0) {
+            if (grid.columns_first)
+                pack_columns(packed, grid, row);
+            else
+                pack_rows(packed, grid, row);
+        }
+        const unsigned char *line = packed[row % band];
+        for (int left = grid.columns; left > 0; left -= cells_a_group, line += 3) {
+            std::uint32_t next;
+            std::memcpy(&next, line, sizeof(next));
+            next = __builtin_bswap32(next) >> 8;
+            const int taken = left < cells_a_group ? left : cells_a_group;
+            bits = bits << taken | next >> (cells_a_group - taken);
+            held += taken;
+            if (held < cells_a_group)
+                continue;
+            held -= cells_a_group;
+            to = put_start(to, end, static_cast<std::uint32_t>(bits >> held));
+        }
+    }
+    if (held == 0 || to == end)
+        return;
+    char last[4];
+    put_base64(last, static_cast<std::uint32_t>(bits << (cells_a_group - held)));
+    if (held <= 16)
+        last[3] = '=';
+    if (held <= 8)
+        last[2] = '=';
+    std::memcpy(to, last, static_cast<std::size_t>(end - to));
 }
 
 } // namespace netpublic
