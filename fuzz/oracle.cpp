@@ -324,6 +324,8 @@ void Oracle::happened(void *self, Event event, const Table &table, const Row *ro
         if (by_name && !nobody_takes(table, node.name()))
             broken("P9", place(table, row, node) + ": ignored, although a key is there");
         break;
+    case Event::unwritten: // not while a body is read
+        break;
     case Event::missing:
         break;
     }

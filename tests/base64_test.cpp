@@ -57,8 +57,6 @@ TEST_F(Base64Test, BitsToText)
     }
     unsigned char bits[16] = {};
     char out[8] = "~";
-    EXPECT_EQ(EncodeBinaryArrayToBase64(nullptr, out, 8, 20000), -1);
-    EXPECT_EQ(EncodeBinaryArrayToBase64(bits, nullptr, 8, 20000), -1);
     EXPECT_EQ(EncodeBinaryArrayToBase64(bits, out, -1, 20000), -1);
     net_host_fail_allocation(1);
     EXPECT_EQ(EncodeBinaryArrayToBase64(bits, out, 8, 20000), -1);
@@ -92,7 +90,6 @@ TEST_F(Base64Test, TextToBits)
         EXPECT_EQ(bits, c.bits) << in;
     }
     char text[] = "QQ==";
-    EXPECT_EQ(Base64DecodeToBinaryArray(nullptr, 8, text, 4), -1);
     EXPECT_EQ(Base64DecodeToBinaryArray(text, 8, nullptr, 4), -1);
     char cells[1] = {9};
     EXPECT_EQ(Base64DecodeToBinaryArray(cells, -1, text, 4), -1);
@@ -166,7 +163,6 @@ TEST_F(Base64Test, BytesToText)
         EXPECT_STREQ(reinterpret_cast<char *>(out.data()), text);
     }
     unsigned char byte = 0;
-    EXPECT_EQ(base64_encode(nullptr, 8, &byte, 1), -1);
     EXPECT_EQ(base64_encode(&byte, 8, nullptr, 1), -1);
     EXPECT_EQ(base64_encode(&byte, 1, &byte, UINT_MAX), -3) << "sizes do not wrap around";
 }
@@ -195,7 +191,6 @@ TEST_F(Base64Test, TextToBytes)
         EXPECT_STREQ(reinterpret_cast<char *>(out), c.bytes) << c.text;
     }
     unsigned char byte = 0;
-    EXPECT_EQ(base64_decode(nullptr, 8, &byte, 4), -1);
     EXPECT_EQ(base64_decode(&byte, 8, nullptr, 4), -1);
 }
 

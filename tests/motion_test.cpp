@@ -5,12 +5,13 @@
 #include <cstring>
 #include <memory>
 #include <string>
-#include <utility>
 
 namespace {
 
+using test::element;
 using test::Envelope;
 using test::log_of;
+using test::repeated;
 using test::Xml;
 using Motion = tag_net_pic_motion_cfg_v20_t;
 
@@ -21,19 +22,6 @@ class AlarmAreaTest : public test::HostTest {};
 template <class Record> struct Zeroed : Record {
     Zeroed() : Record() {}
 };
-
-std::string repeat(const std::string &text, int times)
-{
-    std::string result;
-    while (times-- > 0)
-        result += text;
-    return result;
-}
-
-std::string element(const std::string &name, const std::string &inside)
-{
-    return "<" + name + ">" + inside + "</" + name + ">";
-}
 
 std::string element(const std::string &name, int value)
 {
@@ -59,32 +47,10 @@ std::string scope(int columns, int rows, const std::string &table)
     return element("scope", element("columns", columns) + element("rows", rows) + element("valueTable", table));
 }
 
-std::string period(int id, int sensitivity, int begin_hour, int begin_minute, int end_hour, int end_minute)
-{
-    return element("sensitivityInfo", element("id", id) + element("sensitivity", sensitivity) +
-                                          element("beginHour", begin_hour) + element("beginMinute", begin_minute) +
-                                          element("endHour", end_hour) + element("endMinute", end_minute));
-}
-
-std::string four_periods()
-{
-    return period(0, 1, 0, 0, 5, 59) + period(1, 20, 6, 0, 11, 59) + period(2, 30, 12, 0, 17, 59) +
-           period(3, 50, 18, 0, 23, 59);
-}
-
 std::string block(const std::string &day, int begin, int end, int enable = 1)
 {
     return element("timeBlock", element("enable", enable) + element("weekDay", day) + element("beginHour", begin) +
                                     element("endHour", end));
-}
-
-// "enable begin-end sensitivity" with hours and minutes.
-std::string shown(const tag_net_sensitivity_info_v20_t &p)
-{
-    char text[80];
-    snprintf(text, sizeof text, "%d %d:%d-%d:%d %d", p.enable, p.beginHour, p.beginMinute, p.endHour, p.endMinute,
-             p.sensitivity);
-    return text;
 }
 
 std::string day_of(const Motion &motion, int day)
@@ -93,98 +59,6 @@ std::string day_of(const Motion &motion, int day)
     for (int slot : motion.timeBlock[day])
         text += slot != 0 ? '1' : '0';
     return text;
-}
-
-// The whole message --------------------------------------------------------------------------------
-
-TEST_F(MotionTest, WholeRequest)
-{
-    Envelope<Motion> message(nets_param_md_init);
-    const std::string request =
-        "<MD version=\"1.1\"><channelId>63</channelId><enable>1</enable><usepir>-7</usepir><width>8</width>"
-        "<height>3</height>" +
-        scope(8, 3, "gUL/") + element("sensitivityInfoList", four_periods()) +
-        "<sensInfoNew><sensitivityDefault>12</sensitivityDefault><sensInfoList>"
-        "<sensInfo><priority>4</priority><sensitivity>9</sensitivity><beginHour>1</beginHour>"
-        "<beginMinute>2</beginMinute><endHour>3</endHour><endMinute>4</endMinute></sensInfo>"
-        "<sensInfo><priority>-5</priority><sensitivity>10</sensitivity></sensInfo></sensInfoList></sensInfoNew>"
-        "<timeBlockList>" +
-        block("Monday", 8, 10) + block("Monday", 9, 9, 0) + block("sat", 0, 23) +
-        "</timeBlockList>"
-        "<handleException><handleType>rec,push</handleType><chnHandleType>1,0,2</chnHandleType>"
-        "<relAlarmOut>,1</relAlarmOut></handleException><later>1</later></MD>";
-    ASSERT_EQ(message.read(net_md_x2s, request), 0);
-    EXPECT_EQ(message.param.inited, 2U);
-    EXPECT_EQ(message->channelId, 63);
-    EXPECT_EQ(message->enable, 1);
-    EXPECT_EQ(message->usepir, -7);
-    EXPECT_EQ(message->width, 8);
-    EXPECT_EQ(message->height, 3);
-    const unsigned char rows[3][9] = {
-        {1, 0, 0, 0, 0, 0, 0, 1, 0}, {0, 1, 0, 0, 0, 0, 1, 0, 0}, {1, 1, 1, 1, 1, 1, 1, 1, 0}};
-    for (int row = 0; row < 3; ++row)
-        EXPECT_EQ(std::memcmp(message->scope[row], rows[row], sizeof rows[row]), 0) << row;
-    EXPECT_EQ(message->scope[3][0], 0);
-    EXPECT_EQ(shown(message->sensitivityInfo[0]), "1 0:0-5:59 1");
-    EXPECT_EQ(shown(message->sensitivityInfo[1]), "1 6:0-11:59 20");
-    EXPECT_EQ(shown(message->sensitivityInfo[2]), "1 12:0-17:59 30");
-    EXPECT_EQ(shown(message->sensitivityInfo[3]), "1 18:0-23:59 50");
-    EXPECT_EQ(message->sensInfoNew.valid, 1);
-    EXPECT_EQ(message->sensInfoNew.sensitivityDefault, 12);
-    EXPECT_EQ(shown(message->sensInfoNew.sensInfo[0]), "1 1:2-3:4 9");
-    EXPECT_EQ(shown(message->sensInfoNew.sensInfo[1]), "1 0:0-0:0 10");
-    EXPECT_EQ(shown(message->sensInfoNew.sensInfo[2]), "0 0:0-0:0 0");
-    EXPECT_EQ(message->sensInfoNew.priority[0], 4);
-    EXPECT_EQ(message->sensInfoNew.priority[1], -5);
-    EXPECT_EQ(message->handleException.reserved, 0);
-    EXPECT_EQ(message->handleException.handleType, 0x204);
-    EXPECT_EQ(message->handleException.chnHandleType[0], 1);
-    EXPECT_EQ(message->handleException.chnHandleType[2], 2);
-    EXPECT_EQ(message->handleException.relAlarmOut[0], 0);
-    EXPECT_EQ(message->handleException.relAlarmOut[1], 1);
-    EXPECT_EQ(day_of(*message, 0), std::string(24, '0'));
-    EXPECT_EQ(day_of(*message, 1), "000000001010000000000000");
-    EXPECT_EQ(day_of(*message, 6), std::string(24, '1'));
-}
-
-TEST_F(MotionTest, RequestsReadBackWhatWasWritten)
-{
-    Envelope<Motion> written(nets_param_md_init, test::channel(5)), back(nets_param_md_init);
-    written->width = 97;
-    written->height = 33;
-    for (int row = 0; row < 33; ++row)
-        for (int column = 0; column < 97; ++column)
-            written->scope[row][column] = (row * 7 + column * 3) % 5 == 0;
-    for (int i = 0; i < 4; ++i)
-        written->sensitivityInfo[i] = {1, i, i, i, i, i + 1};
-    written->sensInfoNew = {1, {{1, 1, 1, 1, 1, 1}, {1, 2, 2, 2, 2, 2}, {}, {}}, {5, 6, 0, 0}, 7};
-    written->timeBlock[3][11] = 1;
-    ASSERT_EQ(back.read(net_md_x2s, written.write(net_md_s2x)), 0);
-    EXPECT_EQ(std::memcmp(written.payload(), back.payload(), sizeof(Motion)), 0);
-}
-
-TEST_F(MotionTest, EntryChecks)
-{
-    Xml body("<MD><enable>1</enable></MD>");
-    Envelope<Motion> message(nets_param_md_init);
-    const std::string parser = "<red net_xml_alarm.cpp>Func(net_md_x2s) Line(#) \n";
-    const std::string writer = "<red net_xml_alarm.cpp>func:net_md_s2x line:#\n";
-    const auto refused = [&](net_param_t *param, TiXmlElement *node) {
-        return log_of([&] {
-            EXPECT_EQ(net_md_x2s(param, node), -1);
-            EXPECT_EQ(net_md_s2x(param, node), -1);
-        });
-    };
-    EXPECT_EQ(refused(nullptr, body), parser + writer);
-    EXPECT_EQ(refused(&message.param, nullptr), parser + writer);
-    net_param_t broken = message.param;
-    broken.dataSize -= 4;
-    EXPECT_EQ(refused(&broken, body), parser + writer);
-    broken = message.param;
-    broken.data = nullptr;
-    EXPECT_EQ(refused(&broken, body), parser + writer);
-    EXPECT_EQ(message->enable, 0);
-    EXPECT_EQ(test::print(*body.root()), "<MD><enable>1</enable></MD>");
 }
 
 // The motion grid ----------------------------------------------------------------------------------
@@ -228,56 +102,6 @@ TEST_F(MotionTest, GridCountsMustMatch)
             EXPECT_EQ(motion.scope[0][0], 0) << "nothing is stored";
         }
     }
-}
-
-TEST_F(MotionTest, GridIsStoredRowByRow)
-{
-    Zeroed<Motion> motion;
-    std::memset(motion.scope, 7, sizeof motion.scope);
-    motion.width = 1;
-    std::string cells;
-    for (int cell = 0; cell < 11 * 13; ++cell)
-        cells += cell * cell % 3 == 0 ? '1' : '0';
-    Xml node(scope(11, 13, encode(cells)));
-    ASSERT_EQ(get_scope_from_xmlnode(&motion, node, "scope"), 0);
-    for (int row = 0; row < 100; ++row)
-        for (int column = 0; column < 155; ++column) {
-            const bool inside = row < 13 && column < 11;
-            const int expected = inside ? cells[static_cast<std::size_t>(row * 11 + column)] - '0' : 7;
-            ASSERT_EQ(motion.scope[row][column], expected) << row << "," << column;
-        }
-    EXPECT_EQ(motion.width, 1) << "the grid's size is not the message's";
-    EXPECT_EQ(motion.height, 0);
-
-    Xml full(scope(155, 100, encode(std::string(15499, '0') + "1")));
-    ASSERT_EQ(get_scope_from_xmlnode(&motion, full, nullptr), 0);
-    EXPECT_EQ(motion.scope[99][154], 1);
-    EXPECT_EQ(motion.scope[99][153], 0);
-    EXPECT_EQ(motion.scope[0][0], 0);
-}
-
-TEST_F(MotionTest, GridMustBeWhole)
-{
-    const char *const bad[] = {
-        "<scope><rows>3</rows><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>8</columns><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>8</columns><rows>3</rows></scope>",
-        "<scope><columns>8</columns><rows>3</rows><valueTable/></scope>",
-        "<scope><columns>156</columns><columns>8</columns><rows>3</rows><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>0</columns><rows>3</rows><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>8</columns><rows>101</rows><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>x</columns><rows>3</rows><valueTable>gUL/</valueTable></scope>",
-    };
-    Zeroed<Motion> motion;
-    for (const char *text : bad) {
-        Xml node(text);
-        EXPECT_EQ(log_of([&] { EXPECT_EQ(get_scope_from_xmlnode(&motion, node, nullptr), -1) << text; }), "");
-    }
-    Xml longest(scope(155, 100, std::string(2584, 'A') + std::string(126, 'A')));
-    EXPECT_NE(log_of([&] { EXPECT_EQ(get_scope_from_xmlnode(&motion, longest, nullptr), -1); }), "")
-        << "2710 characters are taken, and are too many cells or no whole groups";
-    Xml too_long(scope(155, 100, std::string(2712, 'A')));
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(get_scope_from_xmlnode(&motion, too_long, nullptr), -1); }), "");
 }
 
 TEST_F(MotionTest, SmallGridsAreWrittenAs96x64)
@@ -403,13 +227,10 @@ TEST_F(MotionTest, LaterBlocksOverwriteEarlierOnes)
         EXPECT_EQ(day_of(fresh, 5), "010000000000000000000000") << one;
     }
     Zeroed<Motion> many;
-    EXPECT_EQ(read_arming(many, repeat(block("Monday", 0, 0), 167) + block("Monday", 1, 1) + block("Monday", 2, 2)), 0);
+    EXPECT_EQ(read_arming(many, repeated(167, block("Monday", 0, 0)) + block("Monday", 1, 1) + block("Monday", 2, 2)),
+              0);
     EXPECT_EQ(day_of(many, 1), "110000000000000000000000") << "168 blocks are read";
 }
-
-// Exceptions ---------------------------------------------------------------------------------------
-
-using Exception = tag_net_handle_exception_v20_t;
 
 // Detector areas -----------------------------------------------------------------------------------
 
@@ -419,28 +240,6 @@ std::string area(const std::string &name, int width, int height, const std::stri
 }
 
 constexpr char area_error[] = "<red net_xml_alarm.cpp> error \n";
-
-TEST_F(AlarmAreaTest, AreasAreStoredColumnByColumn)
-{
-    auto record = std::make_unique<net_ai_area_t>();
-    for (const auto &size : {std::pair{11, 13}, {1, 100}, {155, 1}, {8, 8}, {155, 100}, {17, 9}}) {
-        const int width = size.first, height = size.second;
-        std::memset(record->cells, 7, sizeof record->cells);
-        std::string cells;
-        for (int cell = 0; cell < width * height; ++cell)
-            cells += cell * (cell + 1) % 7 < 3 ? '1' : '0';
-        Xml node(area("mdArea", width, height, encode(cells)));
-        ASSERT_EQ(get_area_from_xmlnode(record.get(), node, "mdArea"), 0) << width << " x " << height;
-        EXPECT_EQ(record->width, width);
-        EXPECT_EQ(record->height, height);
-        for (int column = 0; column < 155; ++column)
-            for (int row = 0; row < 100; ++row) {
-                const bool inside = column < width && row < height;
-                const int expected = inside ? cells[static_cast<std::size_t>(row * width + column)] - '0' : 7;
-                ASSERT_EQ(record->cells[column][row], expected) << column << "," << row << " of " << width;
-            }
-    }
-}
 
 TEST_F(AlarmAreaTest, AreasThatAreRefused)
 {
@@ -479,37 +278,6 @@ TEST_F(AlarmAreaTest, AreasThatAreRefused)
     EXPECT_EQ(log_of([&] { get_area_from_xmlnode(nullptr, nullptr, nullptr); }), "");
 }
 
-TEST_F(AlarmAreaTest, EachDetectorHasItsBit)
-{
-    const char *const names[] = {"mdArea",     "personArea", "vehicleArea", "faceArea",
-                                 "dogCatArea", "otherArea",  "packageArea"};
-    Envelope<net_alarm_area_t> message(nets_param_alarm_area_init);
-    const net_ai_area_t *const areas[] = {&message->mdArea,     &message->personArea, &message->vehicleArea,
-                                          &message->faceArea,   &message->dogCatArea, &message->otherArea,
-                                          &message->packageArea};
-    unsigned int mask = 0;
-    for (unsigned int i = 0; i < 7; ++i) {
-        ASSERT_EQ(message.read(net_alarm_area_x2s, element("body", area(names[i], static_cast<int>(i) + 1, 1, "gA=="))),
-                  0)
-            << names[i];
-        mask |= 1U << i;
-        EXPECT_EQ(message->type, mask) << "added to what the payload holds";
-        EXPECT_EQ(areas[i]->width, static_cast<int>(i) + 1);
-        EXPECT_EQ(areas[i]->cells[0][0], 1);
-    }
-    EXPECT_EQ(message.param.inited, 1U) << "not this message";
-
-    Envelope<net_alarm_area_t> two(nets_param_alarm_area_init);
-    two.param.dataSize = 1; // not checked
-    ASSERT_EQ(two.read(net_alarm_area_x2s, "<body><chn>-5</chn>" + area("PERSON", 8, 3, "gUL/") +
-                                               area("faceArea", 8, 3, "gUL/") + "<new/></body>"),
-              0);
-    EXPECT_EQ(two->type, 0x0AU);
-    EXPECT_EQ(two->chn, -5);
-    EXPECT_EQ(two->faceArea.cells[7][0], 1);
-    EXPECT_EQ(two->faceArea.cells[7][1], 0);
-}
-
 TEST_F(AlarmAreaTest, Logging)
 {
     loglevel = 0x1 | 0x8;
@@ -537,32 +305,6 @@ TEST_F(AlarmAreaTest, Logging)
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_alarm_area_x2s(nullptr, node), -1); }), area_error);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_alarm_area_x2s(&empty, node), -1); }), area_error);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_alarm_area_x2s(&message.param, nullptr), -1); }), area_error);
-}
-
-// The component readers ----------------------------------------------------------------------------
-
-TEST_F(MotionTest, ComponentsCheckTheirArguments)
-{
-    Zeroed<Motion> motion;
-    const auto check = [](auto reader, auto *record, const std::string &name, const std::string &children) {
-        Xml node(element(name, children));
-        EXPECT_EQ(reader(record, node, nullptr), 0) << name;
-        EXPECT_EQ(reader(record, node, name.c_str()), 0) << name;
-        EXPECT_EQ(reader(record, node, (name + "s").c_str()), 0) << "a beginning of the key is enough";
-        EXPECT_EQ(reader(record, node, name.substr(1).c_str()), -1) << name;
-        EXPECT_EQ(reader(record, node, ""), -1) << name;
-        EXPECT_EQ(reader(record, nullptr, nullptr), -1) << name;
-        EXPECT_EQ(reader(static_cast<decltype(record)>(nullptr), node, nullptr), -1) << name;
-    };
-    const std::string entries = prioritised(1, 2);
-    check(get_scope_from_xmlnode, static_cast<Motion *>(&motion), "scope",
-          element("columns", 8) + element("rows", 3) + element("valueTable", "gUL/"));
-    check(get_sensitivity_info_list_from_xmlnode, &motion.sensitivityInfo[0], "sensitivityInfoList", four_periods());
-    check(get_sensitivity_new_info_x2s, &motion.sensInfoNew, "sensInfoNew", element("sensInfoList", entries));
-    check(get_sensitivity_new_info_list_from_xmlnode, &motion.sensInfoNew.sensInfo[0], "sensInfoList", entries);
-    check(get_sensitivity_priority_list_from_xmlnode, &motion.sensInfoNew.priority[0], "sensInfoList", entries);
-    check(get_md_time_block_list_from_xmlnode, static_cast<Motion *>(&motion), "timeBlockList", block("Sunday", 1, 2));
-    check(get_handleException_from_xmlnode, &motion.handleException, "handleException", "<handleType>io</handleType>");
 }
 
 } // namespace

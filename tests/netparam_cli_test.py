@@ -115,7 +115,7 @@ class Folder(unittest.TestCase):
     FILES = {
         "good.xml": "<MD><width>5</width></MD>",
         "inner/ignored.XML": "<MD>\n<enabel>1</enabel></MD>",
-        "inner/md.2.xml": "<Anything><width>5</width></Anything>",
+        "inner/md.2.xml": "<MD><width>6</width></MD>",
         "refused.xml": "<MD>\n\t<width>0</width></MD>",
         "malformed.xml": "<MD>\n<width></MD>",
         "stranger.xml": "<Stranger/>",
@@ -145,13 +145,14 @@ class Folder(unittest.TestCase):
                           "./several.xml": (None, "unknown"), "./header.xml": ("extension header", "accepted")},
                          {file["file"]: (file["message"], file["result"]) for file in report["files"]})
         self.assertEqual((8, 4, 1, 1, 2, 1), tuple(report["summary"][k] for k in (
-            "files", "accepted", "refused", "malformed", "unknown", "with ignored children")))
+            "files", "accepted", "refused", "malformed", "unknown", "with parts that are not read")))
 
     def test_exit_codes_by_severity(self):
         for code, arguments in ((0, ("good.xml", "header.xml", "inner")), (1, ("inner", "--strict")),
-                                (2, ("good.xml", "stranger.xml")), (1, ("stranger.xml", "refused.xml")),
+                                (5, ("good.xml", "stranger.xml")), (1, ("stranger.xml", "refused.xml")),
                                 (4, ("refused.xml", "malformed.xml")), (3, ("malformed.xml", "no-such-file")),
-                                (0, ("stranger.xml", "--message", "md")), (2, ("good.xml", "--message", "nosuch")), (2, ())):
+                                (1, ("stranger.xml", "--message", "md")),
+                                (0, ("stranger.xml", "--message", "md", "--any-root")), (2, ("good.xml", "--message", "nosuch")), (2, ())):
             with self.subTest(arguments=arguments):
                 done = self.check(*arguments)
                 self.assertEqual(code, done.returncode, done.stdout)
@@ -159,32 +160,33 @@ class Folder(unittest.TestCase):
             "; 1 written back", ""))
 
     def test_chosen_by_pattern(self):
-        done = self.check("stranger.xml", "good.xml", "-v", "--message", "str*=md", "--message", "good.xml=user")
+        done = self.check("stranger.xml", "good.xml", "-v", "--message", "str*=md", "--message", "good.xml=user", "--any-root")
         self.assertRegex(done.stdout, r"(?m)^accepted +md +stranger.xml$")
         self.assertRegex(done.stdout, r"(?m)^refused +user +good.xml$")
 
-    def test_known_by_its_keys(self):
-        for name, text, message, result in (
-                ("a.xml", "<Other><usepir>1</usepir><scope/></Other>", "md", "refused"),
-                ("b.xml", "<Other><usepir>1</usepir><width>5</width></Other>", "md", "accepted"),
-                ("c.xml", "<Other><usepir>1</usepir><other>1</other></Other>", None, "unknown"),
-                ("d.xml", "<Other><channelId>1</channelId></Other>", None, "unknown"),  # many have this key
-                ("e.xml", "<Other><usepi>1</usepi></Other>", None, "unknown")):  # a guess from half a name
+    def test_known_by_root_and_keys(self):
+        for name, text, message, result, said in (
+                ("a.xml", "<body><Ntp/><md><width>0</width></md></body>", "ntp", "accepted", "md stands beside Ntp and"),
+                ("b.xml", "<Other><usepir>1</usepir></Other>", None, "unknown", "but keys for its children: md\n"),
+                ("c.xml", "<Other><usepi>1</usepi></Other>", None, "unknown", "has the root element \"Other\"\n"),
+                ("d.xml", "<ReplaySeek><seekTime/></ReplaySeek>", None, "unknown", "several messages have the root"),
+                ("md.xml", "<Ntp/>", "md", "refused", "md.xml:1:1: refused: Ntp is the root, md's is MD"),
+        ):
             with self.subTest(text=text):
                 with open(os.path.join(self.folder, name), "w", encoding="utf-8") as file:
                     file.write(text)
                 report = json.loads(self.check(name, "--format", "json").stdout)["files"][0]
                 self.assertEqual((message, result), (report["message"], report["result"]))
-                self.assertEqual(result == "refused", "taken as md, the only message with all its keys" in
-                                 self.check(name).stdout)
+                self.assertIn(said, self.check(name).stdout)
 
     def test_shortened_names_are_told(self):
         with open(os.path.join(self.folder, "md.xml"), "w", encoding="utf-8") as file:
             file.write("<MD>\n<wid>5</wid></MD>")
         self.assertIn("md.xml:2:1: note: MD/wid was read as width\n", self.check("md.xml").stdout)
         report = json.loads(self.check("md.xml", "--format", "json").stdout)
-        self.assertEqual([{"line": 2, "column": 1, "element": "MD/wid", "key": "width"}],
-                         report["files"][0]["shortened"])
+        self.assertEqual([("shortened", 2, 1, "MD/wid", "width")],
+                         [tuple(note[k] for k in ("kind", "line", "column", "element", "key"))
+                          for note in report["files"][0]["notes"]])
 
     def test_workflow_commands(self):
         done = self.check("inner/ignored.XML", "refused.xml", "malformed.xml", "stranger.xml", "--format",
@@ -195,7 +197,7 @@ class Folder(unittest.TestCase):
         self.assertEqual("::error file=refused.xml,line=2,col=9,title=refused::MD/width: the number is out of range%0A"
                          "read \"0\"%0Aaccepted a whole number from 1 to 155", commands[1])
         self.assertRegex(commands[2], r"^::error file=malformed.xml,line=2,col=\d+,title=malformed::not well-formed")
-        self.assertRegex(commands[3], r"^::error file=stranger.xml,title=unknown::stranger.xml: no message is known")
+        self.assertRegex(commands[3], r"^::error file=stranger.xml,title=unknown::stranger.xml: no message has the root element")
 
     def test_workflow_commands_are_escaped(self):
         name = "50%,a:b.xml"
@@ -226,6 +228,59 @@ class Folder(unittest.TestCase):
         self.assertEqual("", self.check(".").stderr)
 
 
+class OtherMessages(unittest.TestCase):
+    """Every example under every message: only those with the same root element may pass."""
+    # A body, and the messages of others that it fits, with the reason.
+    FITTING = {
+        "stream_information.xml": ("encoding-list",),  # the older and the newer form of the same list of encoders
+        "encoding_list.xml": ("stream-info",),
+        "found_file.xml": ("file-info-list",),  # the device's and the client's side of a file search
+        "file_search.xml": ("client-file-info-list",),
+        "replay_seek_channels.xml": ("replay-seek",),  # the newer one has more channels, which the older ignores
+        "replay_seek.xml": ("new-replay-seek",),
+        "configuration_file.xml": ("config-file",),  # a file's announcement and its transfer
+        "configuration_transfer.xml": ("config-file-info",),
+    }
+
+    def test_each_example_under_each_message(self):
+        pairs = 0
+        fitting = {file: set() for file in self.FITTING}
+        for message in json.loads(run("list", "--json").stdout):
+            if message["parser"] is None:
+                continue
+            for file in json.loads(run("check", "--message", message["name"], "--json", ".").stdout)["files"]:
+                name = os.path.basename(file["file"])
+                if name.endswith("_extension.xml"):
+                    continue
+                pairs += 1
+                if MESSAGES[name[:-4]] == message["name"]:
+                    self.assertEqual("accepted", file["result"], file)
+                elif file["result"] == "accepted":
+                    fitting.setdefault(name, set()).add(message["name"])
+                else:
+                    self.assertEqual("refused", file["result"], file)
+        self.assertGreater(pairs, 110 * 100)
+        self.assertEqual({name: set(messages) for name, messages in self.FITTING.items()}, fitting)
+
+    def test_which_element_is_read(self):
+        text = "<body><Ntp/><MD>\n<width>0</width></MD></body>"
+        done = run("parse", "md", "-", text=text)
+        self.assertIn("standard input:1:7: note: Ntp stands beside MD and is not read", done.stderr)
+        self.assertIn("standard input:2:8: refused: the number is out of range", done.stderr)
+        self.assertIn("note: Ntp is the root, md's is MD", run("parse", "md", "-", text="<Ntp/>").stderr)
+        done = run("parse", "ntp.xml")
+        self.assertEqual(run("parse", "ntp", "ntp.xml").stdout, done.stdout)
+        self.assertEqual(5, run("parse", "-", text="<Other/>").returncode)
+
+    def test_words_that_nobody_knows(self):
+        for text, said in (("bogus,rec", '"bogus" is no word of the set and is ignored'), ("recc", '"recc" is read as rec'),
+                           (" REC , none", "")):
+            done = run("parse", "md", "-", text=f"<MD><handleException>\n<handleType>{text}</handleType></handleException></MD>")
+            self.assertEqual(0, done.returncode)
+            self.assertEqual("standard input:2:13: note: MD/handleException/handleType " + said if said else "",
+                             done.stderr.strip().split("; did")[0])
+
+
 class Formats(unittest.TestCase):
     def test_every_verb_that_refuses(self):
         text = "<MD><enabel/><width>0</width></MD>"
@@ -235,6 +290,13 @@ class Formats(unittest.TestCase):
         done = run("parse", "md", "-", "--format", "github-actions", text=text)
         self.assertEqual(["::warning title=ignored", "::error title=refused"],
                          [line.rsplit("::", 1)[0] for line in done.stdout.splitlines()])
+        for verb in (("check", "--message", "md"), ("exchange", "md")):
+            done = run(*verb, "-", "--json", text=text)
+            self.assertEqual(1, done.returncode)
+            self.assertIn('"MD/width"', done.stdout)
+        reply = json.loads(run("exchange", "md", REQUEST, "--json").stdout)
+        self.assertEqual(("md", 17056, None), tuple(reply[k] for k in ("message", "size", "refused")))
+        self.assertIn("<columns>96</columns>", reply["reply"])
         done = run("exchange", "md", "-", "--format", "github-actions", text=text)
         self.assertEqual(1, done.returncode)
         self.assertIn("::error title=refused::MD/width", done.stderr)
@@ -329,7 +391,7 @@ class CommandLine(unittest.TestCase):
             with self.subTest(verb=verb):
                 done = run(verb, "--help")
                 self.assertEqual(0, done.returncode)
-                self.assertIn("\nExit codes:\n  0 ", done.stdout)
+                self.assertIn("\"netparam --help\" explains the exit codes.", done.stdout)
                 self.assertRegex(done.stdout, rf"\nExamples:\n(  .*\n)*  (.* )?netparam {verb}\b")
                 self.assertLessEqual(max(map(len, done.stdout.splitlines())), 80)
 
@@ -356,8 +418,35 @@ class CommandLine(unittest.TestCase):
             self.assertIn(f".SS netparam {verb}\n", page)
             for option in re.findall(r"--[a-z-]+", run(verb, "--help").stdout.split("Examples:")[0]):
                 self.assertIn(option, page)
-        for code in (0, 1, 2, 3, 4, 70):
+        for code in (0, 1, 2, 3, 4, 5, 70):
             self.assertIn(f"\n\\fB{code}\\fR\n", page)
+
+
+    def test_what_was_meant(self):
+        for arguments, said in (
+                (("parse", "md", REQUEST, "--jsn"), "did you mean --json?"),
+                (("parse", "mmd", REQUEST), "did you mean md?"), (("list", "motoin"), "matches \"motoin\""),
+                (("list", "nets_param_md_inti"), "did you mean nets_param_md_init?"),
+                (("describe",), "which message?"), (("describe", "md", "--all"), "not both"),
+                (("parse", "md", "-"), "standard input: the text is empty; nothing was parsed"),
+                (("parse", "-"), "the text is empty")):
+            with self.subTest(arguments=arguments):
+                self.assertIn(said, run(*arguments, text="").stderr)
+        self.assertIn("behind the document type declaration", run(
+            "parse", "md", "-", text="<!DOCTYPE a [<!ELEMENT a ANY>]><a/>").stderr)
+        self.assertIn("netparam: there is not enough memory\n", subprocess.run(
+            ["bash", "-c", 'ulimit -v 90000; "$0" parse md -', netparam_test.NETPARAM], check=False, capture_output=True,
+            input="<MD>" + "<b/>" * 900000 + "</MD>", text=True).stderr)
+
+    def test_the_catalogue_is_searched_by_structures_and_keys(self):
+        for text, message in (("tag_net_pic_motion_cfg_v20_t", "md"), ("fBacklash", "backlash"), ("pan and tilt stand", "ptz-position"),
+                              ("HddInitList", "hdd-init")):
+            with self.subTest(text=text):
+                self.assertIn(message, run("list", text, "--names").stdout.split())
+
+    def test_limits_stand_in_help_and_manual(self):
+        for page in (run("--help").stdout, run("manual").stdout):
+            self.assertIn("4 MiB, 64 levels", re.sub(r"\s+", " ", page))
 
 
 class Completions(unittest.TestCase):
@@ -370,12 +459,12 @@ class Completions(unittest.TestCase):
         return done.stdout.split()
 
     def test_bash(self):
-        for words, some in ((("pa",), ["parse"]), (("--v",), ["--version"]), (("parse", "cover"), ["cover-preview"]),
+        for words, some in ((("pa",), ["page", "parse"]), (("--v",), ["--version"]), (("parse", "cover"), ["cover-preview"]),
                             (("parse", "--form"), ["--format"]), (("parse", "--format", "j"), ["json"]),
                             (("parse", "--format", "=", "j"), ["json"]), (("parse", "md", "motion_r"), [REQUEST]),
                             (("parse", "--ext", "x", "md", "motion_r"), [REQUEST]), (("check", "a", "ntp.x"), ["ntp.xml"]),
                             (("check", "--message", "cover"), ["cover-preview"]), (("parse", "--channels", ""), []),
-                            (("parse", "md", "--ext", "motion_e"), ["motion_extension.xml"]), (("nosuch", ""), [])):
+                            (("parse", "--type", "HO"), ["HOMEHUB"]), (("parse", "md", "--ext", "motion_e"), ["motion_extension.xml"]), (("nosuch", ""), [])):
             with self.subTest(words=words):
                 self.assertEqual(some, self.complete(*words))
         self.assertEqual(run("list", "--names").stdout.split(), self.complete("exchange", ""))

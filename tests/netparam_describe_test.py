@@ -163,7 +163,8 @@ class Places(unittest.TestCase):
         self.assertEqual({"path": "mac", "offset": 256, "bytes": 128, "type": "char[128]",
                           "from": [{"line": 4, "column": 8}]}, rows["mac"])
         self.assertEqual([], rows["gateway"]["from"])
-        self.assertEqual([{"line": 3, "column": 3, "element": "Ip/m", "key": "mask"}], document["shortened"])
+        self.assertEqual([{"kind": "shortened", "line": 3, "column": 3, "element": "Ip/m", "key": "mask",
+                           "text": "was read as mask"}], document["notes"])
 
     def test_lists_and_repeated_messages(self):
         _, rows = self.rows("floodlight-task", "<F><FloodlightScheduleList><item><action>1</action></item>\n"
@@ -181,6 +182,20 @@ class Places(unittest.TestCase):
     def test_what_own_code_reads_came_from_its_element(self):
         _, rows = self.rows("osd-chn", "<O>\n<name>door</name></O>")
         self.assertEqual(2, rows["name"]["from"][0]["line"])
+
+    def test_each_place_is_the_values_own_or_none(self):
+        """Whatever the message: what stands there is what was read."""
+        for name, message in inspector.MESSAGES.items():
+            text = inspector.example(name + ".xml")
+            document, rows = self.rows(message, text)
+            lines = text.splitlines()
+            with self.subTest(example=name):
+                for row in rows.values():
+                    for spot in row["from"]:
+                        there = lines[spot["line"] - 1][spot["column"] - 1:]
+                        # An element's own place, where it holds no text: never that of the list around it.
+                        own = "<" + row["path"].split("/")[-1].split("[")[0]
+                        self.assertTrue(there[0] != "<" or there.startswith(own), (row, spot))
 
     def test_the_rows_lie_within_the_payload(self):
         document, rows = self.rows("md", inspector.example(REQUEST))

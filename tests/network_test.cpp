@@ -4,8 +4,6 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 using namespace test;
@@ -13,12 +11,6 @@ using namespace test;
 namespace {
 
 class NetworkTest : public HostTest {};
-
-// The payload of messages that the host prepares itself: all zero.
-template <class Payload> int host_payload(net_param_t *param, net_ext_t *ext)
-{
-    return net_param_init_size_id(param, ext, sizeof(Payload), 1);
-}
 
 const std::string x16(16, 'x');
 

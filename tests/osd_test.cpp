@@ -4,8 +4,6 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 using namespace test;
@@ -36,36 +34,6 @@ void expect_mask(const tag_net_shelter_v20_t &mask, const tag_net_shelter_v20_t 
 }
 
 } // namespace
-
-TEST_F(OsdTest, MasksBothWays)
-{
-    Envelope<tag_net_shelter_cfg_v20_t> message(nets_param_pic_shelter_init, channel(6));
-    message.param.dataSize = 0;
-    EXPECT_EQ(message.read(nets_pic_shelter_x2s, "<PicShelter/>"), 0);
-    EXPECT_EQ(message->channelId, 6);
-    EXPECT_EQ(message->maxNum, -1);
-    EXPECT_EQ(message.write(nets_pic_shelter_s2x),
-              "<PicShelter version=\"1.1\"><channelId>6</channelId><logicChannel>0</logicChannel><enable>0</enable>"
-              "<shelterList /></PicShelter>")
-        << "what is not known is not told";
-
-    const std::string body =
-        "<channelId>1</channelId><logicChannel>2</logicChannel><maxNum>4</maxNum><enable>1</enable>"
-        "<shelterList><Shelter><id>7</id><enable>1</enable><layer>-1</layer><color>16711680</color>"
-        "<topLeftX>-5</topLeftX><topLeftY>6</topLeftY><width>100</width><height>0</height></Shelter>"
-        "<Shelter><id>0</id><enable>0</enable><layer>0</layer><color>0</color><topLeftX>0</topLeftX>"
-        "<topLeftY>0</topLeftY><width>0</width><height>0</height></Shelter></shelterList>";
-    EXPECT_EQ(message.read(nets_pic_shelter_x2s, "<PicShelter>" + body + "</PicShelter>"), 0);
-    EXPECT_EQ(message->channelId, 1);
-    EXPECT_EQ(message->logicChannel, 2);
-    EXPECT_EQ(message->maxNum, 4);
-    EXPECT_EQ(message->enable, 1);
-    EXPECT_EQ(message->shelterNum, 2);
-    expect_mask(message->shelter[0], {7, -1, 16711680, -5, 6, 100, 0});
-    expect_mask(message->shelter[1], {0, 0, 0, 0, 0, 0, 0});
-    EXPECT_EQ(message.param.inited, 1u);
-    EXPECT_EQ(message.write(nets_pic_shelter_s2x), "<PicShelter version=\"1.1\">" + body + "</PicShelter>");
-}
 
 TEST_F(OsdTest, ARefusedMaskLeavesTheOthers)
 {
@@ -102,24 +70,4 @@ TEST_F(OsdTest, EightMasksFit)
         const std::string text = message.write(nets_pic_shelter_s2x);
         EXPECT_EQ(text.find("<id>20</id>") != std::string::npos, count > 0) << "the eighth mask is the last";
     }
-}
-
-TEST_F(OsdTest, MaskComponentsCheckTheirNames)
-{
-    tag_net_shelter_cfg_v20_t config = {};
-    Xml one(mask(4));
-    EXPECT_EQ(get_shelter_from_xmlnode(&config, one, "shelterList"), 0) << "a beginning of the key";
-    EXPECT_EQ(get_shelter_from_xmlnode(&config, one, nullptr), 0);
-    EXPECT_EQ(get_shelter_from_xmlnode(&config, one, "mask"), -1);
-    EXPECT_EQ(get_shelter_from_xmlnode(nullptr, one, nullptr), -1);
-    EXPECT_EQ(get_shelter_from_xmlnode(&config, nullptr, nullptr), -1);
-    EXPECT_EQ(config.shelterNum, 1);
-
-    Xml list("<shelterList>" + mask(5) + "</shelterList>");
-    EXPECT_EQ(get_shelterList_from_xmlnode(&config, list, "shelter"), -1);
-    EXPECT_EQ(config.shelterNum, 1);
-    EXPECT_EQ(get_shelterList_from_xmlnode(&config, list, "SHELTERLIST"), 0);
-    EXPECT_EQ(config.shelterNum, 2);
-    EXPECT_EQ(get_shelterList_from_xmlnode(nullptr, list, nullptr), -1);
-    EXPECT_EQ(get_shelterList_from_xmlnode(&config, nullptr, nullptr), -1);
 }

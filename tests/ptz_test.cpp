@@ -12,34 +12,12 @@ namespace {
 
 class PtzTest : public HostTest {};
 
-std::string element(const char *name, const std::string &inside)
-{
-    return "<" + std::string(name) + ">" + inside + "</" + name + ">";
-}
-
 std::string key_positions(int count)
 {
     return element("keyPosList", repeated(count, "<keyPos><keyPosId>1</keyPosId><presetId>-1</presetId></keyPos>"));
 }
 
 } // namespace
-
-TEST_F(PtzTest, CommandsAreWholeWordsWithTheirOddCodes)
-{
-    const struct {
-        const char *text;
-        int code;
-    } words[] = {
-        {"STOP", 0},         {"Stop", 0},         {"sto", -1},          {"stopp", -1},        {"", -1},
-        {"rightDown", 8},    {"irisDec", 9},      {"irisInc", 10},      {"setPos", 15},       {"toPos", 16},
-        {"delPos", 17},      {"highSpeed", 19},   {"stopPatrol", 21},   {"clearPatrol", 25},  {"cleanPattern", 31},
-        {"zoomStepDec", 34}, {"zoomStepInc", 35}, {"focusStepDec", 36}, {"focusStepInc", 37}, {"setGrd", 38},
-        {"toGrd", 39},
-    };
-    for (const auto &word : words)
-        EXPECT_EQ(_get_ptz_cmd(word.text), word.code) << word.text;
-    EXPECT_EQ(_get_ptz_cmd(nullptr), -1);
-}
 
 TEST_F(PtzTest, PresetListsAreStrictAndBounded)
 {
@@ -59,56 +37,6 @@ TEST_F(PtzTest, PresetListsAreStrictAndBounded)
     EXPECT_EQ(result(body(good + "<other/>")), -1) << "not a preset";
     EXPECT_EQ(result(body(repeated(256, good))), 0);
     EXPECT_EQ(result(body(repeated(256, good) + "<other/>")), 0) << "what follows the 256th is not looked at";
-}
-
-TEST_F(PtzTest, CruisesSpreadTheirValuesOverTheirKeyPositions)
-{
-    net_ext_t extension = channel(9);
-    extension.patrolId = 4;
-    Envelope<net_ptz_cruise_list_v20_t> message(nets_param_ptz_cruise_init, extension);
-    const std::string table = std::string(24, '1') + "010" + std::string(20, '0') + "1";
-    EXPECT_EQ(message.read(net_ptz_cruise_x2s,
-                           "<PtzPatrol><cruiseList><cruise><patrolId>5</patrolId><starting>1</starting>"
-                           "<cruising>0</cruising><name>yard</name>" +
-                               element("valueTable", table) +
-                               "<keyPosList><keyPos><keyPosId>3</keyPosId><presetId>255</presetId><speed>100</speed>"
-                               "<dwellTime>9</dwellTime></keyPos><note/><keyPos><keyPosId>15</keyPosId>"
-                               "<presetId>-1</presetId><trackTime>8</trackTime></keyPos></keyPosList></cruise>"
-                               "<cruise><enable>0</enable><patrolId>2</patrolId><name>off</name>" +
-                               key_positions(16) + "</cruise></cruiseList><channelId>6</channelId></PtzPatrol>"),
-              0);
-    EXPECT_EQ(message.param.dataSize, 3 * 116u);
-    const auto *record = message->keyPos;
-    EXPECT_EQ(record[0].channelId, 6);
-    EXPECT_EQ(record[0].patrolId, 5);
-    EXPECT_EQ(record[0].enable, 1) << "without the element it is on";
-    EXPECT_EQ(record[0].starting, 1);
-    EXPECT_STREQ(record[0].name, "yard");
-    EXPECT_EQ(record[0].hasValueTable, 1);
-    EXPECT_EQ(record[0].dayMask[0], 0xffffff);
-    EXPECT_EQ(record[0].dayMask[1], 0x800002);
-    EXPECT_EQ(record[0].dayMask[2], 0) << "the table ends early";
-    EXPECT_EQ(record[0].keyPosId, 3);
-    EXPECT_EQ(record[0].presetId, 255);
-    EXPECT_EQ(record[0].speed, 100);
-    EXPECT_EQ(record[0].dwellTime, 9);
-    EXPECT_EQ(record[0].hasTrackValue, 0);
-    EXPECT_EQ(record[0].reserved, 7);
-    EXPECT_EQ(record[1].keyPosId, 15);
-    EXPECT_EQ(record[1].presetId, -1);
-    EXPECT_EQ(record[1].trackTime, 8);
-    EXPECT_EQ(record[1].hasTrackValue, 1);
-    EXPECT_STREQ(record[1].name, "yard");
-    // A cruise that is switched off: one record, without its key positions.
-    EXPECT_EQ(record[2].channelId, 6);
-    EXPECT_EQ(record[2].patrolId, 2);
-    EXPECT_EQ(record[2].enable, 0);
-    EXPECT_STREQ(record[2].name, "");
-    EXPECT_EQ(record[2].keyPosId, -1);
-    EXPECT_EQ(record[2].presetId, -1);
-    const net_ptz_cruise_v20_t unused{};
-    EXPECT_EQ(std::memcmp(&record[3], &unused, sizeof unused), 0) << "records behind the last one stay as they were";
-    EXPECT_EQ(message.write(net_ptz_cruise_s2x), "");
 }
 
 TEST_F(PtzTest, CruisesBeyondTheirLimits)
@@ -183,28 +111,4 @@ TEST_F(PtzTest, SerialLineBothWays)
     TiXmlElement parent("body");
     EXPECT_EQ(net_ptz_param_s2x(&line, &parent), -1);
     EXPECT_EQ(print_children(parent), "");
-    EXPECT_EQ(net_ptz_param_s2x(nullptr, &parent), -1);
-    EXPECT_EQ(net_ptz_param_s2x(&line, nullptr), -1);
-}
-
-TEST_F(PtzTest, SerialLineRefusals)
-{
-    const auto result = [](const std::string &body, tag_net_ptz_param_v20_t *stored = nullptr) {
-        Envelope<net_ptz_serial_v20_t> message(net_param_ptz_init);
-        message->param.controlProtocol = 5;
-        const int outcome = message.read(net_ptz_param_x2s, "<Serial>" + body + "</Serial>");
-        if (stored != nullptr)
-            *stored = message->param;
-        return outcome;
-    };
-    for (const char *body : {"<baudRate>19200</baudRate>", "<baudRate>1</baudRate>", "<dataBit>CS9</dataBit>",
-                             "<stopBit>0</stopBit>", "<stopBit>3</stopBit>", "<parity>mark</parity>",
-                             "<flowControl>xon</flowControl>", "<decoderType>-1</decoderType>",
-                             "<controlAddress>256</controlAddress>", "<controlAddress>-1</controlAddress>"})
-        EXPECT_EQ(result(body), -1) << body;
-    tag_net_ptz_param_v20_t stored;
-    EXPECT_EQ(result("<controlProtocol>PELCO_X</controlProtocol>", &stored), 0);
-    EXPECT_EQ(stored.controlProtocol, 5) << "an unknown protocol changes nothing";
-    EXPECT_EQ(result("<decoderType>12</decoderType>", &stored), 0);
-    EXPECT_EQ(stored.controlProtocol, 12) << "both land in one field";
 }

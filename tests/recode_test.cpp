@@ -3,21 +3,16 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 namespace {
 
 using test::Envelope;
-using test::example;
 using test::log_of;
-using test::prepared;
 using test::repeated;
 using test::Xml;
 
 constexpr int md = 0;
-constexpr int io = 2;
 
 class RecodeTest : public test::HostTest {};
 
@@ -81,46 +76,7 @@ TEST_F(RecodeTest, TimeListsHoldThirtyTwo)
     EXPECT_EQ(list.time[0], 4);
     EXPECT_EQ(list.time[1], 0); // what the list held before is gone
     EXPECT_EQ(get_recordTimeList_from_xmlnode(&list, many, "timeList"), -1);
-    EXPECT_EQ(get_recordTimeList_from_xmlnode(nullptr, many, nullptr), -1);
-    EXPECT_EQ(get_recordTimeList_from_xmlnode(&list, nullptr, nullptr), -1);
     EXPECT_EQ(list.count, 1);
-}
-
-// Switch ------------------------------------------------------------------------------------------
-
-// Encrypted recordings ----------------------------------------------------------------------------
-
-// Manual recording, deletion ----------------------------------------------------------------------
-
-// Arguments ---------------------------------------------------------------------------------------
-
-TEST_F(RecodeTest, MissingArguments)
-{
-    net_param_t empty = {};
-    TiXmlElement element("body");
-    // Only the schedule's parser says so.
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_record_schedule_x2s(&empty, &element), -1); }),
-              "<red net_xml_recode.cpp>Func(net_record_schedule_x2s) Line(#) \n");
-    for (const test::Parser parser :
-         {nets_rec_x2s, nets_record_enable_x2s, net_param_record_key_and_prompt_x2s, net_param_record_decrypt_key_x2s,
-          net_manual_rec_x2s, net_delay_rec_stat_x2s, net_delete_record_file_x2s})
-        EXPECT_EQ(log_of([&] {
-                      EXPECT_EQ(parser(&empty, &element), -1);
-                      EXPECT_EQ(parser(nullptr, &element), -1);
-                  }),
-                  "");
-    const struct {
-        test::Writer write;
-        const char *name;
-    } writers[] = {{net_record_schedule_s2x, "net_record_schedule_s2x"},
-                   {net_record_cfg_s2x, "net_record_cfg_s2x"},
-                   {nets_record_enable_s2x, "nets_record_enable_s2x"},
-                   {net_param_record_key_and_prompt_s2x, "net_param_record_key_and_prompt_s2x"},
-                   {net_rec_prompt_s2x, "net_rec_prompt_s2x"}};
-    for (const auto &writer : writers)
-        EXPECT_EQ(log_of([&] { EXPECT_EQ(writer.write(&empty, &element), -1); }),
-                  std::string("<red net_xml_recode.cpp>Func(") + writer.name + ") Line(#) \n");
-    EXPECT_EQ(element.FirstChild(), nullptr);
 }
 
 } // namespace

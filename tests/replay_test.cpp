@@ -9,57 +9,15 @@ namespace {
 
 using test::Envelope;
 using test::log_of;
+using test::prepared;
+using test::repeated;
 using test::Xml;
 
 class ReplayTest : public test::HostTest {};
 
-// The payload as the initialisers leave it: all zero.
-template <class Payload> int prepare(net_param_t *param, net_ext_t *ext)
-{
-    return net_param_init_size_id(param, ext, sizeof(Payload), 1);
-}
-
-std::string repeat(const std::string &text, int times)
-{
-    std::string result;
-    while (times-- > 0)
-        result += text;
-    return result;
-}
-
-void expect_time(const tag_net_time_v20_t &time, int year, int month, int day, int hour, int minute, int second)
-{
-    EXPECT_EQ(time.year, year);
-    EXPECT_EQ(time.month, month);
-    EXPECT_EQ(time.day, day);
-    EXPECT_EQ(time.hour, hour);
-    EXPECT_EQ(time.minute, minute);
-    EXPECT_EQ(time.second, second);
-}
-
-const char *const time_children = "<year>2026</year><month>3</month><day>18</day><hour>12</hour><minute>30</minute>"
-                                  "<second>5</second>";
-constexpr tag_net_time_v20_t noon = {2026, 3, 18, 12, 30, 5};
-
-std::string time_element(const std::string &name)
-{
-    return "<" + name + ">" + time_children + "</" + name + ">";
-}
-
 // Day records -----------------------------------------------------------------------------------
 
 using DayRecords = Envelope<tag_net_recfile_schedule_v20_t>;
-
-TEST_F(ReplayTest, AFifthDayRecordIsIgnored)
-{
-    DayRecords message(net_param_day_record_init);
-    std::string records;
-    for (int channel = 1; channel <= 6; ++channel)
-        records += "<DayRecord><channelId>" + std::to_string(channel) + "</channelId></DayRecord>";
-    EXPECT_EQ(message.read(net_day_rec_x2s, "<D><DayRecordList>" + records + "</DayRecordList></D>"), 0);
-    for (int i = 0; i < 4; ++i)
-        EXPECT_EQ(message->records[i].channelId, i + 1);
-}
 
 TEST_F(ReplayTest, BadDayRecordsAreRefused)
 {
@@ -79,7 +37,7 @@ TEST_F(ReplayTest, BadDayRecordsAreRefused)
           "<dayType><type>all</type></dayType>", "<dayType><index>1</index><type>al</type></dayType>",
           "<day><index>1</index><type>all</type></day>"})
         EXPECT_EQ(log_of([&] { read("<dayTypeList>" + day + "</dayTypeList>"); }), line) << day;
-    EXPECT_EQ(log_of([&] { read("<uid>" + repeat("u", 32) + "</uid>"); }), "") << "only these two are logged";
+    EXPECT_EQ(log_of([&] { read("<uid>" + repeated(32, "u") + "</uid>"); }), "") << "only these two are logged";
 
     tag_net_recfile_schedule_v20_t schedule{};
     EXPECT_EQ(log_of([&] { EXPECT_EQ(get_day_record_list_from_xmlnode(&schedule, nullptr), -1); }), line);
@@ -90,48 +48,10 @@ TEST_F(ReplayTest, TheMonthEndsAfterItsDays)
 {
     tag_net_rec_info_v20_t record{};
     const std::string day = "<dayType><index>2</index><type>alarm</type></dayType>";
-    EXPECT_EQ(get_day_type_list_from_xmlnode(&record, Xml("<l>" + repeat(day, 31) + "<other/></l>")), 0);
-    EXPECT_EQ(get_day_type_list_from_xmlnode(&record, Xml("<l>" + repeat(day, 30) + "<other/></l>")), -1);
-    EXPECT_EQ(get_day_type_list_from_xmlnode(nullptr, Xml("<l/>")), -1);
+    EXPECT_EQ(get_day_type_list_from_xmlnode(&record, Xml("<l>" + repeated(31, day) + "<other/></l>")), 0);
+    EXPECT_EQ(get_day_type_list_from_xmlnode(&record, Xml("<l>" + repeated(30, day) + "<other/></l>")), -1);
     EXPECT_EQ(record.dayType[2], 2);
 }
-
-TEST_F(ReplayTest, DayRecordsAreWritten)
-{
-    DayRecords message(net_param_day_record_init);
-    message->startTime = {2026, 3, 1, 0, 0, 0};
-    message->endTime = {2026, 3, 31, 23, 59, 59};
-    message->records[0].channelId = 5;
-    message->records[0].dayType[0] = 1;
-    message->records[0].dayType[29] = 2;
-    message->records[0].dayType[30] = 3;
-    message->records[1].dayType[3] = 3;
-    message->records[1].dayType[4] = -1;
-    message->records[1].dayType[5] = 3;
-    message->records[2].channelId = -1;
-    EXPECT_EQ(message.write(net_day_rec_s2x),
-              "<DayRecords version=\"1.1\"><startTime><year>2026</year><month>3</month><day>1</day><hour>0</hour>"
-              "<minute>0</minute><second>0</second></startTime><endTime><year>2026</year><month>3</month><day>31</day>"
-              "<hour>23</hour><minute>59</minute><second>59</second></endTime><DayRecordList><DayRecord>"
-              "<index>0</index><channelId>5</channelId><dayTypeList>"
-              "<dayType><index>0</index><type>normal</type></dayType>"
-              "<dayType><index>29</index><type>alarm</type></dayType>"
-              "<dayType><index>30</index><type>all</type></dayType></dayTypeList></DayRecord><DayRecord>"
-              "<index>1</index><channelId>0</channelId><dayTypeList>"
-              "<dayType><index>3</index><type>all</type></dayType></dayTypeList></DayRecord></DayRecordList>"
-              "</DayRecords>");
-
-    message->records[1].dayType[2] = 4;
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.write(net_day_rec_s2x), "failed"); }),
-              "<red net_xml_replay.cpp>Func(net_day_rec_s2x) Line(#) [1]cRecType[2]=4\n");
-    message.param.dataSize = 687;
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.write(net_day_rec_s2x), "failed"); }),
-              "<red net_xml_replay.cpp>func:net_day_rec_s2x line:#\n");
-}
-
-// File search -----------------------------------------------------------------------------------
-
-using FileSearch = Envelope<tag_net_file_info_v20_t>;
 
 // Replay ----------------------------------------------------------------------------------------
 
@@ -142,8 +62,8 @@ TEST_F(ReplayTest, PeriodsBeyondAHundredAreLogged)
     const std::string line = "<red net_xml_replay.cpp>get too many period, ignore others\n";
     EXPECT_EQ(log_of([&] {
                   EXPECT_EQ(get_duration_times_from_xmlnode(&duration,
-                                                            Xml("<times>" + repeat("<i><s>60</s></i>", 100) +
-                                                                repeat("<i><s>x</s></i>", 2) + "</times>"),
+                                                            Xml("<times>" + repeated(100, "<i><s>60</s></i>") +
+                                                                repeated(2, "<i><s>x</s></i>") + "</times>"),
                                                             "times"),
                             0);
               }),
@@ -161,7 +81,7 @@ TEST_F(ReplayTest, DurationsBeyondFourAreLogged)
                   EXPECT_EQ(get_duration_list_from_xmlnode(
                                 &list,
                                 Xml("<durationList><year>2026</year><month>12</month><day>31</day>" +
-                                    repeat("<duration><channelId>3</channelId></duration>", 3) +
+                                    repeated(3, "<duration><channelId>3</channelId></duration>") +
                                     "<duration><channelId>4</channelId><streamType>mobilestream</streamType>"
                                     "<uid>cam</uid><logicChnBitmap>9</logicChnBitmap><times><i/></times></duration>"
                                     "<duration><channelId>-1</channelId></duration></durationList>"),
@@ -199,7 +119,7 @@ TEST_F(ReplayTest, DurationsBeyondFourAreLogged)
 
 TEST_F(ReplayTest, FortyFilesAreDeletedAtOnce)
 {
-    Envelope<net_rec_del_v20_t> message(prepare<net_rec_del_v20_t>);
+    Envelope<net_rec_del_v20_t> message(prepared<net_rec_del_v20_t>);
     std::memset(message.payload(), 0x5a, sizeof *message);
     std::string items = "<item><other/></item>";
     for (int i = 1; i < 45; ++i)
@@ -222,66 +142,6 @@ TEST_F(ReplayTest, FortyFilesAreDeletedAtOnce)
               "func:net_rec_del_x2s line:# failed\n");
     EXPECT_EQ(message->count, 1);
     EXPECT_EQ(message->item[0].fileIdentity, longest);
-}
-
-TEST_F(ReplayTest, CoverPreviewTakesFortyFrames)
-{
-    Envelope<net_cover_preview_v20_t> message(prepare<net_cover_preview_v20_t>);
-    EXPECT_EQ(message.read(net_cover_preview_x2s,
-                           "<c><channelId>-1</channelId><destination>2</destination>"
-                           "<logicChnBitmap>3</logicChnBitmap><streamType>substream</streamType>" +
-                               time_element("startTime") + time_element("endTime") +
-                               "<uid>cam</uid><frameList><other>1</other><frameNo>-10</frameNo>" +
-                               repeat("<frameNo>11</frameNo>", 39) + "<frameNo>bad</frameNo></frameList></c>"),
-              0);
-    EXPECT_EQ(message->channelId, -1);
-    EXPECT_EQ(message->destination, 2);
-    EXPECT_EQ(message->logicChnBitmap, 3ULL);
-    EXPECT_EQ(message->streamType, 1);
-    expect_time(message->startTime, 2026, 3, 18, 12, 30, 5);
-    expect_time(message->endTime, 2026, 3, 18, 12, 30, 5);
-    EXPECT_STREQ(message->uid, "cam");
-    EXPECT_EQ(message->frameCount, 40);
-    EXPECT_EQ(message->frameNo[0], -10);
-    EXPECT_EQ(message->frameNo[39], 11);
-    EXPECT_EQ(message.param.inited, 1U);
-    EXPECT_EQ(message.read(net_cover_preview_x2s, "<c><frameList><frameNo>5</frameNo></frameList></c>"), 0);
-    EXPECT_EQ(message->frameCount, 1);
-    EXPECT_EQ(message.read(net_cover_preview_x2s, "<c><frameList><frameNo>bad</frameNo></frameList></c>"), -1);
-}
-
-TEST_F(ReplayTest, EveryParserChecksItsEnvelope)
-{
-    const struct {
-        test::Parser parser;
-        const char *name;
-        unsigned int size;
-    } parsers[] = {
-        {net_day_rec_x2s, "net_day_rec_x2s", 688},
-        {net_file_info_list_x2s, "net_file_info_list_x2s", 432},
-        {netc_file_info_list_x2s, "netc_file_info_list_x2s", 432},
-        {net_replay_seek_x2s, "net_replay_seek_x2s", 32},
-        {net_rec_del_x2s, "net_rec_del_x2s", 10244},
-        {net_cover_preview_x2s, "net_cover_preview_x2s", 272},
-        {nets_param_new_replay_start_x2s, "nets_param_new_replay_start_x2s", 3512},
-        {nets_param_new_replay_seek_x2s, "nets_param_new_replay_seek_x2s", 3472},
-    };
-    for (const auto &each : parsers) {
-        net_param_t param;
-        ASSERT_EQ(net_param_init_size_id(&param, nullptr, each.size, 1), 0);
-        Xml body("<b/>");
-        EXPECT_EQ(each.parser(&param, body), 0) << each.name;
-        const std::string log = log_of([&] {
-            param.dataSize = each.size + 1;
-            EXPECT_EQ(each.parser(&param, body), -1);
-            param.dataSize = each.size;
-            EXPECT_EQ(each.parser(&param, nullptr), -1);
-            EXPECT_EQ(each.parser(nullptr, body), -1);
-            net_free(&param.data);
-            EXPECT_EQ(each.parser(&param, body), -1);
-        });
-        EXPECT_EQ(log, repeat("<red net_xml_replay.cpp>Func(" + std::string(each.name) + ") Line(#) \n", 4));
-    }
 }
 
 } // namespace

@@ -12,7 +12,6 @@ using test::print_children;
 using test::Xml;
 
 constexpr int md = 0;
-constexpr int videoloss = 1;
 constexpr int io = 2;
 constexpr int normal = 16;
 constexpr int loss = 41;
@@ -369,23 +368,6 @@ TEST_F(ScheduleTest, CombinationsWritten)
             combination("IO,videoloss", block("Tuesday", 0, 0)) + combination("MD,videoloss", block("Tuesday", 1, 1)) +
             combination("IO,MD,videoloss", block("Tuesday", 2, 2)) + combination("Normal", block("Tuesday", 4, 4)) +
             combination("none", block("Tuesday", 5, 5)) + "</ScheduleList>");
-}
-
-TEST_F(ScheduleTest, NullArgumentsFail)
-{
-    Xml node("<x/>");
-    net_schedule_t schedule = {};
-    for (Reader reader : {get_type_schedule_list_from_xmlnode, get_schedule_list_from_xmlnode}) {
-        EXPECT_EQ(reader(nullptr, node, nullptr), -1);
-        EXPECT_EQ(reader(&schedule, nullptr, nullptr), -1);
-    }
-    EXPECT_EQ(get_time_block_list_from_xmlnode(nullptr, {}, node, nullptr), -1);
-    EXPECT_EQ(get_time_block_list_from_xmlnode(&schedule, {}, nullptr, nullptr), -1);
-    EXPECT_EQ(insert_type_schedule_list_to_xmlnode(nullptr, node), -1);
-    EXPECT_EQ(insert_type_schedule_list_to_xmlnode(&schedule, nullptr), -1);
-    EXPECT_EQ(insert_schedule_list_to_xmlnode(nullptr, node), -1);
-    EXPECT_EQ(insert_schedule_list_to_xmlnode(&schedule, nullptr), -1);
-    EXPECT_TRUE(node.root()->NoChildren());
 }
 
 } // namespace

@@ -4,8 +4,6 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,7 +13,6 @@ using test::Envelope;
 using test::example;
 using test::log_of;
 using test::prepared;
-using test::print;
 using test::print_children;
 using test::repeated;
 using test::Xml;
@@ -32,49 +29,7 @@ bool starts(const std::string &text, const std::string &with)
     return text.compare(0, with.size(), with) == 0;
 }
 
-// Live view ---------------------------------------------------------------------------------------
-
 // Encoder settings --------------------------------------------------------------------------------
-
-TEST_F(StreamTest, EncoderSettingsAreRead)
-{
-    Envelope<net_enc_cfg_v20_t> message(nets_param_enc_init, test::channel(9));
-    EXPECT_EQ(message->channelId, 9);
-    ASSERT_EQ(
-        message.read(net_enc_x2s,
-                     "<Compression><channelId>63</channelId><isNoTranslateFrame>1</isNoTranslateFrame>"
-                     "<mainStream><audio>1</audio><resolutionName>4K</resolutionName><width>3840</width>"
-                     "<height>2160</height><encoderType>cbr</encoderType><frame>30</frame><bitRate>8192</bitRate>"
-                     "<encoderProfile>Main</encoderProfile><gop><cur>2</cur><max>4</max><min>1</min></gop></mainStream>"
-                     "<subStream><width>1920</width><height>1080</height><encoderProfile>extended</encoderProfile>"
-                     "</subStream>"
-                     "<thirdStream><videoEncType>7</videoEncType><encoderProfile>high</encoderProfile></thirdStream>"
-                     "</Compression>"),
-        0);
-    EXPECT_EQ(message.param.inited, 2u);
-    EXPECT_EQ(message->channelId, 63);
-    EXPECT_EQ(message->isNoTranslateFrame, 1);
-    const net_compression_info_v20_t &main = message->mainStream;
-    EXPECT_EQ(main.audio, 1);
-    EXPECT_STREQ(main.resolutionName, ""); // written only
-    EXPECT_EQ(main.width, 3840);
-    EXPECT_EQ(main.height, 2160);
-    EXPECT_EQ(main.encoderType, 0); // skipped
-    EXPECT_EQ(main.frame, 30);
-    EXPECT_EQ(main.bitRate, 8192);
-    EXPECT_EQ(main.encoderProfile, 3);
-    EXPECT_EQ(main.gopMin, 1);
-    EXPECT_EQ(main.gopMax, 4);
-    EXPECT_EQ(main.gopCur, 2);
-    EXPECT_EQ(main.videoEncType, 1); // a large picture
-    EXPECT_EQ(main.videoEncTypeDefaulted, 1);
-    EXPECT_EQ(message->subStream.videoEncType, 0);
-    EXPECT_EQ(message->subStream.videoEncTypeDefaulted, 1);
-    EXPECT_EQ(message->subStream.encoderProfile, 0);
-    EXPECT_EQ(message->thirdStream.videoEncType, 7);
-    EXPECT_EQ(message->thirdStream.videoEncTypeDefaulted, 0);
-    EXPECT_EQ(message->thirdStream.encoderProfile, 2);
-}
 
 TEST_F(StreamTest, CompressionKeepsWhatStandsBeforeTheRefusedChild)
 {
@@ -92,8 +47,6 @@ TEST_F(StreamTest, CompressionKeepsWhatStandsBeforeTheRefusedChild)
     EXPECT_EQ(get_compression_info_from_xmlnode(&info, told, "mainStream"), 0);
     EXPECT_EQ(info.videoEncTypeDefaulted, 1);
     EXPECT_EQ(get_compression_info_from_xmlnode(&info, told, "subStream"), -1);
-    EXPECT_EQ(get_compression_info_from_xmlnode(nullptr, told, nullptr), -1);
-    EXPECT_EQ(get_compression_info_from_xmlnode(&info, nullptr, nullptr), -1);
     // The picture's size does not overflow; 0x600000 pixels are the first large picture.
     const struct {
         const char *size;
@@ -108,58 +61,12 @@ TEST_F(StreamTest, CompressionKeepsWhatStandsBeforeTheRefusedChild)
     }
 }
 
-TEST_F(StreamTest, CompressionAbbreviationsGoToTheFirstKeyTheyBegin)
-{
-    net_compression_info_v20_t info = {};
-    Xml body("<s><e>vbr</e><encoder>x</encoder><encoderP>HIGH</encoderP><v>3</v><w>1</w><h>2</h><f>30</f><b>4</b>"
-             "<g><m>5</m><ma>9</ma><c>7</c></g></s>");
-    EXPECT_EQ(get_compression_info_from_xmlnode(&info, body, nullptr), 0);
-    EXPECT_EQ(info.encoderProfile, 2); // "e" and "encoder" are the skipped type
-    EXPECT_EQ(info.videoEncType, 3);
-    EXPECT_EQ(info.width, 1);
-    EXPECT_EQ(info.height, 2);
-    EXPECT_EQ(info.frame, 30);
-    EXPECT_EQ(info.bitRate, 4);
-    EXPECT_EQ(info.gopMin, 5);
-    EXPECT_EQ(info.gopMax, 9);
-    EXPECT_EQ(info.gopCur, 7);
-}
-
 // Encode tables -----------------------------------------------------------------------------------
 
 const char full_table[] = "<resolution><width>1920</width><height>1080</height></resolution>"
                           "<videoEncType>1</videoEncType><defaultFramerate>25</defaultFramerate>"
                           "<defaultBitrate>4096</defaultBitrate><defaultGop>2</defaultGop>"
                           "<framerateTable>25,20,0,10</framerateTable><bitrateTable>4096</bitrateTable>";
-
-TEST_F(StreamTest, EncodeTablesGoToTheirStreams)
-{
-    net_stream_info_v20_t info = {};
-    info.subStream.defaultGop = 77;
-    Xml main("<encodeTable><type>MAINstream</type>" + std::string(full_table) + "</encodeTable>");
-    ASSERT_EQ(get_encodeTable_from_xmlnode(&info, main, "encodeTable"), 0);
-    const net_encode_table_v20_t &table = info.mainStream;
-    EXPECT_EQ(table.videoEncType, 1);
-    EXPECT_EQ(table.resolution.width, 1920);
-    EXPECT_EQ(table.resolution.height, 1080);
-    EXPECT_EQ(table.defaultFramerate, 25);
-    EXPECT_EQ(table.defaultBitrate, 4096);
-    EXPECT_EQ(table.defaultGop, 2);
-    EXPECT_EQ(table.framerateTable[0], 25);
-    EXPECT_EQ(table.framerateTable[1], 20);
-    EXPECT_EQ(table.framerateTable[2], 0);
-    EXPECT_EQ(table.framerateTable[3], 10);
-    EXPECT_EQ(table.framerateTable[4], 0);
-    EXPECT_EQ(table.bitrateTable[0], 4096);
-    EXPECT_EQ(table.bitrateTable[15], 0);
-    EXPECT_EQ(info.subStream.defaultGop, 77);
-
-    // A table is complete in itself: what it does not name is 0.
-    Xml sub("<encodeTable><type>subStream</type><defaultBitrate>512</defaultBitrate></encodeTable>");
-    ASSERT_EQ(get_encodeTable_from_xmlnode(&info, sub, nullptr), 0);
-    EXPECT_EQ(info.subStream.defaultBitrate, 512);
-    EXPECT_EQ(info.subStream.defaultGop, 0);
-}
 
 TEST_F(StreamTest, EncodeTablesOfOtherStreamsAreReadAndDropped)
 {
@@ -206,54 +113,11 @@ TEST_F(StreamTest, EncodeTableRefusals)
               "Func(get_streamInfo_from_xmlnode) Line(#)\n");
 }
 
-TEST_F(StreamTest, EncodeTableAbbreviationsGoToTheFirstKeyTheyBegin)
-{
-    net_stream_info_v20_t info = {};
-    Xml body("<e><t>subStream</t><d>1</d><defaultG>2</defaultG><defaultB>3</defaultB><r><w>4</w><h>5</h></r>"
-             "<f>6,,7</f><b>8</b><v>9</v></e>");
-    EXPECT_EQ(get_encodeTable_from_xmlnode(&info, body, "encodeTable"), 0);
-    const net_encode_table_v20_t &table = info.subStream;
-    EXPECT_EQ(table.defaultFramerate, 1);
-    EXPECT_EQ(table.defaultGop, 2);
-    EXPECT_EQ(table.defaultBitrate, 3);
-    EXPECT_EQ(table.resolution.width, 4);
-    EXPECT_EQ(table.resolution.height, 5);
-    EXPECT_EQ(table.framerateTable[2], 7);
-    EXPECT_EQ(table.bitrateTable[0], 8);
-    EXPECT_EQ(table.videoEncType, 9);
-}
-
 // Stream information ------------------------------------------------------------------------------
 
 std::string entry_text(const std::string &bits)
 {
     return "<StreamInfo><channelBits>" + bits + "</channelBits></StreamInfo>";
-}
-
-TEST_F(StreamTest, StreamInformationIsRead)
-{
-    Envelope<net_stream_info_list_v20_t> message(prepared<net_stream_info_list_v20_t>);
-    message->entries[0].subStream.defaultGop = 5;
-    message->entries[1].channelBits = 6;
-    ASSERT_EQ(message.read(nets_param_stream_info_x2s,
-                           "<StreamInfoList><other/><StreamInfo><channelBits>18446744073709551615</channelBits>"
-                           "<encodeTable><type>mainStream</type><defaultGop>2</defaultGop></encodeTable>"
-                           "<encodeTable><type>mobileStream</type><defaultGop>3</defaultGop></encodeTable>"
-                           "</StreamInfo></StreamInfoList>"),
-              0);
-    EXPECT_EQ(message->entries[0].channelBits, 18446744073709551615ULL);
-    EXPECT_EQ(message->entries[0].mainStream.defaultGop, 2);
-    EXPECT_EQ(message->entries[0].subStream.defaultGop, 0); // entries start from zero
-    EXPECT_EQ(message->entries[1].channelBits, 6u);         // the others stay
-    EXPECT_EQ(message.param.inited, 1u);
-
-    ASSERT_EQ(message.read(nets_param_stream_info_x2s, "<StreamInfoList>" + repeated(15, entry_text("1")) +
-                                                           entry_text("2") + entry_text("bad") + "</StreamInfoList>"),
-              0);
-    EXPECT_EQ(message->entries[15].channelBits, 2u);
-    EXPECT_EQ(message->reserved[0], 0);
-    EXPECT_EQ(message.write(nets_param_stream_info_s2x), "");
-    EXPECT_EQ(nets_param_stream_info_s2x(nullptr, nullptr), 0);
 }
 
 TEST_F(StreamTest, RefusedStreamInformationChangesNothing)
@@ -455,7 +319,6 @@ TEST_F(EncodingListWriter, RefusedArgumentsLeaveTheCursor)
     EXPECT_EQ(page(-1, &cursor, 1000), "failed");
     EXPECT_EQ(page(16, nullptr, 1000), "failed");
     EXPECT_EQ(xml_enc_info_list_s2x(list_->entries, 16, nullptr, &cursor, 1000), -1);
-    EXPECT_EQ(xml_enc_info_list_s2x(nullptr, 16, &parent, &cursor, 1000), -1);
     EXPECT_EQ(cursor, 3);
     cursor = -1;
     EXPECT_EQ(page(16, &cursor, 1000), "failed");
@@ -466,87 +329,6 @@ TEST_F(EncodingListWriter, RefusedArgumentsLeaveTheCursor)
     EXPECT_EQ(page(16, &cursor, 100000), "failed");
     net_host_fail_allocation(0);
     EXPECT_EQ(cursor, 0);
-}
-
-TEST_F(EncodingListWriter, TheExampleComesBackAsItIs)
-{
-    Xml document(example("encoding_list"));
-    int cursor = 0;
-    EXPECT_EQ(page(count_, &cursor, 1 << 20), print(*message_of(document)));
-}
-
-// Printed sizes -----------------------------------------------------------------------------------
-
-// A small generator: the same trees on every machine.
-class Dice {
-public:
-    explicit Dice(unsigned seed) : state_(seed) {}
-    unsigned roll(unsigned sides)
-    {
-        state_ = state_ * 1664525u + 1013904223u;
-        return (state_ >> 16) % sides;
-    }
-
-private:
-    unsigned state_;
-};
-
-std::string random_text(Dice &dice)
-{
-    static const char *const pieces[] = {"a",  "25,20", "&", "<", ">", "\"",   "'",       "\n",
-                                         "\t", ";",     "%", "x", " ", "\x7F", "\xC3\xA4"};
-    std::string text;
-    for (unsigned count = dice.roll(5); count > 0; --count)
-        text += pieces[dice.roll(sizeof pieces / sizeof pieces[0])];
-    return text;
-}
-
-void grow(TiXmlElement &element, Dice &dice, int depth)
-{
-    for (unsigned count = dice.roll(3); count > 0; --count)
-        element.SetAttribute("a" + std::to_string(count), random_text(dice));
-    for (unsigned count = dice.roll(4); count > 0; --count) {
-        if (depth == 0 || dice.roll(2) == 0) {
-            element.LinkEndChild(new TiXmlText(random_text(dice)));
-        } else {
-            auto *child = new TiXmlElement(std::string(1 + dice.roll(9), 'n'));
-            element.LinkEndChild(child);
-            grow(*child, dice, depth - 1);
-        }
-    }
-}
-
-// Recorded-file header ----------------------------------------------------------------------------
-
-const char header_body[] = "<ver>10020304</ver><width>4294967295</width><height>1440</height>"
-                           "<streamType>snapStream</streamType><frameRate>281</frameRate>"
-                           "<beginTime><year>2023</year><month>3</month><day>18</day><hour>12</hour><minute>1</minute>"
-                           "<second>2</second></beginTime><endTime><year>256</year><hour>23</hour></endTime>";
-
-// Examples ----------------------------------------------------------------------------------------
-
-TEST_F(StreamTest, ExamplesAreRead)
-{
-    Xml settings(example("encoder_settings"));
-    Envelope<net_enc_cfg_v20_t> encoder(nets_param_enc_init);
-    ASSERT_EQ(net_enc_x2s(&encoder.param, message_of(settings)), 0);
-    EXPECT_EQ(encoder->thirdStream.width, 640);
-    EXPECT_EQ(encoder->mainStream.videoEncTypeDefaulted, 0);
-
-    Xml information(example("stream_information"));
-    Envelope<net_stream_info_list_v20_t> streams(prepared<net_stream_info_list_v20_t>);
-    ASSERT_EQ(nets_param_stream_info_x2s(&streams.param, message_of(information)), 0);
-    EXPECT_EQ(streams->entries[1].channelBits, 2u);
-
-    Xml preview(example("preview"));
-    Envelope<net_preview_v20_t> live(prepared<net_preview_v20_t>);
-    ASSERT_EQ(net_preview_x2s(&live.param, message_of(preview)), 0);
-    EXPECT_EQ(live->streamType, STREAM_TYPE_SUB);
-
-    Xml replay(example("replay_header"));
-    Envelope<net_replay_header_v20_t> header(net_param_replay_header_init);
-    ASSERT_EQ(net_param_replay_header_x2s(&header.param, message_of(replay)), 0);
-    EXPECT_EQ(header->seq, 17);
 }
 
 } // namespace

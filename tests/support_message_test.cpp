@@ -3,14 +3,11 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 namespace {
 
 using test::Envelope;
-using test::example;
 using test::log_of;
 using test::Xml;
 
@@ -18,7 +15,6 @@ using Support = tag_net_support_v20_t;
 using Channel = net_chn_support_v20_t;
 
 constexpr char refused[] = "Func(net_support_x2s) Line(#)\n";
-constexpr char refused_item[] = "Func(get_item_from_xmlnode) Line(#)\nFunc(net_support_x2s) Line(#)\n";
 constexpr char refused_linkage[] = "<green net_xml_system.cpp>\n";
 
 // A "Support" with these children; after a success the envelope must not claim more than the initialiser did.
@@ -32,13 +28,6 @@ int read(Envelope<Support> &support, const std::string &children)
 std::string log_of_refusal(Envelope<Support> &support, const std::string &children)
 {
     return log_of([&] { EXPECT_EQ(read(support, children), -1) << children; });
-}
-
-// The same number in every field from one member to another one.
-template <class Record> void number_fields(Record &record, int Record::*first, int Record::*last, int number)
-{
-    for (int *field = &(record.*first); field <= &(record.*last); ++field)
-        *field = number++;
 }
 
 class SupportTest : public test::HostTest {
@@ -103,63 +92,6 @@ TEST_F(SupportTest, LogsRefusedLinkageInEachReader)
     EXPECT_EQ(log_of([&] { EXPECT_EQ(get_iot_support_from_xmlnode(nullptr, bad.root()), -1); }), refused_linkage);
 }
 
-constexpr char device_wide[] =
-    "<chnType>1</chnType><IOInputPortNum>2</IOInputPortNum><IOOutputPortNum>3</IOOutputPortNum><diskNum>4</diskNum>"
-    "<disk>42</disk><channelNum>5</channelNum><IOTNum>6</IOTNum><audioNum>7</audioNum>"
-    "<scheduleVersion>48</scheduleVersion><ptzMode>none</ptzMode><ptzCfg>10</ptzCfg><B485>11</B485>"
-    "<autoUpdate>12</autoUpdate><pushAlarm>13</pushAlarm><logVersion>64</logVersion><ftp>14</ftp><ftpTest>15</ftpTest>"
-    "<email>16</email><wifi>17</wifi><wifiVersion>61</wifiVersion><newRecordType>18</newRecordType>"
-    "<wifiTest>19</wifiTest><rtsp>20</rtsp><onvif>21</onvif><rfVersion>22</rfVersion><rtmp>23</rtmp>"
-    "<timeFormat>25</timeFormat><ddnsVersion>26</ddnsVersion><ddnsCfg>44</ddnsCfg><SupportUpgrade>45</SupportUpgrade>"
-    "<upgrade>47</upgrade><emailVersion>27</emailVersion><buzzerVersion>28</buzzerVersion>"
-    "<pushVersion>29</pushVersion><pushType>32</pushType><pppoe>43</pppoe><cloudVersion>33</cloudVersion>"
-    "<thirdCloudVersion>34</thirdCloudVersion><replayVersion>35</replayVersion><ExportImport>40</ExportImport>"
-    "<storagemode>46</storagemode><sambaVer>49</sambaVer><netPort>57</netPort><chVerInfo>50</chVerInfo>"
-    "<networkDiagnosis>52</networkDiagnosis><remoteUpgrade>53</remoteUpgrade><IOInputNum>54</IOInputNum>"
-    "<IOOutputNum>55</IOOutputNum><switchCtrl>58</switchCtrl><loginLocked>60</loginLocked>"
-    "<snaptlpsEnableCfg>71</snaptlpsEnableCfg><sceneModeCfg>72</sceneModeCfg><linkages>73</linkages>"
-    "<replayIpcVersion>74</replayIpcVersion><IOTLink>75</IOTLink><netSecurity>67</netSecurity><user>63</user>"
-    "<nasVersion>30</nasVersion><ledCtrl>39</ledCtrl><batteryVersion>69</batteryVersion>"
-    "<videoInspection>70</videoInspection><timelapse>31</timelapse><topologyVersion>65</topologyVersion>"
-    "<eventLogVersion>76</eventLogVersion><doorbellVersion>68</doorbellVersion>";
-
-TEST_F(SupportTest, WritesTheChannels)
-{
-    support->count = 2;
-    number_fields(support->channel[1], &Channel::reboot, &Channel::thumbnail, 1);
-    const std::string text = support.write(net_support_s2x);
-    EXPECT_EQ(text.substr(text.find("<item><chnID>1<")),
-              "<item><chnID>1</chnID><noAudio>10</noAudio><newRfCfg>9</newRfCfg><videoClip>15</videoClip>"
-              "<osdCfg>17</osdCfg><dynamicReso>22</dynamicReso><aitype>12</aitype><aiAnimalType>13</aiAnimalType>"
-              "<ptzPreset>25</ptzPreset><ptzPatrol>26</ptzPatrol><ptzTattern>27</ptzTattern><ptzType>7</ptzType>"
-              "<ptzControl>28</ptzControl><newIspCfg>20</newIspCfg><audioVersion>23</audioVersion>"
-              "<ledCtrl>24</ledCtrl><ipcAudioTalk>4</ipcAudioTalk><channelType>ipc</channelType><encCtrl>31</encCtrl>"
-              "<autoPt>29</autoPt><fishEye>36</fishEye><lightType>38</lightType><binoCfg>37</binoCfg>"
-              "<networkVersion>40</networkVersion><timelapse>14</timelapse><battery>18</battery>"
-              "<recordCfg>41</recordCfg><pushAlarm>2</pushAlarm><emailVersion>11</emailVersion><ftp>3</ftp>"
-              "<rfVersion>6</rfVersion><reboot>1</reboot><wifiVersion>39</wifiVersion>"
-              "<doorbellVersion>42</doorbellVersion><snaptlpsVersion>43</snaptlpsVersion>"
-              "<replayVersion>16</replayVersion><aiUpdateAbility>44</aiUpdateAbility><largeBattery>35</largeBattery>"
-              "<batteryMode>19</batteryMode><remoteAbility>46</remoteAbility><thumbnail>49</thumbnail>"
-              "<eventTypeVersion>47</eventTypeVersion><mdConfig>0</mdConfig><snap>30</snap><wifiTest>5</wifiTest>"
-              "<smartAI>45</smartAI></item></Support>");
-    // The index is the record's place, whatever the record says.
-    EXPECT_NE(text.find("<smartHome /><item><chnID>0<"), std::string::npos);
-    EXPECT_NE(text.find("<battery>0</battery><pushAlarm>0<"), std::string::npos);
-}
-
-TEST_F(SupportTest, WritesChannelTypes)
-{
-    const char *const words[] = {"ipc",   "plug", "usb",         "KT3",      "Doorbell",
-                                 "Light", "R58",  "fisheye_ipc", "repeater", "ipc"};
-    support->count = 1;
-    for (int code = 0; code < 10; ++code) {
-        support->channel[0].channelType = code;
-        EXPECT_NE(support.write(net_support_s2x).find("<channelType>" + std::string(words[code]) + "<"),
-                  std::string::npos);
-    }
-}
-
 TEST_F(SupportTest, WritesNoMoreChannelsThanThereAre)
 {
     const auto items = [&](int count) {
@@ -174,31 +106,6 @@ TEST_F(SupportTest, WritesNoMoreChannelsThanThereAre)
     EXPECT_EQ(items(-1), 0);
     EXPECT_EQ(items(64), 64);
     EXPECT_EQ(items(65), 64);
-}
-
-TEST_F(SupportTest, RefusesBadEnvelopes)
-{
-    Xml xml("<Support><ftp>1</ftp></Support>");
-    net_param_t empty = support.param;
-    empty.data = nullptr;
-    EXPECT_EQ(log_of([&] {
-                  EXPECT_EQ(net_support_x2s(nullptr, xml.root()), -1);
-                  EXPECT_EQ(net_support_x2s(&support.param, nullptr), -1);
-                  EXPECT_EQ(net_support_x2s(&empty, xml.root()), -1);
-              }),
-              "<red net_xml_system.cpp>Func(net_support_x2s) Line(#) \n"
-              "<red net_xml_system.cpp>Func(net_support_x2s) Line(#) \n"
-              "<red net_xml_system.cpp>Func(net_support_x2s) Line(#) \n");
-    support.param.dataSize -= 4;
-    EXPECT_EQ(support.read(net_support_x2s, "<Support><ftp>1</ftp></Support>"), 0); // only the writer looks at the size
-    EXPECT_EQ(log_of([&] {
-                  EXPECT_EQ(support.write(net_support_s2x), "failed");
-                  EXPECT_EQ(net_support_s2x(nullptr, xml.root()), -1);
-                  EXPECT_EQ(net_support_s2x(&empty, xml.root()), -1);
-              }),
-              "<red net_xml_system.cpp>func:net_support_s2x line:#\n"
-              "<red net_xml_system.cpp>func:net_support_s2x line:#\n"
-              "<red net_xml_system.cpp>func:net_support_s2x line:#\n");
 }
 
 // Abilities
@@ -295,55 +202,6 @@ TEST_F(AbilityTest, RefusesBadImageAbilities)
                   EXPECT_EQ(net_ability_x2s(&empty, xml.root()), -1);
               }),
               null + null + null);
-}
-
-// Every second operation is read-only, the others are read-write.
-template <class Record> void alternate(Record &record)
-{
-    auto *operations = reinterpret_cast<NET_ABILITY_OPERATION_V20_E *>(&record);
-    for (std::size_t i = 0; i < sizeof record / sizeof *operations; ++i)
-        operations[i] = i % 2 == 0 ? NET_ABILITY_OPERATION_RO : NET_ABILITY_OPERATION_RW;
-}
-
-TEST_F(AbilityTest, WritesAllModules)
-{
-    net_host().channels = 2;
-    for (int &flag : ability->section)
-        flag = 1;
-    std::strcpy(ability->userName, "guest");
-    alternate(ability->device);
-    alternate(ability->channel[0]);
-    const auto channels = [](const std::string &value) {
-        return "<subModule><channelId>0</channelId><abilityValue>" + value +
-               "</abilityValue></subModule><subModule><channelId>1</channelId><abilityValue></abilityValue></"
-               "subModule>";
-    };
-    const auto device = [](const std::string &value) {
-        return "<subModule><abilityValue>" + value + "</abilityValue></subModule>";
-    };
-    const std::string text = ability.write(net_ability_s2x);
-    EXPECT_EQ(
-        text,
-        "<AbilityInfo version=\"1.1\"><userName>guest</userName><system>" +
-            device("general_ro, norm_rw, version_ro, channelVersion_rw, uid_ro, autoReboot_rw, restore_ro, reboot_rw, "
-                   "shutdown_ro, dst_rw, log_ro, output_rw, performance_ro, upgrade_rw, export_ro, import_rw, "
-                   "bootPwd_ro, polling_rw") +
-            "</system><streaming>" + channels("preview_ro, compress_rw, snap_ro, rtsp_rw, streamTable_ro") +
-            "</streaming><record>" +
-            channels("download_rw, fileFind_ro, manualRecord_rw, recordCfg_ro, recordSchedule_rw, "
-                     "subStreamRecord_ro") +
-            "</record><network>" +
-            device("port_ro, dns_rw, email_ro, ftp_rw, ftpSchedule_ro, ipFilter_rw, 3g_ro, localLink_rw, pppoe_ro, "
-                   "upnp_rw, wifi_ro, ntp_rw, netStatus_ro, push_rw, ptop_ro, autontp_rw") +
-            "</network><PTZ>" + device("control_ro, preset_rw, cruise_ro, track_rw, decoder_ro, ptzInfo_rw") +
-            "</PTZ><IO>" + device("manualAlarm_ro, ioAlarmIn_rw, ioAlarmOut_ro") + "</IO><alarm>" +
-            device("hddFull_rw, hddError_ro, disconnect_rw, ipConflict_ro, rfAlarm_rw") +
-            channels("motion_rw, videoLost_ro, hide_rw, smart_ro") + "</alarm><image>" +
-            channels("ispBasic_rw, ispAdvance_ro, ledState_rw") + "</image><video>" +
-            channels("osdName_ro, osdTime_rw, shelter_ro") + "</video><audio>" + device("talk_ro") +
-            "</audio><security>" + device("user_rw, userOnline_ro, bootPwd_rw") + "</security><replay>" +
-            channels("replay_rw, seek_ro") + "</replay><disk>" + device("format_ro, hddCfg_rw, hddInit_ro") +
-            "</disk></AbilityInfo>");
 }
 
 TEST_F(AbilityTest, FailsToWriteWhatIsNoOperation)

@@ -3,37 +3,16 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 namespace {
 
 using test::Envelope;
 using test::log_of;
+using test::prepared;
+using test::repeated;
 
 class TimelapseTest : public test::HostTest {};
-
-template <class Payload> int prepare(net_param_t *param, net_ext_t *ext)
-{
-    return net_param_init_size_id(param, ext, sizeof(Payload), 1);
-}
-
-std::string repeat(const std::string &text, int times)
-{
-    std::string result;
-    while (times-- > 0)
-        result += text;
-    return result;
-}
-
-int count_of(const std::string &text, const std::string &part)
-{
-    int count = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size()))
-        ++count;
-    return count;
-}
 
 std::string time_element(const std::string &name, int hour)
 {
@@ -45,18 +24,6 @@ std::string red(const std::string &line)
 {
     return "<red net_xml_timelapse.cpp>" + line + "\n";
 }
-
-// Configuration ---------------------------------------------------------------------------------
-
-const std::string configuration_item =
-    "<item><enable>1</enable><id>task</id><properties>" + std::string(127, 'p') +
-    "</properties><saveLocation>2</saveLocation><taskType>mp4</taskType><neverEnd>3</neverEnd>"
-    "<streamType>externStream</streamType><interval>4</interval><frameRate>5</frameRate>"
-    "<buseThumbnail>6</buseThumbnail>" +
-    time_element("startTime", 7) + time_element("endTime", 8) + "<duration>" + time_element("startTime", 9) +
-    time_element("endTime", 10) + "<valid>11</valid></duration></item>";
-
-// Calendar and tasks ----------------------------------------------------------------------------
 
 // File search -----------------------------------------------------------------------------------
 
@@ -78,13 +45,14 @@ const std::string film = "<item><original><id>i</id><fileName>f.mp4</fileName><r
 
 TEST_F(TimelapseTest, FortyFilesAreWrittenOfMore)
 {
-    Search message(prepare<net_timelapse_file_t>);
+    Search message(prepared<net_timelapse_file_t>);
     const std::string line = red("func:net_timelapse_file_x2s line:# too many items");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.read(net_timelapse_file_x2s, result_of("mp4", repeat(film, 131))), 0); }),
-              repeat(line, 3));
+    EXPECT_EQ(
+        log_of([&] { EXPECT_EQ(message.read(net_timelapse_file_x2s, result_of("mp4", repeated(131, film))), 0); }),
+        repeated(3, line));
     EXPECT_EQ(message->itemCount, 128);
     EXPECT_STREQ(message->item[127].original.fileName, "f.mp4");
-    EXPECT_EQ(message.write(net_timelapse_file_s2x), result_of("mp4", repeat(film, 40)));
+    EXPECT_EQ(message.write(net_timelapse_file_s2x), result_of("mp4", repeated(40, film)));
     message->itemCount = -5;
     EXPECT_EQ(message.write(net_timelapse_file_s2x), result_of("mp4", ""));
     EXPECT_EQ(log_of([&] {
@@ -95,33 +63,6 @@ TEST_F(TimelapseTest, FortyFilesAreWrittenOfMore)
               red("func:net_timelapse_file_x2s line:#"));
     EXPECT_EQ(message->itemCount, 1);
     EXPECT_EQ(message->item[1].flags, 0);
-}
-
-TEST_F(TimelapseTest, AResultOfFiftyFiles)
-{
-    std::ifstream file(NETPUBLIC_EXAMPLES_DIR "/timelapse_search_films.xml");
-    std::stringstream text;
-    text << file.rdbuf();
-    test::Xml document(text.str());
-    Search message(prepare<net_timelapse_file_t>);
-    ASSERT_EQ(net_timelapse_file_x2s(&message.param, document.root()->FirstChildElement()), 0);
-    EXPECT_EQ(message->itemCount, 50);
-    EXPECT_EQ(message->item[49].original.generating, 1);
-    EXPECT_EQ(count_of(message.write(net_timelapse_file_s2x), "<item>"), 40);
-}
-
-// Download, deletion, cover ---------------------------------------------------------------------
-
-TEST_F(TimelapseTest, AMissingArgumentIsLogged)
-{
-    Envelope<net_timelapse_file_cover_t> cover(prepare<net_timelapse_file_cover_t>);
-    cover.param.dataSize = 1; // not compared
-    EXPECT_EQ(cover.read(net_timelapse_file_cover_x2s, "<c/>"), 0);
-    EXPECT_EQ(log_of([&] {
-                  EXPECT_EQ(net_timelapse_file_cover_x2s(&cover.param, nullptr), -1);
-                  EXPECT_EQ(net_timelapse_file_cover_s2x(&cover.param, nullptr), -1);
-              }),
-              red("func:net_timelapse_file_cover_x2s line:#") + red("func:net_timelapse_file_cover_s2x line:#"));
 }
 
 } // namespace

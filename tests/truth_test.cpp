@@ -17,10 +17,10 @@
 namespace {
 
 using namespace netpublic;
+using bodies::Path;
+using bodies::Recipe;
+using bodies::Step;
 using test::MessageEnvelope;
-using test::Path;
-using test::Recipe;
-using test::Step;
 
 struct Result {
     int result = 0;
@@ -64,7 +64,7 @@ private:
 Result read(const Message &message, const Recipe &recipe, MessageEnvelope &envelope)
 {
     TiXmlElement body("body");
-    test::fill(body, *message.read, recipe);
+    bodies::fill(body, *message.read, recipe);
     Result result;
     {
         const Ear ear(result);
@@ -100,7 +100,7 @@ Recipe least_with(const Path &row, int count)
     Recipe recipe;
     recipe.required_only = true;
     recipe.count = [row, count](const Path &path) {
-        return path == row ? count : test::leads_to(path, row) && !test::is_exact(path.back().row()) ? 1 : -1;
+        return path == row ? count : bodies::leads_to(path, row) && !bodies::is_exact(path.back().row()) ? 1 : -1;
     };
     return recipe;
 }
@@ -118,8 +118,8 @@ std::vector<Message> read_messages()
 template <class Function> void for_rows(Function function)
 {
     for (const Message &message : read_messages())
-        for (const Path &path : test::readable_rows(*message.read)) {
-            SCOPED_TRACE(std::string(message.name) + ": " + test::print(path));
+        for (const Path &path : bodies::readable_rows(*message.read)) {
+            SCOPED_TRACE(std::string(message.name) + ": " + bodies::spelled(path));
             function(message, path, *path.back().table, path.back().row());
         }
 }
@@ -155,13 +155,13 @@ TEST_F(TruthTest, CompleteBodiesAreRead)
     for (const Message &message : read_messages()) {
         const Result complete = read(message, {});
         EXPECT_EQ(complete.result, 0) << message.name << ": " << complete.body;
-        const std::vector<Path> paths = test::readable_rows(*message.read);
+        const std::vector<Path> paths = bodies::readable_rows(*message.read);
         // What is read twice, by other rows, is ignored once.
         const bool again =
             std::any_of(paths.begin(), paths.end(), [](const Path &path) { return path.back().again() != nullptr; });
         EXPECT_TRUE(again || complete.ignored_in.empty()) << message.name << ": " << complete.body;
         for (const Path &path : paths) {
-            EXPECT_EQ(complete.taken.count(&path.back().row()), 1u) << message.name << ": " << test::print(path);
+            EXPECT_EQ(complete.taken.count(&path.back().row()), 1u) << message.name << ": " << bodies::spelled(path);
             ++rows;
         }
     }
@@ -186,14 +186,14 @@ TEST_F(TruthTest, RequiredMeansRequired)
         EXPECT_EQ(minimal.result, 0) << message.name << ": " << minimal.body;
     }
     for_rows([&](const Message &message, const Path &path, const Table &table, const Row &row) {
-        if (!test::is_exact(row)) {
+        if (!bodies::is_exact(row)) {
             const Result alone = read(message, least_with(path, 1));
             EXPECT_TRUE(alone.result == 0 || is_said_in_words(path)) << alone.body;
         }
-        if ((row.flags & row_required) == 0 && !test::is_exact(row))
+        if ((row.flags & row_required) == 0 && !bodies::is_exact(row))
             return;
         ++required;
-        const Result without = read(message, with_count(path, test::is_exact(row) ? table.capacity(row) - 1 : 0));
+        const Result without = read(message, with_count(path, bodies::is_exact(row) ? table.capacity(row) - 1 : 0));
         EXPECT_EQ(without.result, -1) << without.body;
         EXPECT_TRUE(without.missing == &row || table.names == Names::in_order);
     });
@@ -294,7 +294,7 @@ Texts texts_of(const Table &table, unsigned index)
         const bool any = (row.flags & word_adds) != 0; // kept, otherwise and adds take any text
         for (const char *unknown : {"xq", "~"})
             (any ? texts.good : texts.bad).push_back(unknown);
-        const std::string spelling = test::usual_text(table, index, 0);
+        const std::string spelling = bodies::usual_text(table, index, 0);
         if (find_whole(*table.ref(row.ref).words, spelling.c_str(), true)->use != Use::whole)
             (any || prefix ? texts.good : texts.bad).push_back(spelling.substr(0, spelling.size() - 1));
         if ((row.flags & word_exact) != 0 && !any)
@@ -311,9 +311,9 @@ Texts texts_of(const Table &table, unsigned index)
             bad.push_back(std::string(longest + 1, ','));
         }
         if (row.kind == Kind::mask && (row.flags & mask_none_conflicts) != 0)
-            bad.push_back(test::usual_text(table, index, 0) + ",none");
+            bad.push_back(bodies::usual_text(table, index, 0) + ",none");
         else
-            good.push_back(test::usual_text(table, index, 0) + ",none");
+            good.push_back(bodies::usual_text(table, index, 0) + ",none");
         break;
     }
     case Kind::grid: // sides that the text does not fill
@@ -411,7 +411,7 @@ TEST_F(TruthTest, OtherChildren)
     for (const Message &message : read_messages()) {
         const Result complete = read(message, {});
         std::set<const Table *> tables = {message.read};
-        for (const Path &path : test::readable_rows(*message.read))
+        for (const Path &path : bodies::readable_rows(*message.read))
             if (path.back().inside() != nullptr)
                 tables.insert(path.back().inside());
         for (const Table *table : tables) {
@@ -433,7 +433,7 @@ TEST_F(TruthTest, OtherChildren)
             const Row &row = table->row(0);
             const bool ends = table->names == Names::in_order || (table->flags & table_first_only) != 0 ||
                               (is_list(row.kind) && (row.flags & list_stop) == list_stop &&
-                               (test::is_exact(row) || table->capacity(row) < 3));
+                               (bodies::is_exact(row) || table->capacity(row) < 3));
             const Result result = read(message, last);
             EXPECT_EQ(result.result, refused && !ends ? -1 : 0) << result.body;
             EXPECT_TRUE(result.result != 0 || is_by_position(*table) || result.payload == complete.payload)
@@ -513,7 +513,7 @@ private:
             places_.add(at + row.offset, size_of_member(table, step.index));
             if (loose_ && table.hook(row, Moment::then) != nullptr)
                 places_.add(at, table.record_size);
-            if (const Row *grid = test::grid_of_side(table, row)) // its cells move
+            if (const Row *grid = bodies::grid_of_side(table, row)) // its cells move
                 places_.add(at + grid->offset, std::size_t{grid_columns} * grid_rows);
             for (unsigned i = table.keys; i < table.rows; ++i) // what a hook or a conversion makes of it
                 if (table.row(i).kind == Kind::named)
@@ -619,7 +619,7 @@ TEST_F(TruthTest, ValuesStandWhereTheyAreSaidTo)
         const std::size_t size = MessageEnvelope(message).size();
         const Places places = Search(message, path, size).places();
         const Texts known = texts_of(table, path.back().index);
-        std::vector<std::string> texts = {test::usual_text(table, path.back().index, 0)};
+        std::vector<std::string> texts = {bodies::usual_text(table, path.back().index, 0)};
         texts.insert(texts.end(), known.good.begin(), known.good.end());
         texts.insert(texts.end(), known.other.begin(), known.other.end());
         bool differs = false;

@@ -4,8 +4,6 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 using namespace test;
@@ -13,17 +11,6 @@ using namespace test;
 namespace {
 
 class UserTest : public HostTest {};
-
-// The payload of messages that the host prepares itself: all zero.
-template <class Payload> int host_payload(net_param_t *param, net_ext_t *ext)
-{
-    return net_param_init_size_id(param, ext, sizeof(Payload), 1);
-}
-
-std::string element(const std::string &name, const std::string &inside)
-{
-    return "<" + name + ">" + inside + "</" + name + ">";
-}
 
 // The log of a refused child. Source lines that stand bare behind a comma become "#".
 template <class Payload> std::string refusal(Envelope<Payload> &message, Parser parser, const std::string &text)
@@ -49,7 +36,7 @@ TEST_F(UserTest, LoginRefusalsNameTheFunctionAndNoSecret)
          {element("password", x32), element("authType", "authLog"), element("authType", ""), element("userVer", "x"),
           element("authInfo", element("authCode", x32)), element("authSignature", x32 + x32),
           element("authToken", x32 + x32), element("nasToken", x32 + x32 + x32 + x32), element("uid", x32)}) {
-        Envelope<net_login_info_v20_t> message(host_payload<net_login_info_v20_t>);
+        Envelope<net_login_info_v20_t> message(prepared<net_login_info_v20_t>);
         EXPECT_EQ(
             refusal(message, net_login_info_x2s, "<L><authUser>me</authUser>" + body + "<userName>me</userName></L>"),
             entry_line("net_login_info_x2s"))
@@ -63,47 +50,6 @@ TEST_F(UserTest, LoginRefusalsNameTheFunctionAndNoSecret)
     EXPECT_EQ(get_auth_mode_info_from_xmlnode(&info, body), 0);
     EXPECT_STREQ(info.authCode, "old");
     EXPECT_STREQ(info.phoneModel, "new");
-}
-
-TEST_F(UserTest, EntryFailuresAreLogged)
-{
-    const struct {
-        Parser parser;
-        const char *name;
-        bool size_matters;
-    } parsers[] = {
-        {net_login_info_x2s, "net_login_info_x2s", true},
-        {net_login_net_info_x2s, "net_login_net_info_x2s", true},
-        {net_encrypt_x2s, "net_encrypt_x2s", true},
-        {net_ipc_version_x2s, "net_ipc_version_x2s", true},
-        {net_param_login_err_info_x2s, "net_param_login_err_info_x2s", false},
-        {nets_user_cfg_x2s, "nets_user_cfg_x2s", false},
-        {nets_param_user_online_x2s, "nets_param_user_online_x2s", false},
-        {net_auth_info_x2s, "net_auth_info_x2s", false},
-        {net_shared_user_cfg_x2s, "net_shared_user_cfg_x2s", false},
-        {net_shared_user_list_x2s, "net_shared_user_list_x2s", false},
-        {nets_ability_support_x2s, "nets_ability_support_x2s", false},
-    };
-    for (const auto &each : parsers) {
-        Envelope<net_ipc_ver_list_v20_t> message(host_payload<net_ipc_ver_list_v20_t>);
-        message.param.dataSize = 1;
-        net_param_t empty = {};
-        Xml body("<x/>");
-        const std::string line = entry_line(each.name);
-        EXPECT_EQ(log_of([&] {
-                      EXPECT_EQ(each.parser(nullptr, body), -1);
-                      EXPECT_EQ(each.parser(&message.param, nullptr), -1);
-                      EXPECT_EQ(each.parser(&empty, body), -1);
-                  }),
-                  line + line + line);
-        EXPECT_EQ(log_of([&] { EXPECT_EQ(each.parser(&message.param, body), each.size_matters ? -1 : 0); }),
-                  each.size_matters ? line : "");
-    }
-    tag_net_userinfo_all__v20_t user = {};
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(get_user_from_xmlnode(&user, nullptr, "User"), -1); }),
-              entry_line("get_user_from_xmlnode"));
-    Xml other("<Guest/>");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(get_user_from_xmlnode(&user, other, "User"), -1); }), "");
 }
 
 TEST_F(UserTest, AccountRefusals)
@@ -140,24 +86,6 @@ TEST_F(UserTest, AccountRefusals)
     }
 }
 
-TEST_F(UserTest, TheTwentyFirstUserIsIgnored)
-{
-    const auto twenty = [](const char *name) { return repeated(20, element(name, "<userId>5</userId>")); };
-    Envelope<net_user_list_v20_t> accounts(nets_param_user_cfg_init);
-    EXPECT_EQ(accounts.read(nets_user_cfg_x2s, element("L", twenty("User") + "<User/>")), 0);
-    EXPECT_EQ(accounts->user[19].userId, 5);
-
-    Envelope<net_user_online_list_v20_t> online(host_payload<net_user_online_list_v20_t>);
-    EXPECT_EQ(online.read(nets_param_user_online_x2s, element("L", twenty("OnlineUser") + "<other/>")), 0);
-    EXPECT_EQ(online->user[19].userId, 5);
-
-    Envelope<net_shared_user_list_t> shared(net_param_shared_user_list_init);
-    EXPECT_EQ(shared.read(net_shared_user_list_x2s,
-                          element("L", twenty("user") + element("user", "<userLevel>2</userLevel>"))),
-              0);
-    EXPECT_STREQ(shared->user[19].userId, "5");
-}
-
 TEST_F(UserTest, AccountComponent)
 {
     tag_net_userinfo_all__v20_t user;
@@ -172,46 +100,6 @@ TEST_F(UserTest, AccountComponent)
     EXPECT_EQ(get_user_from_xmlnode(&user, nobody, "User"), -1);
     EXPECT_EQ(user.userId, 0) << "cleared, then refused";
     EXPECT_EQ(user.userLevel, 0);
-}
-
-TEST_F(UserTest, UsersOnline)
-{
-    Envelope<net_user_online_list_v20_t> message(host_payload<net_user_online_list_v20_t>);
-    std::memset(message.payload(), 'z', sizeof(net_user_online_list_v20_t));
-    EXPECT_EQ(message.read(nets_param_user_online_x2s,
-                           "<List><OnlineUser><userId>0</userId><sessionId>77</sessionId><userName>owner</userName>"
-                           "<password>tulip</password><userLevel>1</userLevel><ipAddress>192.168.100.200</ipAddress>"
-                           "<macAddress>00:11:22:33:44:55</macAddress><enableOutoffLine>1</enableOutoffLine>"
-                           "<isOnline>-3</isOnline></OnlineUser><Online><user>12</user></Online></List>"),
-              0);
-    const auto *user = message->user;
-    EXPECT_EQ(user[0].userId, 0);
-    EXPECT_EQ(user[0].sessionId, 77);
-    EXPECT_STREQ(user[0].userName, "owner");
-    EXPECT_STREQ(user[0].password, "tulip");
-    EXPECT_EQ(user[0].userLevel, 1);
-    EXPECT_STREQ(user[0].ipAddress, "192.168.100.200");
-    EXPECT_STREQ(user[0].macAddress, "00:11:22:33:44:55");
-    EXPECT_EQ(user[0].enableOutoffLine, 1);
-    EXPECT_EQ(user[0].isOnline, -3);
-    EXPECT_EQ(user[1].userId, 12) << "\"user\" is the id";
-    EXPECT_STREQ(user[1].userName, "");
-    EXPECT_EQ(user[1].isOnline, 0);
-    EXPECT_EQ(user[2].userName[0], 'z');
-
-    const std::string good = "<OnlineUser><sessionId>1</sessionId></OnlineUser>";
-    for (const std::string &wrong :
-         {std::string("<User/>"), element("OnlineUser", "<userId>-1</userId>"),
-          element("OnlineUser", "<sessionId>-1</sessionId>"), element("OnlineUser", "<userLevel>2</userLevel>"),
-          element("OnlineUser", "<enableOutoffLine>2</enableOutoffLine>"),
-          element("OnlineUser", "<ipAddress>192.168.100.2000</ipAddress>"),
-          element("OnlineUser", "<macAddress>00:11:22:33:44:555</macAddress>")}) {
-        message->user[1].isOnline = 9;
-        EXPECT_EQ(refusal(message, nets_param_user_online_x2s, element("L", good + wrong + good)), "") << wrong;
-        EXPECT_EQ(message->user[0].sessionId, 1);
-        EXPECT_EQ(message->user[1].isOnline, 0) << "also when the element is another one";
-        EXPECT_EQ(message->user[2].userName[0], 'z');
-    }
 }
 
 TEST_F(UserTest, OneSharedUser)
@@ -273,38 +161,4 @@ TEST_F(UserTest, SharedUsersKeepTheirPositions)
               -1);
     EXPECT_STREQ(message->user[0].userId, "d");
     EXPECT_STREQ(message->user[2].userId, "c");
-}
-
-TEST_F(UserTest, CameraFirmware)
-{
-    Envelope<net_ipc_ver_list_v20_t> message(host_payload<net_ipc_ver_list_v20_t>);
-    message->count = 3; // of an earlier message, which no longer counts
-    const std::string one = "<IpcVersion><platform>dome</platform><version>2.4.1-rc.3</version>"
-                            "<url>https://example.org/dome.bin</url></IpcVersion>";
-    EXPECT_EQ(message.read(net_ipc_version_x2s, element("List", one + "<other/><ipc><url/></ipc>")), 0);
-    EXPECT_EQ(message->count, 2);
-    EXPECT_STREQ(message->entries[0].platform.text, "dome");
-    EXPECT_EQ(message->entries[0].platform.capacity, 256);
-    EXPECT_EQ(message->entries[0].platform.length, 4);
-    EXPECT_STREQ(message->entries[0].version.text, "2.4.1-rc.3");
-    EXPECT_STREQ(message->entries[0].url.text, "https://example.org/dome.bin");
-    EXPECT_EQ(message->entries[1].url.capacity, 256);
-    EXPECT_EQ(message->entries[1].url.length, 0);
-    EXPECT_EQ(message.param.inited, 1u);
-    EXPECT_EQ(message.read(net_ipc_version_x2s, element("List", repeated(4, one) + "<IpcVersion><url>" +
-                                                                    std::string(256, 'u') + "</url></IpcVersion>")),
-              0)
-        << "a fifth is not looked at";
-    EXPECT_EQ(message->count, 4);
-    EXPECT_STREQ(message->entries[3].version.text, "2.4.1-rc.3");
-    EXPECT_EQ(refusal(message, net_ipc_version_x2s,
-                      element("List", one + element("IpcVersion", element("url", std::string(256, 'u'))))),
-              "");
-    EXPECT_EQ(message->count, 1) << "the refused one does not count";
-
-    net_ipc_ver_v20_t version = {};
-    Xml node(one);
-    EXPECT_EQ(get_ipc_version_from_xmlnode(&version, node, "IpcVersion"), 0);
-    EXPECT_EQ(version.version.length, 10);
-    EXPECT_EQ(get_ipc_version_from_xmlnode(&version, node, "User"), -1);
 }

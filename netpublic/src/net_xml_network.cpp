@@ -257,17 +257,18 @@ int get_ddns_type_index(int *index, const char *text)
     return 0;
 }
 
-MESSAGES(network, //
-         HOST_MESSAGE("link", net_link_v20_t, nullptr, net_link_s2x, link_message),
-         MESSAGE("dhcp", nets_param_dhcp_init, net_dhcp_x2s, net_dhcp_s2x, dhcp_message),
-         MESSAGE("autodns", nets_param_autodns_init, net_autodns_x2s, net_autodns_s2x, autodns_message),
-         MESSAGE("ethernet", nets_param_ethernet_init, net_ethernet_x2s, net_ethernet_s2x, ethernet_message),
-         MESSAGE("dns-info", nets_param_dns_info_init, net_dns_info_x2s, net_dns_info_s2x, dns_message),
-         HOST_MESSAGE("surv-port", net_port_cfg_t, nets_param_surv_port_cfg_x2s, nullptr, surv_port_message),
-         HOST_MESSAGE("http-port", net_port_cfg_t, nets_param_http_port_cfg_x2s, nullptr, http_port_message),
-         HOST_MESSAGE("https-port", net_port_cfg_t, nets_param_https_port_cfg_x2s, nullptr, https_port_message),
-         HOST_MESSAGE("rtsp-port", net_port_cfg_t, nets_param_rtsp_port_cfg_x2s, nullptr, rtsp_port_message),
-         HOST_MESSAGE("rtmp-port", net_port_cfg_t, nets_param_rtmp_port_cfg_x2s, nullptr, rtmp_port_message),
-         HOST_MESSAGE("onvif-port", net_port_cfg_t, nets_param_onvif_port_cfg_x2s, nullptr, onvif_port_message),
-         HOST_MESSAGE("ntp", net_ntp_cfg_t, nets_param_ntp_cfg_x2s, nullptr, ntp_message),
-         HOST_MESSAGE("ddns", net_ddns_cfg_t, nets_param_ddns_cfg_x2s, nullptr, ddns_message))
+MESSAGES(
+    network, //
+    HOST_MESSAGE("link", net_link_v20_t, nullptr, net_link_s2x, link_message),
+    MESSAGE("dhcp", nets_param_dhcp_init, net_dhcp_x2s, net_dhcp_s2x, dhcp_message),
+    MESSAGE("autodns", nets_param_autodns_init, net_autodns_x2s, net_autodns_s2x, autodns_message),
+    MESSAGE("ethernet", nets_param_ethernet_init, net_ethernet_x2s, net_ethernet_s2x, ethernet_message),
+    MESSAGE("dns-info", nets_param_dns_info_init, net_dns_info_x2s, net_dns_info_s2x, dns_message),
+    HOST_MESSAGE("surv-port", net_port_cfg_t, nets_param_surv_port_cfg_x2s, nullptr, surv_port_message, "ServerPort"),
+    HOST_MESSAGE("http-port", net_port_cfg_t, nets_param_http_port_cfg_x2s, nullptr, http_port_message, "HttpPort"),
+    HOST_MESSAGE("https-port", net_port_cfg_t, nets_param_https_port_cfg_x2s, nullptr, https_port_message, "HttpsPort"),
+    HOST_MESSAGE("rtsp-port", net_port_cfg_t, nets_param_rtsp_port_cfg_x2s, nullptr, rtsp_port_message, "RtspPort"),
+    HOST_MESSAGE("rtmp-port", net_port_cfg_t, nets_param_rtmp_port_cfg_x2s, nullptr, rtmp_port_message, "RtmpPort"),
+    HOST_MESSAGE("onvif-port", net_port_cfg_t, nets_param_onvif_port_cfg_x2s, nullptr, onvif_port_message, "OnvifPort"),
+    HOST_MESSAGE("ntp", net_ntp_cfg_t, nets_param_ntp_cfg_x2s, nullptr, ntp_message, "Ntp"),
+    HOST_MESSAGE("ddns", net_ddns_cfg_t, nets_param_ddns_cfg_x2s, nullptr, ddns_message, "Ddns"))

@@ -711,21 +711,26 @@ static int net_ptz_param_s2x(net_param_t *param, TiXmlElement *parent)
 }
 #endif
 
-MESSAGES(
-    ptz, //
-    MESSAGE("ptz", nets_param_ptz_info_init, net_ptz_info_x2s, net_ptz_info_s2x, control_message, nullptr),
-    MESSAGE("ptz-preset", net_param_ptz_preset_init, net_ptz_preset_x2s, net_ptz_preset_s2x, preset_message, nullptr),
-    MESSAGE("ptz-cruise", nets_param_ptz_cruise_init, net_ptz_cruise_x2s, net_ptz_cruise_s2x, cruise_message, nullptr),
-    MESSAGE("ptz-serial", net_param_ptz_init, net_ptz_param_x2s, net_ptz_param_s2x, serial_message),
-    MESSAGE("zoom-focus", nets_param_ptz_zoom_focus_info_init, nets_param_zoom_focus_info_x2s,
-            nets_param_zoom_focus_info_s2x, zoom_focus_message),
-    MESSAGE("zoom-focus-move", nets_param_ptz_zoom_focus_start_init, nets_param_start_zoom_focus_x2s, nullptr,
-            move_message),
-    MESSAGE("ptz-guard", nets_param_ptz_guard_init, nets_param_guard_x2s, nets_param_guard_s2x, guard_message),
-    MESSAGE("ptz-auto-test", nets_param_auto_test_init, net_ptz_auto_test_x2s, nullptr, auto_test_message),
-    MESSAGE("backlash", nets_param_zf_backlash_init, nets_param_zf_backlash_x2s, nets_param_zf_backlash_s2x,
-            backlash_message),
-    MESSAGE("ptz-position", net_param_ptz_curpos_init, net_param_ptz_curpos_x2s, net_param_ptz_curpos_s2x,
-            current_position_message),
-    MESSAGE("3d-location", net_param_ptz_3Dlocation_init, net_ptz_3Dlocation_x2s, nullptr, location_message),
-    MESSAGE("af-algorithm", net_param_af_algorithm_init, net_af_algorithm_x2s, net_af_algorithm_s2x, algorithm_message))
+MESSAGES(ptz, //
+         MESSAGE("ptz", nets_param_ptz_info_init, net_ptz_info_x2s, net_ptz_info_s2x, control_message, nullptr,
+                 "PtzControl"),
+         MESSAGE("ptz-preset", net_param_ptz_preset_init, net_ptz_preset_x2s, net_ptz_preset_s2x, preset_message,
+                 nullptr, "PtzPreset"),
+         MESSAGE("ptz-cruise", nets_param_ptz_cruise_init, net_ptz_cruise_x2s, net_ptz_cruise_s2x, cruise_message,
+                 nullptr, "PtzPatrol"),
+         MESSAGE("ptz-serial", net_param_ptz_init, net_ptz_param_x2s, net_ptz_param_s2x, serial_message),
+         MESSAGE("zoom-focus", nets_param_ptz_zoom_focus_info_init, nets_param_zoom_focus_info_x2s,
+                 nets_param_zoom_focus_info_s2x, zoom_focus_message),
+         MESSAGE("zoom-focus-move", nets_param_ptz_zoom_focus_start_init, nets_param_start_zoom_focus_x2s, nullptr,
+                 move_message, "StartZoomFocus"),
+         MESSAGE("ptz-guard", nets_param_ptz_guard_init, nets_param_guard_x2s, nets_param_guard_s2x, guard_message),
+         MESSAGE("ptz-auto-test", nets_param_auto_test_init, net_ptz_auto_test_x2s, nullptr, auto_test_message,
+                 "PtzAutoTest"),
+         MESSAGE("backlash", nets_param_zf_backlash_init, nets_param_zf_backlash_x2s, nets_param_zf_backlash_s2x,
+                 backlash_message),
+         MESSAGE("ptz-position", net_param_ptz_curpos_init, net_param_ptz_curpos_x2s, net_param_ptz_curpos_s2x,
+                 current_position_message),
+         MESSAGE("3d-location", net_param_ptz_3Dlocation_init, net_ptz_3Dlocation_x2s, nullptr, location_message,
+                 "PtzLocation"),
+         MESSAGE("af-algorithm", net_param_af_algorithm_init, net_af_algorithm_x2s, net_af_algorithm_s2x,
+                 algorithm_message))

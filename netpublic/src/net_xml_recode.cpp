@@ -301,9 +301,10 @@ MESSAGES(recode, //
          HOST_MESSAGE("record-key-and-prompt", net_record_key_and_prompt_t, net_param_record_key_and_prompt_x2s,
                       net_param_record_key_and_prompt_s2x, key_and_prompt_message),
          HOST_MESSAGE("record-decrypt-key", net_record_decrypt_key_t, net_param_record_decrypt_key_x2s, nullptr,
-                      decrypt_key_message),
+                      decrypt_key_message, "RecordKey"),
          HOST_MESSAGE("record-prompt", net_record_prompt_t, nullptr, net_rec_prompt_s2x, prompt_message),
-         MESSAGE("manual-record", net_param_manual_rec_init, net_manual_rec_x2s, nullptr, manual_message),
-         MESSAGE("delayed-record", net_param_delay_rec_stat_init, net_delay_rec_stat_x2s, nullptr, delay_message),
+         MESSAGE("manual-record", net_param_manual_rec_init, net_manual_rec_x2s, nullptr, manual_message, "ManualRec"),
+         MESSAGE("delayed-record", net_param_delay_rec_stat_init, net_delay_rec_stat_x2s, nullptr, delay_message,
+                 "DelayRec"),
          HOST_MESSAGE("record-deletion", net_delete_record_file_t, net_delete_record_file_x2s, nullptr,
-                      deletion_message))
+                      deletion_message, "DeleteRecordFile"))

@@ -171,10 +171,11 @@ int get_snaptlp_ctrl_from_xmlnode(net_snap_tlp_t *control, TiXmlNode *node, cons
 }
 
 MESSAGES(snap, //
-         MESSAGE("snap", net_param_snap_init, nets_param_snap_x2s, nullptr, snap_message),
-         MESSAGE("snaptlps", net_param_snaptlps_init, nets_param_snaptlps_x2s, nullptr, snap_tlp_file_message),
-         MESSAGE("crop", nets_param_crop_init, nets_param_crop_x2s, nullptr, crop_message),
-         HOST_MESSAGE("crop-snap", net_crop_snap_t, nets_param_crop_snap_x2s, nullptr, crop_snap_message),
+         MESSAGE("snap", net_param_snap_init, nets_param_snap_x2s, nullptr, snap_message, "Snap"),
+         MESSAGE("snaptlps", net_param_snaptlps_init, nets_param_snaptlps_x2s, nullptr, snap_tlp_file_message,
+                 "SnapTlps"),
+         MESSAGE("crop", nets_param_crop_init, nets_param_crop_x2s, nullptr, crop_message, "Crop"),
+         HOST_MESSAGE("crop-snap", net_crop_snap_t, nets_param_crop_snap_x2s, nullptr, crop_snap_message, "CropSnap"),
          MESSAGE("image-file-info", net_param_image_file_info_init, net_param_image_file_info_x2s,
                  net_param_image_file_info_s2x, image_file_message),
          MESSAGE("ai-snaptlps", net_param_ai_snaptlps_init, net_ai_snaptlps_x2s, net_ai_snaptlps_s2x,

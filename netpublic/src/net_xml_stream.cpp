@@ -491,11 +491,11 @@ static int xml_enc_info_list_s2x(net_param_t *param, TiXmlElement *parent)
 #endif
 
 MESSAGES(stream, //
-         HOST_MESSAGE("preview", net_preview_v20_t, net_preview_x2s, nullptr, preview_message),
+         HOST_MESSAGE("preview", net_preview_v20_t, net_preview_x2s, nullptr, preview_message, "Preview"),
          MESSAGE("encoder", nets_param_enc_init, net_enc_x2s, net_enc_s2x, encoder_message),
          HOST_MESSAGE("stream-info", net_stream_info_list_v20_t, nets_param_stream_info_x2s, nets_param_stream_info_s2x,
-                      stream_info_message, nullptr),
+                      stream_info_message, nullptr, "StreamInfoList"),
          MESSAGE("encoding-list", net_param_enc_list_init, xml_enc_info_list_x2s, xml_enc_info_list_s2x,
                  encoding_list_message, encoding_page),
          MESSAGE("replay-header", net_param_replay_header_init, net_param_replay_header_x2s, nullptr,
-                 replay_header_message))
+                 replay_header_message, "ReplayHeader"))

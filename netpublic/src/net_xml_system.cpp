@@ -598,21 +598,22 @@ static int nets_dst_cfg_s2x(net_param_t *param, TiXmlElement *parent)
 } // namespace netpublic
 #endif
 
-MESSAGES(system, //
-         MESSAGE("device-info", net_param_dev_info_init, net_xml_device_info_x2s, net_xml_device_info_s2x,
-                 device_info_message),
-         MESSAGE("system-general", nets_param_sys_general_init, nets_sys_general_x2s, net_sys_general_cfg_s2x,
-                 general_message),
-         MESSAGE("dst", nets_param_dst_cfg_init, nets_param_dst_cfg_x2s, nets_dst_cfg_s2x, dst_message),
-         HOST_MESSAGE("norm", net_video_form_v20_t, nets_sys_videoform_x2s, net_sys_videoform_cfg_s2x, norm_message),
-         MESSAGE("hdd-init", nets_param_init_hdd_init, nets_param_init_hdd_x2s, nullptr, disk_slots_message),
-         MESSAGE("hdd-info", nets_param_hdd_cfg_init, net_param_hdd_cfg_x2s, nullptr, disks_message),
-         HOST_MESSAGE("config-file", net_cfg_file_v20_t, nets_param_cfg_file_x2s, nets_log_s2x, config_file_message),
-         HOST_MESSAGE("config-file-info", net_cfg_file_v20_t, net_cfg_file_info_x2s, nullptr, config_file_info_message),
-         HOST_MESSAGE("auto-reboot", net_auto_reboot_v20_t, nets_auto_reboot_x2s, nets_auto_reboot_s2x,
-                      auto_reboot_message),
-         HOST_MESSAGE("restore", net_restore_cfg_v20_t, nets_param_restore_cfg_x2s, nullptr, restore_message),
-         MESSAGE("performance", nets_param_performance_init, net_param_performance_x2s, nets_performance_info_s2x,
-                 performance_message),
-         MESSAGE("version", nets_param_version_init, net_param_version_x2s, nullptr, version_message),
-         HOST_MESSAGE("output", net_output_cfg_v20_t, net_param_output_cfg_x2s, nullptr, output_message))
+MESSAGES(
+    system, //
+    MESSAGE("device-info", net_param_dev_info_init, net_xml_device_info_x2s, net_xml_device_info_s2x,
+            device_info_message),
+    MESSAGE("system-general", nets_param_sys_general_init, nets_sys_general_x2s, net_sys_general_cfg_s2x,
+            general_message),
+    MESSAGE("dst", nets_param_dst_cfg_init, nets_param_dst_cfg_x2s, nets_dst_cfg_s2x, dst_message),
+    HOST_MESSAGE("norm", net_video_form_v20_t, nets_sys_videoform_x2s, net_sys_videoform_cfg_s2x, norm_message),
+    MESSAGE("hdd-init", nets_param_init_hdd_init, nets_param_init_hdd_x2s, nullptr, disk_slots_message, "HddInitList"),
+    MESSAGE("hdd-info", nets_param_hdd_cfg_init, net_param_hdd_cfg_x2s, nullptr, disks_message, "HddInfoList"),
+    HOST_MESSAGE("config-file", net_cfg_file_v20_t, nets_param_cfg_file_x2s, nets_log_s2x, config_file_message),
+    HOST_MESSAGE("config-file-info", net_cfg_file_v20_t, net_cfg_file_info_x2s, nullptr, config_file_info_message,
+                 "ConfigFileInfo"),
+    HOST_MESSAGE("auto-reboot", net_auto_reboot_v20_t, nets_auto_reboot_x2s, nets_auto_reboot_s2x, auto_reboot_message),
+    HOST_MESSAGE("restore", net_restore_cfg_v20_t, nets_param_restore_cfg_x2s, nullptr, restore_message, "Restore"),
+    MESSAGE("performance", nets_param_performance_init, net_param_performance_x2s, nets_performance_info_s2x,
+            performance_message),
+    MESSAGE("version", nets_param_version_init, net_param_version_x2s, nullptr, version_message, "VersionInfo"),
+    HOST_MESSAGE("output", net_output_cfg_v20_t, net_param_output_cfg_x2s, nullptr, output_message, "Output"))

@@ -860,4 +860,5 @@ int nets_param_heart_beat_x2s(net_param_t *param, TiXmlNode *node)
 MESSAGES(support, //
          MESSAGE("support", nets_param_support_init, net_support_x2s, net_support_s2x, support_message),
          MESSAGE("ability", nets_param_ability_init, net_ability_x2s, net_ability_s2x, ability_message),
-         MESSAGE("heart-beat", net_param_heart_beat_init, nets_param_heart_beat_x2s, nullptr, heart_beat_message))
+         MESSAGE("heart-beat", net_param_heart_beat_init, nets_param_heart_beat_x2s, nullptr, heart_beat_message,
+                 "HeartBeat"))

@@ -468,18 +468,21 @@ int net_ipc_version_x2s(net_param_t *param, TiXmlNode *node)
 }
 
 MESSAGES(user, //
-         HOST_MESSAGE("login-info", net_login_info_v20_t, net_login_info_x2s, nullptr, login_message),
-         HOST_MESSAGE("login-net-info", net_login_net_info_v20_t, net_login_net_info_x2s, nullptr, login_net_message),
-         MESSAGE("encrypt", net_param_encrypt_init, net_encrypt_x2s, nullptr, encrypt_message),
+         HOST_MESSAGE("login-info", net_login_info_v20_t, net_login_info_x2s, nullptr, login_message, "LoginUser"),
+         HOST_MESSAGE("login-net-info", net_login_net_info_v20_t, net_login_net_info_x2s, nullptr, login_net_message,
+                      "LoginNet"),
+         MESSAGE("encrypt", net_param_encrypt_init, net_encrypt_x2s, nullptr, encrypt_message, "Encryption"),
          MESSAGE("login-err-info", net_param_login_err_info_init, net_param_login_err_info_x2s, nullptr,
-                 login_error_message),
-         MESSAGE("user", nets_param_user_cfg_init, nets_user_cfg_x2s, nullptr, users_message),
+                 login_error_message, "LoginErrInfo"),
+         MESSAGE("user", nets_param_user_cfg_init, nets_user_cfg_x2s, nullptr, users_message, "UserList"),
          HOST_MESSAGE("user-online", net_user_online_list_v20_t, nets_param_user_online_x2s, nullptr,
-                      online_users_message),
+                      online_users_message, "OnlineUserList"),
          MESSAGE("auth-info", net_param_auth_info_init, net_auth_info_x2s, net_auth_info_s2x, authorisation_message),
-         MESSAGE("shared-user", net_param_shared_user_cfg_init, net_shared_user_cfg_x2s, nullptr, shared_user_message),
+         MESSAGE("shared-user", net_param_shared_user_cfg_init, net_shared_user_cfg_x2s, nullptr, shared_user_message,
+                 "SharedUser"),
          MESSAGE("shared-user-list", net_param_shared_user_list_init, net_shared_user_list_x2s, nullptr,
-                 shared_users_message),
+                 shared_users_message, "SharedUserList"),
          MESSAGE("ability-support", nets_param_ability_support_init, nets_ability_support_x2s, nets_ability_support_s2x,
                  rights_message),
-         HOST_MESSAGE("ipc-version", net_ipc_ver_list_v20_t, net_ipc_version_x2s, nullptr, firmware_message))
+         HOST_MESSAGE("ipc-version", net_ipc_ver_list_v20_t, net_ipc_version_x2s, nullptr, firmware_message,
+                      "IpcVersionList"))

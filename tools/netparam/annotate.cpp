@@ -53,21 +53,18 @@ void annotate_refusal(std::ostream &out, const Session &session, const Document 
     const Refusal refusal = refusal_of(session, document);
     std::string text = refusal.path + ": " + refusal.reason;
     if (!refusal.read.empty())
-        text += "\nread " + refusal.read;
+        text += "\nread " + read_text(refusal);
     if (!refusal.accepted.empty())
         text += "\naccepted " + refusal.accepted;
     annotate(out, "error", document.name(), refusal.spot, "refused", text);
 }
 
-void annotate_ignored(std::ostream &out, const Trace &trace, const std::string &path)
+void annotate_notes(std::ostream &out, const Trace &trace, const std::string &path)
 {
-    for (const Ignored &ignored : trace.ignored())
-        annotate(out, "warning", path, ignored.spot, "ignored", ignored.path + " is ignored: " + why_ignored(ignored));
-    for (const Shortened &shortened : trace.shortened())
-        annotate(out, "warning", path, shortened.spot, "shortened", shortened.path + " was read as " + shortened.key);
-    if (trace.ignored_in_all() > trace.ignored().size())
-        annotate(out, "warning", path, {}, "ignored",
-                 std::to_string(trace.ignored_in_all()) + " children are ignored in all");
+    for (const Note &note : trace.notes())
+        annotate(out, "warning", path, note.spot, name_of(note.kind), note.path + ' ' + note.text);
+    if (trace.losses() > trace.notes().size())
+        annotate(out, "warning", path, {}, "ignored", std::to_string(trace.losses()) + " notes in all");
 }
 
 void annotate_failure(std::ostream &out, const Failure &failure)

@@ -1,6 +1,7 @@
 // netparam check: many bodies at once.
 #include "annotate.h"
 #include "command_line.h"
+#include "log_bodies.h"
 #include "report.h"
 #include "terminal.h"
 
@@ -18,7 +19,7 @@ using Json = nlohmann::ordered_json;
 struct CheckOptions : Options {
     std::vector<std::string> paths;
     std::vector<std::string> messages; // NAME or PATTERN=NAME
-    bool strict = false, verbose = false;
+    bool verbose = false, any_element = false;
 };
 
 enum Outcome : std::size_t { accepted, refused, malformed, unknown, unreadable, faulty, outcomes };
@@ -34,7 +35,7 @@ constexpr struct {
                    {unreadable, exit_file},
                    {malformed, exit_malformed},
                    {refused, exit_refused},
-                   {unknown, exit_usage}};
+                   {unknown, exit_unknown}};
 
 Outcome outcome_of(const Failure &failure)
 {
@@ -111,13 +112,36 @@ public:
 
     void examine(const std::string &path)
     {
+        if (path != "-" && is_log(path)) {
+            const std::size_t before = total_;
+            BodyFinder finder([&](const LoggedBody &body) { examine(path, &body); });
+            try {
+                read_log(path, false, finder);
+                if (total_ == before)
+                    throw Failure(exit_unknown, printable(path) + ": there is no message in this text");
+            } catch (const Failure &failure) {
+                ++total_;
+                json_ = {{"file", path}, {"message", nullptr}, {"result", nullptr}};
+                fail(path, failure);
+            }
+            return;
+        }
+        examine(path, nullptr);
+    }
+
+    // A file, or what a log holds.
+    void examine(const std::string &file, const LoggedBody *body)
+    {
+        const std::string path = body != nullptr ? file + ":" + std::to_string(body->line) : file;
         progress_.show(total_++, path);
         json_ = {{"file", path}, {"message", nullptr}, {"result", nullptr}};
         try {
-            // The text is read twice, so that a session can have it from the beginning.
-            const Document document(path);
-            const bool is_header = lower(document.body().ValueStr()) == "extension";
-            settle(path, is_header ? read_extension(path) : read_body(path, document.body()));
+            if (body != nullptr && body->cut)
+                throw Failure(exit_malformed, printable(path) + ": the body has no end");
+            Document document = body != nullptr ? Document(file, body->text) : Document(file);
+            document.shift(body != nullptr ? body->line : 1);
+            const bool is_header = body == nullptr && lower(document.body().ValueStr()) == "extension";
+            settle(path, is_header ? read_extension(path) : read_body(path, document));
         } catch (const Failure &failure) {
             fail(path, failure);
         }
@@ -165,11 +189,10 @@ private:
         const Entry *entry;
     };
 
-    // By --message; by the file's name up to its first dot, if that is a message's; by the root element; by the
-    // keys that the children name.
-    const Entry &entry_for(const std::string &path, const TiXmlElement &body)
+    // By --message; by the file's name up to its first dot, if that is a message's; by the root element and the keys
+    // that the children name.
+    const Entry &entry_for(const std::string &path, const Document &document)
     {
-        known_by_keys_ = false;
         const std::string file = fs::path(path).filename().string();
         for (const Choice &choice : chosen_)
             if (fnmatch(choice.pattern.c_str(), path.c_str(), 0) == 0 ||
@@ -177,33 +200,7 @@ private:
                 return *choice.entry;
         if (const Entry *entry = parsed_message(file.substr(0, file.find('.'))))
             return *entry;
-        const std::vector<const Entry *> found = parsed_by_root(body.ValueStr());
-        if (found.size() == 1)
-            return *found.front();
-        const std::vector<const Entry *> fitting = parsed_by_keys(found.empty() ? parsed_messages() : found, body);
-        known_by_keys_ = fitting.size() == 1;
-        if (known_by_keys_)
-            return *fitting.front();
-        throw Failure(exit_usage,
-                      printable(path) + ": " +
-                          (found.empty() ? "no message is known by the root element "
-                                         : "several messages have the root element ") +
-                          in_quotes(body.ValueStr()) +
-                          (found.empty() && !fitting.empty() ? ", and several have keys for its children" : "") +
-                          candidates(found.empty() ? fitting : found) + "; --message says which one is meant");
-    }
-
-    // ": md, user", if there are only a few.
-    static std::string candidates(const std::vector<const Entry *> &messages)
-    {
-        constexpr std::size_t few = 6;
-        if (messages.empty() || messages.size() > few)
-            return "";
-        std::vector<std::string> names;
-        names.reserve(messages.size());
-        for (const Entry *entry : messages)
-            names.push_back(entry->name());
-        return ": " + joined(names, ", ");
+        return identify(document.body(), path);
     }
 
     Outcome read_extension(const std::string &path)
@@ -218,22 +215,23 @@ private:
         return good ? accepted : refused;
     }
 
-    Outcome read_body(const std::string &path, const TiXmlElement &body)
+    Outcome read_body(const std::string &path, const Document &document)
     {
-        const Entry &entry = entry_for(path, body);
-        Options options = options_;
-        options.file = path;
+        const Entry &entry = entry_for(path, document);
         json_["message"] = entry.name();
-        Session session(entry, options);
+        Session session(entry, options_);
+        session.take_body(document);
         if (!session.read_extension())
             throw Failure(exit_usage, "the extension header is refused; \"netparam check " +
-                                          printable(options.extension) + "\" says why");
+                                          printable(options_.extension) + "\" says why");
+        const TiXmlElement &body = session.body_document()->body();
+        if (!options_.any_element && !entry.bears_element(body))
+            throw Failure(exit_refused, session.body_document()->at(spot_of(body)) + ": " +
+                                            options_.style.error("refused:") + ' ' + printable(body.ValueStr()) + ' ' +
+                                            wrong_element(entry));
         session.prepare();
         const bool good = session.parse();
         report(session, *session.body_document(), path, good);
-        if (!good && known_by_keys_)
-            note(path, "not surely " + entry.name(),
-                 "taken as " + entry.name() + ", the only message with all its keys; --message can say otherwise");
         if (good && entry.writes())
             write(session, path);
         return good ? accepted : refused;
@@ -262,27 +260,25 @@ private:
     void report(const Session &session, const Document &document, const std::string &path, bool good)
     {
         const Trace &trace = *session.trace();
-        const bool ignores = trace.ignored_in_all() > 0;
+        const bool ignores = trace.losses() > 0;
         ignoring_ += ignores;
-        if (!good || ignores || !trace.shortened().empty())
+        if (!good || !trace.notes().empty())
             progress_.clear();
         json_["refused"] = good ? Json() : refusal_json(session, document);
-        json_["ignored"] = ignored_json(trace);
-        json_["shortened"] = shortened_json(trace);
+        json_["notes"] = notes_json(trace);
         if (options_.format == format_github) {
-            annotate_ignored(out_, trace, path);
+            annotate_notes(out_, trace, path);
             if (!good)
                 annotate_refusal(out_, session, document);
         } else if (options_.format == format_text) {
-            print_ignored(out_, trace, document, options_);
-            print_shortened(out_, trace, document, options_);
+            print_notes(out_, trace, document, options_);
             if (!good)
                 print_refusal(out_, session, document, options_);
             if (!good)
                 print_log(out_, session, options_.style);
         }
         if (good && ignores && options_.strict)
-            throw Failure(exit_refused, printable(path) + ": has ignored children");
+            throw Failure(exit_refused, printable(path) + ": has parts that are not read");
     }
 
     void settle(const std::string &path, Outcome outcome)
@@ -314,7 +310,7 @@ private:
                 parts.push_back(std::to_string(counts_[i]) + " " + outcome_names[i]);
         std::string text = std::to_string(total_) + (total_ == 1 ? " file: " : " files: ") + joined(parts, ", ");
         if (ignoring_ > 0)
-            text += "; " + std::to_string(ignoring_) + " with ignored children";
+            text += "; " + std::to_string(ignoring_) + " with parts that are not read";
         if (written_ > 0)
             text += "; " + std::to_string(written_) + " written back";
         if (unwritten_ > 0)
@@ -327,7 +323,7 @@ private:
         Json json = {{"files", total_}};
         for (std::size_t i = 0; i < outcomes; ++i)
             json[outcome_names[i]] = counts_[i];
-        json["with ignored children"] = ignoring_;
+        json["with parts that are not read"] = ignoring_;
         json["written back"] = written_;
         json["not written back"] = unwritten_;
         return json;
@@ -337,14 +333,16 @@ private:
     const CheckOptions &options_;
     Progress progress_;
     std::vector<Choice> chosen_;
-    bool known_by_keys_ = false;        // the message of the file in progress
     Json json_, files_ = Json::array(); // of the file in progress, and of all
     std::size_t total_ = 0, ignoring_ = 0, written_ = 0, unwritten_ = 0;
     std::size_t counts_[outcomes] = {};
 };
 
-ExitCode check(std::ostream &out, std::ostream & /*errors*/, const CheckOptions &options)
+ExitCode check(std::ostream &out, std::ostream & /*errors*/, const CheckOptions &given)
 {
+    CheckOptions options = given;
+    if (options.json)
+        options.format = format_json;
     options.settle();
     const Files files(options.paths);
     Check check(out, options, files.all().size());
@@ -363,8 +361,9 @@ void add_check(CommandLine &line)
     options->style = line.style;
     CLI::App &verb =
         line.add_verb("check", "Reads many bodies and says which of them the library accepts", options, check);
-    verb.add_option("PATH", options->paths,
-                    "Files, and folders whose .xml files are meant, those in inner folders, too")
+    verb.add_option(
+            "PATH", options->paths,
+            "Files, logs with bodies in them, and folders whose .xml files are meant, those in inner folders, too")
         ->required();
     verb.add_option("--message", options->messages,
                     "Which message the files hold, or those whose path or name fits a shell pattern: "
@@ -372,23 +371,29 @@ void add_check(CommandLine &line)
         ->type_name("MESSAGE")
         ->allow_extra_args(false);
     options->add_format(verb, true);
-    verb.add_flag("--strict", options->strict, "Count files with ignored children as refused");
+    verb.add_flag("--json", options->json, "The same as --format json")->excludes("--format");
+    verb.add_flag("--strict", options->strict,
+                  "Count files as refused that hold children, words of a set or elements that nothing reads");
+    verb.add_flag("--any-root", options->any_element,
+                  "Let bodies of another message's root element pass, as the library's parsers do");
     verb.add_flag("-v,--verbose", options->verbose, "A line for every file");
     verb.add_option("--ext", options->extension, "XML text of the extension header that comes with each body")
         ->type_name("FILE");
     verb.add_flag("--show-secrets", options->show_secrets, "Do not hide passwords, tokens, keys, signatures and codes");
     options->device.add_options(verb);
-    line.explain(verb,
-                 "The message of a file is the one that --message gives for it, or the one that the file is called "
-                 "after (as in \"md.xml\" and \"md.2.xml\"), or the only one with its root element, or the only one "
-                 "with keys for all its children; otherwise the file is reported as unknown. Extension headers are "
-                 "known by their root element. What was read is written "
-                 "back where the library can write the message; a payload that cannot be written is counted, but is "
-                 "no refusal.\n\n"
-                 "The exit code tells the worst that was found: a fault, then a file that cannot be read, a malformed "
-                 "text, a refusal, an unknown message.",
-                 {"netparam check examples", "netparam check --message md captured/*.xml",
-                  "netparam check --format github-actions --strict requests"});
+    line.explain(
+        verb,
+        "The message of a file is the one that --message gives for it, or the one that the file is called "
+        "after (as in \"md.xml\" and \"md.2.xml\"), or the only one with its root element or, of several with it, "
+        "with keys for all its children; otherwise the file is reported as unknown. A body whose root element "
+        "is another one than its message's is refused, although the library does not look at it. Extension "
+        "headers are known by their root element. What was read is written "
+        "back where the library can write the message; a payload that cannot be written is counted, but is "
+        "no refusal.\n\n"
+        "The exit code tells the worst that was found: a fault, then a file that cannot be read, a malformed "
+        "text, a refusal, an unknown message.",
+        {"netparam check examples", "netparam check --message md captured/*.xml",
+         "netparam check --format github-actions --strict requests"});
 }
 
 } // namespace netparam

@@ -1,6 +1,7 @@
 #include "command_line.h"
 
 #include "command_model.h"
+#include "nearest.h"
 
 #include <net_version.h>
 
@@ -74,6 +75,19 @@ std::string example_lines(const std::vector<std::string> &examples)
     return examples.empty() ? "" : "Examples:\n  " + joined(examples, "\n  ") + "\n\n";
 }
 
+// Of each option that there is none of, one of a similar name.
+std::string meant_options(const CLI::App &app)
+{
+    std::vector<std::string> names;
+    for (const Parameter &parameter : parameters_of(app))
+        names.insert(names.end(), parameter.names.begin(), parameter.names.end());
+    std::string text;
+    for (const std::string &typed : app.remaining())
+        if (const auto near = nearest(typed.substr(0, typed.find('=')), names, 1); typed[0] == '-' && !near.empty())
+            text += "; did you mean " + near.front() + "?";
+    return text;
+}
+
 } // namespace
 
 CommandLine::CommandLine(Style for_both)
@@ -83,26 +97,29 @@ CommandLine::CommandLine(Style for_both)
     app.formatter(std::make_shared<HelpText>(style.width));
     app.set_version_flag("--version", "netparam " NETPUBLIC_VERSION_STRING, "Print the version and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
-    app.footer(exit_codes(style.width)); // the verbs inherit it
     app.failure_message([](const CLI::App *top, const CLI::Error &error) {
         const std::vector<CLI::App *> verbs = top->get_subcommands();
         const std::string command = verbs.empty() ? "netparam" : "netparam " + verbs.back()->get_name();
         const bool lacks_verb = verbs.empty() && dynamic_cast<const CLI::RequiredError *>(&error) != nullptr;
-        return command + ": " + (lacks_verb ? "VERB is required" : printable(error.what())) + "\nSee \"" + command +
-               " --help\".\n";
+        return command + ": " + (lacks_verb ? "VERB is required" : printable(error.what())) +
+               meant_options(verbs.empty() ? *top : *verbs.back()) + "\nSee \"" + command + " --help\".\n";
     });
     app.require_subcommand(1);
     add_list(*this);
     add_describe(*this);
+    add_page(*this);
     add_parse(*this);
     add_exchange(*this);
+    add_new(*this);
+    add_set(*this);
     add_write(*this);
     add_diff(*this);
     add_check(*this);
+    add_watch(*this);
     add_filter(*this);
     add_manual(*this);
     add_completion(*this);
-    app.footer(exit_codes(style.width) +
+    app.footer(exit_codes(style.width) + "\n\nLimits:\n" + wrapped(limits, style.width) +
                "\n\n\"netparam VERB --help\" shows a verb's options; man netparam shows everything.");
 }
 
@@ -110,7 +127,7 @@ void CommandLine::explain(CLI::App &verb, const std::string &text, const std::ve
 {
     explanations[&verb] = {text, examples};
     verb.footer((text.empty() ? "" : wrapped(text, style.width) + "\n\n") + example_lines(examples) +
-                exit_codes(style.width));
+                "\"netparam --help\" explains the exit codes.");
 }
 
 } // namespace netparam

@@ -52,9 +52,13 @@ struct CommandLine {
 
 void add_list(CommandLine &line);
 void add_describe(CommandLine &line);
+void add_page(CommandLine &line);
 void add_parse(CommandLine &line);
 void add_exchange(CommandLine &line);
 void add_write(CommandLine &line);
+void add_new(CommandLine &line);
+void add_set(CommandLine &line);
+void add_watch(CommandLine &line);
 void add_diff(CommandLine &line);
 void add_check(CommandLine &line);
 void add_filter(CommandLine &line);

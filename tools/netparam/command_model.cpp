@@ -3,17 +3,6 @@
 namespace netparam {
 namespace {
 
-std::vector<std::string> split(const std::string &text, char separator)
-{
-    std::vector<std::string> parts(1);
-    for (const char c : text)
-        if (c == separator)
-            parts.emplace_back();
-        else
-            parts.back() += c;
-    return parts;
-}
-
 // "TEXT:{a,b}" names the choices; "INT:INT in [0 - 9]" and the like say what the description says better.
 void set_value(Parameter &parameter, const std::string &type)
 {
@@ -24,6 +13,8 @@ void set_value(Parameter &parameter, const std::string &type)
         return;
     }
     parameter.value = type.substr(0, type.find(':'));
+    if (parameter.value.find('|') != std::string::npos) // only suggested
+        parameter.choices = split(parameter.value, '|');
     if (parameter.value == "INT" || parameter.value == "UINT")
         parameter.value = "NUMBER";
 }

@@ -13,7 +13,8 @@ void Device::add_options(CLI::App &verb)
     count("--channels", channels, "Number of channels");
     count("--alarm-inputs", alarm_inputs, "Number of alarm inputs");
     count("--alarm-outputs", alarm_outputs, "Number of alarm outputs");
-    verb.add_option("--type", type, "Type text: IPC, NVR, HVR, DVR, BASE, HOMEHUB")
+    verb.add_option("--type", type, "Type text; others than these are possible")
+        ->type_name("IPC|NVR|HVR|DVR|BASE|HOMEHUB")
         ->capture_default_str()
         ->group(group);
     verb.add_option("--display-type", display_type, "Model text")->capture_default_str()->group(group);

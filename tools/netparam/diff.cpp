@@ -33,7 +33,7 @@ struct Side {
             session.prepare();
             document = session.body_document();
             accepted = session.parse();
-            print_ignored(errors, *session.trace(), *document, options);
+            print_notes(errors, *session.trace(), *document, options);
         }
         if (!accepted) {
             print_refusal(errors, session, *document, options);

@@ -54,7 +54,7 @@ std::string file_name(const std::string &path)
     throw Malformed(name, {}, reason, printable(name) + ": " + reason);
 }
 
-std::string read_text(const std::string &path)
+static std::string read_file(const std::string &path)
 {
     const std::string name = file_name(path);
     const auto close = [](std::FILE *file) {
@@ -76,7 +76,20 @@ std::string read_text(const std::string &path)
     return text;
 }
 
+std::string read_text(const std::string &path)
+{
+    if (path != "-")
+        return read_file(path);
+    static const std::string input = read_file(path); // it comes only once
+    return input;
+}
+
 Document::Document(const std::string &path) : name_(file_name(path)), text_(read_text(path))
+{
+    parse();
+}
+
+Document::Document(const std::string &name, const std::string &text) : name_(name), text_(text)
 {
     parse();
 }
@@ -101,13 +114,15 @@ void Document::parse()
         unfit({row, 0}, "a zero byte in the text");
     }
     // Nesting and attributes only: how long the text may be is the tool's own affair.
-    netpublic::ScanLimits limits = netpublic::header_limits;
-    limits.length = longest_text;
+    netpublic::ScanLimits scanning = netpublic::header_limits;
+    scanning.length = longest_text;
     netpublic::ScannedText scanned;
     padded_ = text_;
-    if (scanned.scan(padded_.data(), static_cast<unsigned int>(padded_.size()), limits) != 0 &&
+    if (scanned.scan(padded_.data(), static_cast<unsigned int>(padded_.size()), scanning) != 0 &&
         netpublic::is_limit(scanned.error().fault))
         unfit({}, netpublic::fault_text(scanned.error().fault));
+    if (text_.find_first_not_of(" \t\r\n") == std::string::npos)
+        unfit({}, text_.empty() ? "the text is empty" : "there is nothing but white space");
     constexpr std::size_t padding = 8; // the XML library reads past a text that ends inside a UTF-8 sequence
     padded_ = text_ + std::string(padding, '\0');
     tree_.SetTabSize(1);
@@ -115,28 +130,42 @@ void Document::parse()
     if (tree_.Error())
         malformed({tree_.ErrorRow(), tree_.ErrorCol()}, tree_.ErrorDesc());
     if (tree_.RootElement() == nullptr)
-        malformed({}, "there is no root element");
-    if (has_name(*tree_.RootElement(), "body") && tree_.RootElement()->FirstChildElement() == nullptr)
+        malformed({}, text_.find("<!DOCTYPE") != std::string::npos
+                          ? "no element is found behind the document type declaration, whose own ones cannot be read"
+                          : "there is no element");
+    body_ = tree_.RootElement();
+    if (has_name(*body_, "body"))
+        body_ = body_->FirstChildElement();
+    if (body_ == nullptr)
         malformed(spot_of(*tree_.RootElement()), "the body holds no message");
 }
 
-TiXmlElement &Document::body()
+void Document::choose(const std::string &name)
 {
-    TiXmlElement *root = tree_.RootElement();
-    return has_name(*root, "body") ? *root->FirstChildElement() : *root;
+    for (TiXmlElement *child = body_; body_ != tree_.RootElement() && child != nullptr;
+         child = child->NextSiblingElement())
+        if (lower(child->ValueStr()) == lower(name)) {
+            body_ = child;
+            return;
+        }
 }
 
-const TiXmlElement &Document::body() const
+std::vector<const TiXmlElement *> Document::beside() const
 {
-    const TiXmlElement *root = tree_.RootElement();
-    return has_name(*root, "body") ? *root->FirstChildElement() : *root;
+    std::vector<const TiXmlElement *> others;
+    if (body_ != tree_.RootElement())
+        for (const TiXmlElement *child = tree_.RootElement()->FirstChildElement(); child != nullptr;
+             child = child->NextSiblingElement())
+            if (child != body_)
+                others.push_back(child);
+    return others;
 }
 
 std::string Document::at(Spot spot) const
 {
     std::string place = printable(name_);
     if (spot.row > 0)
-        place += ":" + std::to_string(spot.row);
+        place += ":" + std::to_string(static_cast<std::size_t>(spot.row) + first_line_ - 1);
     if (spot.row > 0 && spot.column > 0)
         place += ":" + std::to_string(spot.column);
     return place;
@@ -144,9 +173,13 @@ std::string Document::at(Spot spot) const
 
 std::string Document::excerpt(Spot spot, const Style &style, bool show_secrets) const
 {
+    return excerpt_of(show_secrets ? text_ : masked(text_), spot, style, first_line_);
+}
+
+std::string excerpt_of(const std::string &text, Spot spot, const Style &style, std::size_t first_line)
+{
     if (spot.row < 1 || spot.column < 1)
         return "";
-    const std::string text = show_secrets ? text_ : masked(text_);
     const std::size_t start = line_start(text, spot.row);
     const std::string line = text.substr(start, text.find_first_of("\r\n", start) - start);
 
@@ -182,11 +215,19 @@ std::string Document::excerpt(Spot spot, const Style &style, bool show_secrets) 
     }
 
     const std::string ahead = (first > 0 ? "..." : "") + shown(first, caret);
-    const std::string number = std::to_string(spot.row);
+    const std::string number = std::to_string(static_cast<std::size_t>(spot.row) + first_line - 1);
     const std::string margin(number.size() < 5 ? 5 - number.size() : 0, ' ');
     return margin + style.faint(number + " |") + " " + ahead + shown(caret, last) + (last < line.size() ? "..." : "") +
            "\n" + margin + std::string(number.size(), ' ') + style.faint(" |") + " " +
            std::string(columns(ahead), ' ') + style.error("^") + "\n";
+}
+
+std::string printed(const TiXmlNode &node)
+{
+    TiXmlPrinter printer;
+    printer.SetIndent("  ");
+    node.Accept(&printer);
+    return printer.Str();
 }
 
 Spot spot_of(const TiXmlNode &node)
@@ -212,13 +253,13 @@ std::string path_of(const TiXmlNode &node)
         std::string step = at->Type() == TiXmlNode::TINYXML_ELEMENT   ? printable(at->ValueStr())
                            : at->Type() == TiXmlNode::TINYXML_COMMENT ? "(comment)"
                                                                       : "(text)";
-        int place = 1, others = 0;
+        int place = 0, others = 0;
         for (const TiXmlNode *sibling = at->PreviousSibling(); sibling != nullptr; sibling = sibling->PreviousSibling())
             place += sibling->Type() == at->Type() && sibling->ValueStr() == at->ValueStr();
         for (const TiXmlNode *sibling = at->NextSibling(); sibling != nullptr && others == 0;
              sibling = sibling->NextSibling())
             others += sibling->Type() == at->Type() && sibling->ValueStr() == at->ValueStr();
-        if (place + others > 1)
+        if (place + others > 0)
             step += "[" + std::to_string(place) + "]";
         if (!path.empty())
             step += "/";

@@ -57,12 +57,25 @@ class Document {
 public:
     // Reads and parses a file, or standard input for "-". Fails with exit_file, and as Malformed.
     explicit Document(const std::string &path);
+    // The same of a text; `name` is its file's.
+    Document(const std::string &name, const std::string &text);
     Document(const Document &) = delete;
     Document &operator=(const Document &) = delete;
 
-    // The message's body element: the root, or the first element in it when the root is called "body".
-    TiXmlElement &body();
-    const TiXmlElement &body() const;
+    // The message's body element: the root or, when that is called "body", the element in it that choose() has chosen,
+    // otherwise the first.
+    TiXmlElement &body()
+    {
+        return *body_;
+    }
+    const TiXmlElement &body() const
+    {
+        return *body_;
+    }
+    // The first element of this name, case aside, if there is one.
+    void choose(const std::string &name);
+    // The other elements in a root called "body".
+    std::vector<const TiXmlElement *> beside() const;
     const TiXmlDocument &tree() const
     {
         return tree_;
@@ -76,9 +89,19 @@ public:
         return name_;
     }
 
+    // The text is a part of its file and begins in this line.
+    void shift(std::size_t first_line)
+    {
+        first_line_ = first_line;
+    }
+    std::size_t first_line() const
+    {
+        return first_line_;
+    }
+
     // "file:line:column".
     std::string at(Spot spot) const;
-    // The line of that place and a caret below it.
+    // See below.
     std::string excerpt(Spot spot, const Style &style, bool show_secrets) const;
 
 private:
@@ -90,12 +113,19 @@ private:
     std::string text_;
     std::string padded_;
     TiXmlDocument tree_;
+    TiXmlElement *body_ = nullptr;
+    std::size_t first_line_ = 1;
 };
+
+// The element's text, indented.
+std::string printed(const TiXmlNode &node);
+// The line of that place in a text and a caret below it.
+std::string excerpt_of(const std::string &text, Spot spot, const Style &style, std::size_t first_line);
 
 // The element's text, or the node's own place where it has none.
 Spot spot_of_text(const TiXmlNode &node);
 Spot spot_of(const TiXmlNode &node);
-// "MD/timeBlockList/timeBlock[2]/endHour", from the body element on.
+// "MD/timeBlockList/timeBlock[1]/endHour", from the body element on; places count from 0.
 std::string path_of(const TiXmlNode &node);
 
 } // namespace netparam

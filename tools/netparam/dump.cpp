@@ -182,12 +182,22 @@ bool has_origin(const Item &item)
     return !item.origins.empty() || std::any_of(item.items.begin(), item.items.end(), has_origin);
 }
 
-void set_origins(Item &item, const std::vector<Spot> &origins)
+// Of what code of the message's own has read in an element: a child of the member's name. Others came from anywhere.
+void set_origins(Item &item, const Trace &trace, const TiXmlNode *element)
 {
-    if (item.items.empty())
-        item.origins = origins;
-    for (Item &inner : item.items)
-        set_origins(inner, origins);
+    for (std::size_t i = 0; i < item.items.size() && element != nullptr; ++i) {
+        Item &inner = item.items[i];
+        const std::string key = inner.name.substr(0, inner.name.find('['));
+        const auto children = trace.children(element, key);
+        if (inner.list)
+            for (std::size_t at = 0; at < std::min(children.size(), inner.items.size()); ++at)
+                set_origins(inner.items[at], trace, children[at]);
+        else if (inner.items.empty())
+            for (const TiXmlNode *child : children)
+                inner.origins.push_back(spot_of_text(*child));
+        else if (children.size() == 1)
+            set_origins(inner, trace, children.front());
+    }
 }
 
 // What a function has made of an element's children.
@@ -216,23 +226,21 @@ void set_place(Item &item, const View &view, unsigned index)
     }
     if (view.trace == nullptr || has_origin(item))
         return;
-    std::vector<Spot> origins = view.trace->origins(view.member(row), view.table.key(row));
-    bool wire = is_wire(row);
+    const Row *reader = &row;
     // What a row of the same name has read whose target is the record as a whole.
-    for (unsigned i = 0; i < view.table.keys && origins.empty(); ++i) {
-        const Row &other = view.table.row(i);
-        if (!is_wire(other) || std::strcmp(view.table.key(other), view.table.key(row)) != 0)
-            continue;
-        origins = view.trace->origins(view.member(other), view.table.key(other));
-        wire = true;
-    }
+    for (unsigned i = 0; i < view.table.keys && view.trace->elements(view.member(*reader), view.table.key(row)).empty();
+         ++i)
+        if (const Row &other = view.table.row(i);
+            is_wire(other) && std::strcmp(view.table.key(other), view.table.key(row)) == 0)
+            reader = &other;
+    const auto elements = view.trace->elements(view.member(*reader), view.table.key(row));
     if (item.items.empty())
-        item.origins = origins;
-    else if (wire && origins.size() == 1) // its own code has read what is in it
-        set_origins(item, origins);
-    else if (wire && item.list && origins.size() == item.items.size())
-        for (std::size_t i = 0; i < origins.size(); ++i)
-            set_origins(item.items[i], {origins[i]});
+        item.origins = view.trace->origins(view.member(*reader), view.table.key(row));
+    else if (is_wire(*reader) && item.list && elements.size() == item.items.size())
+        for (std::size_t i = 0; i < elements.size(); ++i)
+            set_origins(item.items[i], *view.trace, elements[i]);
+    else if (is_wire(*reader) && elements.size() == 1)
+        set_origins(item, *view.trace, elements.front());
 }
 
 std::vector<Item> dump_rows(const View &view)

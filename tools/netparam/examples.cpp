@@ -13,14 +13,6 @@ namespace {
 
 constexpr std::ptrdiff_t long_example = 60; // lines
 
-std::string printed(const TiXmlElement &element)
-{
-    TiXmlPrinter printer;
-    printer.SetIndent("  ");
-    element.Accept(&printer);
-    return printer.Str();
-}
-
 // The names in an element, not what they hold.
 std::string shape_of(const TiXmlElement &element)
 {
@@ -82,7 +74,7 @@ std::string write_payload(const Entry &entry, Options options)
     options.file.clear(); // it is no XML
     Session session(entry, options);
     session.prepare();
-    load_payload(session, entry, read_payload(path, entry));
+    load_payload(session, entry, read_payload(path, entry).payload);
     if (!session.write() || session.reply() == nullptr)
         refuse(path, entry);
     return printed(*session.reply());

@@ -6,8 +6,12 @@
 
 #include <net_public.h>
 
+#include <sstream>
+
 namespace netparam {
 namespace {
+
+using Json = nlohmann::ordered_json;
 
 // As the host logs it: through the library's filter, and without what the filter lets pass.
 std::string logged_form(const std::string &xml, const Options &options)
@@ -30,10 +34,7 @@ std::string shortened(const std::string &line)
 
 void print_xml(std::ostream &out, const std::string &heading, const TiXmlNode &node, const Options &options)
 {
-    TiXmlPrinter printer;
-    printer.SetIndent("  ");
-    node.Accept(&printer);
-    const std::string xml = logged_form(printer.Str(), options);
+    const std::string xml = logged_form(printed(node), options);
     out << options.style.heading(heading) << '\n';
     for (std::size_t at = 0; at < xml.size();) {
         const std::size_t end = std::min(xml.find('\n', at), xml.size());
@@ -65,20 +66,19 @@ void print_extension(std::ostream &out, const net_ext_t &extension, const Option
     number("streamType", extension.streamType);
 }
 
-void note_ignored(std::ostream &errors, const Session &session, const Document &document, const Options &options)
+void tell_notes(std::ostream &errors, const Session &session, const Document &document, const Options &options)
 {
     if (options.format == format_github)
-        annotate_ignored(errors, *session.trace(), document.name());
+        annotate_notes(errors, *session.trace(), document.name());
     else
-        print_ignored(errors, *session.trace(), document, options);
-    print_shortened(errors, *session.trace(), document, options);
+        print_notes(errors, *session.trace(), document, options);
 }
 
 ExitCode refused(std::ostream &out, std::ostream &errors, const Session &session, const Document &document,
                  const Options &options)
 {
     out.flush();
-    note_ignored(errors, session, document, options);
+    tell_notes(errors, session, document, options);
     if (options.format == format_github)
         annotate_refusal(errors, session, document);
     else
@@ -87,8 +87,10 @@ ExitCode refused(std::ostream &out, std::ostream &errors, const Session &session
     return exit_refused;
 }
 
-ExitCode play(std::ostream &out, std::ostream &errors, const Options &options)
+ExitCode play(std::ostream &result, std::ostream &errors, const Options &options)
 {
+    std::ostringstream unseen; // what JSON says otherwise
+    std::ostream &out = options.json ? unseen : result;
     options.settle();
     const Entry &entry = find_message(options.message);
     if (entry.parses() && !entry.writes() && options.file.empty())
@@ -107,9 +109,15 @@ ExitCode play(std::ostream &out, std::ostream &errors, const Options &options)
     print_extension(out, session.extension(), options);
     session.prepare();
     if (Document *document = session.body_document()) {
-        if (!session.parse())
+        const bool accepted = session.parse();
+        if (!accepted && options.json) {
+            result << json_text(reading_json(entry, session, document, false, payload_items(session, entry, options)))
+                   << '\n';
+            return exit_refused;
+        }
+        if (!accepted)
             return refused(out, errors, session, *document, options);
-        note_ignored(errors, session, *document, options);
+        tell_notes(errors, session, *document, options);
     }
     const std::vector<Item> items = payload_items(session, entry, options);
     if (!options.picture.empty())
@@ -118,6 +126,18 @@ ExitCode play(std::ostream &out, std::ostream &errors, const Options &options)
     print_items(out, items, options.style);
 
     ExitCode code = exit_ok;
+    if (options.json) {
+        Json json = reading_json(entry, session, nullptr, true, items);
+        if (entry.writes() && !session.write()) {
+            json["unwritten"] = refusal_json(unwritten(session, entry, items), "");
+            code = exit_refused;
+        }
+        const TiXmlElement *reply = session.reply();
+        json["reply"] = reply != nullptr ? Json(logged_form(printed(*reply), options)) : Json();
+        json["log"] = log_json(session);
+        result << json_text(json) << '\n';
+        return code;
+    }
     if (!entry.writes()) {
         out << options.style.heading("Reply") << "\n  none: the library does not write this message\n";
     } else if (session.write()) {
@@ -127,7 +147,7 @@ ExitCode play(std::ostream &out, std::ostream &errors, const Options &options)
             out << options.style.heading("Reply") << "\n  none: " << entry.writer() << "() writes nothing\n";
     } else {
         out.flush();
-        print_unwritable(errors, entry, items, options.style);
+        print_unwritten(errors, unwritten(session, entry, items), entry.writer(), options.style);
         code = exit_refused;
     }
     out.flush();
@@ -151,6 +171,8 @@ void add_exchange(CommandLine &line)
     options->add_options(verb).add_flag("--full", options->full, "Do not shorten long texts");
     options->add_picture(verb);
     options->add_format(verb, false);
+    verb.add_flag("--json", options->json, "As JSON: what \"parse --json\" prints, and the reply")
+        ->excludes("--format");
     line.explain(verb,
                  "Texts are shown as the firmware would log them. Without a FILE the payload is what the initialiser "
                  "leaves.",

@@ -15,6 +15,7 @@ enum ExitCode : int {
     exit_usage = 2,     // no such message, option or verb
     exit_file = 3,      // a file that cannot be read, or output that cannot be written
     exit_malformed = 4, // text that is not well-formed XML, or not fit to be parsed
+    exit_unknown = 5,   // nobody knows which message a text holds
     exit_fault = 70,    // a fault of the tool or the library itself
 };
 
@@ -30,8 +31,15 @@ constexpr ExitMeaning exit_meanings[] = {
     {exit_usage, "usage: there is no such message, option or verb"},
     {exit_file, "input or output: a file cannot be read, or the output cannot be written"},
     {exit_malformed, "a text is not well-formed XML or JSON, or not fit to be parsed; diff: or a body is refused"},
+    {exit_unknown, "unknown: which message a body is cannot be told from its root element and its children"},
     {exit_fault, "a fault of the tool or of the library"},
 };
+
+// ... and what is taken.
+constexpr char limits[] =
+    "A text of XML or JSON has at most 4 MiB, 64 levels of nesting and 64 attributes in an element. "
+    "Of ignored children and of other notes the first 20 of each kind are told, and how many there "
+    "are. In a log, filter hides at most 16 KiB behind a tag that is never closed.";
 
 class Failure : public std::runtime_error {
 public:

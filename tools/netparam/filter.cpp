@@ -91,7 +91,8 @@ ExitCode filter(std::ostream &out, std::ostream &errors, const FilterOptions &op
 void add_filter(CommandLine &line)
 {
     const auto options = std::make_shared<FilterOptions>();
-    CLI::App &verb = line.add_verb("filter", "Hides passwords, keys, tokens and addresses in a log", options, filter);
+    CLI::App &verb =
+        line.add_verb("filter", "Hides passwords, keys, tokens and addresses in the XML of a log", options, filter);
     verb.add_option("FILE", options->files, "Texts with XML in them; none, or -, is standard input");
     verb.add_option("--also", options->also, "A further element or attribute to hide")
         ->check(name_fault)
@@ -99,10 +100,10 @@ void add_filter(CommandLine &line)
         ->allow_extra_args(false);
     line.explain(
         verb,
-        "Copies text to standard output. The content of secret elements and attributes becomes asterisks, as "
+        "Copies text to standard output. The content of secret XML elements and attributes becomes asterisks, as "
         "many as it has bytes; line breaks and everything else stay as they are. An element may be spread over "
         "lines, and each line leaves as soon as it has come. A tag that is never closed, as in a log that was "
-        "cut, hides no more than 16 KiB and the rest of the line.",
+        "cut, hides no more than 16 KiB and the rest of the line. A secret in other text is not known.",
         {"netparam filter device.log", "tail -f device.log | netparam filter --also deviceName"});
 }
 

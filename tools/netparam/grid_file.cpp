@@ -9,6 +9,7 @@
 #include "values/tables.h"
 
 #include <algorithm>
+#include <fstream>
 #include <map>
 
 namespace netparam {
@@ -325,6 +326,35 @@ void put_drawing(Json &payload, const std::vector<Item> &items, const std::strin
     const auto [path, target] =
         equals == std::string::npos ? only_target(targets, text) : named_target(targets, argument.substr(0, equals));
     payload[pointer_to(path)] = value_in(text, *target);
+}
+
+Json read_grid(const std::string &file, int columns, int rows)
+{
+    Drawing drawing;
+    drawing.cells.assign(static_cast<std::size_t>(std::max(rows, 0)),
+                         std::string(static_cast<std::size_t>(std::max(columns, 0)), '.'));
+    if (columns < 1 || rows < 1)
+        throw Failure(exit_usage, "the body does not say how many columns and rows the grid has");
+    return read_grid(Text(file), drawing);
+}
+
+void save_drawing(const std::vector<Item> &items, const std::string &argument)
+{
+    const std::size_t equals = argument.find('=');
+    Targets targets;
+    collect(targets, items, "");
+    if (equals != std::string::npos)
+        targets = {named_target(targets, argument.substr(0, equals))};
+    if (targets.size() != 1)
+        throw Failure(exit_usage, targets.empty() ? "the payload has no grid and no schedule"
+                                                  : "which drawing is to be saved, with --grid-out PATH=FILE: " +
+                                                        joined(paths_of(targets), ", "));
+    const std::string path = argument.substr(equals == std::string::npos ? 0 : equals + 1);
+    std::ofstream file(path);
+    for (const std::string &line : targets.front().second->drawing.lines)
+        file << line << '\n';
+    if (!file.flush())
+        throw Failure(exit_file, printable(path) + " cannot be written");
 }
 
 } // namespace netparam

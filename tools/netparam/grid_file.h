@@ -15,6 +15,13 @@ namespace netparam {
 // does not fit.
 void put_drawing(nlohmann::ordered_json &payload, const std::vector<Item> &items, const std::string &argument);
 
+// The rows of a grid that is drawn in a file: texts of 0 and 1. Fails with exit_file, and exit_malformed when there
+// are not so many cells.
+nlohmann::ordered_json read_grid(const std::string &file, int columns, int rows);
+
+// Saves the drawing of a value where put_drawing() finds it. Fails with exit_usage and exit_file.
+void save_drawing(const std::vector<Item> &items, const std::string &argument);
+
 } // namespace netparam
 
 #endif

@@ -1,5 +1,7 @@
 #include "command_line.h"
-#include "messages.h"
+#include "facts.h"
+#include "nearest.h"
+#include "rows.h"
 #include "text.h"
 
 #include <nlohmann/json.hpp>
@@ -39,12 +41,31 @@ std::string initialiser_of(const Entry &entry)
     return entry.initialiser != nullptr ? entry.initialiser->name : "(the host prepares it)";
 }
 
-bool matches(const Entry &entry, const std::string &filter)
+// Its structures and keys, those of its records, too.
+void add_names(const netpublic::Table *table, std::vector<std::string> &names)
 {
-    const std::vector<std::string> texts = {entry.name(),   entry.title(),  initialiser_of(entry),
-                                            entry.parser(), entry.writer(), entry.root()};
+    if (table == nullptr)
+        return;
+    names.emplace_back(table->record);
+    for (const unsigned i : described_rows(*table)) {
+        names.push_back(name_of(*table, i));
+        for (const netpublic::Table *inner : inner_tables(*table, i))
+            add_names(inner, names);
+    }
+}
+
+// By what it is called, or by what it says and holds.
+bool matches(const Entry &entry, const std::string &filter, bool by_name)
+{
+    std::vector<std::string> texts = {entry.name(),   entry.title(),  initialiser_of(entry),
+                                      entry.parser(), entry.writer(), entry.element()};
+    if (!by_name) {
+        texts = {entry.summary()};
+        for (const netpublic::Table *table : {entry.read(), entry.written(), entry.table()})
+            add_names(table, texts);
+    }
     const auto contains = [&](const std::string &text) { return lower(text).find(lower(filter)) != std::string::npos; };
-    return id_of(entry) == filter || std::any_of(texts.begin(), texts.end(), contains);
+    return (by_name && id_of(entry) == filter) || std::any_of(texts.begin(), texts.end(), contains);
 }
 
 Json to_json(const Entry &entry)
@@ -59,6 +80,7 @@ Json to_json(const Entry &entry)
     row["parser"] = optional(entry.parser());
     row["writer"] = optional(entry.writer());
     row["root"] = optional(entry.root());
+    row["element"] = optional(entry.element());
     return row;
 }
 
@@ -83,31 +105,46 @@ void print(std::ostream &out, const std::vector<Line> &lines)
     }
 }
 
-// For completions and scripts: what can be typed for MESSAGE.
-void print_names(std::ostream &out, const std::string &filter)
+// Those that are called like that first.
+std::vector<const Entry *> matching(const std::string &filter)
 {
+    std::vector<const Entry *> found;
+    for (const bool by_name : {true, false})
+        for (const Entry &entry : entries())
+            if (matches(entry, filter, by_name) && (by_name || !matches(entry, filter, true)))
+                found.push_back(&entry);
+    return found;
+}
+
+[[noreturn]] void unmatched(const std::string &filter)
+{
+    std::vector<std::string> names;
     for (const Entry &entry : entries())
-        if (entry.message != nullptr && matches(entry, filter))
-            out << entry.name() << '\n';
+        names.insert(names.end(), {entry.name(), initialiser_of(entry), entry.parser(), entry.writer()});
+    const auto near = nearest(filter, names, 1);
+    throw Failure(exit_usage, "nothing in the catalogue matches " + in_quotes(filter) +
+                                  (near.empty() ? "" : "; did you mean " + near.front() + "?"));
 }
 
 ExitCode list(std::ostream &out, std::ostream & /*errors*/, const ListOptions &options)
 {
     std::vector<Line> lines = {{"NAME", "ID", "SIZE", "DIRECTIONS", "TITLE", "INITIALISER"}};
     Json rows = Json::array();
-    for (const Entry &entry : entries()) {
-        if (!matches(entry, options.filter))
-            continue;
+    std::vector<std::string> names; // what can be typed for MESSAGE, for completions and scripts
+    for (const Entry *found : matching(options.filter)) {
+        const Entry &entry = *found;
+        if (entry.message != nullptr)
+            names.push_back(entry.name() + '\n');
         lines.push_back({entry.name(), id_of(entry), entry.size() > 0 ? std::to_string(entry.size()) : "-",
                          entry.directions(), entry.title().empty() ? "-" : entry.title(), initialiser_of(entry)});
         rows.push_back(to_json(entry));
     }
     if (options.names)
-        print_names(out, options.filter);
+        out << joined(names, "");
     else if (options.json)
         out << rows.dump(2) << '\n';
     else if (lines.size() == 1)
-        throw Failure(exit_usage, "nothing in the catalogue matches " + in_quotes(options.filter));
+        unmatched(options.filter);
     else
         print(out, lines);
     return exit_ok;
@@ -121,7 +158,7 @@ void add_list(CommandLine &line)
     CLI::App &verb = line.add_verb("list", "The catalogue of messages", options, list);
     verb.add_option(
         "TEXT", options->filter,
-        "Only messages with this text in their name, title, initialiser, functions or root element, or with this id");
+        "Only messages with this text in their names, functions, description, structures or keys, or with this id");
     verb.add_flag("--json", options->json, "As JSON");
     verb.add_flag("--names", options->names, "Only the names of messages that can be parsed or written")
         ->excludes("--json");

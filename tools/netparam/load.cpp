@@ -139,13 +139,8 @@ std::vector<std::string> parts_of(const Json &value, const std::string &path, co
         return parts;
     }
     const std::string &text = text_of(value, path, accepted);
-    for (std::size_t at = 0; at <= text.size();) {
-        const std::size_t end = std::min(text.find(',', at), text.size());
-        const std::size_t first = std::min(text.find_first_not_of(' ', at), end);
-        const std::size_t last = text.find_last_not_of(' ', end - (end > first));
-        parts.push_back(end > first ? text.substr(first, last + 1 - first) : "");
-        at = end + 1;
-    }
+    for (const std::string &part : split(text, ','))
+        parts.push_back(trimmed(part));
     if (parts.size() == 1 && parts[0].empty())
         parts.clear();
     return parts;

@@ -5,6 +5,7 @@
 
 #include <csignal>
 #include <iostream>
+#include <new>
 
 using namespace netparam;
 
@@ -60,6 +61,10 @@ int main(int argc, char **argv)
         std::cout.flush();
         std::cerr << "netparam: " << failure.what() << '\n';
         return failure.code();
+    } catch (const std::bad_alloc &) {
+        std::cout.flush();
+        std::cerr << "netparam: there is not enough memory\n";
+        return exit_fault;
     } catch (const std::exception &fault) {
         std::cout.flush();
         std::cerr << "netparam: internal fault: " << fault.what() << '\n';

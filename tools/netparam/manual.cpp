@@ -146,7 +146,8 @@ ExitCode manual(std::ostream &out, std::ostream & /*errors*/, const ManualOption
         << escaped(options.line->app.get_description()) << ".\n"
         << escaped("A MESSAGE is named by its own name, as \"netparam list\" shows it, or by that of its initialiser, "
                    "parser, writer or root element. A FILE named - is standard input. Passwords, tokens, keys, "
-                   "signatures and codes are hidden, unless --show-secrets is given.\n")
+                   "signatures and codes are hidden, unless --show-secrets is given; but not in the bodies that verbs "
+                   "make, nor in the bytes that --raw saves.\n")
         << ".PP\nEach verb takes " << bold("--help") << "; " << bold("netparam --version") << " prints the version.\n"
         << ".SH VERBS\n";
     for (const Verb &verb : verbs)
@@ -155,7 +156,8 @@ ExitCode manual(std::ostream &out, std::ostream & /*errors*/, const ManualOption
     out << ".SH EXIT STATUS\n";
     for (const ExitMeaning &exit : exit_meanings)
         out << ".TP\n" << bold(std::to_string(exit.code)) << '\n' << escaped(exit.meaning) << ".\n";
-    out << ".SH ENVIRONMENT\n.TP\n"
+    out << ".SH LIMITS\n"
+        << escaped(limits) << "\n.SH ENVIRONMENT\n.TP\n"
         << bold("NO_COLOR") << "\nIf it is set and not empty, nothing is coloured.\n.TP\n"
         << bold("TERM") << "\nNothing is coloured on a " << bold("dumb")
         << " terminal, nor elsewhere than on a terminal.\n";

@@ -64,8 +64,8 @@ std::vector<std::string> aliases(const Entry &entry)
         names.insert(names.end(), {entry.parser(), without_suffix(entry.parser())});
     if (entry.writes())
         names.insert(names.end(), {entry.writer(), without_suffix(entry.writer())});
-    if (!entry.root().empty())
-        names.push_back(entry.root());
+    if (!entry.element().empty())
+        names.push_back(entry.element());
     return names;
 }
 
@@ -120,6 +120,17 @@ std::string Entry::summary() const
     return table != nullptr ? table->summary : "";
 }
 
+std::string Entry::domain() const
+{
+#define NETPARAM_FIND(domain)                                                                                          \
+    for (const Message &each : netpublic::domain##_messages())                                                         \
+        if (&each == message)                                                                                          \
+            return #domain;
+    NETPUBLIC_DOMAINS(NETPARAM_FIND)
+#undef NETPARAM_FIND
+    return "";
+}
+
 bool Entry::parses() const
 {
     return message != nullptr && message->parse != nullptr;
@@ -150,6 +161,16 @@ std::string Entry::root() const
     return writes() && message->written != nullptr ? message->written->root() : "";
 }
 
+std::string Entry::element() const
+{
+    return message != nullptr ? netpublic::element_of(*message) : "";
+}
+
+bool Entry::bears_element(const TiXmlElement &body) const
+{
+    return netpublic::is_named(body.Value(), element().c_str());
+}
+
 const netpublic::Table *Entry::table() const
 {
     return message == nullptr ? nullptr : netpublic::payload_table(*message);
@@ -174,43 +195,64 @@ const Entry *parsed_message(const std::string &name)
     return nullptr;
 }
 
-std::vector<const Entry *> parsed_by_root(const std::string &element)
+namespace {
+
+template <class Test> std::vector<const Entry *> parsed_messages(Test test)
 {
     std::vector<const Entry *> found;
     for (const Entry &entry : entries())
-        if (entry.parses() && (simplified(entry.name()) == simplified(element) || bears(entry, simplified(element))))
+        if (entry.parses() && test(entry))
             found.push_back(&entry);
     return found;
 }
 
-std::vector<const Entry *> parsed_by_keys(const std::vector<const Entry *> &messages, const TiXmlElement &body)
+bool has_key(const Entry &entry, const TiXmlElement &child)
 {
-    const auto has_key = [](const Entry &entry, const TiXmlElement &child) {
-        const netpublic::Table *table = entry.message->read;
-        for (unsigned i = 0; table != nullptr && i < table->keys; ++i)
-            if (netpublic::is_named(child.Value(), table->key(table->row(i))))
-                return true;
-        return false;
-    };
-    std::vector<const Entry *> found;
-    for (const Entry *entry : messages) {
-        const TiXmlElement *child = body.FirstChildElement();
-        bool fits = child != nullptr;
-        for (; fits && child != nullptr; child = child->NextSiblingElement())
-            fits = has_key(*entry, *child);
-        if (fits)
-            found.push_back(entry);
-    }
-    return found;
+    const netpublic::Table *table = entry.message->read;
+    for (unsigned i = 0; table != nullptr && i < table->keys; ++i)
+        if (netpublic::is_named(child.Value(), table->key(table->row(i))))
+            return true;
+    return false;
 }
 
-std::vector<const Entry *> parsed_messages()
+// Has the message a key of the name of every child? Of no body without children.
+bool has_keys(const Entry &entry, const TiXmlElement &body)
 {
-    std::vector<const Entry *> found;
-    for (const Entry &entry : entries())
-        if (entry.parses())
-            found.push_back(&entry);
-    return found;
+    const TiXmlElement *child = body.FirstChildElement();
+    bool fits = child != nullptr;
+    for (; fits && child != nullptr; child = child->NextSiblingElement())
+        fits = has_key(entry, *child);
+    return fits;
+}
+
+// ": md, user", if there are only a few.
+std::string candidates(const std::vector<const Entry *> &messages)
+{
+    constexpr std::size_t few = 6;
+    std::vector<std::string> names;
+    for (const Entry *entry : messages)
+        names.push_back(entry->name());
+    return names.empty() || names.size() > few ? "" : ": " + joined(names, ", ");
+}
+
+} // namespace
+
+const Entry &identify(const TiXmlElement &body, const std::string &name)
+{
+    const auto of_root = parsed_messages([&](const Entry &entry) { return entry.bears_element(body); });
+    if (of_root.size() == 1)
+        return *of_root.front();
+    const auto fitting = parsed_messages(
+        [&](const Entry &entry) { return (of_root.empty() || entry.bears_element(body)) && has_keys(entry, body); });
+    if (!of_root.empty() && fitting.size() == 1)
+        return *fitting.front();
+    const std::string root = in_quotes(body.ValueStr());
+    throw Failure(exit_unknown,
+                  printable(name) + ": " +
+                      (!of_root.empty()  ? "several messages have the root element " + root + candidates(of_root)
+                       : fitting.empty() ? "no message has the root element " + root
+                                         : "no message has the root element " + root + ", but keys for its children" +
+                                               candidates(fitting)));
 }
 
 const Entry &find_message(const std::string &name)

@@ -30,6 +30,11 @@ struct Entry {
     std::string writer() const;
     // The root element that is written; empty when unknown.
     std::string root() const;
+    // Its domain's name: "alarm".
+    std::string domain() const;
+    // What the element of its bodies is called, which the parser does not look at; empty without a message.
+    std::string element() const;
+    bool bears_element(const TiXmlElement &body) const;
     // The rows of the body that is read, and of the element that is written; null where nothing is.
     const netpublic::Table *read() const;
     const netpublic::Table *written() const;
@@ -48,12 +53,9 @@ const Entry &find_message(const std::string &name);
 
 // The message of this name of its own that can be parsed; null without one.
 const Entry *parsed_message(const std::string &name);
-// All messages that can be parsed and are known by the root element.
-std::vector<const Entry *> parsed_by_root(const std::string &element);
-// Those of these messages whose tables have a key of the name of every child; none for a body without children.
-std::vector<const Entry *> parsed_by_keys(const std::vector<const Entry *> &messages, const TiXmlElement &body);
-// All messages that can be parsed.
-std::vector<const Entry *> parsed_messages();
+// The message that the body is: the only one of its root element or, of those that share it, the only one with keys
+// for all of its children. Fails with exit_unknown; `name` is the text's.
+const Entry &identify(const TiXmlElement &body, const std::string &name);
 
 } // namespace netparam
 

@@ -14,15 +14,70 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// "line:column" of the byte, both from 1 on.
-std::string place_in(const std::string &text, std::size_t byte)
+// Of the byte at this place, from 0 on.
+Spot spot_at(const std::string &text, std::size_t at)
 {
-    const std::size_t at = std::min(byte > 0 ? byte - 1 : 0, text.size());
-    const std::size_t line = text.rfind('\n', at > 0 ? at - 1 : std::string::npos);
-    const std::size_t start = at > 0 && line != std::string::npos ? line + 1 : 0;
+    at = std::min(at, text.size());
+    const std::size_t line = at > 0 ? text.rfind('\n', at - 1) : std::string::npos;
+    const std::size_t start = line != std::string::npos ? line + 1 : 0;
     const auto row = 1 + std::count(text.begin(), text.begin() + static_cast<long>(start), '\n');
-    return std::to_string(row) + ":" + std::to_string(at - start + 1);
+    return {static_cast<int>(row), static_cast<int>(at - start) + 1};
 }
+
+// Finds a value in a JSON text by its path. The text is known to be well-formed.
+class Finder {
+public:
+    Finder(const std::string &text, const std::string &wanted) : text_(text), wanted_(wanted)
+    {
+        value("");
+    }
+    std::size_t found() const
+    {
+        return found_;
+    }
+
+private:
+    void skip(const char *characters)
+    {
+        at_ = std::min(text_.find_first_not_of(characters, at_), text_.size());
+    }
+    std::string token()
+    {
+        const std::size_t start = at_;
+        if (text_[at_] == '"') {
+            for (++at_; text_[at_] != '"'; ++at_)
+                at_ += text_[at_] == '\\';
+            ++at_;
+        } else {
+            at_ = std::min(text_.find_first_of(" \t\r\n,:]}", at_), text_.size());
+        }
+        return text_.substr(start, at_ - start);
+    }
+    void value(const std::string &path)
+    {
+        constexpr char blanks[] = " \t\r\n", gaps[] = " \t\r\n,:";
+        skip(blanks);
+        if (path == wanted_)
+            found_ = std::min(found_, at_);
+        if (text_[at_] != '{' && text_[at_] != '[') {
+            token();
+            return;
+        }
+        const bool object = text_[at_++] == '{';
+        for (int index = 0; skip(gaps), text_[at_] != '}' && text_[at_] != ']'; ++index) {
+            std::string inner = path + "[" + std::to_string(index) + "]";
+            if (object) {
+                inner = (path.empty() ? "" : path + "/") + Json::parse(token()).get<std::string>();
+                skip(gaps);
+            }
+            value(inner);
+        }
+        ++at_;
+    }
+
+    const std::string &text_, &wanted_;
+    std::size_t at_ = 0, found_ = std::string::npos;
+};
 
 // The library's sentence without its own name for it and its own count of the place.
 std::string syntax_error(const std::string &what)
@@ -50,24 +105,33 @@ Json parse_once(const std::string &text, const std::string &name)
 
 } // namespace
 
-Json read_payload(const std::string &path, const Entry &entry)
+Spot PayloadFile::spot_of(const std::string &member) const
+{
+    for (const std::string &path : {"payload" + (member.empty() ? "" : "/" + member), member})
+        if (const std::size_t at = Finder(text, path).found(); at != std::string::npos)
+            return spot_at(text, at);
+    return {};
+}
+
+PayloadFile read_payload(const std::string &path, const Entry &entry)
 {
     const std::string text = read_text(path), name = printable(file_name(path));
     Json json;
     try {
         json = parse_once(text, name);
     } catch (const Json::parse_error &error) {
-        throw Failure(exit_malformed, name + ":" + place_in(text, error.byte) +
+        const Spot spot = spot_at(text, error.byte > 0 ? error.byte - 1 : 0);
+        throw Failure(exit_malformed, name + ":" + std::to_string(spot.row) + ":" + std::to_string(spot.column) +
                                           ": not well-formed JSON: " + printable(syntax_error(error.what())));
     } catch (const Json::exception &error) {
         throw Failure(exit_malformed, name + ": not fit to be read: " + printable(syntax_error(error.what())));
     }
     if (!json.is_object() || !json.contains("payload"))
-        return json;
+        return {name, text, json};
     if (json.contains("message") && json["message"] != entry.name())
         throw Failure(exit_refused, name + ": this is a payload of " + printable(json["message"].dump()) +
                                         ", not of \"" + entry.name() + "\"");
-    return json["payload"];
+    return {name, text, json["payload"]};
 }
 
 // A list of the payload's whose number of items the envelope keeps; empty without one.

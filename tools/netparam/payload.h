@@ -10,9 +10,17 @@
 
 namespace netparam {
 
-// The payload in a JSON text: its "payload" member, as "parse --json" prints it, or the whole. Fails with
-// exit_file, exit_malformed, and exit_refused when it is another message's.
-nlohmann::ordered_json read_payload(const std::string &path, const Entry &entry);
+// The payload in a JSON text: its "payload" member, as "parse --json" prints it, or the whole.
+struct PayloadFile {
+    std::string name, text; // of the file
+    nlohmann::ordered_json payload;
+
+    // Where the member's value stands in the text; no place where it does not.
+    Spot spot_of(const std::string &member) const;
+};
+
+// Fails with exit_file, exit_malformed, and exit_refused when it is another message's.
+PayloadFile read_payload(const std::string &path, const Entry &entry);
 
 // Into the prepared payload. Throws a Misfit.
 void load_payload(Session &session, const Entry &entry, const nlohmann::ordered_json &payload);

@@ -1,8 +1,12 @@
 #include "report.h"
 
+#include "accept.h"
 #include "engine/matching.h"
+#include "facts.h"
+#include "secrets.h"
 
 #include <algorithm>
+#include <map>
 
 namespace netparam {
 namespace {
@@ -56,15 +60,30 @@ std::vector<std::string> log_lines(const Session &session)
     return lines;
 }
 
-// The words that a payload's codes lack are the usual reason why a writer fails.
-void print_wordless(std::ostream &out, const std::vector<Item> &items, const std::string &path)
+// The member at this place, the innermost one.
+const Item *item_at(const std::vector<Item> &items, std::size_t offset, const std::string &path, std::string &found)
 {
-    constexpr char mark[] = "(has no word)";
     for (const Item &item : items) {
-        if (item.text.find(mark) != std::string::npos && item.items.empty())
-            out << "  " << path << item.name << ' ' << item.text << '\n';
-        print_wordless(out, item.items, item.list ? path : path + item.name + "/");
+        if (const Item *inner = item_at(item.items, offset, item.list ? path : path + item.name + "/", found))
+            return inner;
+        if (!item.list && item.bytes > 0 && item.offset == offset) {
+            found = path + item.name;
+            return &item;
+        }
     }
+    return nullptr;
+}
+
+// What the writer makes a text of.
+std::string writable(const netpublic::Table &table, const netpublic::Row &row)
+{
+    const auto index = static_cast<unsigned>(&row - &table.row(0));
+    for (const std::string &note : row_notes(table, index, true))
+        if (note.find("writing fails unless") == 0)
+            return "what its condition wants: " + note;
+    const netpublic::WordTable *words = words_beside(table, index);
+    return words != nullptr ? "one of these words: " + joined(spellings(*words, netpublic::Use::write), ", ")
+                            : accepted_by(table, row);
 }
 
 // What a row of the payload's memory shows.
@@ -189,6 +208,12 @@ Refusal refusal_of(const Session &session, const Document &document)
     return refusal;
 }
 
+std::string read_text(const Refusal &refusal)
+{
+    constexpr std::size_t longest = 80;
+    return refusal.read == hidden ? hidden : in_quotes(refusal.read, longest);
+}
+
 void print_refusal(std::ostream &out, const Session &session, const Document &document, const Options &options)
 {
     const Refusal refusal = refusal_of(session, document);
@@ -201,39 +226,58 @@ void print_refusal(std::ostream &out, const Session &session, const Document &do
         out << "  (key " << refusal.key << ")";
     out << '\n';
     if (!refusal.read.empty())
-        out << "  read      " << refusal.read << '\n';
+        out << "  read      " << read_text(refusal) << '\n';
     if (!refusal.accepted.empty())
         out << "  accepted  " << refusal.accepted << '\n';
 }
 
-void print_unwritable(std::ostream &out, const Entry &entry, const std::vector<Item> &items, const Style &style)
+Refusal unwritten(const Session &session, const Entry &entry, const std::vector<Item> &items)
 {
-    out << entry.message->writer << ": " << style.error("refused:") << " the payload cannot be written\n";
-    print_wordless(out, items, "");
-}
-
-std::string why_ignored(const Ignored &ignored)
-{
-    constexpr char why[] = "no key answers to it";
-    return ignored.near.empty() ? why : std::string(why) + "; did you mean " + ignored.near.front() + "?";
-}
-
-void print_ignored(std::ostream &out, const Trace &trace, const Document &document, const Options &options)
-{
-    for (const Ignored &ignored : trace.ignored()) {
-        out << document.at(ignored.spot) << ": " << options.style.note("note:") << ' ' << ignored.path
-            << " is ignored: " << why_ignored(ignored) << '\n';
+    Refusal refusal;
+    refusal.reason = "the payload cannot be written";
+    const char *data = static_cast<const char *>(session.envelope().data);
+    for (const Session::Stop &stop : session.stops()) {
+        const char *member = static_cast<const char *>(stop.record) + stop.row->offset;
+        const std::string key = stop.table->key(*stop.row);
+        if (refusal.key.empty())
+            refusal.accepted = writable(*stop.table, *stop.row);
+        const bool inside = member >= data && member < data + session.allocated();
+        const Item *item = inside && refusal.path.empty()
+                               ? item_at(items, static_cast<std::size_t>(member - data), "", refusal.path)
+                               : nullptr;
+        if (item != nullptr && item->items.empty())
+            refusal.read = item->text;
+        refusal.key = key + (refusal.key.empty() ? "" : "/" + refusal.key);
     }
-    if (trace.ignored_in_all() > trace.ignored().size())
-        out << document.at({}) << ": " << options.style.note("note:") << ' ' << trace.ignored_in_all()
-            << " children are ignored in all\n";
+    if (refusal.path.empty())
+        refusal.path = refusal.key;
+    if (refusal.path.empty())
+        refusal.reason += ": " + entry.writer() + "() refuses it as a whole";
+    return refusal;
 }
 
-void print_shortened(std::ostream &out, const Trace &trace, const Document &document, const Options &options)
+void print_unwritten(std::ostream &out, const Refusal &refusal, const std::string &place, const Style &style)
 {
-    for (const Shortened &shortened : trace.shortened())
-        out << document.at(shortened.spot) << ": " << options.style.note("note:") << ' ' << shortened.path
-            << " was read as " << shortened.key << '\n';
+    out << place << ": " << style.error("refused:") << ' ' << refusal.reason << '\n';
+    if (!refusal.path.empty())
+        out << "  member    " << refusal.path << '\n';
+    if (!refusal.read.empty())
+        out << "  holds     " << refusal.read << '\n';
+    if (!refusal.accepted.empty())
+        out << "  written   " << refusal.accepted << '\n';
+}
+
+void print_notes(std::ostream &out, const Trace &trace, const Document &document, const Options &options)
+{
+    const std::string label = ": " + options.style.note("note:") + ' ';
+    std::map<Note::Kind, std::size_t> shown;
+    for (const Note &note : trace.notes()) {
+        out << document.at(note.spot) << label << note.path << ' ' << note.text << '\n';
+        ++shown[note.kind];
+    }
+    for (const auto &[kind, count] : shown)
+        if (trace.in_all(kind) > count)
+            out << document.at({}) << label << trace.in_all(kind) << " children are " << name_of(kind) << " in all\n";
 }
 
 void print_log(std::ostream &out, const Session &session, const Style &style)
@@ -248,28 +292,51 @@ void print_log(std::ostream &out, const Session &session, const Style &style)
 
 Json refusal_json(const Session &session, const Document &document)
 {
-    const Refusal refusal = refusal_of(session, document);
-    return {{"file", document.name()},      {"line", refusal.spot.row}, {"column", refusal.spot.column},
-            {"element", refusal.path},      {"key", refusal.key},       {"read", refusal.read},
-            {"accepted", refusal.accepted}, {"reason", refusal.reason}};
+    return refusal_json(refusal_of(session, document), document.name());
 }
 
-Json ignored_json(const Trace &trace)
+Json refusal_json(const Refusal &refusal, const std::string &file)
 {
-    Json list = Json::array();
-    for (const Ignored &ignored : trace.ignored())
-        list.push_back({{"line", ignored.spot.row}, {"column", ignored.spot.column}, {"element", ignored.path}});
-    return list;
+    const auto optional = [](const std::string &text) { return text.empty() ? Json() : Json(text); };
+    return {{"file", file},
+            {"line", refusal.spot.row},
+            {"column", refusal.spot.column},
+            {"element", refusal.path},
+            {"key", refusal.key},
+            {"read", optional(refusal.read)},
+            {"accepted", refusal.accepted},
+            {"reason", refusal.reason}};
 }
 
-Json shortened_json(const Trace &trace)
+Json reading_json(const Entry &entry, const Session &session, const Document *document, bool accepted,
+                  const std::vector<Item> &items)
+{
+    const net_param_t &param = session.envelope();
+    Json json;
+    json["message"] = entry.name();
+    json["initialiser"] = entry.initialiser != nullptr ? Json(entry.initialiser->name) : Json();
+    json["id"] = entry.initialiser != nullptr ? Json(param.paramId) : Json();
+    json["size"] = session.record_size();
+    json["dataSize"] = param.dataSize;
+    json["inited"] = param.inited;
+    json["refused"] = accepted ? Json() : refusal_json(session, *document);
+    json["notes"] = session.trace() != nullptr ? notes_json(*session.trace()) : Json::array();
+    json["log"] = log_json(session);
+    json["payload"] = to_json(items);
+    json["rows"] = rows_json(items);
+    return json;
+}
+
+Json notes_json(const Trace &trace)
 {
     Json list = Json::array();
-    for (const Shortened &shortened : trace.shortened())
-        list.push_back({{"line", shortened.spot.row},
-                        {"column", shortened.spot.column},
-                        {"element", shortened.path},
-                        {"key", shortened.key}});
+    for (const Note &note : trace.notes())
+        list.push_back({{"kind", name_of(note.kind)},
+                        {"line", note.spot.row},
+                        {"column", note.spot.column},
+                        {"element", note.path},
+                        {"key", note.key.empty() ? Json() : Json(note.key)},
+                        {"text", note.text}});
     return list;
 }
 
@@ -305,6 +372,21 @@ std::vector<Item> payload_items(const Session &session, const Entry &entry, cons
     return {list};
 }
 
+std::vector<Item> nonzero(const std::vector<Item> &items, const Session &session)
+{
+    const char *data = static_cast<const char *>(session.envelope().data);
+    std::vector<Item> kept;
+    for (Item item : items) {
+        const bool inner = !item.items.empty();
+        item.items = nonzero(item.items, session);
+        const char *at = data + item.offset;
+        if (inner ? !item.items.empty()
+                  : item.bytes == 0 || std::any_of(at, at + item.bytes, [](char byte) { return byte != 0; }))
+            kept.push_back(item);
+    }
+    return kept;
+}
+
 std::string title(const Entry &entry, const Session &session)
 {
     const net_param_t &param = session.envelope();
@@ -313,9 +395,11 @@ std::string title(const Entry &entry, const Session &session)
         text += std::string(entry.initialiser->name) + ", id " + std::to_string(param.paramId) + ", ";
     else
         text += "prepared by the host, ";
-    text += std::to_string(param.dataSize) + " bytes";
+    text += std::to_string(session.record_size()) + " bytes";
     if (session.records() > 1)
         text += " a record, " + std::to_string(session.records()) + " records";
+    if (param.dataSize != session.record_size())
+        text += ", dataSize " + std::to_string(param.dataSize);
     return text;
 }
 

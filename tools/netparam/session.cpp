@@ -11,9 +11,13 @@
 #include <net_public.h>
 
 #include <cstring>
+#include <utility>
 
 namespace netparam {
 namespace {
+
+constexpr char message_description[] =
+    "Its name, or that of its initialiser, parser, writer or root element; see \"netparam list\"";
 
 constexpr unsigned int own_module = 0x400, wifi_module = 0x1000;
 constexpr unsigned int errors = 0x1, traces = 0x4 | 0x8;
@@ -22,9 +26,7 @@ constexpr unsigned int errors = 0x1, traces = 0x4 | 0x8;
 
 CLI::App &Options::add_options(CLI::App &verb)
 {
-    verb.add_option("MESSAGE", message,
-                    "Its name, or that of its initialiser, parser, writer or root element; see \"netparam list\"")
-        ->required();
+    verb.add_option("MESSAGE", message, message_description)->required();
     verb.add_option(
         "FILE", file,
         "XML text with the message's body element as root, or in a root called \"body\"; - is standard input");
@@ -67,12 +69,21 @@ Session::Session(const Entry &entry, const Options &options) : entry_(entry), op
         extension_document_.emplace(options.extension);
     if (!options.file.empty())
         body_document_.emplace(options.file);
+    if (body_document_)
+        body_document_->choose(entry.element());
 }
 
 Session::~Session()
 {
     if (param_.data != nullptr)
         net_free(&param_.data);
+}
+
+void Session::take_body(const Document &document)
+{
+    body_document_.emplace(document.name(), document.text());
+    body_document_->shift(document.first_line());
+    body_document_->choose(entry_.element());
 }
 
 bool Session::read_extension()
@@ -118,15 +129,53 @@ void Session::prepare()
 
 bool Session::parse()
 {
+    const TiXmlElement &body = body_document_->body();
+    const bool accepted = parse(body);
+    if (!entry_.bears_element(body))
+        trace_->add({Note::Kind::element, spot_of(body), path_of(body), wrong_element(entry_), entry_.element()});
+    for (const TiXmlElement *other : body_document_->beside())
+        trace_->add({Note::Kind::unread, spot_of(*other), path_of(*other),
+                     "stands beside " + printable(body.ValueStr()) + " and is not read"});
+    return accepted;
+}
+
+bool Session::parse(const TiXmlElement &body)
+{
     trace_ = std::make_unique<Trace>(options_.show_secrets);
-    const int result = logged(log_, [&] { return entry_.message->parse(&param_, &body_document_->body()); });
+    auto *node = const_cast<TiXmlElement *>(&body); // parsers only read it
+    const int result = logged(log_, [&] { return entry_.message->parse(&param_, node); });
     trace_->stop();
     return result == 0;
 }
 
+std::string wrong_element(const Entry &entry)
+{
+    return "is the root, " + entry.name() + "'s is " + entry.element();
+}
+
 bool Session::write()
 {
-    return logged(log_, [&] { return entry_.message->write(&param_, &reply_); }) == 0;
+    stops_.clear();
+    const auto stop = [](void *self, netpublic::Event event, const netpublic::Table &table, const netpublic::Row *row,
+                         void *record, netpublic::Node /*element*/) {
+        if (event == netpublic::Event::unwritten)
+            static_cast<Session *>(self)->stops_.push_back({&table, row, record});
+    };
+    const netpublic::Watch watch = {this, stop};
+    netpublic::watch = &watch;
+    const bool written = logged(log_, [&] { return entry_.message->write(&param_, &reply_); }) == 0;
+    netpublic::watch = nullptr;
+    return written;
+}
+
+std::string Session::body_text() const
+{
+    const unsigned int kept = std::exchange(loglevel, 0);
+    net_param_t param = param_;
+    TiXmlElement parent("reply");
+    const bool written = entry_.message->write(&param, &parent) == 0;
+    loglevel = kept;
+    return written && parent.FirstChildElement() != nullptr ? printed(*parent.FirstChildElement()) : "";
 }
 
 std::size_t Session::records() const

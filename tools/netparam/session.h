@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace netparam {
 
@@ -24,6 +25,7 @@ struct Options {
     std::string picture;         // the file for the drawings; empty for none
     std::string format = "text"; // of refusals and notes; see annotate.h
     bool json = false;
+    bool strict = false; // what is lost is refused
     bool show_secrets = false;
     bool full = false;   // do not shorten long texts
     bool traces = false; // have the library log its traces, too
@@ -39,6 +41,9 @@ struct Options {
     void settle() const;
 };
 
+// "is the root, md's is MD"
+std::string wrong_element(const Entry &entry);
+
 class Session {
 public:
     Session(const Entry &entry, const Options &options);
@@ -46,12 +51,15 @@ public:
     Session(const Session &) = delete;
     Session &operator=(const Session &) = delete;
 
+    // Another body than the options' file.
+    void take_body(const Document &document);
     // The extension header of the request, if there is one; false when it is refused.
     bool read_extension();
     // The initialiser, or the host's preparations. A failure is a fault.
     void prepare();
-    // The body; false when it is refused.
+    // The body; false when it is refused. Another one than the file's must outlive the trace.
     bool parse();
+    bool parse(const TiXmlElement &body);
     // The reply, under a parent of its own; false when the writer refuses.
     bool write();
     // What was written; null when the writer has nothing to say.
@@ -63,6 +71,18 @@ public:
     const net_param_t &envelope() const
     {
         return param_;
+    }
+    // What the writer makes of the payload as it is now, without a log; empty when it fails.
+    std::string body_text() const;
+    // Where the latest writing has failed, the innermost place first: nothing where the message's own code refuses.
+    struct Stop {
+        const netpublic::Table *table;
+        const netpublic::Row *row;
+        const void *record;
+    };
+    const std::vector<Stop> &stops() const
+    {
+        return stops_;
     }
     // How many items the list holds whose number the envelope keeps; for a payload that did not come from a body.
     void set_items(unsigned int count)
@@ -114,6 +134,7 @@ private:
     std::size_t allocated_ = 0, record_size_ = 0;
     std::optional<Document> extension_document_, body_document_;
     std::unique_ptr<Trace> trace_;
+    std::vector<Stop> stops_;
     TiXmlElement reply_{"reply"};
     std::string log_;
 };

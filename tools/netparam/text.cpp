@@ -69,6 +69,24 @@ std::string lower(std::string text)
     return text;
 }
 
+std::vector<std::string> split(const std::string &text, char separator)
+{
+    std::vector<std::string> parts(1);
+    for (const char c : text)
+        if (c == separator)
+            parts.emplace_back();
+        else
+            parts.back() += c;
+    return parts;
+}
+
+std::string trimmed(const std::string &text)
+{
+    constexpr char white[] = " \t\r\n";
+    const std::size_t first = std::min(text.find_first_not_of(white), text.size());
+    return text.substr(first, text.find_last_not_of(white) + 1 - first);
+}
+
 namespace {
 
 struct CharacterRange {

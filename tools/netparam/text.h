@@ -15,6 +15,10 @@ std::string in_quotes(std::string_view text, std::size_t longest = 200);
 
 std::string joined(const std::vector<std::string> &texts, std::string_view separator);
 std::string lower(std::string text);
+// The parts between the separators; one more than there are of these.
+std::vector<std::string> split(const std::string &text, char separator);
+// Without white space around it.
+std::string trimmed(const std::string &text);
 
 // Bytes of the UTF-8 sequence at `at`; 1 where there is none.
 std::size_t sequence_length(std::string_view text, std::size_t at);

@@ -2,6 +2,7 @@
 
 #include "accept.h"
 #include "engine/matching.h"
+#include "facts.h"
 #include "nearest.h"
 #include "rows.h"
 #include "secrets.h"
@@ -15,7 +16,7 @@ using netpublic::Event;
 using netpublic::Row;
 using netpublic::Table;
 
-constexpr std::size_t most_ignored = 20, most_shortened = 20;
+constexpr std::size_t most_told = 20; // of each kind
 
 bool lies_within(const TiXmlNode *node, const TiXmlNode &outer)
 {
@@ -45,7 +46,7 @@ Refusal of_value(const Table &table, const Row &row, const void *record, const T
     const char *text = node.ToElement() != nullptr ? node.ToElement()->GetText() : nullptr;
     if (text != nullptr) {
         const bool hide = !show_secrets && (is_secret(refusal.key) || may_be_secret(node.ValueStr()));
-        refusal.read = hide ? hidden : in_quotes(text, 80);
+        refusal.read = hide ? hidden : text;
     }
     return refusal;
 }
@@ -126,6 +127,8 @@ void Trace::happened(void *self, Event event, const Table &table, const Row *row
     case Event::missing:
         trace.refuse(of_missing(table, *row, *node), *node);
         break;
+    case Event::unwritten: // a writer's
+        break;
     }
 }
 
@@ -139,19 +142,22 @@ void Trace::refuse(const Refusal &refusal, const TiXmlNode &node)
 void Trace::take(const Table &table, const Row &row, const void *record, const TiXmlNode &node)
 {
     const std::string key = table.key(row);
-    if (node.ValueStr().size() < key.size() && shortened_.size() < most_shortened &&
-        table.names != netpublic::Names::any && told_.insert({&node, key}).second)
-        shortened_.push_back({spot_of(node), path_of(node), key});
+    if (node.ValueStr().size() < key.size() && table.names != netpublic::Names::any &&
+        told_.insert({&node, key}).second)
+        add({Note::Kind::shortened, spot_of(node), path_of(node), "was read as " + key, key});
     if ((row.flags & netpublic::row_skipped) != 0)
         return;
+    children_[node.Parent()].emplace_back(key, &node);
+    check_words(table, row, node);
+    const auto is_known_grid = [&](const Grid &grid) { return grid.node == &node; };
+    if (row.kind == netpublic::Kind::grid && std::none_of(grids_.begin(), grids_.end(), is_known_grid))
+        grids_.push_back({&node, &table, &row});
     const char *member = static_cast<const char *>(record) + row.offset;
     Origin &origin = origins_[{member, key}];
-    const bool has_text = node.ToElement() != nullptr && node.ToElement()->GetText() != nullptr;
-    const Spot spot = has_text ? spot_of_text(node) : spot_of(node);
     if (origin.parent != node.Parent())
         origin = {node.Parent(), -1, {}};
     if (row.kind == netpublic::Kind::wire || row.kind == netpublic::Kind::wires) {
-        origin.spots.push_back(spot);
+        origin.nodes.push_back(&node);
     } else if (row.kind == netpublic::Kind::int_items) {
         const int capacity = table.capacity(row);
         const Row *counter = count_of(table, row);
@@ -162,17 +168,62 @@ void Trace::take(const Table &table, const Row &row, const void *record, const T
         count = std::clamp(count, 1, capacity);
         if (too_many && (row.flags & netpublic::list_stop) != netpublic::list_last)
             return;
-        origin.spots.resize(std::max(origin.spots.size(), static_cast<std::size_t>(count)));
-        origin.spots[static_cast<std::size_t>(count) - 1] = spot;
+        origin.nodes.resize(std::max(origin.nodes.size(), static_cast<std::size_t>(count)));
+        origin.nodes[static_cast<std::size_t>(count) - 1] = &node;
     } else {
-        origin.spots = {spot};
+        origin.nodes = {&node};
+    }
+}
+
+// The words of a set are found wherever they stand in its text, and nothing complains about the rest.
+void Trace::check_words(const Table &table, const Row &row, const TiXmlNode &node)
+{
+    const auto index = static_cast<unsigned>(&row - &table.row(0));
+    const netpublic::WordTable *words = words_beside(table, index);
+    const char *text = node.ToElement() != nullptr ? node.ToElement()->GetText() : nullptr;
+    if (words == nullptr || text == nullptr || (row.kind != netpublic::Kind::events && !is_mask(table, index)))
+        return;
+    const std::vector<std::string> known = spellings(*words, netpublic::Use::read);
+    for (const std::string &part : split(text, ',')) {
+        const std::string word = trimmed(part);
+        const auto is_word = [&](const std::string &one) { return lower(one) == lower(word); };
+        const auto occurs = [&](const std::string &one) { return lower(word).find(lower(one)) != std::string::npos; };
+        if (word.empty() || is_word("none") || std::any_of(known.begin(), known.end(), is_word) ||
+            !told_.insert({&node, word}).second)
+            continue;
+        const auto within = std::find_if(known.begin(), known.end(), occurs);
+        const auto near = nearest(word, known, 1);
+        add({Note::Kind::word, spot_of_text(node), path_of(node),
+             in_quotes(word, 40) + (within != known.end()
+                                        ? " is read as " + *within
+                                        : " is no word of the set and is ignored" +
+                                              (near.empty() ? "" : "; did you mean " + near.front() + "?")),
+             table.key(row)});
     }
 }
 
 std::vector<Spot> Trace::origins(const void *member, const char *key) const
 {
+    std::vector<Spot> spots;
+    for (const TiXmlNode *node : elements(member, key))
+        spots.push_back(node != nullptr ? spot_of_text(*node) : Spot());
+    return spots;
+}
+
+std::vector<const TiXmlNode *> Trace::elements(const void *member, const char *key) const
+{
     const auto found = origins_.find({member, key});
-    return found != origins_.end() ? found->second.spots : std::vector<Spot>();
+    return found != origins_.end() ? found->second.nodes : std::vector<const TiXmlNode *>();
+}
+
+std::vector<const TiXmlNode *> Trace::children(const TiXmlNode *element, const std::string &key) const
+{
+    std::vector<const TiXmlNode *> found;
+    if (const auto taken = children_.find(element); taken != children_.end())
+        for (const auto &[name, child] : taken->second)
+            if (name == key && std::find(found.begin(), found.end(), child) == found.end())
+                found.push_back(child);
+    return found;
 }
 
 void Trace::ignore(const Table &table, const TiXmlNode &node)
@@ -183,9 +234,30 @@ void Trace::ignore(const Table &table, const TiXmlNode &node)
     if (node.ToElement() == nullptr || is_known(table, node) || taken_.count(&node) != 0 ||
         !told_.insert({&node, ""}).second)
         return;
-    ++ignored_in_all_;
-    if (ignored_.size() < most_ignored)
-        ignored_.push_back({spot_of(node), path_of(node), nearest(node.ValueStr(), keys_of(table), 1)});
+    const bool told = in_all(Note::Kind::ignored) < most_told; // to look for the nearest takes its time
+    const auto near = told ? nearest(node.ValueStr(), keys_of(table), 1) : std::vector<std::string>();
+    add({Note::Kind::ignored, told ? spot_of(node) : Spot(), told ? path_of(node) : "",
+         "is ignored: no key answers to it" + (near.empty() ? "" : "; did you mean " + near.front() + "?")});
+}
+
+void Trace::add(const Note &note)
+{
+    if (++told_in_all_[note.kind] <= most_told)
+        notes_.push_back(note);
+}
+
+std::size_t Trace::losses() const
+{
+    std::size_t sum = 0;
+    for (const auto &[kind, count] : told_in_all_)
+        sum += is_loss(kind) ? count : 0;
+    return sum;
+}
+
+const char *name_of(Note::Kind kind)
+{
+    constexpr const char *names[] = {"ignored", "shortened", "unknown word", "other element", "unread"};
+    return names[static_cast<std::size_t>(kind)];
 }
 
 } // namespace netparam

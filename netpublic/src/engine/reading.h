@@ -33,12 +33,12 @@ bool is_component(const void *record, Node node, const char *key);
 int read_indexed(const Table &table, void *first, int capacity, Node element, std::uint32_t *seen);
 
 #ifdef NETPUBLIC_DESCRIBED
-// What the engine tells the tools about a walk.
-enum class Event { taken, ignored, refused, missing };
+// What the engine tells the tools about a walk, and at which row a writer has failed.
+enum class Event { taken, ignored, refused, missing, unwritten };
 
 struct Watch {
     void *context;
-    // `row` is null for an ignored child, `node` the element that lacks a child for a missing one.
+    // `row` is null for an ignored child, `node` the element that lacks a child for a missing one, null in a writer.
     void (*happened)(void *context, Event event, const Table &table, const Row *row, void *record, Node node);
 };
 extern thread_local const Watch *watch;

@@ -10,6 +10,8 @@
 //     MESSAGE(name, initialiser, parser, writer, table read, table written)
 //     HOST_MESSAGE(name, payload type, parser, writer, tables as above)   the host prepares the envelope
 //
+// Behind the tables stands what clients call the body's element, where no writer names it. Parsers do not look at it.
+//
 // `name` is what one types: the family name in lower case with hyphens. A missing parser, writer or table
 // is nullptr; a writer without a table writes nothing.
 #ifndef NETPUBLIC_REGISTRY_H
@@ -57,6 +59,7 @@ struct Message {
     unsigned int size; // of the payload that the host prepares; else the catalogue knows
     const Table *read; // of the body that is parsed, if the rows say what it is
     const Table *written;
+    const char *element; // of the bodies that are read, where it is not the written root; null otherwise
 };
 
 struct Messages {
@@ -106,13 +109,33 @@ template <class Read, class Written> constexpr Message message(Message names, co
     names.written = table_of(written);
     return names;
 }
+template <class Read, std::size_t Size>
+constexpr Message message(Message names, const Read &read, const char (&element)[Size])
+{
+    names.element = element;
+    return message(names, read);
+}
+template <class Read, class Written, std::size_t Size>
+constexpr Message message(Message names, const Read &read, const Written &written, const char (&element)[Size])
+{
+    names.element = element;
+    return message(names, read, written);
+}
+
+// What the element of the message's bodies is called; empty for a message without a body.
+inline const char *element_of(const Message &message)
+{
+    return message.element != nullptr ? message.element : message.written != nullptr ? message.written->root() : "";
+}
 
 #define MESSAGE(name, initialiser, parser, writer, ...)                                                                \
-    ::netpublic::message({name, #initialiser, #parser, #writer, initialiser, parser, writer, 0, nullptr, nullptr},     \
-                         __VA_ARGS__)
+    ::netpublic::message(                                                                                              \
+        {name, #initialiser, #parser, #writer, initialiser, parser, writer, 0, nullptr, nullptr, nullptr},             \
+        __VA_ARGS__)
 #define HOST_MESSAGE(name, payload, parser, writer, ...)                                                               \
-    ::netpublic::message({name, "", #parser, #writer, nullptr, parser, writer, sizeof(payload), nullptr, nullptr},     \
-                         __VA_ARGS__)
+    ::netpublic::message(                                                                                              \
+        {name, "", #parser, #writer, nullptr, parser, writer, sizeof(payload), nullptr, nullptr, nullptr},             \
+        __VA_ARGS__)
 // Defined by its full name, so that a domain that NETPUBLIC_DOMAINS lacks does not compile.
 #define MESSAGES(domain, ...)                                                                                          \
     netpublic::Messages netpublic::domain##_messages()                                                                 \

@@ -1,6 +1,7 @@
 #include "engine/writing.h"
 
 #include "engine/member.h"
+#include "engine/reading.h"
 #include "values/grid.h"
 #include "values/values.h"
 
@@ -252,6 +253,16 @@ int write_row(const Table &table, const Row &row, const void *record, Element pa
     return -1; // these rows are never written
 }
 
+// Tells the tools; those of the records around it follow.
+int give_up([[maybe_unused]] const Table &table, [[maybe_unused]] const Row &row, [[maybe_unused]] const void *record)
+{
+#ifdef NETPUBLIC_DESCRIBED
+    if (watch != nullptr)
+        watch->happened(watch->context, Event::unwritten, table, &row, const_cast<void *>(record), nullptr);
+#endif
+    return -1;
+}
+
 } // namespace
 
 int write_record(const Table &table, const void *record, Element element, unsigned index)
@@ -262,7 +273,7 @@ int write_record(const Table &table, const void *record, Element element, unsign
         const Row &row = table.row(table.ordered(place));
         const int written = (row.flags & row_attached) != 0 ? is_written(table, record, row) : 1;
         if (written < 0 || (written > 0 && write_row(table, row, record, element, index) != 0))
-            return -1;
+            return give_up(table, row, record);
     }
     return 0;
 }

@@ -203,8 +203,7 @@ void read_columns(const char *text, unsigned char *cells, int columns, int rows,
             reader.next(line, columns);
             add_row(turned, words, line, i);
         }
-        unsigned char bits[sizeof(turned)];
-        std::memcpy(bits, turned, sizeof(turned));
+        const auto *bits = reinterpret_cast<const unsigned char *>(turned);
         for (int column = 0; column < columns; ++column)
             store_column(cells + column * stride + row, bits[column], height);
     }

@@ -1,6 +1,6 @@
-// Message bodies made from the descriptions, for tests of what the descriptions say.
-#ifndef NETPUBLIC_TESTS_BODIES_H
-#define NETPUBLIC_TESTS_BODIES_H
+// Message bodies made from the descriptions: for whoever wants one, and for tests of what the descriptions say.
+#ifndef NETPUBLIC_BODIES_H
+#define NETPUBLIC_BODIES_H
 
 #include "engine/registry.h"
 
@@ -10,7 +10,7 @@
 
 class TiXmlElement;
 
-namespace test {
+namespace bodies {
 
 // A row of a message's element tree.
 struct Step {
@@ -37,7 +37,7 @@ struct Step {
 
 // The rows that lead to one, the outermost first, and the row itself.
 using Path = std::vector<Step>;
-std::string print(const Path &path);
+std::string spelled(const Path &path);
 // Does the one lead to the other?
 bool leads_to(const Path &path, const Path &inner);
 
@@ -51,6 +51,10 @@ struct Recipe {
     std::function<const char *(const Path &path)> text;
     // Another number of elements for the row, 0 leaves it out; negative for the usual one.
     std::function<int(const Path &path)> count;
+    // Is told of each element that has been added, as soon as it has its content.
+    std::function<void(TiXmlElement &element, const Path &path)> made;
+    // Of a message that is only written: what its writer writes, in that order.
+    bool as_written = false;
     // A further child in front of those of the record, or behind them.
     std::function<bool(const netpublic::Table &table)> stranger_first, stranger_last;
 };
@@ -66,6 +70,6 @@ bool is_exact(const netpublic::Row &row);
 // The grid that the row is a side of; null for any other row.
 const netpublic::Row *grid_of_side(const netpublic::Table &table, const netpublic::Row &side);
 
-} // namespace test
+} // namespace bodies
 
 #endif

@@ -9,7 +9,7 @@
 #include <climits>
 #include <cstring>
 
-namespace test {
+namespace bodies {
 
 using namespace netpublic;
 
@@ -49,6 +49,20 @@ std::string word_for(const WordTable &words)
     return "";
 }
 
+// The rows whose elements a body holds, in their order.
+std::vector<unsigned> body_rows(const Table &table, const Recipe &recipe)
+{
+    std::vector<unsigned> rows;
+    if (recipe.as_written)
+        for (unsigned place = 0; place < table.written; ++place)
+            rows.push_back(table.ordered(place));
+    else
+        for (unsigned i = 0; i < table.keys; ++i)
+            if (is_reachable(table, i))
+                rows.push_back(i);
+    return rows;
+}
+
 // The number of elements of a row in a complete body.
 int usual_count(const Table &table, const Row &row)
 {
@@ -73,7 +87,7 @@ const Table *Step::again() const
     return attached != nullptr ? table->ref(attached->offset).table : nullptr;
 }
 
-std::string print(const Path &path)
+std::string spelled(const Path &path)
 {
     std::string text;
     for (const Step &step : path)
@@ -200,9 +214,7 @@ void fill_item(TiXmlElement &element, const Table &table, const Recipe &recipe, 
 {
     if (recipe.stranger_first && recipe.stranger_first(table))
         add_child(element, "zz-nobody", "1");
-    for (unsigned i = 0; i < table.keys; ++i) {
-        if (!is_reachable(table, i))
-            continue;
+    for (const unsigned i : body_rows(table, recipe)) {
         path.push_back({&table, i});
         // What other rows of the same element have put there is filled up.
         const int there = path.back().inside() != nullptr ? children_of(element, path.back().key()) : 0;
@@ -212,13 +224,17 @@ void fill_item(TiXmlElement &element, const Table &table, const Recipe &recipe, 
             const char *key = path.back().key();
             const Table *inside = path.back().inside();
             if (text != nullptr || inside == nullptr) {
-                add_child(element, key, text != nullptr ? text : usual_text(table, i, place));
+                TiXmlElement *child = add_child(element, key, text != nullptr ? text : usual_text(table, i, place));
+                if (recipe.made)
+                    recipe.made(*child, path);
                 continue;
             }
             auto *child = item < there ? nth_child(element, key, item) : add_child(element, key, "");
             fill_item(*child, *inside, recipe, path, item);
             if (const Table *again = path.back().again())
                 fill_item(*child, *again, recipe, path, item);
+            if (recipe.made)
+                recipe.made(*child, path);
         }
         path.pop_back();
     }
@@ -234,4 +250,4 @@ void fill(TiXmlElement &element, const Table &table, const Recipe &recipe)
     fill_item(element, table, recipe, path, 0);
 }
 
-} // namespace test
+} // namespace bodies
