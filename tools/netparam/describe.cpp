@@ -2,6 +2,7 @@
 #include "facts.h"
 #include "reference.h"
 #include "rows.h"
+#include "schema.h"
 
 #include <nlohmann/json.hpp>
 
@@ -19,7 +20,7 @@ using netpublic::Use;
 using netpublic::WordTable;
 
 struct DescribeOptions {
-    std::string message, examples;
+    std::string message, examples, schema;
     bool all = false, json = false, page = false, rows = false;
     Style style;
 };
@@ -269,6 +270,14 @@ ExitCode describe(std::ostream &out, std::ostream & /*errors*/, const DescribeOp
         print_rows(out);
         return exit_ok;
     }
+    if (!options.schema.empty()) {
+        const Entry &entry = find_message(options.message);
+        if (options.schema == "xsd")
+            print_xsd(out, entry);
+        else
+            out << payload_schema(entry).dump(2) << '\n';
+        return exit_ok;
+    }
     std::vector<const Entry *> wanted;
     if (!options.all)
         wanted.push_back(&find_message(options.message));
@@ -300,6 +309,11 @@ void add_describe(CommandLine &line)
                     "Its name, or that of its initialiser, parser, writer or root element; see \"netparam list\"");
     CLI::Option *all = verb.add_flag("--all", options->all, "All messages");
     CLI::Option *json = verb.add_flag("--json", options->json, "As JSON");
+    verb.add_option("--schema", options->schema,
+                    "Of the payload in JSON as a JSON Schema, or of the bodies as an XML Schema")
+        ->check(CLI::IsMember({"json", "xsd"}))
+        ->excludes(all)
+        ->excludes(json);
     CLI::Option *page = verb.add_flag("--markdown", options->page, "All messages as a page in Markdown")->needs(all);
     verb.add_option("--examples", options->examples,
                     "A folder with a list of examples, messages.txt: one of each message goes into the page")
@@ -315,6 +329,7 @@ void add_describe(CommandLine &line)
         "Shows what the tables say: keys, members, ranges, words, the order in which the children are written, "
         "and what is unusual. Where code of the message's own takes part, that is said.",
         {"netparam describe md", "netparam describe md --json | jq '.read.keys[].key'",
+         "netparam describe md --schema xsd > md.xsd",
          "netparam describe --all --markdown --examples examples > messages.md"});
 }
 

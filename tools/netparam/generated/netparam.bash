@@ -33,8 +33,8 @@ _netparam()
                 valued='  '
                 ;;
             describe)
-                options='-h --help --all --json --markdown --examples --rows'
-                valued=' --examples '
+                options='-h --help --all --json --schema --markdown --examples --rows'
+                valued=' --schema --examples '
                 ;;
             parse)
                 options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --format --json --memory --svg --only --nonzero --flat --quiet --grid-out --raw'
@@ -86,6 +86,7 @@ _netparam()
         return
     fi
     case $verb,$before in
+    describe,--schema) _netparam_reply 'json xsd' ;;
     describe,--examples) : ;;
     parse,--ext) _netparam_files ;;
     parse,--channels) : ;;
