@@ -52,7 +52,7 @@ const Entry &find_message(const std::string &name);
 // The message of this name of its own that can be parsed; null without one.
 const Entry *parsed_message(const std::string &name);
 // The message that the body is: the only one of its root element or, of those that share it, the only one with keys
-// for all of its children. Fails with exit_unknown; `name` is the text's.
+// for all of its children. Fails with exit_unknown; `name` is what the text is called, empty where that is known.
 const Entry &identify(const TiXmlElement &body, const std::string &name);
 
 } // namespace netparam
