@@ -99,10 +99,6 @@ public:
     {
         return names_;
     }
-    const std::set<const Table *> &tables() const
-    {
-        return tables_;
-    }
 
 private:
     std::map<std::string, std::vector<const Table *>> children_;

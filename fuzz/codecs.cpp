@@ -10,9 +10,11 @@
 #include <net_xml_words.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <random>
 #include <strings.h>
 
 namespace fuzz {
@@ -171,13 +173,10 @@ void check_rectangle(const std::string &text, int columns, int rows, bool by_col
     const std::string before(whole, '\x5A');
     Guarded in(text.data(), text.size());
     Guarded grid(before.data(), whole);
-    Guarded collected(static_cast<std::size_t>(count));
     if (by_columns) {
         netpublic::read_columns(in.as<char>(), grid.as<>(), columns, rows, stride);
-        netpublic::collect_columns(collected.as<>(), grid.as<>(), columns, rows, stride);
     } else {
         netpublic::read_rows(in.as<char>(), grid.as<>(), columns, rows, stride);
-        netpublic::collect_rows(collected.as<>(), grid.as<>(), columns, rows, stride);
     }
     std::string expected = before;
     for (int row = 0; row < rows; ++row)
@@ -185,8 +184,16 @@ void check_rectangle(const std::string &text, int columns, int rows, bool by_col
             expected[static_cast<std::size_t>(by_columns ? column * stride + row : row * stride + column)] =
                 cells[static_cast<std::size_t>(row * columns + column)];
     require(std::memcmp(grid.as<>(), expected.data(), whole) == 0, "P9", "the cells of a grid");
-    require(std::memcmp(collected.as<>(), cells.data(), static_cast<std::size_t>(count)) == 0, "P9",
-            "the collected cells of a grid");
+
+    Guarded bits(cells.data(), static_cast<std::size_t>(count));
+    std::string encoded(static_cast<std::size_t>(count) / 6 + 8, '~');
+    const int length = EncodeBinaryArrayToBase64(bits.as<>(), encoded.data(), count, INT_MAX);
+    const netpublic::Grid rectangle = {grid.as<>(), columns, rows, by_columns};
+    Guarded made(netpublic::encoded_length(rectangle));
+    netpublic::encode_grid(rectangle, made.as<char>(), 0, netpublic::encoded_length(rectangle));
+    require(std::string(made.as<char>(), netpublic::encoded_length(rectangle)) ==
+                encoded.substr(0, static_cast<std::size_t>(length)),
+            "P9", "the text of a grid");
 }
 
 // Word tables
@@ -255,17 +262,32 @@ void check_sets(const std::string &text, int index)
     require(code == (refused ? untouched : last), "P9", "an alarm type");
 }
 
-// The words are copied without a terminator of their own, into at most size - 1 characters.
+// What a bounded copy makes of a buffer: the text, zeros behind it, and nothing of the last byte.
+std::string copied(std::string buffer, const std::string &text)
+{
+    for (std::size_t i = 0; i + 1 < buffer.size(); ++i)
+        buffer[i] = i < text.size() ? text[i] : '\0';
+    return buffer;
+}
+
+constexpr char filling = '~';
+
+// The buffer as `write` leaves it.
+template <class Write> void check_buffer(const std::string &expected, Write write, const char *what)
+{
+    Guarded out(expected.size());
+    std::memset(out.as<>(), filling, expected.size());
+    write(out.as<char>());
+    require(std::memcmp(out.as<>(), expected.data(), expected.size()) == 0, "P9", what);
+}
+
 template <class Get> void check_word_of(int code, int size, const char *expected, Get get)
 {
-    const std::size_t room = static_cast<std::size_t>(size);
-    Guarded out(room);
-    std::memset(out.as<>(), 0, room);
-    const bool found = get(code, out.as<char>(), size);
-    require(found == (expected != nullptr), "P9", "whether a code has a word");
-    if (expected != nullptr)
-        require(std::string(expected).substr(0, room - 1) == std::string(out.as<char>(), strnlen(out.as<char>(), room)),
-                "P9", "the word of a code");
+    const std::string before(static_cast<std::size_t>(size), filling);
+    const auto write = [&](char *out) {
+        require(get(code, out, size) == (expected != nullptr), "P9", "whether a code has a word");
+    };
+    check_buffer(expected != nullptr ? copied(before, expected) : before, write, "the word of a code");
 }
 
 void check_words_of(int code, int size)
@@ -286,27 +308,45 @@ void check_words_of(int code, int size)
         });
 }
 
-void check_joined_words(int mask, int code, int size)
+// The writers of words empty the front of their buffer first.
+std::string emptied(int size)
 {
-    const std::size_t room = static_cast<std::size_t>(size);
-    std::string actions;
-    for (const auto &word : netpublic::alarm_action_list)
-        if ((mask & word.code) != 0)
-            actions += word.text;
-    if (actions.empty())
-        actions = "none";
-    Guarded out(room);
-    std::memset(out.as<>(), 0, room);
-    require(get_handleType_string(mask, out.as<char>(), size) == 0, "P9", "alarm actions as words");
-    const std::string got(out.as<char>(), strnlen(out.as<char>(), room));
-    require(actions.compare(0, got.size(), got) == 0 && (got.size() == actions.size() || got.size() + 2 >= room), "P9",
-            "the words of alarm actions");
-    int index = untouched;
-    Guarded type(room);
-    std::memset(type.as<>(), 0, room);
-    require(get_alarm_in_type_string(code, type.as<char>(), size, &index) == 0, "P9", "an alarm type as a word");
+    std::string buffer(static_cast<std::size_t>(size), filling);
+    std::fill_n(buffer.begin(), std::min(size, 4), '\0');
+    return buffer;
+}
+
+// In small steps: each word is appended to the text in the buffer, cut at size - 2 characters, and copied back.
+void check_actions_out(int mask, int size)
+{
+    std::string expected = emptied(size);
+    bool any = false;
+    for (const auto &word : netpublic::alarm_action_list) {
+        if ((mask & word.code) == 0)
+            continue;
+        any = true;
+        const std::string text = expected.c_str() + std::string(word.text);
+        expected = copied(expected, text.substr(0, static_cast<std::size_t>(std::max(size - 2, 0))));
+    }
+    check_buffer(
+        any ? expected : copied(expected, "none"),
+        [&](char *out) { require(get_handleType_string(mask, out, size) == 0, "P9", "alarm actions as words"); },
+        "the words of alarm actions");
+}
+
+void check_type_out(int code, int size)
+{
     const bool smart = code >= netpublic::smart_ai_first && code <= netpublic::smart_ai_last;
-    require(index == (smart ? (code - netpublic::smart_ai_first) % 3 : untouched), "P9", "the rule of an alarm type");
+    const int rule = smart ? (code - netpublic::smart_ai_first) % netpublic::smart_ai_rules : 0;
+    const char *word = netpublic::word_of(netpublic::alarm_types, code - rule);
+    int index = untouched;
+    check_buffer(
+        copied(emptied(size), word != nullptr ? word : "none"),
+        [&](char *out) {
+            require(get_alarm_in_type_string(code, out, size, &index) == 0, "P9", "an alarm type as a word");
+        },
+        "the word of an alarm type");
+    require(index == (smart ? rule : untouched), "P9", "the rule of an alarm type");
 }
 
 // Lists of numbers
@@ -405,7 +445,8 @@ void run_words(const std::uint8_t *data, std::size_t size)
     check_word_lookups(text, length);
     check_sets(text, index);
     check_words_of(code, room);
-    check_joined_words(mask, code, room);
+    check_actions_out(mask, room);
+    check_type_out(code, room);
 }
 
 void run_lists(const std::uint8_t *data, std::size_t size)
@@ -425,16 +466,46 @@ void run_lists(const std::uint8_t *data, std::size_t size)
         check_numbers_out(numbers, room, other);
 }
 
-void codec_seeds(const Sink &sink)
+namespace {
+
+// Of the characters that make up such inputs, behind a head of any bytes.
+void random_seeds(const Sink &sink, const char *name, const std::string &characters, int count)
 {
-    std::string all(alphabet);
-    sink("alphabet", std::string("\x40\x00\x10", 3) + all);
+    std::mt19937 random(7);
+    for (; count > 0; --count) {
+        std::string input(random() % 90, '\0');
+        for (std::size_t i = 0; i < input.size(); ++i)
+            input[i] = i < 6 ? static_cast<char>(random()) : characters[random() % characters.size()];
+        sink(name, input);
+    }
+}
+
+} // namespace
+
+void base64_seeds(const Sink &sink)
+{
+    sink("alphabet", std::string("\x40\x00\x10", 3) + alphabet);
     for (const char *tail :
          {"QQ==", "QUI=", "QUJD", "Q===", "====", "QQ=A", "QQ==QUJD", "Q!==", "QUJ", "//8=", "AAAA\r\nAAAA"})
         sink("tail", std::string("\xFF\x00\x08", 3) + tail);
+    std::string all(alphabet);
+    random_seeds(sink, "good", all, 300);
+    random_seeds(sink, "padded", all + "==", 300);
+    random_seeds(sink, "foreign", all + "=!\x80", 100);
+}
+
+void list_seeds(const Sink &sink)
+{
     for (const char *list : {"5,,7", "1,2,3,0,0", "-1,-", "2147483647,-2147483648,99999999999", ",", ",,,,",
                              "1234567890123456789012345678901", "123456789012345678901234567890,1", " 7, 8"})
         sink("list", std::string("\x20\x00\x04\x00", 4) + list);
+    random_seeds(sink, "short", "0123456789999,,,,", 300);
+    random_seeds(sink, "long", "0123456789, -+x\n", 300);
+}
+
+// Each word, then codes, masks and sizes of all kinds.
+void word_seeds(const Sink &sink)
+{
     const std::string head("\x1D\x03\x02\x10\x20\x02", 6);
     for (const auto &word : netpublic::alarm_type_list)
         sink("type", head + word.text);
@@ -442,6 +513,10 @@ void codec_seeds(const Sink &sink)
          {"", "T", "tu", "Sundays", " MDY_CN", "MDY_CN", "eng", "CS8", "mainStream", "externStreams", "io,snap",
           "iosnap", "none,io", "IO,MD", "videoloss", "crossline", "loitering,cry", "RFSPEAKER", "dog_cat"})
         sink("word", head + word);
+    for (int code = -2; code < 50; ++code)
+        for (const char room : {'\0', '\1', '\3', '\5', '\11', '\100'})
+            sink("code", {static_cast<char>(code), static_cast<char>(code * 37), static_cast<char>(code % 4), room});
+    random_seeds(sink, "words", "MDYCNS_io,snaprecv ", 100);
 }
 
 } // namespace fuzz

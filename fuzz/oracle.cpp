@@ -18,10 +18,10 @@ namespace {
 
 using namespace netpublic;
 
-std::string place(const Table &table, const Row *row, const TiXmlNode &node)
+std::string place(const Table &table, const Row *row, Node node)
 {
     return std::string(table.place().file) + ":" + std::to_string(table.place().line) + ", key \"" +
-           (row != nullptr ? table.key(*row) : "") + "\", child \"" + node.Value() + "\"";
+           (row != nullptr ? table.key(*row) : "") + "\", child \"" + node.name() + "\"";
 }
 
 // The rule of names, as plainly as it can be said.
@@ -151,13 +151,13 @@ void expect_integer(Expected &expected, const Table &table, const Row &row, cons
                         (value >= table.limit(row.limits).low && value <= table.limit(row.limits).high);
 }
 
-Expected expect(const Table &table, const Row &row, const TiXmlNode &node)
+Expected expect(const Table &table, const Row &row, Node node)
 {
     Expected expected;
-    const TiXmlElement *element = node.ToElement();
-    const char *text = element != nullptr ? element->GetText() : nullptr;
+    const bool element = node.is_element();
+    const char *text = node.text();
     const char *or_empty = text != nullptr ? text : "";
-    const auto fits = [&](std::size_t longest) { return element != nullptr && std::strlen(or_empty) <= longest; };
+    const auto fits = [&](std::size_t longest) { return element && std::strlen(or_empty) <= longest; };
     const auto low = [&] { return static_cast<std::size_t>(table.limit(row.limits).low); };
     switch (row.kind) {
     case Kind::integer:
@@ -222,7 +222,7 @@ bool has_hook(const Table &table, const Row &row)
     return table.hook(row, Moment::then) != nullptr;
 }
 
-void check_value(const Table &table, const Row &row, const char *member, const TiXmlNode &node, bool taken)
+void check_value(const Table &table, const Row &row, const char *member, Node node, bool taken)
 {
     Expected expected = expect(table, row, node);
     if (expected.known && expected.accepted && !taken && has_hook(table, row))
@@ -291,10 +291,9 @@ void Oracle::check_log(std::string_view log, const std::string &source) const
             "the first characters of a secret in a log line");
 }
 
-void Oracle::happened(void *self, Event event, const Table &table, const Row *row, void *record, Node element)
+void Oracle::happened(void *self, Event event, const Table &table, const Row *row, void *record, Node node)
 {
     Oracle &oracle = *static_cast<Oracle *>(self);
-    const TiXmlNode *node = element.tree();
     // Where names do not decide alone, the children's order or their number does.
     const bool by_name = table.names != Names::any && table.names != Names::in_order && table.names != Names::looked_up;
     const unsigned index = row != nullptr ? index_of(table, *row) : 0;
@@ -310,20 +309,20 @@ void Oracle::happened(void *self, Event event, const Table &table, const Row *ro
     case Event::taken:
     case Event::refused:
         oracle.taken_ += event == Event::taken;
-        if (by_name && !takes(table, node->Value(), index))
-            broken("P9", place(table, row, *node) + ": another row's child");
+        if (by_name && !takes(table, node.name(), index))
+            broken("P9", place(table, row, node) + ": another row's child");
         if ((row->flags & row_skipped) == 0)
-            check_value(table, *row, static_cast<const char *>(record) + row->offset, *node, event == Event::taken);
-        if (is_secret_key(table.key(*row)) && node->ToElement() != nullptr) {
-            const char *text = node->ToElement()->GetText();
+            check_value(table, *row, static_cast<const char *>(record) + row->offset, node, event == Event::taken);
+        if (is_secret_key(table.key(*row)) && node.is_element()) {
+            const char *text = node.text();
             if (text != nullptr && std::strncmp(text, secret_mark, sizeof secret_mark - 1) == 0)
                 oracle.secrets_.push_back(text);
         }
         break;
     case Event::ignored:
         ++oracle.ignored_;
-        if (by_name && !nobody_takes(table, node->Value()))
-            broken("P9", place(table, row, *node) + ": ignored, although a key is there");
+        if (by_name && !nobody_takes(table, node.name()))
+            broken("P9", place(table, row, node) + ": ignored, although a key is there");
         break;
     case Event::unwritten: // not while a body is read
         break;

@@ -1,7 +1,6 @@
 #include "promises.h"
 
 #include "engine/member.h"
-#include "ground/text_guard.h"
 
 #include <net_types.h>
 #include <tinyxml.h>
@@ -264,19 +263,19 @@ void check_view(const View &view, const void *exempt)
 }
 
 struct Extent {
-    int levels = 0;
-    int attributes = 0; // the most of one element
+    unsigned levels = 0;
+    unsigned attributes = 0; // the most of one element
 };
 
 // Without recursion: a tree may be deep.
 Extent extent_of(const TiXmlNode &tree)
 {
     Extent extent;
-    int level = 0;
+    unsigned level = 0;
     for (const TiXmlNode *node = &tree; node != nullptr;) {
         if (const TiXmlElement *element = node->ToElement()) {
             extent.levels = std::max(extent.levels, level);
-            int own = 0;
+            unsigned own = 0;
             for (const TiXmlAttribute *at = element->FirstAttribute(); at != nullptr; at = at->Next())
                 ++own;
             extent.attributes = std::max(extent.attributes, own);
@@ -420,18 +419,17 @@ void check_record(const Table &table, const void *record, const void *exempt)
     check_view({table, static_cast<const char *>(record), 0, table.record_size}, exempt);
 }
 
-LowLimits::LowLimits(bool low) : levels_(netpublic::guarded_levels), attributes_(netpublic::guarded_attributes)
+LowLimits::LowLimits(bool low) : limits_(netpublic::header_limits)
 {
     if (low) {
-        netpublic::guarded_levels = 4;
-        netpublic::guarded_attributes = 3;
+        netpublic::header_limits.levels = 4;
+        netpublic::header_limits.attributes = 3;
     }
 }
 
 LowLimits::~LowLimits()
 {
-    netpublic::guarded_levels = levels_;
-    netpublic::guarded_attributes = attributes_;
+    netpublic::header_limits = limits_;
 }
 
 const char *header_refusal(std::string_view log)
@@ -445,19 +443,20 @@ const char *header_refusal(std::string_view log)
 void check_header(const std::string &text, const char *refusal)
 {
     const std::string_view why = refusal != nullptr ? refusal : "";
-    require((why == "text too long") == (text.size() > netpublic::guarded_length), "P15", "the length of a header");
+    require((why == "text too long") == (text.size() > netpublic::header_limits.length), "P15",
+            "the length of a header");
     require(why != "bad reference" || has_bad_reference(text), "P15", "a header's good reference was refused");
     require(why != "no UTF-8" || has_cut_sequence(text), "P15", "a header's UTF-8 was refused");
     constexpr std::size_t most = 2048; // of what was refused: it may be as deep as it is long
     if (refusal != nullptr && text.size() > most)
         return;
     TiXmlDocument document;
-    document.Parse((text + std::string(netpublic::guard_padding, '\0')).c_str());
+    document.Parse((text + std::string(xml_padding, '\0')).c_str());
     const Extent extent = extent_of(document);
-    const bool deep = extent.levels > netpublic::guarded_levels,
-               many = extent.attributes > netpublic::guarded_attributes;
+    const bool deep = extent.levels > netpublic::header_limits.levels,
+               many = extent.attributes > netpublic::header_limits.attributes;
     if (refusal == nullptr)
-        require(!deep && !many, "P15", "a header beyond the limits reached the XML library");
+        require(!deep && !many, "P15", "a header beyond the limits was read");
     else if (!document.Error())
         require((why != "nested too deeply" || deep) && (why != "too many attributes" || many), "P15",
                 "a header within the limits was refused");

@@ -4,6 +4,7 @@
 #define NETPUBLIC_FUZZ_PROMISES_H
 
 #include "engine/table.h"
+#include "text/scanner.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -22,6 +23,8 @@ class TiXmlNode;
 #endif
 
 namespace fuzz {
+
+constexpr std::size_t xml_padding = 8; // zero bytes: the XML library reads past a text that ends in a sequence
 
 // Reports a broken promise: by default it is printed and the process ends, which is what the fuzzer
 // waits for. A test puts its own handler in place.
@@ -77,10 +80,10 @@ public:
     LowLimits &operator=(const LowLimits &) = delete;
 
 private:
-    int levels_, attributes_;
+    netpublic::ScanLimits limits_;
 };
 
-// Why an extension header was refused before the XML library saw it, out of the log line; null when it was not.
+// Why an extension header was refused that the XML library might read, out of the log line; null when it was not.
 const char *header_refusal(std::string_view log);
 // P15: whatever was not refused must have no more in it than the limits allow, as the XML library reads it; and
 // what was refused for a reason must give that reason.

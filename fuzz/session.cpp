@@ -1,6 +1,5 @@
 #include "session.h"
 
-#include "ground/text_guard.h"
 #include "oracle.h"
 #include "promises.h"
 
@@ -181,11 +180,12 @@ void distrust(Session &session)
 
 Text::Text(const std::uint8_t *data, std::size_t size) : refused_(true)
 {
-    if (size > netpublic::guarded_length)
-        return;
     text_.assign(reinterpret_cast<const char *>(data), size);
-    text_.resize(size + netpublic::guard_padding, '\0');
-    refused_ = netpublic::guard_text(text_.c_str(), std::strlen(text_.c_str())) != nullptr;
+    std::string copy = text_;
+    netpublic::ScannedText scanned;
+    refused_ = scanned.scan(copy.data(), static_cast<unsigned int>(size), netpublic::header_limits) != 0 &&
+               netpublic::is_limit(scanned.error().fault);
+    text_.resize(size + xml_padding, '\0');
 }
 
 std::string print(const TiXmlNode &node)

@@ -59,6 +59,10 @@ public:
     {
         return param_.data;
     }
+    net_param_t &envelope()
+    {
+        return param_;
+    }
     // Bytes of the payload.
     std::size_t size() const;
     const netpublic::Message &message() const

@@ -46,7 +46,9 @@ void run_parse(const std::uint8_t *data, std::size_t size);
 void run_write(const std::uint8_t *data, std::size_t size);
 void run_tree(const std::uint8_t *data, std::size_t size);
 void run_payload(const std::uint8_t *data, std::size_t size);
+void run_route(const std::uint8_t *data, std::size_t size);
 void run_header(const std::uint8_t *data, std::size_t size);
+void run_scan(const std::uint8_t *data, std::size_t size);
 void run_filter(const std::uint8_t *data, std::size_t size);
 void run_base64(const std::uint8_t *data, std::size_t size);
 void run_grid(const std::uint8_t *data, std::size_t size);
@@ -56,10 +58,14 @@ void run_schedule(const std::uint8_t *data, std::size_t size);
 void run_init(const std::uint8_t *data, std::size_t size);
 
 void message_seeds(const Sink &sink, Body body);
+void route_seeds(const Sink &sink);
 void header_seeds(const Sink &sink);
+void scan_seeds(const Sink &sink);
 void filter_seeds(const Sink &sink);
 void schedule_seeds(const Sink &sink);
-void codec_seeds(const Sink &sink);
+void base64_seeds(const Sink &sink);
+void list_seeds(const Sink &sink);
+void word_seeds(const Sink &sink);
 
 } // namespace fuzz
 

@@ -14,6 +14,7 @@
 #include <tinyxml.h>
 
 #include <cstring>
+#include <random>
 
 namespace fuzz {
 namespace {
@@ -122,6 +123,17 @@ void filter_seeds(const Sink &sink)
           "<accessToken>t</accessToken><clientSecret>s</clientSecret><secretKey>k</secretKey>",
           "<accessKey>k</accessKey><macAddress>m</macAddress><gateway>g</gateway><mask>n</mask>"})
         sink("tags", text);
+    // Few kinds in one text, so that they close and cross each other.
+    const char *const pieces[] = {"<key>", "</key>", "<ip>", "</ip>", "<mac>",  "</mac>", "<password>", "</password>",
+                                  "abc",   "<",      "/>",   "</",    "<keyx>", "<Key>",  "\n",         "<ipAddress>"};
+    std::mt19937 random(20240229);
+    for (int round = 0; round < 1000; ++round) {
+        const std::size_t kinds = 2 + random() % (sizeof pieces / sizeof pieces[0] - 1);
+        std::string text;
+        for (std::size_t count = random() % 30; count > 0; --count)
+            text += pieces[random() % kinds];
+        sink("mixed", text);
+    }
 }
 
 void header_seeds(const Sink &sink)

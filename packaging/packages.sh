@@ -6,6 +6,8 @@ build_packages=(g++ cmake ninja-build libtinyxml-dev nlohmann-json3-dev libcli11
 test_packages=("${build_packages[@]}" googletest build-essential pkg-config debhelper devscripts lintian blhc doxygen python3-kconfiglib python3 binutils locales
     clang-format-14 clang-tidy-14 clang-14 libclang-rt-14-dev cppcheck shellcheck gcovr
     g++-arm-linux-gnueabihf qemu-user libtinyxml-dev:armhf libbenchmark-dev)
+# shellcheck disable=SC2034 # used by test.sh, for the reference page
+page_packages=(chromium chromium-driver)
 # shellcheck disable=SC2034 # used by bench/run.sh; the peers and the plot, too
 bench_packages=(libbenchmark-dev libpugixml-dev libxml2-dev libssl-dev nanopb libnanopb-dev protobuf-compiler
     valgrind python3 python3-matplotlib)

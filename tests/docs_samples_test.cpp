@@ -25,6 +25,18 @@ TEST_F(DocsSamplesTest, MotionReply)
     EXPECT_EQ(test::print_children(none), "");
 }
 
+TEST_F(DocsSamplesTest, ReplyOf)
+{
+    test::Envelope<tag_net_pic_motion_cfg_v20_t> message(nets_param_md_init);
+    const std::string text = reply_of(net_md_s2x, message.param);
+    test::Xml reply(text);
+    ASSERT_STREQ(reply.root()->Value(), "body");
+    EXPECT_EQ(test::print_children(*reply.root()), message.write(net_md_s2x));
+    message.param.dataSize = 0;
+    loglevel = 0;
+    EXPECT_EQ(reply_of(net_md_s2x, message.param), "");
+}
+
 TEST_F(DocsSamplesTest, ParseBody)
 {
     const auto parses = [](const std::string &text, std::size_t limit = 3) {

@@ -8,11 +8,8 @@
 
 #include <climits>
 #include <cstring>
-#include <iterator>
 #include <memory>
-#include <random>
 #include <string>
-#include <vector>
 
 namespace netpublic {
 namespace {
@@ -23,203 +20,6 @@ using test::print_children;
 using test::Xml;
 
 class EngineTest : public test::HostTest {};
-
-// The likely row ------------------------------------------------------------------------------------
-
-// A record with room for every row; each child's text is its place among its siblings.
-struct Numbers {
-    int values[8];
-    int items[3];
-    int others[2];
-    int count;
-};
-
-#define VALUE(index) (Member<Numbers, int>{offsetof(Numbers, values) + (index) * sizeof(int), "value"})
-
-struct ChainFields : Description {
-    using T = Numbers;
-    static constexpr Field fields[] = {
-        integer("channelId", VALUE(0)), integer("enable", VALUE(1)), integer("width", VALUE(2)),
-        integer("height", VALUE(3)),    integer("scope", VALUE(4)),  constant("version", 1),
-    };
-    static constexpr auto written = order("channelId", "version", "width", "height", "enable");
-};
-
-// Keys that begin with each other, in the worse order and in the better one; written otherwise.
-struct ShadowedFields : Description {
-    using T = Numbers;
-    static constexpr Field fields[] = {
-        integer("sensitivity", VALUE(0)),
-        integer("sens", VALUE(1)),
-        integer("SENSITIVITYLIST", VALUE(2)),
-        integer("s", VALUE(3)),
-        integer("en", VALUE(4)),
-        integer("enable", VALUE(5)),
-        integer("ENABLE", VALUE(6)),
-        integer("sens", VALUE(7)),
-        constant("sensi", 1),
-        constant("id", 2),
-        constant("enabled", 3),
-    };
-    static constexpr auto written =
-        order("enable", "sensi", "s", "id", "sens", "enabled", "ENABLE", "sensitivity", "en");
-};
-
-struct OwnFields : Description {
-    using T = Numbers;
-    static constexpr Field fields[] = {
-        integer("min", VALUE(0)), integer("mode", VALUE(1)).own_test(), integer("model", VALUE(2)),
-        integer("max", VALUE(3)), integer("m", VALUE(4)).own_test(),    integer("mode", VALUE(5)).own_test(),
-        integer("x", VALUE(6)),
-    };
-};
-
-struct ExactFields : Description {
-    using T = Numbers;
-    static constexpr Field fields[] = {
-        integer("name", VALUE(0)),
-        integer("nameList", VALUE(1)),
-        integer("Name", VALUE(2)),
-        integer("a_name_that_is_longer_than_the_31_compared_characters", VALUE(3)),
-        integer("a_name_that_is_longer_than_the_31_others", VALUE(4)),
-    };
-    static constexpr auto written = order("nameList", "name");
-    static constexpr Traits traits = HERE.exact_names();
-};
-
-struct ListFields : Description {
-    using T = Numbers;
-    static constexpr Field fields[] = {
-        integer("count", VALUE(0)),
-        int_items("item", Member<Numbers, int[3]>{offsetof(Numbers, items), "items"}).counted_by(AT(count)),
-        integer("itemSize", VALUE(1)),
-        int_items("others", Member<Numbers, int[2]>{offsetof(Numbers, others), "others"}),
-        integer("other", VALUE(2)),
-        integer("write", VALUE(3)).write_only(),
-        integer("split", VALUE(4)).write_only(),
-        integer("split", VALUE(5)).read_only(),
-    };
-    static constexpr auto written = order("write", "itemSize", "split", "other", "item", "count", "others");
-};
-
-// Nothing to read at all.
-struct WrittenFields : Description {
-    using T = Numbers;
-    static constexpr Field fields[] = {constant("a", 1), preset(VALUE(0), 0), integer("b", VALUE(1)).write_only()};
-};
-
-constexpr auto chain_table = describe<ChainFields>();
-constexpr auto shadowed_table = describe<ShadowedFields>();
-constexpr auto own_table = describe<OwnFields>();
-constexpr auto exact_table = describe<ExactFields>();
-constexpr auto list_table = describe<ListFields>();
-constexpr auto written_table = describe<WrittenFields>();
-
-// The rule in plain words: the first key of which the name is a beginning takes the child, and behind
-// it each test of its own has its say again.
-bool plainly_matches(const std::string &name, const std::string &key, bool exact)
-{
-    const auto lower = [](std::string text) {
-        for (char &c : text)
-            c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-        return text;
-    };
-    if (exact)
-        return lower(name).substr(0, 31) == lower(key).substr(0, 31);
-    return name.size() <= key.size() && lower(name) == lower(key.substr(0, name.size()));
-}
-
-Numbers read_plainly(const Table &table, const std::vector<std::string> &names)
-{
-    Numbers numbers = {};
-    int others = 0;
-    for (std::size_t place = 0; place < names.size(); ++place) {
-        bool taken = false;
-        for (unsigned index = 0; index < table.keys; ++index) {
-            const Row &row = table.row(index);
-            if ((row.flags & row_own_test) != 0)
-                taken = false;
-            if (taken || !plainly_matches(names[place], table.key(row), table.names == Names::whole))
-                continue;
-            taken = true;
-            int *member = reinterpret_cast<int *>(reinterpret_cast<char *>(&numbers) + row.offset);
-            if (row.kind == Kind::int_items) {
-                int &count = table.attachment(row, Kind::count) != nullptr ? numbers.count : others;
-                if (count < table.capacity(row))
-                    member[count++] = static_cast<int>(place);
-            } else {
-                *member = static_cast<int>(place);
-            }
-        }
-    }
-    return numbers;
-}
-
-void expect_plain_reading(const Table &table, const std::vector<std::string> &names)
-{
-    TiXmlElement parent("p");
-    std::string shown;
-    for (std::size_t place = 0; place < names.size(); ++place) {
-        auto *child = new TiXmlElement(names[place].c_str());
-        child->LinkEndChild(new TiXmlText(std::to_string(place).c_str()));
-        parent.LinkEndChild(child);
-        shown += "'" + names[place] + "' ";
-    }
-    Numbers numbers = {};
-    ASSERT_EQ(read_record(table, &numbers, &parent), 0) << shown;
-    const Numbers expected = read_plainly(table, names);
-    ASSERT_EQ(std::memcmp(&numbers, &expected, sizeof numbers), 0) << shown;
-}
-
-TEST_F(EngineTest, TheLikelyRowIsNeverTheWrongOne)
-{
-    std::mt19937 random(7);
-    const auto below = [&](std::size_t bound) { return static_cast<std::size_t>(random()) % bound; };
-    for (const Table *table : {&chain_table.table(), &shadowed_table.table(), &own_table.table(), &exact_table.table(),
-                               &list_table.table(), &written_table.table()}) {
-        const auto key = [&](std::size_t index) {
-            return std::string(table->key(table->row(static_cast<unsigned>(index))));
-        };
-        const auto name = [&](std::size_t index) {
-            std::string text = key(index);
-            switch (below(8)) {
-            case 0:
-                text.resize(below(text.size() + 1));
-                break;
-            case 1:
-                text += 'x';
-                break;
-            case 2:
-                text[below(text.size())] ^= 0x20;
-                break;
-            default:
-                break;
-            }
-            return text;
-        };
-        for (int round = 0; round < 20000; ++round) {
-            std::vector<std::string> names;
-            if (round % 2 == 0) { // in writing order, as children usually come, now and then disturbed
-                for (unsigned place = 0; place < table->written; ++place)
-                    if (below(6) != 0)
-                        names.push_back(name(table->ordered(place)));
-                if (!names.empty() && below(2) == 0)
-                    std::swap(names[below(names.size())], names[below(names.size())]);
-            } else {
-                for (std::size_t count = below(10); count > 0; --count) {
-                    const std::size_t any = below(table->keys + table->written + 1U);
-                    names.push_back(any < table->keys ? name(any)
-                                    : any > table->keys
-                                        ? name(table->ordered(static_cast<unsigned>(any - table->keys - 1U)))
-                                        : "new");
-                }
-            }
-            expect_plain_reading(*table, names);
-            if (HasFatalFailure())
-                return;
-        }
-    }
-}
 
 // What a single name answers to ----------------------------------------------------------------------
 
@@ -237,15 +37,24 @@ TEST_F(EngineTest, Names)
     EXPECT_FALSE(is_named("k\xC9y", "k\xE9y")) << "only ASCII letters have two cases";
 }
 
+struct Pair {
+    int channelId;
+    int enable;
+};
+struct PairFields : Description {
+    using T = Pair;
+    static constexpr Field fields[] = {integer("channelId", AT(channelId)), integer("enable", AT(enable))};
+};
+constexpr auto pair_table = describe<PairFields>();
+
 // Comments and texts are children whose names are their texts.
 TEST_F(EngineTest, CommentsAndTextsAreChildren)
 {
     const auto read = [](const char *children) {
         Xml node("<p>" + std::string(children) + "</p>");
-        Numbers numbers = {};
-        const int result = read_record(chain_table, &numbers, node);
-        return std::to_string(result) + " " + std::to_string(numbers.values[0]) + " " +
-               std::to_string(numbers.values[1]);
+        Pair pair = {};
+        const int result = read_record(pair_table, &pair, node);
+        return std::to_string(result) + " " + std::to_string(pair.channelId) + " " + std::to_string(pair.enable);
     };
     EXPECT_EQ(read("<channelId>1</channelId><!-- remark --><enable>2</enable>"), "0 1 2");
     EXPECT_EQ(read("<channelId>1</channelId>remark<enable>2</enable>"), "0 1 2");
@@ -783,10 +592,9 @@ TEST_F(EngineTest, ParsersAllocateNothingAndWritersOnlyTheirResult)
 
     TiXmlElement parent("p");
     const long written = allocations_of([&] { EXPECT_EQ(net_md_s2x(&param, &parent), 0); });
-    EXPECT_EQ(net_host_memory().total, 2U) << "the cells and the packed bytes";
     TiXmlNode *copy = nullptr;
     const long copied = allocations_of([&] { copy = parent.FirstChild()->Clone(); });
-    EXPECT_LE(written, copied) << "more than the nodes of the result";
+    EXPECT_LE(written, copied + 1) << "more than the nodes of the result and the text of the grid";
     EXPECT_GT(written, 50);
     delete copy;
 
@@ -807,7 +615,7 @@ TEST_F(EngineTest, ParsersAllocateNothingAndWritersOnlyTheirResult)
                   EXPECT_EQ(get_schedule_list_from_xmlnode(&schedule, lists.LastChild(), nullptr), 0);
               }),
               0);
-    EXPECT_EQ(net_host_memory().total, 2U);
+    EXPECT_EQ(net_host_memory().total, 0U);
 }
 
 #ifdef NETPUBLIC_DESCRIBED

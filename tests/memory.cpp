@@ -3,7 +3,6 @@
 #include <atomic>
 #include <cstdlib>
 #include <new>
-#include <set>
 
 namespace test {
 namespace {
@@ -15,31 +14,6 @@ constexpr auto unordered = std::memory_order_relaxed;
 
 thread_local long left = -1; // allocations until the failing one; negative: none fails
 thread_local bool stays = false;
-
-// Blocks since a Reclaim began, in memory that does not come from operator new.
-template <class Type> struct PlainMemory {
-    using value_type = Type;
-    PlainMemory() = default;
-    template <class Other> PlainMemory(const PlainMemory<Other> &) {}
-    Type *allocate(std::size_t count)
-    {
-        return static_cast<Type *>(std::malloc(count * sizeof(Type)));
-    }
-    void deallocate(Type *block, std::size_t)
-    {
-        std::free(block);
-    }
-    bool operator==(const PlainMemory &) const
-    {
-        return true;
-    }
-    bool operator!=(const PlainMemory &) const
-    {
-        return false;
-    }
-};
-using Blocks = std::set<void *, std::less<>, PlainMemory<void *>>;
-thread_local Blocks *watched = nullptr;
 
 bool fails()
 {
@@ -77,22 +51,6 @@ FailingNew::~FailingNew()
     left = -1;
 }
 
-static Blocks blocks;
-
-Reclaim::Reclaim()
-{
-    watched = &blocks;
-}
-
-Reclaim::~Reclaim()
-{
-    watched = nullptr;
-    live -= static_cast<long>(blocks.size());
-    for (void *block : blocks)
-        std::free(block);
-    blocks.clear();
-}
-
 } // namespace test
 
 // Not inlined: the compiler would take the pairs of new and free() for mistakes. The nothrow and array forms
@@ -106,8 +64,6 @@ Reclaim::~Reclaim()
         throw std::bad_alloc();
     test::total.fetch_add(1, test::unordered);
     test::live.fetch_add(1, test::unordered);
-    if (test::watched != nullptr)
-        test::watched->insert(block);
     return block;
 }
 [[gnu::noinline]] void operator delete(void *block) noexcept
@@ -115,8 +71,6 @@ Reclaim::~Reclaim()
     if (block == nullptr)
         return;
     test::live.fetch_sub(1, test::unordered);
-    if (test::watched != nullptr)
-        test::watched->erase(block);
     std::free(block);
 }
 [[gnu::noinline]] void operator delete(void *block, std::size_t) noexcept

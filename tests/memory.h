@@ -26,15 +26,6 @@ public:
     FailingNew &operator=(const FailingNew &) = delete;
 };
 
-// Deletes at its end what has been allocated during its life and is still there: what the XML library leaks.
-class Reclaim {
-public:
-    Reclaim();
-    ~Reclaim();
-    Reclaim(const Reclaim &) = delete;
-    Reclaim &operator=(const Reclaim &) = delete;
-};
-
 } // namespace test
 
 #endif

@@ -5,12 +5,13 @@
 #include <cstring>
 #include <memory>
 #include <string>
-#include <utility>
 
 namespace {
 
+using test::element;
 using test::Envelope;
 using test::log_of;
+using test::repeated;
 using test::Xml;
 using Motion = tag_net_pic_motion_cfg_v20_t;
 
@@ -21,19 +22,6 @@ class AlarmAreaTest : public test::HostTest {};
 template <class Record> struct Zeroed : Record {
     Zeroed() : Record() {}
 };
-
-std::string repeat(const std::string &text, int times)
-{
-    std::string result;
-    while (times-- > 0)
-        result += text;
-    return result;
-}
-
-std::string element(const std::string &name, const std::string &inside)
-{
-    return "<" + name + ">" + inside + "</" + name + ">";
-}
 
 std::string element(const std::string &name, int value)
 {
@@ -59,32 +47,10 @@ std::string scope(int columns, int rows, const std::string &table)
     return element("scope", element("columns", columns) + element("rows", rows) + element("valueTable", table));
 }
 
-std::string period(int id, int sensitivity, int begin_hour, int begin_minute, int end_hour, int end_minute)
-{
-    return element("sensitivityInfo", element("id", id) + element("sensitivity", sensitivity) +
-                                          element("beginHour", begin_hour) + element("beginMinute", begin_minute) +
-                                          element("endHour", end_hour) + element("endMinute", end_minute));
-}
-
-std::string four_periods()
-{
-    return period(0, 1, 0, 0, 5, 59) + period(1, 20, 6, 0, 11, 59) + period(2, 30, 12, 0, 17, 59) +
-           period(3, 50, 18, 0, 23, 59);
-}
-
 std::string block(const std::string &day, int begin, int end, int enable = 1)
 {
     return element("timeBlock", element("enable", enable) + element("weekDay", day) + element("beginHour", begin) +
                                     element("endHour", end));
-}
-
-// "enable begin-end sensitivity" with hours and minutes.
-std::string shown(const tag_net_sensitivity_info_v20_t &p)
-{
-    char text[80];
-    snprintf(text, sizeof text, "%d %d:%d-%d:%d %d", p.enable, p.beginHour, p.beginMinute, p.endHour, p.endMinute,
-             p.sensitivity);
-    return text;
 }
 
 std::string day_of(const Motion &motion, int day)
@@ -93,196 +59,6 @@ std::string day_of(const Motion &motion, int day)
     for (int slot : motion.timeBlock[day])
         text += slot != 0 ? '1' : '0';
     return text;
-}
-
-// The whole message --------------------------------------------------------------------------------
-
-TEST_F(MotionTest, WholeRequest)
-{
-    Envelope<Motion> message(nets_param_md_init);
-    const std::string request =
-        "<MD version=\"1.1\"><channelId>63</channelId><enable>1</enable><usepir>-7</usepir><width>8</width>"
-        "<height>3</height>" +
-        scope(8, 3, "gUL/") + element("sensitivityInfoList", four_periods()) +
-        "<sensInfoNew><sensitivityDefault>12</sensitivityDefault><sensInfoList>"
-        "<sensInfo><priority>4</priority><sensitivity>9</sensitivity><beginHour>1</beginHour>"
-        "<beginMinute>2</beginMinute><endHour>3</endHour><endMinute>4</endMinute></sensInfo>"
-        "<sensInfo><priority>-5</priority><sensitivity>10</sensitivity></sensInfo></sensInfoList></sensInfoNew>"
-        "<timeBlockList>" +
-        block("Monday", 8, 10) + block("Monday", 9, 9, 0) + block("sat", 0, 23) +
-        "</timeBlockList>"
-        "<handleException><handleType>rec,push</handleType><chnHandleType>1,0,2</chnHandleType>"
-        "<relAlarmOut>,1</relAlarmOut></handleException><later>1</later></MD>";
-    ASSERT_EQ(message.read(net_md_x2s, request), 0);
-    EXPECT_EQ(message.param.inited, 2U);
-    EXPECT_EQ(message->channelId, 63);
-    EXPECT_EQ(message->enable, 1);
-    EXPECT_EQ(message->usepir, -7);
-    EXPECT_EQ(message->width, 8);
-    EXPECT_EQ(message->height, 3);
-    const unsigned char rows[3][9] = {
-        {1, 0, 0, 0, 0, 0, 0, 1, 0}, {0, 1, 0, 0, 0, 0, 1, 0, 0}, {1, 1, 1, 1, 1, 1, 1, 1, 0}};
-    for (int row = 0; row < 3; ++row)
-        EXPECT_EQ(std::memcmp(message->scope[row], rows[row], sizeof rows[row]), 0) << row;
-    EXPECT_EQ(message->scope[3][0], 0);
-    EXPECT_EQ(shown(message->sensitivityInfo[0]), "1 0:0-5:59 1");
-    EXPECT_EQ(shown(message->sensitivityInfo[1]), "1 6:0-11:59 20");
-    EXPECT_EQ(shown(message->sensitivityInfo[2]), "1 12:0-17:59 30");
-    EXPECT_EQ(shown(message->sensitivityInfo[3]), "1 18:0-23:59 50");
-    EXPECT_EQ(message->sensInfoNew.valid, 1);
-    EXPECT_EQ(message->sensInfoNew.sensitivityDefault, 12);
-    EXPECT_EQ(shown(message->sensInfoNew.sensInfo[0]), "1 1:2-3:4 9");
-    EXPECT_EQ(shown(message->sensInfoNew.sensInfo[1]), "1 0:0-0:0 10");
-    EXPECT_EQ(shown(message->sensInfoNew.sensInfo[2]), "0 0:0-0:0 0");
-    EXPECT_EQ(message->sensInfoNew.priority[0], 4);
-    EXPECT_EQ(message->sensInfoNew.priority[1], -5);
-    EXPECT_EQ(message->handleException.reserved, 0);
-    EXPECT_EQ(message->handleException.handleType, 0x204);
-    EXPECT_EQ(message->handleException.chnHandleType[0], 1);
-    EXPECT_EQ(message->handleException.chnHandleType[2], 2);
-    EXPECT_EQ(message->handleException.relAlarmOut[0], 0);
-    EXPECT_EQ(message->handleException.relAlarmOut[1], 1);
-    EXPECT_EQ(day_of(*message, 0), std::string(24, '0'));
-    EXPECT_EQ(day_of(*message, 1), "000000001010000000000000");
-    EXPECT_EQ(day_of(*message, 6), std::string(24, '1'));
-}
-
-std::string scope_96x64(const std::string &top)
-{
-    return scope(96, 64, top + std::string(1024 - top.size(), 'A'));
-}
-
-TEST_F(MotionTest, WholeReply)
-{
-    Envelope<Motion> message(nets_param_md_init);
-    Motion &motion = *message;
-    motion.channelId = 2;
-    motion.enable = 1;
-    motion.usepir = 3;
-    motion.width = 8;
-    motion.height = 2;
-    motion.scope[0][0] = motion.scope[0][7] = 1;
-    motion.scope[1][1] = 9; // anything but 0 is a watched cell
-    for (int i = 0; i < 4; ++i)
-        motion.sensitivityInfo[i] = {i, i, 10 + i, 20 + i, 30 + i, 40 + i};
-    motion.sensInfoNew = {1, {{1, 1, 2, 3, 4, 5}, {}, {7, 6, 7, 8, 9, 10}, {}}, {11, 12, 13, 14}, 15};
-    for (int hour : {3, 4, 7})
-        motion.timeBlock[0][hour] = 1;
-    for (int &slot : motion.timeBlock[6])
-        slot = -1;
-    motion.handleException.handleType = 1;
-    const std::string day_parts = "<sensitivityInfoList>" + period(0, 40, 0, 10, 20, 30) +
-                                  period(1, 41, 1, 11, 21, 31) + period(2, 42, 2, 12, 22, 32) +
-                                  period(3, 43, 3, 13, 23, 33) + "</sensitivityInfoList>";
-    const std::string head = "<MD version=\"1.1\"><channelId>2</channelId><enable>1</enable><usepir>3</usepir>"
-                             "<width>8</width><height>2</height>" +
-                             scope_96x64("gQAAAAAAAAAAAAAAQAAA") + day_parts;
-    const std::string arming = "<timeBlockList>" + block("Sunday", 3, 4) + block("Sunday", 7, 7) +
-                               block("Saturday", 0, 23) + "</timeBlockList></MD>";
-    EXPECT_EQ(message.write(net_md_s2x),
-              head +
-                  "<sensInfoNew><sensitivityDefault>15</sensitivityDefault><sensInfoList>"
-                  "<sensInfo><priority>11</priority><sensitivity>5</sensitivity><beginHour>1</beginHour>"
-                  "<beginMinute>2</beginMinute><endHour>3</endHour><endMinute>4</endMinute></sensInfo>"
-                  "<sensInfo><priority>13</priority><sensitivity>10</sensitivity><beginHour>6</beginHour>"
-                  "<beginMinute>7</beginMinute><endHour>8</endHour><endMinute>9</endMinute></sensInfo>"
-                  "</sensInfoList></sensInfoNew>" +
-                  arming);
-    EXPECT_EQ(message.param.inited, 1U);
-    motion.sensInfoNew.valid = 0;
-    EXPECT_EQ(message.write(net_md_s2x), head + arming);
-
-    // A slot is armed when it differs from the exception record's unused word.
-    motion.handleException.reserved = 1;
-    for (auto &day : motion.timeBlock)
-        for (int &slot : day)
-            slot = 1;
-    motion.timeBlock[5][23] = 0;
-    EXPECT_EQ(message.write(net_md_s2x), head + "<timeBlockList>" + block("Friday", 23, 23) + "</timeBlockList></MD>");
-}
-
-TEST_F(MotionTest, RequestsReadBackWhatWasWritten)
-{
-    Envelope<Motion> written(nets_param_md_init, test::channel(5)), back(nets_param_md_init);
-    written->width = 97;
-    written->height = 33;
-    for (int row = 0; row < 33; ++row)
-        for (int column = 0; column < 97; ++column)
-            written->scope[row][column] = (row * 7 + column * 3) % 5 == 0;
-    for (int i = 0; i < 4; ++i)
-        written->sensitivityInfo[i] = {1, i, i, i, i, i + 1};
-    written->sensInfoNew = {1, {{1, 1, 1, 1, 1, 1}, {1, 2, 2, 2, 2, 2}, {}, {}}, {5, 6, 0, 0}, 7};
-    written->timeBlock[3][11] = 1;
-    ASSERT_EQ(back.read(net_md_x2s, written.write(net_md_s2x)), 0);
-    EXPECT_EQ(std::memcmp(written.payload(), back.payload(), sizeof(Motion)), 0);
-}
-
-TEST_F(MotionTest, NumbersInRange)
-{
-    const char *const good[] = {"<channelId>0</channelId>", "<channelId>63</channelId>",  "<width>1</width>",
-                                "<width>155</width>",       "<height>1</height>",         "<height>100</height>",
-                                "<enable>0</enable>",       "<usepir>2147483647</usepir>"};
-    for (const char *child : good) {
-        Envelope<Motion> message(nets_param_md_init);
-        EXPECT_EQ(message.read(net_md_x2s, element("MD", child)), 0) << child;
-        EXPECT_EQ(message.param.inited, 2U);
-    }
-    const char *const bad[] = {"<channelId>64</channelId>",
-                               "<channelId>-1</channelId>",
-                               "<width>0</width>",
-                               "<width>156</width>",
-                               "<height>0</height>",
-                               "<height>101</height>",
-                               "<enable>2</enable>",
-                               "<enable>true</enable>",
-                               "<usepir/>",
-                               "<scope/>",
-                               "<sensitivityInfoList/>",
-                               "<!--enable-->"};
-    for (const char *child : bad) {
-        Envelope<Motion> message(nets_param_md_init);
-        EXPECT_EQ(log_of([&] {
-                      EXPECT_EQ(message.read(net_md_x2s, element("MD", "<width>9</width>" + std::string(child) +
-                                                                           "<height>5</height>")),
-                                -1)
-                          << child;
-                  }),
-                  "");
-        EXPECT_EQ(message.param.inited, 1U) << child;
-        EXPECT_NE(message->height, 5) << "the walk ends at " << child;
-    }
-    // An abbreviation goes to the first key that it begins.
-    Envelope<Motion> message(nets_param_md_init);
-    EXPECT_EQ(message.read(net_md_x2s, "<MD><C>5</C><E>1</E><W>6</W><HE>7</HE></MD>"), 0);
-    EXPECT_EQ(message->channelId, 5);
-    EXPECT_EQ(message->enable, 1);
-    EXPECT_EQ(message->width, 6);
-    EXPECT_EQ(message->height, 7);
-    EXPECT_EQ(message.read(net_md_x2s, "<MD><sens/></MD>"), -1) << "sensitivityInfoList, which is empty";
-}
-
-TEST_F(MotionTest, EntryChecks)
-{
-    Xml body("<MD><enable>1</enable></MD>");
-    Envelope<Motion> message(nets_param_md_init);
-    const std::string parser = "<red net_xml_alarm.cpp>Func(net_md_x2s) Line(#) \n";
-    const std::string writer = "<red net_xml_alarm.cpp>func:net_md_s2x line:#\n";
-    const auto refused = [&](net_param_t *param, TiXmlElement *node) {
-        return log_of([&] {
-            EXPECT_EQ(net_md_x2s(param, node), -1);
-            EXPECT_EQ(net_md_s2x(param, node), -1);
-        });
-    };
-    EXPECT_EQ(refused(nullptr, body), parser + writer);
-    EXPECT_EQ(refused(&message.param, nullptr), parser + writer);
-    net_param_t broken = message.param;
-    broken.dataSize -= 4;
-    EXPECT_EQ(refused(&broken, body), parser + writer);
-    broken = message.param;
-    broken.data = nullptr;
-    EXPECT_EQ(refused(&broken, body), parser + writer);
-    EXPECT_EQ(message->enable, 0);
-    EXPECT_EQ(test::print(*body.root()), "<MD><enable>1</enable></MD>");
 }
 
 // The motion grid ----------------------------------------------------------------------------------
@@ -328,56 +104,6 @@ TEST_F(MotionTest, GridCountsMustMatch)
     }
 }
 
-TEST_F(MotionTest, GridIsStoredRowByRow)
-{
-    Zeroed<Motion> motion;
-    std::memset(motion.scope, 7, sizeof motion.scope);
-    motion.width = 1;
-    std::string cells;
-    for (int cell = 0; cell < 11 * 13; ++cell)
-        cells += cell * cell % 3 == 0 ? '1' : '0';
-    Xml node(scope(11, 13, encode(cells)));
-    ASSERT_EQ(get_scope_from_xmlnode(&motion, node, "scope"), 0);
-    for (int row = 0; row < 100; ++row)
-        for (int column = 0; column < 155; ++column) {
-            const bool inside = row < 13 && column < 11;
-            const int expected = inside ? cells[static_cast<std::size_t>(row * 11 + column)] - '0' : 7;
-            ASSERT_EQ(motion.scope[row][column], expected) << row << "," << column;
-        }
-    EXPECT_EQ(motion.width, 1) << "the grid's size is not the message's";
-    EXPECT_EQ(motion.height, 0);
-
-    Xml full(scope(155, 100, encode(std::string(15499, '0') + "1")));
-    ASSERT_EQ(get_scope_from_xmlnode(&motion, full, nullptr), 0);
-    EXPECT_EQ(motion.scope[99][154], 1);
-    EXPECT_EQ(motion.scope[99][153], 0);
-    EXPECT_EQ(motion.scope[0][0], 0);
-}
-
-TEST_F(MotionTest, GridMustBeWhole)
-{
-    const char *const bad[] = {
-        "<scope><rows>3</rows><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>8</columns><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>8</columns><rows>3</rows></scope>",
-        "<scope><columns>8</columns><rows>3</rows><valueTable/></scope>",
-        "<scope><columns>156</columns><columns>8</columns><rows>3</rows><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>0</columns><rows>3</rows><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>8</columns><rows>101</rows><valueTable>gUL/</valueTable></scope>",
-        "<scope><columns>x</columns><rows>3</rows><valueTable>gUL/</valueTable></scope>",
-    };
-    Zeroed<Motion> motion;
-    for (const char *text : bad) {
-        Xml node(text);
-        EXPECT_EQ(log_of([&] { EXPECT_EQ(get_scope_from_xmlnode(&motion, node, nullptr), -1) << text; }), "");
-    }
-    Xml longest(scope(155, 100, std::string(2584, 'A') + std::string(126, 'A')));
-    EXPECT_NE(log_of([&] { EXPECT_EQ(get_scope_from_xmlnode(&motion, longest, nullptr), -1); }), "")
-        << "2710 characters are taken, and are too many cells or no whole groups";
-    Xml too_long(scope(155, 100, std::string(2712, 'A')));
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(get_scope_from_xmlnode(&motion, too_long, nullptr), -1); }), "");
-}
-
 TEST_F(MotionTest, SmallGridsAreWrittenAs96x64)
 {
     const struct {
@@ -407,73 +133,7 @@ TEST_F(MotionTest, SmallGridsAreWrittenAs96x64)
     EXPECT_EQ(message.write(net_md_s2x), "failed");
 }
 
-TEST_F(MotionTest, WritingNeedsScratchMemory)
-{
-    Envelope<Motion> message(nets_param_md_init);
-    net_host_fail_allocation(1);
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(message.write(net_md_s2x), "failed"); }),
-              "<red net_public.cpp>malloc failed\n"
-              "<red net_xml_alarm.cpp>File[net_xml_alarm.cpp] Func[net_md_s2x] Line[#],malloc error!\n");
-    // Without memory for the encoder there is no text.
-    net_host_fail_allocation(2);
-    loglevel = 0;
-    EXPECT_EQ(message.write(net_md_s2x), "failed");
-}
-
 // Sensitivity --------------------------------------------------------------------------------------
-
-int read_periods(tag_net_sensitivity_info_v20_t (&list)[4], const std::string &children, const char *key = nullptr)
-{
-    Xml node(element("sensitivityInfoList", children));
-    return get_sensitivity_info_list_from_xmlnode(list, node, key);
-}
-
-TEST_F(MotionTest, FourPeriodsAreDemanded)
-{
-    tag_net_sensitivity_info_v20_t list[4] = {};
-    EXPECT_EQ(read_periods(list, ""), -1);
-    EXPECT_EQ(read_periods(list, period(0, 1, 0, 0, 0, 0) + period(1, 1, 0, 0, 0, 0) + period(2, 1, 0, 0, 0, 0)), -1);
-    EXPECT_EQ(list[2].enable, 1) << "what was there is kept";
-    EXPECT_EQ(list[3].enable, 0);
-    EXPECT_EQ(read_periods(list, four_periods()), 0);
-    EXPECT_EQ(shown(list[3]), "1 18:0-23:59 50");
-    EXPECT_EQ(read_periods(list, four_periods() + period(9, 99, 99, 99, 99, 99) + "<other/>"), 0)
-        << "a fifth is ignored";
-    EXPECT_EQ(shown(list[3]), "1 18:0-23:59 50");
-    EXPECT_EQ(read_periods(list, "<other/>" + four_periods()), -1);
-    EXPECT_EQ(read_periods(list, "<!--c-->" + four_periods()), -1);
-    EXPECT_EQ(read_periods(list, four_periods(), "sensitivityInfoList"), 0);
-    EXPECT_EQ(read_periods(list, four_periods(), "sensInfoList"), -1);
-}
-
-TEST_F(MotionTest, PeriodsAreChecked)
-{
-    const char *const bad[] = {
-        "<id>1</id>",
-        "<id>-1</id>",
-        "<id/>",
-        "<sensitivity>0</sensitivity>",
-        "<sensitivity>51</sensitivity>",
-        "<beginHour>24</beginHour>",
-        "<beginHour>-1</beginHour>",
-        "<beginMinute>60</beginMinute>",
-        "<endHour>24</endHour>",
-        "<endMinute>60</endMinute>",
-        "<enable>x</enable>",
-    };
-    for (const char *child : bad) {
-        tag_net_sensitivity_info_v20_t list[4] = {};
-        EXPECT_EQ(read_periods(list, element("sensitivityInfo", child)), -1) << child;
-        EXPECT_EQ(list[0].enable, 1) << "set before the children are read";
-    }
-    // `enable` may say anything, the range of a period may be empty, and "e" is the end's hour.
-    tag_net_sensitivity_info_v20_t list[4] = {{}, {5, 5, 5, 5, 5, 5}, {}, {}};
-    EXPECT_EQ(read_periods(list, "<sensitivityInfo><enable>-3</enable><e>4</e></sensitivityInfo><SENSITIVITYINFO/>"
-                                 "<sensitivityInfo/><sensitivityInfo><ID>3</ID></sensitivityInfo>"),
-              0);
-    EXPECT_EQ(shown(list[0]), "-3 0:0-4:0 0");
-    EXPECT_EQ(shown(list[1]), "1 5:5-5:5 5") << "absent children leave their fields alone";
-}
 
 std::string prioritised(int priority, int sensitivity)
 {
@@ -567,78 +227,9 @@ TEST_F(MotionTest, LaterBlocksOverwriteEarlierOnes)
         EXPECT_EQ(day_of(fresh, 5), "010000000000000000000000") << one;
     }
     Zeroed<Motion> many;
-    EXPECT_EQ(read_arming(many, repeat(block("Monday", 0, 0), 167) + block("Monday", 1, 1) + block("Monday", 2, 2)), 0);
+    EXPECT_EQ(read_arming(many, repeated(167, block("Monday", 0, 0)) + block("Monday", 1, 1) + block("Monday", 2, 2)),
+              0);
     EXPECT_EQ(day_of(many, 1), "110000000000000000000000") << "168 blocks are read";
-}
-
-// Exceptions ---------------------------------------------------------------------------------------
-
-using Exception = tag_net_handle_exception_v20_t;
-
-int read_exception(Exception &record, const std::string &children, const char *key = nullptr)
-{
-    Xml node(element("handleException", children));
-    return get_handleException_from_xmlnode(&record, node, key);
-}
-
-TEST_F(MotionTest, ExceptionsKeepWhatIsAbsent)
-{
-    Exception record;
-    const auto fill = [&] { std::memset(&record, 0x11, sizeof record); };
-    const int old = 0x11111111;
-    fill();
-    EXPECT_EQ(read_exception(record, ""), 0);
-    EXPECT_EQ(record.handleType, old);
-    EXPECT_EQ(record.chnHandleType[63], old);
-    EXPECT_EQ(read_exception(record, "<chnHandleType>3</chnHandleType>"), 0);
-    EXPECT_EQ(record.chnHandleType[0], 3);
-    EXPECT_EQ(record.chnHandleType[63], 0) << "what the text does not name is 0";
-    EXPECT_EQ(record.relAlarmOut[0], old);
-    EXPECT_EQ(read_exception(record, "<relAlarmOut/>"), 0);
-    EXPECT_EQ(record.relAlarmOut[0], 0);
-    EXPECT_EQ(record.relAlarmOut[95], 0);
-    EXPECT_EQ(read_exception(record, "<relAlarmOut>" + repeat("7,", 100) + "</relAlarmOut>"), 0);
-    EXPECT_EQ(record.relAlarmOut[95], 7);
-    EXPECT_EQ(record.reserved, old);
-    EXPECT_EQ(read_exception(record, "<handleType>io</handleType>", "handle"), -1);
-    EXPECT_EQ(record.handleType, old);
-
-    const struct {
-        const char *text;
-        int mask;
-    } masks[] = {{"io", 1}, {"iosnap", 3}, {"PUSH,rfspeaker", 0x300}, {"none,io", 0}, {"", 0}, {"fax", 0}};
-    for (const auto &one : masks) {
-        EXPECT_EQ(read_exception(record, element("handleType", one.text)), 0) << one.text;
-        EXPECT_EQ(record.handleType, one.mask) << one.text;
-    }
-}
-
-// The lists are converted behind the walk: a child that is refused leaves them alone.
-TEST_F(MotionTest, ExceptionsConvertTheirListsLast)
-{
-    const std::string long_item(31, '1');
-    const std::string bad[] = {
-        "<handleType>" + std::string(64, 'x') + "</handleType>",
-        "<chnHandleType>" + std::string(1024, ',') + "</chnHandleType>",
-        "<relAlarmOut>" + std::string(1024, ',') + "</relAlarmOut>",
-    };
-    for (const std::string &child : bad) {
-        Exception record = {};
-        EXPECT_EQ(read_exception(record, "<chnHandleType>5</chnHandleType><handleType>io</handleType>" + child), -1);
-        EXPECT_EQ(record.chnHandleType[0], 0);
-        EXPECT_EQ(record.handleType, 1) << "this one is stored at once";
-    }
-    Exception record = {};
-    EXPECT_EQ(read_exception(record, "<relAlarmOut>5</relAlarmOut><chnHandleType>4," + long_item + "</chnHandleType>"),
-              -1);
-    EXPECT_EQ(record.chnHandleType[0], 4);
-    EXPECT_EQ(record.relAlarmOut[0], 0) << "the channels come first";
-    EXPECT_EQ(read_exception(record, "<relAlarmOut>" + long_item + "</relAlarmOut><chnHandleType>6</chnHandleType>"),
-              -1);
-    EXPECT_EQ(record.chnHandleType[0], 6);
-    EXPECT_EQ(read_exception(record, "<chnHandleType>1</chnHandleType><chnHandleType>2</chnHandleType>"), 0);
-    EXPECT_EQ(record.chnHandleType[0], 2);
-    EXPECT_EQ(read_exception(record, "<chnHandleType>" + std::string(1023, ',') + "</chnHandleType>"), 0);
 }
 
 // Detector areas -----------------------------------------------------------------------------------
@@ -649,28 +240,6 @@ std::string area(const std::string &name, int width, int height, const std::stri
 }
 
 constexpr char area_error[] = "<red net_xml_alarm.cpp> error \n";
-
-TEST_F(AlarmAreaTest, AreasAreStoredColumnByColumn)
-{
-    auto record = std::make_unique<net_ai_area_t>();
-    for (const auto &size : {std::pair{11, 13}, {1, 100}, {155, 1}, {8, 8}, {155, 100}, {17, 9}}) {
-        const int width = size.first, height = size.second;
-        std::memset(record->cells, 7, sizeof record->cells);
-        std::string cells;
-        for (int cell = 0; cell < width * height; ++cell)
-            cells += cell * (cell + 1) % 7 < 3 ? '1' : '0';
-        Xml node(area("mdArea", width, height, encode(cells)));
-        ASSERT_EQ(get_area_from_xmlnode(record.get(), node, "mdArea"), 0) << width << " x " << height;
-        EXPECT_EQ(record->width, width);
-        EXPECT_EQ(record->height, height);
-        for (int column = 0; column < 155; ++column)
-            for (int row = 0; row < 100; ++row) {
-                const bool inside = column < width && row < height;
-                const int expected = inside ? cells[static_cast<std::size_t>(row * width + column)] - '0' : 7;
-                ASSERT_EQ(record->cells[column][row], expected) << column << "," << row << " of " << width;
-            }
-    }
-}
 
 TEST_F(AlarmAreaTest, AreasThatAreRefused)
 {
@@ -709,37 +278,6 @@ TEST_F(AlarmAreaTest, AreasThatAreRefused)
     EXPECT_EQ(log_of([&] { get_area_from_xmlnode(nullptr, nullptr, nullptr); }), "");
 }
 
-TEST_F(AlarmAreaTest, EachDetectorHasItsBit)
-{
-    const char *const names[] = {"mdArea",     "personArea", "vehicleArea", "faceArea",
-                                 "dogCatArea", "otherArea",  "packageArea"};
-    Envelope<net_alarm_area_t> message(nets_param_alarm_area_init);
-    const net_ai_area_t *const areas[] = {&message->mdArea,     &message->personArea, &message->vehicleArea,
-                                          &message->faceArea,   &message->dogCatArea, &message->otherArea,
-                                          &message->packageArea};
-    unsigned int mask = 0;
-    for (unsigned int i = 0; i < 7; ++i) {
-        ASSERT_EQ(message.read(net_alarm_area_x2s, element("body", area(names[i], static_cast<int>(i) + 1, 1, "gA=="))),
-                  0)
-            << names[i];
-        mask |= 1U << i;
-        EXPECT_EQ(message->type, mask) << "added to what the payload holds";
-        EXPECT_EQ(areas[i]->width, static_cast<int>(i) + 1);
-        EXPECT_EQ(areas[i]->cells[0][0], 1);
-    }
-    EXPECT_EQ(message.param.inited, 1U) << "not this message";
-
-    Envelope<net_alarm_area_t> two(nets_param_alarm_area_init);
-    two.param.dataSize = 1; // not checked
-    ASSERT_EQ(two.read(net_alarm_area_x2s, "<body><chn>-5</chn>" + area("PERSON", 8, 3, "gUL/") +
-                                               area("faceArea", 8, 3, "gUL/") + "<new/></body>"),
-              0);
-    EXPECT_EQ(two->type, 0x0AU);
-    EXPECT_EQ(two->chn, -5);
-    EXPECT_EQ(two->faceArea.cells[7][0], 1);
-    EXPECT_EQ(two->faceArea.cells[7][1], 0);
-}
-
 TEST_F(AlarmAreaTest, Logging)
 {
     loglevel = 0x1 | 0x8;
@@ -767,32 +305,6 @@ TEST_F(AlarmAreaTest, Logging)
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_alarm_area_x2s(nullptr, node), -1); }), area_error);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_alarm_area_x2s(&empty, node), -1); }), area_error);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_alarm_area_x2s(&message.param, nullptr), -1); }), area_error);
-}
-
-// The component readers ----------------------------------------------------------------------------
-
-TEST_F(MotionTest, ComponentsCheckTheirArguments)
-{
-    Zeroed<Motion> motion;
-    const auto check = [](auto reader, auto *record, const std::string &name, const std::string &children) {
-        Xml node(element(name, children));
-        EXPECT_EQ(reader(record, node, nullptr), 0) << name;
-        EXPECT_EQ(reader(record, node, name.c_str()), 0) << name;
-        EXPECT_EQ(reader(record, node, (name + "s").c_str()), 0) << "a beginning of the key is enough";
-        EXPECT_EQ(reader(record, node, name.substr(1).c_str()), -1) << name;
-        EXPECT_EQ(reader(record, node, ""), -1) << name;
-        EXPECT_EQ(reader(record, nullptr, nullptr), -1) << name;
-        EXPECT_EQ(reader(static_cast<decltype(record)>(nullptr), node, nullptr), -1) << name;
-    };
-    const std::string entries = prioritised(1, 2);
-    check(get_scope_from_xmlnode, static_cast<Motion *>(&motion), "scope",
-          element("columns", 8) + element("rows", 3) + element("valueTable", "gUL/"));
-    check(get_sensitivity_info_list_from_xmlnode, &motion.sensitivityInfo[0], "sensitivityInfoList", four_periods());
-    check(get_sensitivity_new_info_x2s, &motion.sensInfoNew, "sensInfoNew", element("sensInfoList", entries));
-    check(get_sensitivity_new_info_list_from_xmlnode, &motion.sensInfoNew.sensInfo[0], "sensInfoList", entries);
-    check(get_sensitivity_priority_list_from_xmlnode, &motion.sensInfoNew.priority[0], "sensInfoList", entries);
-    check(get_md_time_block_list_from_xmlnode, static_cast<Motion *>(&motion), "timeBlockList", block("Sunday", 1, 2));
-    check(get_handleException_from_xmlnode, &motion.handleException, "handleException", "<handleType>io</handleType>");
 }
 
 } // namespace

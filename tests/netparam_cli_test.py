@@ -459,7 +459,7 @@ class Completions(unittest.TestCase):
         return done.stdout.split()
 
     def test_bash(self):
-        for words, some in ((("pa",), ["parse"]), (("--v",), ["--version"]), (("parse", "cover"), ["cover-preview"]),
+        for words, some in ((("pa",), ["page", "parse"]), (("--v",), ["--version"]), (("parse", "cover"), ["cover-preview"]),
                             (("parse", "--form"), ["--format"]), (("parse", "--format", "j"), ["json"]),
                             (("parse", "--format", "=", "j"), ["json"]), (("parse", "md", "motion_r"), [REQUEST]),
                             (("parse", "--ext", "x", "md", "motion_r"), [REQUEST]), (("check", "a", "ntp.x"), ["ntp.xml"]),

@@ -265,11 +265,6 @@ TEST_F(RowsTest, GridsWaitForTheirSides)
     store.width = 6000;
     EXPECT_EQ(test::log_of([&] { EXPECT_EQ(write<GridFields>(store), "<width>6000</width><height>6</height>"); }),
               "<red rows_test.cpp>Line(#) 6002 is too large\n");
-    store.width = 4;
-    net_host_fail_allocation(1);
-    EXPECT_EQ(write<GridFields>(store), "-1") << "memory for neither cells ...";
-    net_host_fail_allocation(2);
-    EXPECT_EQ(write<GridFields>(store), "-1") << "... nor text";
 }
 
 struct WordFields : Description {

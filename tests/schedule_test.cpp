@@ -12,7 +12,6 @@ using test::print_children;
 using test::Xml;
 
 constexpr int md = 0;
-constexpr int videoloss = 1;
 constexpr int io = 2;
 constexpr int normal = 16;
 constexpr int loss = 41;
@@ -77,51 +76,42 @@ int read_types(net_schedule_t &schedule, const std::string &items, const char *k
 
 TEST_F(ScheduleTest, TypesReplaceOnlyTheirOwnHours)
 {
-    net_schedule_t schedule = {};
-    for (auto &day : schedule.section)
-        for (auto &hour : day)
-            hour.bits[0] = 0x5; // MD and IO everywhere
-    EXPECT_EQ(read_types(schedule, item("MD", "1" + std::string(167, '0'))), 0);
-    EXPECT_EQ(schedule.types.bits[0], 0x1U);
-    EXPECT_EQ(hours_of(schedule, md), week(0, 0, 0));
-    EXPECT_EQ(hours_of(schedule, io), std::string(168, '1'));
-
-    // A table that ends early clears the rest; only '1' is an hour.
-    EXPECT_EQ(read_types(schedule, item("io", "10101x 1y") + "<other/>"), 0);
-    EXPECT_EQ(hours_of(schedule, io), "10101001" + std::string(160, '0'));
-    EXPECT_EQ(schedule.types.bits[0], 0x5U) << "types are added";
-    EXPECT_EQ(hours_of(schedule, md), week(0, 0, 0));
-}
-
-TEST_F(ScheduleTest, TypesOfBothWordsAndRules)
-{
-    net_schedule_t schedule = {};
     const std::string all(168, '1');
-    EXPECT_EQ(read_types(schedule,
-                         item("cry", all) + item("crossline", week(6, 23, 23), "<index>2</index>") +
-                             item("loitering", week(1, 1, 2)) + item("videoloss", week(3, 0, 23)),
-                         "ignored"),
-              0);
-    EXPECT_EQ(hours_of(schedule, cry), all);
-    EXPECT_EQ(hours_of(schedule, 31), week(6, 23, 23));
-    EXPECT_EQ(hours_of(schedule, 35), week(1, 1, 2)) << "index 0 is the default";
-    EXPECT_EQ(hours_of(schedule, loss), week(3, 0, 23)) << "\"videoloss\" contains \"loss\", which counts";
-    EXPECT_EQ(hours_of(schedule, videoloss), std::string(168, '0'));
-    EXPECT_EQ(schedule.types.bits[0], 1U << 31);
-    EXPECT_EQ(schedule.types.bits[1], (1U << 3) | (1U << 9) | (1U << 12));
+    const struct {
+        std::string items;
+        int code;
+        std::string hours;
+    } cases[] = {
+        {item("MD", "1" + std::string(167, '0')), md, week(0, 0, 0)},
+        {item("io", "10101x 1y") + "<other/>", io, "10101001" + std::string(160, '0')}, // only '1' is an hour
+        {item("cry", all), cry, all},
+        {item("crossline", week(6, 23, 23), "<index>2</index>"), 31, week(6, 23, 23)},
+        {item("loitering", week(1, 1, 2)), 35, week(1, 1, 2)},     // index 0 is the default
+        {item("videoloss", week(3, 0, 23)), loss, week(3, 0, 23)}, // contains "loss", which counts
+        {item(std::string(125, 'm') + "io", all), io, all},        // 127 characters
+    };
+    for (const auto &c : cases) {
+        net_schedule_t schedule = {};
+        for (auto &day : schedule.section)
+            for (auto &hour : day)
+                hour.bits[0] = 1U << md | 1U << io;
+        alarm_in_add_event(&schedule.types, normal);
+        EXPECT_EQ(read_types(schedule, c.items, "ignored"), 0);
+        EXPECT_EQ(hours_of(schedule, c.code), c.hours) << c.items;
+        EXPECT_EQ(hours_of(schedule, c.code == md ? io : md), all);
+        time_section_t types = {{1U << normal, 0}}; // types are added
+        alarm_in_add_event(&types, c.code);
+        EXPECT_EQ(std::memcmp(&schedule.types, &types, sizeof types), 0) << c.items;
+    }
 }
 
 TEST_F(ScheduleTest, TypesUnknownHereAreSkipped)
 {
     net_schedule_t schedule = {};
-    EXPECT_EQ(log_of([&] {
-                  EXPECT_EQ(read_types(schedule, item("crossline", "1", "<index>3</index>") +
-                                                     item("MD", "1", "<index>-1</index>") + item("earthquake", "1")),
-                            0);
-              }),
-              "");
+    const std::string items =
+        item("crossline", "1", "<index>3</index>") + item("MD", "1", "<index>-1</index>") + item("earthquake", "1");
+    EXPECT_EQ(log_of([&] { EXPECT_EQ(read_types(schedule, items), 0); }), "");
     EXPECT_TRUE(is_empty(schedule));
-    EXPECT_EQ(read_types(schedule, ""), 0);
 }
 
 TEST_F(ScheduleTest, TypesFailOnBadItems)
@@ -148,9 +138,6 @@ TEST_F(ScheduleTest, TypesFailOnBadItems)
         EXPECT_EQ(hours_of(schedule, md), week(0, 5, 5)) << "what came in front stays";
         EXPECT_EQ(schedule.types.bits[0], 0x1U);
     }
-    net_schedule_t schedule = {};
-    EXPECT_EQ(read_types(schedule, item(std::string(125, 'm') + "io", std::string(168, '1'))), 0) << "127 characters";
-    EXPECT_EQ(hours_of(schedule, io), std::string(168, '1'));
 }
 
 // "type" is tested on its own: a name that is empty answers to it and to "index".
@@ -201,30 +188,6 @@ TEST_F(ScheduleTest, TypesWritten)
     schedule = nothing;
     EXPECT_EQ(insert_type_schedule_list_to_xmlnode(&schedule, &empty), 0);
     EXPECT_EQ(print_children(empty), "<typeScheduleList />");
-}
-
-// Every code that has a word of its own comes back; "videoloss" comes back as "loss".
-TEST_F(ScheduleTest, TypesRoundTrip)
-{
-    for (int code = 0; code <= cry; ++code) {
-        net_schedule_t schedule = {};
-        alarm_in_add_event(&schedule.types, code);
-        alarm_in_add_event(&schedule.section[2][7], code);
-        alarm_in_add_event(&schedule.section[6][23], code);
-        TiXmlElement parent("p");
-        ASSERT_EQ(insert_type_schedule_list_to_xmlnode(&schedule, &parent), 0);
-        net_schedule_t back = {};
-        ASSERT_EQ(get_type_schedule_list_from_xmlnode(&back, parent.FirstChild(), nullptr), 0);
-        const bool nameless =
-            (code > 2 && code < 8) || (code > 8 && code < 16) || code == 17 || (code > 23 && code < 27) || code == 28;
-        if (nameless) {
-            EXPECT_TRUE(is_empty(back)) << code;
-        } else {
-            const int expected = code == videoloss ? loss : code;
-            EXPECT_EQ(hours_of(back, expected), hours_of(schedule, code)) << code;
-            EXPECT_TRUE(has(back.types, expected)) << code;
-        }
-    }
 }
 
 // Time blocks -----------------------------------------------------------------------------------
@@ -378,25 +341,9 @@ std::string write_combinations(net_schedule_t &schedule)
     return print_children(parent);
 }
 
-std::string whole_days(const char *const (&days)[6])
-{
-    std::string blocks;
-    for (const char *day : days)
-        blocks += block(day, 0, 23);
-    return blocks;
-}
-
 TEST_F(ScheduleTest, CombinationsWritten)
 {
     net_schedule_t schedule = {};
-    for (int hour = 0; hour < 24; ++hour)
-        set(schedule, 1, hour, 0x1);
-    EXPECT_EQ(write_combinations(schedule), "<ScheduleList>" + combination("MD", block("Monday", 0, 23)) +
-                                                combination("none", whole_days({"Sunday", "Tuesday", "Wednesday",
-                                                                                "Thursday", "Friday", "Saturday"})) +
-                                                "</ScheduleList>");
-
-    schedule = {};
     for (auto &day : schedule.section)
         for (auto &hour : day)
             hour.bits[0] = 0x10001; // Normal with MD is none of the nine
@@ -421,36 +368,6 @@ TEST_F(ScheduleTest, CombinationsWritten)
             combination("IO,videoloss", block("Tuesday", 0, 0)) + combination("MD,videoloss", block("Tuesday", 1, 1)) +
             combination("IO,MD,videoloss", block("Tuesday", 2, 2)) + combination("Normal", block("Tuesday", 4, 4)) +
             combination("none", block("Tuesday", 5, 5)) + "</ScheduleList>");
-}
-
-TEST_F(ScheduleTest, CombinationsRoundTrip)
-{
-    net_schedule_t schedule = {};
-    for (int day = 0; day < 7; ++day)
-        for (int hour = 0; hour < 24; ++hour)
-            set(schedule, day, hour, (day * 24 + hour) % 5 == 0 ? 0x4 : (day + hour) % 3 == 0 ? 0x10000 : 0x1);
-    TiXmlElement parent("p");
-    ASSERT_EQ(insert_schedule_list_to_xmlnode(&schedule, &parent), 0);
-    net_schedule_t back = {};
-    ASSERT_EQ(get_schedule_list_from_xmlnode(&back, parent.FirstChild(), nullptr), 0);
-    EXPECT_EQ(std::memcmp(&back, &schedule, sizeof back), 0);
-}
-
-TEST_F(ScheduleTest, NullArgumentsFail)
-{
-    Xml node("<x/>");
-    net_schedule_t schedule = {};
-    for (Reader reader : {get_type_schedule_list_from_xmlnode, get_schedule_list_from_xmlnode}) {
-        EXPECT_EQ(reader(nullptr, node, nullptr), -1);
-        EXPECT_EQ(reader(&schedule, nullptr, nullptr), -1);
-    }
-    EXPECT_EQ(get_time_block_list_from_xmlnode(nullptr, {}, node, nullptr), -1);
-    EXPECT_EQ(get_time_block_list_from_xmlnode(&schedule, {}, nullptr, nullptr), -1);
-    EXPECT_EQ(insert_type_schedule_list_to_xmlnode(nullptr, node), -1);
-    EXPECT_EQ(insert_type_schedule_list_to_xmlnode(&schedule, nullptr), -1);
-    EXPECT_EQ(insert_schedule_list_to_xmlnode(nullptr, node), -1);
-    EXPECT_EQ(insert_schedule_list_to_xmlnode(&schedule, nullptr), -1);
-    EXPECT_TRUE(node.root()->NoChildren());
 }
 
 } // namespace

@@ -219,6 +219,11 @@ std::string repeated(int count, const std::string &text)
     return all;
 }
 
+std::string element(const std::string &name, const std::string &inside)
+{
+    return "<" + name + ">" + inside + "</" + name + ">";
+}
+
 int prepare(net_param_t *param, net_ext_t *ext, std::size_t size)
 {
     return net_param_init_size_id(param, ext, static_cast<unsigned int>(size), 1);

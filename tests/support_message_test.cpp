@@ -3,14 +3,11 @@
 #include <net_public.h>
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 namespace {
 
 using test::Envelope;
-using test::example;
 using test::log_of;
 using test::Xml;
 
@@ -18,7 +15,6 @@ using Support = tag_net_support_v20_t;
 using Channel = net_chn_support_v20_t;
 
 constexpr char refused[] = "Func(net_support_x2s) Line(#)\n";
-constexpr char refused_item[] = "Func(get_item_from_xmlnode) Line(#)\nFunc(net_support_x2s) Line(#)\n";
 constexpr char refused_linkage[] = "<green net_xml_system.cpp>\n";
 
 // A "Support" with these children; after a success the envelope must not claim more than the initialiser did.
@@ -34,99 +30,10 @@ std::string log_of_refusal(Envelope<Support> &support, const std::string &childr
     return log_of([&] { EXPECT_EQ(read(support, children), -1) << children; });
 }
 
-// The same number in every field from one member to another one.
-template <class Record> void number_fields(Record &record, int Record::*first, int Record::*last, int number)
-{
-    for (int *field = &(record.*first); field <= &(record.*last); ++field)
-        *field = number++;
-}
-
 class SupportTest : public test::HostTest {
 protected:
     Envelope<Support> support{nets_param_support_init};
 };
-
-TEST_F(SupportTest, ReadsTheDevice)
-{
-    ASSERT_EQ(read(support,
-                   "<chnType>99</chnType><IOInputPortNum>1</IOInputPortNum><IOOutputPortNum>2</IOOutputPortNum>"
-                   "<diskNum>3</diskNum><channelNum>4</channelNum><audioNum>5</audioNum><ptzMode>PT</ptzMode>"
-                   "<ptzCfg>7</ptzCfg><B485>8</B485><autoUpdate>9</autoUpdate><pushAlarm>10</pushAlarm>"
-                   "<ftp>11</ftp><ftpTest>12</ftpTest><email>13</email><wifi>14</wifi>"
-                   "<heightDiffAdjust>15</heightDiffAdjust><record>16</record><wifiTest>17</wifiTest>"
-                   "<rtsp>18</rtsp><rtmp>19</rtmp><onvif>20</onvif><audioTalk>21</audioTalk>"
-                   "<rfVersion>22</rfVersion><noExternStream>23</noExternStream><timeFormat>24</timeFormat>"
-                   "<ddnsVersion>25</ddnsVersion><emailVersion>26</emailVersion>"
-                   "<buzzerVersion>27</buzzerVersion><pushVersion>28</pushVersion>"
-                   "<replayVersion>29</replayVersion><videoStandard>30</videoStandard><autoTest>31</autoTest>"
-                   "<largeBattery>32</largeBattery><previewVersion>33</previewVersion>"
-                   "<nasVersion>34</nasVersion><recordCfg>35</recordCfg><reboot>36</reboot>"
-                   "<wifiVersion>37</wifiVersion><user>-38</user><batteryMode>39</batteryMode>"
-                   "<newRecordType>99</newRecordType><cloudVersion>99</cloudVersion><smartHome/>"),
-              0);
-    const int in_order[] = {
-        support->IOInputPortNum,
-        support->IOOutputPortNum,
-        support->diskNum,
-        support->channelNum,
-        support->audioNum,
-        support->ptzMode + 3,
-        support->ptzCfg,
-        support->B485,
-        support->autoUpdate,
-        support->pushAlarm,
-        support->ftp,
-        support->ftpTest,
-        support->email,
-        support->wifi,
-        support->heightDiffAdjust,
-        support->record,
-        support->wifiTest,
-        support->rtsp,
-        support->rtmp,
-        support->onvif,
-        support->channel[0].audioTalk, // the device's is the first channel's
-        support->rfVersion,
-        support->noExternStream,
-        support->timeFormat,
-        support->ddnsVersion,
-        support->emailVersion,
-        support->buzzerVersion,
-        support->pushVersion,
-        support->replayVersion,
-        support->videoStandard,
-        support->autoTest,
-        support->largeBattery,
-        support->previewVersion,
-        support->nasVersion,
-        support->recordCfg,
-        support->reboot,
-        support->wifiVersion,
-        -support->user,
-        support->batteryMode,
-    };
-    int expected = 0;
-    for (const int value : in_order)
-        EXPECT_EQ(value, ++expected);
-    EXPECT_EQ(support->chnType, 0);
-    EXPECT_EQ(support->cloudVersion, 0);
-    EXPECT_EQ(support->count, 0);
-}
-
-TEST_F(SupportTest, MatchesAbbreviatedNamesInTheOrderOfTheKeys)
-{
-    // What is written as "disk" comes back as the number of disks.
-    ASSERT_EQ(read(support, "<diskNum>2</diskNum><disk>7</disk><wifi>1</wifi><wifiT>2</wifiT><push>3</push>"
-                            "<pushV>4</pushV><re>5</re>"),
-              0);
-    EXPECT_EQ(support->diskNum, 7);
-    EXPECT_EQ(support->disk, 0);
-    EXPECT_EQ(support->wifi, 1);
-    EXPECT_EQ(support->wifiTest, 2);
-    EXPECT_EQ(support->pushAlarm, 3);
-    EXPECT_EQ(support->pushVersion, 4);
-    EXPECT_EQ(support->record, 5);
-}
 
 TEST_F(SupportTest, TakesImageFeaturesForGranted)
 {
@@ -136,85 +43,6 @@ TEST_F(SupportTest, TakesImageFeaturesForGranted)
     EXPECT_EQ(support->channel[1].newIspCfg, 3);
     ASSERT_EQ(read(support, "<item><chnID>0</chnID><newIspCfg>5</newIspCfg></item>"), 0);
     EXPECT_EQ(support->channel[0].newIspCfg, 5);
-}
-
-TEST_F(SupportTest, RefusesBadNumbersWithAnUngatedLine)
-{
-    modulemask = 0;
-    for (const char *name : {"IOInputPortNum", "IOOutputPortNum", "diskNum", "channelNum", "audioNum"})
-        EXPECT_EQ(log_of_refusal(support, "<" + std::string(name) + ">-1</" + name + "><ftp>9</ftp>"), refused);
-    EXPECT_EQ(support->audioNum, -1); // stored, then refused
-    EXPECT_EQ(log_of_refusal(support, "<rtsp>yes</rtsp><ftp>9</ftp>"), refused);
-    EXPECT_EQ(support->ftp, 0);
-}
-
-TEST_F(SupportTest, IgnoresUnknownPanTiltModes)
-{
-    const char *const words[] = {"none", "AF", "ptz", "pt", "p"};
-    for (int code = 0; code < 5; ++code) {
-        ASSERT_EQ(read(support, "<ptzMode>" + std::string(words[code]) + "</ptzMode>"), 0);
-        EXPECT_EQ(support->ptzMode, code);
-    }
-    modulemask = 0;
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(read(support, "<ptzMode>swivel</ptzMode><ftp>1</ftp>"), 0); }), refused);
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(read(support, "<ptzMode/>"), 0); }), refused);
-    EXPECT_EQ(support->ptzMode, 4);
-    EXPECT_EQ(support->ftp, 1);
-    EXPECT_EQ(log_of_refusal(support, "<ptzMode>sixteencharacter</ptzMode>"), refused);
-}
-
-TEST_F(SupportTest, ReadsAChannel)
-{
-    ASSERT_EQ(read(support,
-                   "<item><colour>9</colour><chnID>63</chnID><ptzType>1</ptzType><rfCfg>2</rfCfg>"
-                   "<newRfCfg>3</newRfCfg><noAudio>4</noAudio><osdCfg>5</osdCfg><videoClip>6</videoClip>"
-                   "<dynamicReso>7</dynamicReso><ptzPreset>8</ptzPreset><ptzPatrol>9</ptzPatrol>"
-                   "<ptzTattern>10</ptzTattern><ptzControl>11</ptzControl><autoPt>12</autoPt>"
-                   "<ledCtrl>13</ledCtrl><aitype>14</aitype><aiAnimalType>15</aiAnimalType>"
-                   "<newIspCfg>16</newIspCfg><audioVersion>17</audioVersion><audioTalk>18</audioTalk>"
-                   "<motion>19</motion><battery>20</battery><encCtrl>21</encCtrl><zfBacklash>22</zfBacklash>"
-                   "<snap>23</snap><report>24</report><fishEye>25</fishEye><lightType>26</lightType>"
-                   "<binoCfg>27</binoCfg><networkVersion>28</networkVersion>"
-                   "<doorbellVersion>29</doorbellVersion><snaptlpsVersion>30</snaptlpsVersion>"
-                   "<timelapse>31</timelapse><aiUpdateAbility>32</aiUpdateAbility><smartAI>33</smartAI>"
-                   "<remoteAbility>34</remoteAbility><eventTypeVersion>35</eventTypeVersion>"
-                   "<compatibleAbility>36</compatibleAbility><thumbnail>37</thumbnail>"
-                   "<ipcAudioTalk>99</ipcAudioTalk><recordCfg>99</recordCfg><batteryMode>99</batteryMode></item>"),
-              0);
-    const Channel &last = support->channel[63];
-    const int in_order[] = {
-        last.ptzType,           last.rfCfg,           last.newRfCfg,       last.noAudio,         last.osdCfg,
-        last.videoClip,         last.dynamicReso,     last.ptzPreset,      last.ptzPatrol,       last.ptzTattern,
-        last.ptzControl,        last.autoPt,          last.ledCtrl,        last.aitype,          last.aiAnimalType,
-        last.newIspCfg,         last.audioVersion,    last.audioTalk,      last.motion,          last.battery,
-        last.encCtrl,           last.zfBacklash,      last.snap,           last.report,          last.fishEye,
-        last.lightType,         last.binoCfg,         last.networkVersion, last.doorbellVersion, last.snaptlpsVersion,
-        last.timelapse,         last.aiUpdateAbility, last.smartAI,        last.remoteAbility,   last.eventTypeVersion,
-        last.compatibleAbility, last.thumbnail,
-    };
-    int expected = 0;
-    for (const int value : in_order)
-        EXPECT_EQ(value, ++expected);
-    EXPECT_EQ(last.chnID, 63);
-    EXPECT_EQ(last.recordCfg, 0);
-    EXPECT_EQ(last.batteryMode, 0);
-    EXPECT_EQ(support->channel[62].chnID, -1);
-}
-
-TEST_F(SupportTest, DemandsTheChannelFirst)
-{
-    modulemask = 0;
-    for (const char *item :
-         {"<snap>1</snap><chnID>1</chnID>", "<chnID>-1</chnID>", "<chnID>64</chnID>", "<chnID>one</chnID>",
-          "<chnID>1</chnID><snap>x</snap>", "<chnID>1</chnID><chnID>-1</chnID><snap>1</snap>"})
-        EXPECT_EQ(log_of_refusal(support, "<item>" + std::string(item) + "</item><ftp>1</ftp>"), refused_item);
-    EXPECT_EQ(support->ftp, 0);
-    EXPECT_EQ(support->channel[0].snap, 0);
-
-    // A second index goes on with another record.
-    EXPECT_EQ(read(support, "<item><chnID>2</chnID><snap>5</snap><chnID>4</chnID><snap>6</snap></item>"), 0);
-    EXPECT_EQ(support->channel[2].snap, 5);
-    EXPECT_EQ(support->channel[4].snap, 6);
 }
 
 TEST_F(SupportTest, DerivesTheFirstChannelsPanTiltFlags)
@@ -243,42 +71,6 @@ TEST_F(SupportTest, DerivesTheFirstChannelsPanTiltFlags)
     EXPECT_EQ(support->channel[0].ptzPreset, 9);
 }
 
-TEST_F(SupportTest, ReportsPresetsToItsCaller)
-{
-    char key[] = "item";
-    char other[] = "items of another kind";
-    int preset = 0;
-    Xml plain("<item><chnID>1</chnID><ptzPatrol>1</ptzPatrol></item>");
-    Xml with("<item><chnID>1</chnID><ptzPreset>x</ptzPreset></item>");
-    EXPECT_EQ(get_item_from_xmlnode(support.payload(), plain.root(), key, &preset), 0);
-    EXPECT_EQ(preset, 0);
-    log_of([&] { EXPECT_EQ(get_item_from_xmlnode(support.payload(), with.root(), nullptr, &preset), -1); });
-    EXPECT_EQ(preset, 1);                                                                 // though it could not be read
-    EXPECT_EQ(get_item_from_xmlnode(support.payload(), plain.root(), other, &preset), 0); // "item" begins it
-    other[0] = 'x';
-    EXPECT_EQ(get_item_from_xmlnode(support.payload(), plain.root(), other, &preset), -1);
-    EXPECT_EQ(get_item_from_xmlnode(nullptr, plain.root(), key, &preset), -1);
-    EXPECT_EQ(get_item_from_xmlnode(support.payload(), nullptr, key, &preset), -1);
-    EXPECT_EQ(get_item_from_xmlnode(support.payload(), plain.root(), key, nullptr), -1);
-}
-
-TEST_F(SupportTest, AddsLinkageBits)
-{
-    ASSERT_EQ(read(support, "<IOTsupport><smartPlug><openClose>0</openClose><duration>0</duration></smartPlug>"
-                            "<alertorBell><d>-3</d><audioID>1</audioID><colour>1</colour></alertorBell></IOTsupport>"),
-              0);
-    EXPECT_EQ(support->IOTsupport.smartPlug, 0u);
-    EXPECT_EQ(support->IOTsupport.alertor, 4u + 32u);
-    ASSERT_EQ(read(support, "<IOTsupport><smartPlug><duration>5</duration><openClose>1</openClose></smartPlug>"
-                            "<alertorBell><startStop>1</startStop><type>1</type><duration>0</duration>"
-                            "<repeatCount>1</repeatCount><volume>1</volume></alertorBell>"
-                            "<alertorLight><openClose>1</openClose><type>1</type><flashfreq>1</flashfreq>"
-                            "<duration>1</duration><brightness>1</brightness></alertorLight></IOTsupport>"),
-              0);
-    EXPECT_EQ(support->IOTsupport.smartPlug, 3u);
-    EXPECT_EQ(support->IOTsupport.alertor, 0x7ffu); // the 4 stays from before
-}
-
 TEST_F(SupportTest, LogsRefusedLinkageInEachReader)
 {
     modulemask = 0;
@@ -300,100 +92,6 @@ TEST_F(SupportTest, LogsRefusedLinkageInEachReader)
     EXPECT_EQ(log_of([&] { EXPECT_EQ(get_iot_support_from_xmlnode(nullptr, bad.root()), -1); }), refused_linkage);
 }
 
-constexpr char device_wide[] =
-    "<chnType>1</chnType><IOInputPortNum>2</IOInputPortNum><IOOutputPortNum>3</IOOutputPortNum><diskNum>4</diskNum>"
-    "<disk>42</disk><channelNum>5</channelNum><IOTNum>6</IOTNum><audioNum>7</audioNum>"
-    "<scheduleVersion>48</scheduleVersion><ptzMode>none</ptzMode><ptzCfg>10</ptzCfg><B485>11</B485>"
-    "<autoUpdate>12</autoUpdate><pushAlarm>13</pushAlarm><logVersion>64</logVersion><ftp>14</ftp><ftpTest>15</ftpTest>"
-    "<email>16</email><wifi>17</wifi><wifiVersion>61</wifiVersion><newRecordType>18</newRecordType>"
-    "<wifiTest>19</wifiTest><rtsp>20</rtsp><onvif>21</onvif><rfVersion>22</rfVersion><rtmp>23</rtmp>"
-    "<timeFormat>25</timeFormat><ddnsVersion>26</ddnsVersion><ddnsCfg>44</ddnsCfg><SupportUpgrade>45</SupportUpgrade>"
-    "<upgrade>47</upgrade><emailVersion>27</emailVersion><buzzerVersion>28</buzzerVersion>"
-    "<pushVersion>29</pushVersion><pushType>32</pushType><pppoe>43</pppoe><cloudVersion>33</cloudVersion>"
-    "<thirdCloudVersion>34</thirdCloudVersion><replayVersion>35</replayVersion><ExportImport>40</ExportImport>"
-    "<storagemode>46</storagemode><sambaVer>49</sambaVer><netPort>57</netPort><chVerInfo>50</chVerInfo>"
-    "<networkDiagnosis>52</networkDiagnosis><remoteUpgrade>53</remoteUpgrade><IOInputNum>54</IOInputNum>"
-    "<IOOutputNum>55</IOOutputNum><switchCtrl>58</switchCtrl><loginLocked>60</loginLocked>"
-    "<snaptlpsEnableCfg>71</snaptlpsEnableCfg><sceneModeCfg>72</sceneModeCfg><linkages>73</linkages>"
-    "<replayIpcVersion>74</replayIpcVersion><IOTLink>75</IOTLink><netSecurity>67</netSecurity><user>63</user>"
-    "<nasVersion>30</nasVersion><ledCtrl>39</ledCtrl><batteryVersion>69</batteryVersion>"
-    "<videoInspection>70</videoInspection><timelapse>31</timelapse><topologyVersion>65</topologyVersion>"
-    "<eventLogVersion>76</eventLogVersion><doorbellVersion>68</doorbellVersion>";
-
-// Each field holds its place in the record.
-void number_device(Support &support)
-{
-    number_fields(support, &Support::chnType, &Support::batteryMode, 1);
-    number_fields(support, &Support::ledCtrl, &Support::eventLogVersion, 39);
-}
-
-TEST_F(SupportTest, WritesTheDevice)
-{
-    number_device(*support);
-    EXPECT_EQ(support.write(net_support_s2x),
-              "<Support version=\"1.1\">" + std::string(device_wide) + "<smartHome /></Support>");
-    for (const int code : {1, 2, 3, 4, 0, 5, -1}) {
-        const char *const words[] = {"none", "af", "ptz", "pt", "p"};
-        support->ptzMode = code;
-        const std::string word = code > 0 && code < 5 ? words[code] : "none";
-        EXPECT_NE(support.write(net_support_s2x).find("<ptzMode>" + word + "</ptzMode>"), std::string::npos) << code;
-    }
-}
-
-TEST_F(SupportTest, WritesTheSmartHome)
-{
-    const auto smart_home = [&](int cloud, unsigned int google, unsigned int alexa) {
-        support->cloudVersion = cloud;
-        support->googleHomeVer = google;
-        support->amazonAlexaVer = alexa;
-        const std::string text = support.write(net_support_s2x);
-        const std::size_t begin = text.find("<smartHome");
-        return text.substr(begin, text.find("</Support>") - begin);
-    };
-    EXPECT_EQ(smart_home(7, 0, 0), "<smartHome />");
-    EXPECT_EQ(smart_home(8, 0, 4294967295u), "<smartHome><version>1</version><item><name>amazonAlexa</name>"
-                                             "<ver>4294967295</ver></item></smartHome>");
-    EXPECT_EQ(smart_home(16, 1, 2), "<smartHome><item><name>googleHome</name><ver>1</ver></item>"
-                                    "<item><name>amazonAlexa</name><ver>2</ver></item></smartHome>");
-}
-
-TEST_F(SupportTest, WritesTheChannels)
-{
-    support->count = 2;
-    number_fields(support->channel[1], &Channel::reboot, &Channel::thumbnail, 1);
-    const std::string text = support.write(net_support_s2x);
-    EXPECT_EQ(text.substr(text.find("<item><chnID>1<")),
-              "<item><chnID>1</chnID><noAudio>10</noAudio><newRfCfg>9</newRfCfg><videoClip>15</videoClip>"
-              "<osdCfg>17</osdCfg><dynamicReso>22</dynamicReso><aitype>12</aitype><aiAnimalType>13</aiAnimalType>"
-              "<ptzPreset>25</ptzPreset><ptzPatrol>26</ptzPatrol><ptzTattern>27</ptzTattern><ptzType>7</ptzType>"
-              "<ptzControl>28</ptzControl><newIspCfg>20</newIspCfg><audioVersion>23</audioVersion>"
-              "<ledCtrl>24</ledCtrl><ipcAudioTalk>4</ipcAudioTalk><channelType>ipc</channelType><encCtrl>31</encCtrl>"
-              "<autoPt>29</autoPt><fishEye>36</fishEye><lightType>38</lightType><binoCfg>37</binoCfg>"
-              "<networkVersion>40</networkVersion><timelapse>14</timelapse><battery>18</battery>"
-              "<recordCfg>41</recordCfg><pushAlarm>2</pushAlarm><emailVersion>11</emailVersion><ftp>3</ftp>"
-              "<rfVersion>6</rfVersion><reboot>1</reboot><wifiVersion>39</wifiVersion>"
-              "<doorbellVersion>42</doorbellVersion><snaptlpsVersion>43</snaptlpsVersion>"
-              "<replayVersion>16</replayVersion><aiUpdateAbility>44</aiUpdateAbility><largeBattery>35</largeBattery>"
-              "<batteryMode>19</batteryMode><remoteAbility>46</remoteAbility><thumbnail>49</thumbnail>"
-              "<eventTypeVersion>47</eventTypeVersion><mdConfig>0</mdConfig><snap>30</snap><wifiTest>5</wifiTest>"
-              "<smartAI>45</smartAI></item></Support>");
-    // The index is the record's place, whatever the record says.
-    EXPECT_NE(text.find("<smartHome /><item><chnID>0<"), std::string::npos);
-    EXPECT_NE(text.find("<battery>0</battery><pushAlarm>0<"), std::string::npos);
-}
-
-TEST_F(SupportTest, WritesChannelTypes)
-{
-    const char *const words[] = {"ipc",   "plug", "usb",         "KT3",      "Doorbell",
-                                 "Light", "R58",  "fisheye_ipc", "repeater", "ipc"};
-    support->count = 1;
-    for (int code = 0; code < 10; ++code) {
-        support->channel[0].channelType = code;
-        EXPECT_NE(support.write(net_support_s2x).find("<channelType>" + std::string(words[code]) + "<"),
-                  std::string::npos);
-    }
-}
-
 TEST_F(SupportTest, WritesNoMoreChannelsThanThereAre)
 {
     const auto items = [&](int count) {
@@ -408,52 +106,6 @@ TEST_F(SupportTest, WritesNoMoreChannelsThanThereAre)
     EXPECT_EQ(items(-1), 0);
     EXPECT_EQ(items(64), 64);
     EXPECT_EQ(items(65), 64);
-}
-
-TEST_F(SupportTest, RefusesBadEnvelopes)
-{
-    Xml xml("<Support><ftp>1</ftp></Support>");
-    net_param_t empty = support.param;
-    empty.data = nullptr;
-    EXPECT_EQ(log_of([&] {
-                  EXPECT_EQ(net_support_x2s(nullptr, xml.root()), -1);
-                  EXPECT_EQ(net_support_x2s(&support.param, nullptr), -1);
-                  EXPECT_EQ(net_support_x2s(&empty, xml.root()), -1);
-              }),
-              "<red net_xml_system.cpp>Func(net_support_x2s) Line(#) \n"
-              "<red net_xml_system.cpp>Func(net_support_x2s) Line(#) \n"
-              "<red net_xml_system.cpp>Func(net_support_x2s) Line(#) \n");
-    support.param.dataSize -= 4;
-    EXPECT_EQ(support.read(net_support_x2s, "<Support><ftp>1</ftp></Support>"), 0); // only the writer looks at the size
-    EXPECT_EQ(log_of([&] {
-                  EXPECT_EQ(support.write(net_support_s2x), "failed");
-                  EXPECT_EQ(net_support_s2x(nullptr, xml.root()), -1);
-                  EXPECT_EQ(net_support_s2x(&empty, xml.root()), -1);
-              }),
-              "<red net_xml_system.cpp>func:net_support_s2x line:#\n"
-              "<red net_xml_system.cpp>func:net_support_s2x line:#\n"
-              "<red net_xml_system.cpp>func:net_support_s2x line:#\n");
-}
-
-TEST_F(SupportTest, ReadsTheExamples)
-{
-    TiXmlDocument document;
-    const std::string recorder = example("support_16_channels");
-    document.Parse(recorder.c_str());
-    ASSERT_EQ(net_support_x2s(&support.param, document.RootElement()->FirstChild()), 0);
-    EXPECT_EQ(support->channelNum, 16);
-    EXPECT_EQ(support->channel[0].ptzControl, 7);
-    EXPECT_EQ(support->channel[15].smartAI, 31);
-    EXPECT_EQ(support->channel[15].chnID, 15);
-    EXPECT_EQ(support->channel[16].chnID, -1);
-
-    TiXmlDocument camera;
-    const std::string text = example("support_camera");
-    camera.Parse(text.c_str());
-    ASSERT_EQ(net_support_x2s(&support.param, camera.RootElement()->FirstChild()), 0);
-    EXPECT_EQ(support->ptzMode, 3);
-    EXPECT_EQ(support->channel[0].autoPt, 1); // from its type
-    EXPECT_EQ(support->IOTsupport.alertor, 1u + 2 + 4 + 16 + 64 + 1024);
 }
 
 // Abilities
@@ -522,56 +174,6 @@ TEST_F(AbilityTest, RefusesBadTokens)
     EXPECT_STREQ(list, "uid_ro");
 }
 
-TEST_F(AbilityTest, FindsTokensAnywhere)
-{
-    const auto find = [](std::string list, const char *name) {
-        auto operation = NET_ABILITY_OPERATION_BUTT;
-        EXPECT_EQ(make_string_to_enum(&list[0], name, operation), 0);
-        return operation;
-    };
-    EXPECT_EQ(find("ispBasic_ro, ISPADVANCE_RW", "ispAdvance"), rw);
-    EXPECT_EQ(find("ispBasic_ro, ispAdvance_rw", "ispBasic"), ro);
-    EXPECT_EQ(find("snap_rw, snap_ro", "snap"), rw); // whatever stands first
-    EXPECT_EQ(find("snap_ro, snap_rw", "snap"), rw);
-    EXPECT_EQ(find("channelVersion_ro", "version"), ro); // a name that another one ends with
-    EXPECT_EQ(find("versions_ro, version_r, version", "version"), none);
-    EXPECT_EQ(find("", "version"), none);
-
-    auto operation = rw;
-    char list[] = "a_ro";
-    EXPECT_EQ(log_of([&] {
-                  EXPECT_EQ(make_string_to_enum(nullptr, "a", operation), -1);
-                  EXPECT_EQ(make_string_to_enum(list, nullptr, operation), -1);
-              }),
-              "<red net_xml_system.cpp>param is invalid\n<red net_xml_system.cpp>param is invalid\n");
-}
-
-TEST_F(AbilityTest, ReadsImageAbilitiesOnly)
-{
-    ability->channel[1].ledState = rw;
-    ability->channel[2].ispBasic = ro;
-    ability->channel[0].ispBasic = ro;
-    ASSERT_EQ(ability.read(net_ability_x2s,
-                           "<AbilityInfo><userName>guest</userName>"
-                           "<system><subModule><abilityValue>general_rw</abilityValue></subModule></system>"
-                           "<image><!-- two --><subModule><channelId>15</channelId>"
-                           "<abilityValue>ispBasic_rw, ispAdvance_ro, ledState_rw</abilityValue></subModule>"
-                           "<other><channelId>1</channelId><abilityValue>ispAdvance_rw</abilityValue></other></image>"
-                           "<video><subModule><channelId>3</channelId><abilityValue>osdName_rw</abilityValue>"
-                           "</subModule></video></AbilityInfo>"),
-              0);
-    EXPECT_EQ(ability->channel[15].ispBasic, rw);
-    EXPECT_EQ(ability->channel[15].ispAdvance, ro);
-    EXPECT_EQ(ability->channel[15].ledState, rw);
-    EXPECT_EQ(ability->channel[1].ledState, none); // not in the list any more
-    EXPECT_EQ(ability->channel[1].ispAdvance, rw);
-    EXPECT_EQ(ability->channel[2].ispBasic, ro);
-    EXPECT_EQ(ability->channel[0].ispBasic, ro);
-    EXPECT_EQ(ability->channel[3].osdName, none);
-    EXPECT_EQ(ability->device.general, none);
-    EXPECT_STREQ(ability->userName, "");
-}
-
 TEST_F(AbilityTest, RefusesBadImageAbilities)
 {
     constexpr char no_channel[] = "<red net_xml_system.cpp>get channelId failed!\n";
@@ -602,73 +204,6 @@ TEST_F(AbilityTest, RefusesBadImageAbilities)
               null + null + null);
 }
 
-// Every second operation is read-only, the others are read-write.
-template <class Record> void alternate(Record &record)
-{
-    auto *operations = reinterpret_cast<NET_ABILITY_OPERATION_V20_E *>(&record);
-    for (std::size_t i = 0; i < sizeof record / sizeof *operations; ++i)
-        operations[i] = i % 2 == 0 ? NET_ABILITY_OPERATION_RO : NET_ABILITY_OPERATION_RW;
-}
-
-TEST_F(AbilityTest, WritesAllModules)
-{
-    net_host().channels = 2;
-    for (int &flag : ability->section)
-        flag = 1;
-    std::strcpy(ability->userName, "guest");
-    alternate(ability->device);
-    alternate(ability->channel[0]);
-    const auto channels = [](const std::string &value) {
-        return "<subModule><channelId>0</channelId><abilityValue>" + value +
-               "</abilityValue></subModule><subModule><channelId>1</channelId><abilityValue></abilityValue></"
-               "subModule>";
-    };
-    const auto device = [](const std::string &value) {
-        return "<subModule><abilityValue>" + value + "</abilityValue></subModule>";
-    };
-    const std::string text = ability.write(net_ability_s2x);
-    EXPECT_EQ(
-        text,
-        "<AbilityInfo version=\"1.1\"><userName>guest</userName><system>" +
-            device("general_ro, norm_rw, version_ro, channelVersion_rw, uid_ro, autoReboot_rw, restore_ro, reboot_rw, "
-                   "shutdown_ro, dst_rw, log_ro, output_rw, performance_ro, upgrade_rw, export_ro, import_rw, "
-                   "bootPwd_ro, polling_rw") +
-            "</system><streaming>" + channels("preview_ro, compress_rw, snap_ro, rtsp_rw, streamTable_ro") +
-            "</streaming><record>" +
-            channels("download_rw, fileFind_ro, manualRecord_rw, recordCfg_ro, recordSchedule_rw, "
-                     "subStreamRecord_ro") +
-            "</record><network>" +
-            device("port_ro, dns_rw, email_ro, ftp_rw, ftpSchedule_ro, ipFilter_rw, 3g_ro, localLink_rw, pppoe_ro, "
-                   "upnp_rw, wifi_ro, ntp_rw, netStatus_ro, push_rw, ptop_ro, autontp_rw") +
-            "</network><PTZ>" + device("control_ro, preset_rw, cruise_ro, track_rw, decoder_ro, ptzInfo_rw") +
-            "</PTZ><IO>" + device("manualAlarm_ro, ioAlarmIn_rw, ioAlarmOut_ro") + "</IO><alarm>" +
-            device("hddFull_rw, hddError_ro, disconnect_rw, ipConflict_ro, rfAlarm_rw") +
-            channels("motion_rw, videoLost_ro, hide_rw, smart_ro") + "</alarm><image>" +
-            channels("ispBasic_rw, ispAdvance_ro, ledState_rw") + "</image><video>" +
-            channels("osdName_ro, osdTime_rw, shelter_ro") + "</video><audio>" + device("talk_ro") +
-            "</audio><security>" + device("user_rw, userOnline_ro, bootPwd_rw") + "</security><replay>" +
-            channels("replay_rw, seek_ro") + "</replay><disk>" + device("format_ro, hddCfg_rw, hddInit_ro") +
-            "</disk></AbilityInfo>");
-}
-
-TEST_F(AbilityTest, WritesWhatIsAskedFor)
-{
-    ability->section[NET_ABILITY_SECTION_REPLAY] = 1;
-    ability->channel[63].seek = rw;
-    for (const int channels : {64, 200}) {
-        net_host().channels = channels;
-        const std::string text = ability.write(net_ability_s2x);
-        EXPECT_EQ(text.find("<AbilityInfo version=\"1.1\"><userName></userName><replay><subModule>"), 0u);
-        EXPECT_NE(text.find("<subModule><channelId>63</channelId><abilityValue>seek_rw</abilityValue></subModule>"
-                            "</replay></AbilityInfo>"),
-                  std::string::npos);
-    }
-    net_host().channels = -1;
-    std::memset(ability->userName, 'u', sizeof ability->userName); // as the host may leave it
-    EXPECT_EQ(ability.write(net_ability_s2x),
-              "<AbilityInfo version=\"1.1\"><userName>" + std::string(32, 'u') + "</userName><replay /></AbilityInfo>");
-}
-
 TEST_F(AbilityTest, FailsToWriteWhatIsNoOperation)
 {
     ability->section[NET_ABILITY_SECTION_DISK] = 1;
@@ -681,17 +216,6 @@ TEST_F(AbilityTest, FailsToWriteWhatIsNoOperation)
     ability.param.dataSize += 4;
     EXPECT_EQ(log_of([&] { EXPECT_EQ(ability.write(net_ability_s2x), "failed"); }),
               "<red net_xml_system.cpp>func:net_ability_s2x line:#\n");
-}
-
-TEST_F(AbilityTest, ReadsTheExample)
-{
-    TiXmlDocument document;
-    const std::string text = example("ability");
-    document.Parse(text.c_str());
-    ASSERT_EQ(net_ability_x2s(&ability.param, document.RootElement()->FirstChild()), 0);
-    EXPECT_EQ(ability->channel[3].ispBasic, ro);
-    EXPECT_EQ(ability->channel[3].ledState, rw);
-    EXPECT_EQ(ability->channel[4].ledState, none);
 }
 
 // Heart beat
@@ -709,27 +233,6 @@ protected:
         return log_of([&] { EXPECT_EQ(read(children), -1) << children; });
     }
 };
-
-TEST_F(HeartBeatTest, ReadsABeat)
-{
-    beat.param.dataSize = 1; // does not matter
-    ASSERT_EQ(read("<usec>3</usec><size>1</size><any>x</any><sec>2</sec>"), 0);
-    EXPECT_EQ(beat->size, 1);
-    EXPECT_EQ(beat->sec, 2);
-    EXPECT_EQ(beat->usec, 3);
-    ASSERT_EQ(read("<sec>0</sec><usec>0</usec>"), 0);
-    EXPECT_EQ(beat->size, 1);
-    EXPECT_EQ(beat.param.inited, 1u);
-}
-
-TEST_F(HeartBeatTest, DemandsSecondsAndMicroseconds)
-{
-    constexpr char missing[] = "<red net_xml_system.cpp>0 == fSec || 0 == fUsec\n";
-    EXPECT_EQ(log_of_refusal(""), missing);
-    EXPECT_EQ(log_of_refusal("<sec>1</sec>"), missing);
-    EXPECT_EQ(log_of_refusal("<usec>1</usec>"), missing);
-    EXPECT_EQ(log_of_refusal("<s>1</s><usec>1</usec>"), missing); // that is the size
-}
 
 TEST_F(HeartBeatTest, RefusesBadNumbersWithUngatedLines)
 {

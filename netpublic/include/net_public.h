@@ -27,6 +27,7 @@
 #include <string>
 
 #include "net_param_init.h"
+#include "net_text.h"
 #include "net_types.h"
 #include "net_version.h"
 #include "net_xml_alarm.h"

@@ -570,7 +570,8 @@ struct SubModule {
 struct WrittenSubModule : SubModule {
     char list[longest_device_list + 1];
 
-    WrittenSubModule() {} // the list is not cleared
+    // cppcheck-suppress uninitMemberVar // the list is not cleared
+    WrittenSubModule() {}
     Give give(const char *names, const void *operations, Share share);
 };
 

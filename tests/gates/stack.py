@@ -12,6 +12,7 @@ every constant table refers to. RULES_FILE holds lines with patterns for whole d
                               function itself, refers to; other functions hand it a table they refer to
     nested FUNCTION           an engine function that others call again with a table nested in theirs
     call CALLER -> CALLEE     calls through pointers in CALLER reach functions like CALLEE only
+    key CALLER -> CALLEE      calls through pointers in CALLER reach every function like CALLEE: the host passes them
     kinds FUNCTION -> N ...   FUNCTION is entered only for tables with rows of these kinds, numbered as in table.h
     recursion FUNCTION N      FUNCTION is entered at most N times on one path
 
@@ -262,7 +263,7 @@ class Rules:
                 continue
             kind, _, rest = line.partition(" ")
             pattern, argument = rest, None
-            if kind == "call":
+            if kind in ("call", "key"):
                 pattern, _, argument = rest.partition(" -> ")
                 argument = re.compile(argument.strip())
             elif kind in ("kinds", "roles"):
@@ -327,6 +328,10 @@ class Graph:
     def through_pointers(self, key, table):
         """The (function, table) pairs that a function may enter through pointers."""
         function = self.functions[key]
+        passed = self.rules.of("key", function.name)
+        if passed:
+            return {(callee, None) for callee, other in self.functions.items()
+                    if other.defined and any(pattern.fullmatch(other.name) for pattern in passed)}
         patterns = self.rules.of("call", function.name)
         roles = set().union(*self.rules.of("roles", function.name))
         if key not in self.engine or table not in self.tables:

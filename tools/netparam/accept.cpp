@@ -149,6 +149,25 @@ std::string word_fault(const Table &table, const Row &row, const char *text)
 
 } // namespace
 
+std::size_t longest_of(const Table &table, const Row &row)
+{
+    switch (row.kind) {
+    case Kind::int_list:
+    case Kind::grid:
+        return table.longest(row);
+    case Kind::text:
+    case Kind::counted_text:
+    case Kind::view:
+    case Kind::word:
+    case Kind::mask:
+    case Kind::events:
+    case Kind::converted:
+        return longest_text(table, row) < INT_MAX ? longest_text(table, row) : 0;
+    default:
+        return is_number(row.kind) ? longest_number(row.kind) : 0;
+    }
+}
+
 std::vector<std::string> spellings(const netpublic::WordTable &words, Use direction)
 {
     std::vector<std::string> texts;

@@ -12,6 +12,9 @@ namespace netparam {
 // "a whole number from 1 to 155"; empty when only the message's own code knows.
 std::string accepted_by(const netpublic::Table &table, const netpublic::Row &row);
 
+// Characters, a sign among them, that a number or text may have; 0 where the row sets no limit.
+std::size_t longest_of(const netpublic::Table &table, const netpublic::Row &row);
+
 struct Verdict {
     std::string reason;
     std::string accepted;

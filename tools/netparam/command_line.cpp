@@ -107,6 +107,7 @@ CommandLine::CommandLine(Style for_both)
     app.require_subcommand(1);
     add_list(*this);
     add_describe(*this);
+    add_page(*this);
     add_parse(*this);
     add_exchange(*this);
     add_new(*this);

@@ -52,6 +52,7 @@ struct CommandLine {
 
 void add_list(CommandLine &line);
 void add_describe(CommandLine &line);
+void add_page(CommandLine &line);
 void add_parse(CommandLine &line);
 void add_exchange(CommandLine &line);
 void add_write(CommandLine &line);

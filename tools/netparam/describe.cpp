@@ -1,10 +1,11 @@
+#include "describe.h"
+
+#include "accept.h"
 #include "command_line.h"
 #include "facts.h"
 #include "reference.h"
 #include "rows.h"
 #include "schema.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <climits>
@@ -149,9 +150,10 @@ Json words_json(const WordTable &words)
     for (const auto &entry : words)
         list.push_back({{"code", entry.code},
                         {"word", words.text(entry)},
-                        {"use", entry.use == Use::both   ? "both"
-                                : entry.use == Use::read ? "read"
-                                                         : "write"}});
+                        {"use", entry.use == Use::both    ? "both"
+                                : entry.use == Use::read  ? "read"
+                                : entry.use == Use::whole ? "whole"
+                                                          : "write"}});
     return list;
 }
 
@@ -164,6 +166,57 @@ Json plain_list(const std::vector<std::string> &texts)
 }
 
 Json table_json(const Table &table, bool writes);
+
+const char *names_rule(netpublic::Names names)
+{
+    constexpr const char *rules[] = {"beginnings", "whole", "longer", "any", "in_order", "looked_up"};
+    return rules[static_cast<std::size_t>(names)];
+}
+
+// Which of a table's keys are the grid's columns and rows.
+Json sides_of(const Table &table, const Row &grid)
+{
+    const netpublic::Limits &sides = table.limit(grid.limits);
+    Json keys = Json::array();
+    for (const int side : {sides.low, sides.high})
+        for (unsigned i = 0; i < table.keys; ++i)
+            if (table.row(i).kind == Kind::integer && static_cast<int>(table.row(i).offset) == side)
+                keys.push_back(table.key(table.row(i)));
+    return keys;
+}
+
+// How a child is matched and judged, where that is not the rule.
+void add_rules(Json &json, const Table &table, unsigned index)
+{
+    const Row &row = table.row(index);
+    const auto add = [&](unsigned flag, const char *name) {
+        if ((row.flags & flag) == flag)
+            json[name] = true;
+    };
+    add(netpublic::row_own_test, "own_test");
+    add(netpublic::row_skipped, "skipped");
+    if (row.kind == Kind::integer)
+        add(netpublic::number_tolerant, "tolerant");
+    if (row.kind == Kind::word) {
+        add(netpublic::word_prefix, "prefix");
+        add(netpublic::word_exact, "case");
+        if ((row.flags & netpublic::word_adds) != 0)
+            json["unknown"] = "taken";
+    }
+    if (row.kind == Kind::mask)
+        add(netpublic::mask_none_conflicts, "none_alone");
+    if (netpublic::is_list(row.kind)) {
+        add(netpublic::list_exact, "exactly");
+        const unsigned beyond = row.flags & netpublic::list_stop;
+        json["beyond"] = beyond == netpublic::list_refuse ? "refused"
+                         : beyond == netpublic::list_last ? "overwrites the last one"
+                                                          : "ignored";
+    }
+    if (row.kind == Kind::grid)
+        json["sides"] = sides_of(table, row);
+    if (table.detail(index).sample != nullptr && *table.detail(index).sample != '\0')
+        json["sample"] = table.detail(index).sample;
+}
 
 Json row_json(const Table &table, unsigned index, bool writes)
 {
@@ -180,14 +233,12 @@ Json row_json(const Table &table, unsigned index, bool writes)
     json["read"] = index < table.keys;
     json["written"] = writes && is_in_order(table, index);
     json["required"] = (row.flags & netpublic::row_required) != 0;
+    add_rules(json, table, index);
     if ((row.kind == Kind::integer || (row.kind == Kind::byte && (row.flags & netpublic::number_bit) == 0)) &&
         (row.flags & netpublic::row_checked) != 0)
         json["range"] = {table.limit(row.limits).low, table.limit(row.limits).high};
-    if (row.kind == Kind::text || row.kind == Kind::counted_text || row.kind == Kind::word || row.kind == Kind::mask ||
-        row.kind == Kind::events)
-        json["longest"] = table.limit(row.limits).low;
-    if (row.kind == Kind::int_list || row.kind == Kind::grid)
-        json["longest"] = table.longest(row);
+    if (const std::size_t longest = longest_of(table, row); longest != 0)
+        json["longest"] = longest;
     if (netpublic::is_list(row.kind) && table.capacity(row) != INT_MAX)
         json["capacity"] = table.capacity(row);
     json["accepts"] = plain(limits_text(table, index));
@@ -204,7 +255,12 @@ Json row_json(const Table &table, unsigned index, bool writes)
 
 Json table_json(const Table &table, bool writes)
 {
-    Json json = {{"type", table.record}, {"size", table.record_size}, {"notes", plain_list(table_notes(table))}};
+    Json json = {{"type", table.record},
+                 {"size", table.record_size},
+                 {"names", names_rule(table.names)},
+                 {"others_fail", (table.flags & netpublic::table_others_fail) != 0},
+                 {"first_only", (table.flags & netpublic::table_first_only) != 0},
+                 {"notes", plain_list(table_notes(table))}};
     Json rows = Json::array();
     for (const unsigned i : described_rows(table))
         rows.push_back(row_json(table, i, writes));
@@ -232,6 +288,8 @@ Json members_json(const Table &table)
     return members;
 }
 
+} // namespace
+
 Json message_json(const Entry &entry)
 {
     const auto optional = [](const std::string &text) { return text.empty() ? Json() : Json(text); };
@@ -246,6 +304,8 @@ Json message_json(const Entry &entry)
     json["parser"] = optional(entry.parser());
     json["writer"] = optional(entry.writer());
     json["root"] = optional(entry.root());
+    json["element"] = optional(entry.element());
+    json["domain"] = entry.domain();
     json["read_check"] = read != nullptr ? Json(plain(read_check(*read))) : Json();
     json["write_check"] = written != nullptr ? Json(plain(write_check(*written))) : Json();
     // One table for both directions stands under "read" alone.
@@ -256,6 +316,8 @@ Json message_json(const Entry &entry)
         json["payload"] = members_json(*payload);
     return json;
 }
+
+namespace {
 
 ExitCode describe(std::ostream &out, std::ostream & /*errors*/, const DescribeOptions &options)
 {

@@ -3,8 +3,8 @@
 #include "failure.h"
 #include "secrets.h"
 
-#include "ground/text_guard.h"
 #include "ground/words.h"
+#include "text/scanner.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -114,11 +114,17 @@ void Document::parse()
         unfit({row, 0}, "a zero byte in the text");
     }
     // Nesting and attributes only: how long the text may be is the tool's own affair.
-    if (const char *why = netpublic::guard_text(text_.c_str(), std::min(text_.size(), netpublic::guarded_length)))
-        unfit({}, why);
+    netpublic::ScanLimits bounds = netpublic::header_limits;
+    bounds.length = longest_text;
+    netpublic::ScannedText scanned;
+    padded_ = text_;
+    if (scanned.scan(padded_.data(), static_cast<unsigned int>(padded_.size()), bounds) != 0 &&
+        netpublic::is_limit(scanned.error().fault))
+        unfit({}, netpublic::fault_text(scanned.error().fault));
     if (text_.find_first_not_of(" \t\r\n") == std::string::npos)
         unfit({}, text_.empty() ? "the text is empty" : "there is nothing but white space");
-    padded_ = text_ + std::string(netpublic::guard_padding, '\0');
+    constexpr std::size_t padding = 8; // the XML library reads past a text that ends inside a UTF-8 sequence
+    padded_ = text_ + std::string(padding, '\0');
     tree_.SetTabSize(1);
     tree_.Parse(padded_.c_str());
     if (tree_.Error())

@@ -120,6 +120,17 @@ std::string Entry::summary() const
     return table != nullptr ? table->summary : "";
 }
 
+std::string Entry::domain() const
+{
+#define NETPARAM_FIND(domain)                                                                                          \
+    for (const Message &each : netpublic::domain##_messages())                                                         \
+        if (&each == message)                                                                                          \
+            return #domain;
+    NETPUBLIC_DOMAINS(NETPARAM_FIND)
+#undef NETPARAM_FIND
+    return "";
+}
+
 bool Entry::parses() const
 {
     return message != nullptr && message->parse != nullptr;

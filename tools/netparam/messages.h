@@ -33,6 +33,8 @@ struct Entry {
     // What the element of its bodies is called, which the parser does not look at; empty without a message.
     std::string element() const;
     bool bears_element(const TiXmlElement &body) const;
+    // Its domain's name: "alarm".
+    std::string domain() const;
     // The rows of the body that is read, and of the element that is written; null where nothing is.
     const netpublic::Table *read() const;
     const netpublic::Table *written() const;

@@ -5,6 +5,8 @@
 #include "failure.h"
 #include "secrets.h"
 
+#include "toolkit/extension.h"
+
 #include <net_host_standin.h>
 #include <net_public.h>
 
@@ -89,8 +91,12 @@ bool Session::read_extension()
     if (!extension_document_)
         return true;
     std::string text = extension_document_->text();
-    trace_ = std::make_unique<Trace>(options_.show_secrets);
     const int result = logged(log_, [&] { return net_exten_x2s(text.data(), &extension_); });
+    // The library reads the text; the trace wants the elements.
+    net_ext_t again = {};
+    std::string lines;
+    trace_ = std::make_unique<Trace>(options_.show_secrets);
+    logged(lines, [&] { return netpublic::read_extension(extension_document_->tree().RootElement(), &again); });
     trace_->stop();
     return result == 0;
 }

@@ -364,8 +364,8 @@ int read_item(Walk &walk, const Row &row, Node child)
     return 0;
 }
 
-// What the row's kind makes of the child. A part of read_row(): a frame of its own would pile up, too.
-[[gnu::always_inline]] inline int read_kind(Walk &walk, const Row &row, Node child)
+// What the row's kind makes of the child. It has no frame: all it does is to jump on.
+[[gnu::noinline]] int read_kind(Walk &walk, const Row &row, Node child)
 {
     void *record = walk.record;
     switch (row.kind) {
@@ -452,8 +452,9 @@ NETPUBLIC_LEAF int follow(Walk &walk, const Row &row)
     return 0;
 }
 
-// A comment or a text answers to a key like an element, but no row takes it.
-int read_row(Walk &walk, unsigned index, Node child)
+// A comment or a text answers to a key like an element, but no row takes it. A part of the walks: a frame of its own
+// would pile up with theirs.
+[[gnu::always_inline]] inline int read_row(Walk &walk, unsigned index, Node child)
 {
     const Row &row = walk.table.row(index);
     if (index < required_keys)

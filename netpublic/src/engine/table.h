@@ -9,6 +9,7 @@
 #define NETPUBLIC_TABLE_H
 
 #include "engine/common.h"
+#include "ground/element.h"
 #include "ground/log.h"
 #include "ground/node.h"
 #include "ground/words.h"

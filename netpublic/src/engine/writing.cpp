@@ -54,8 +54,7 @@ int is_written(const Table &table, const void *record, const Row &row)
 // A text member; the host may have filled it to the last byte.
 int write_text(Element parent, const char *key, const char *text, std::size_t size)
 {
-    return std::memchr(text, '\0', size) != nullptr ? append_text(parent, key, text)
-                                                    : append_text(parent, key, text, size);
+    return append_text(parent, key, text, size);
 }
 
 int write_word(const Table &table, const Row &row, int code, Element parent)
@@ -100,8 +99,10 @@ NETPUBLIC_LEAF int write_events(const Table &table, const Row &row, const time_s
 NETPUBLIC_LEAF int write_int_list(const Table &table, const Row &row, const int *values, Element parent)
 {
     char text[text_room];
-    if (changeIntTableToString(text, sizeof text, const_cast<int *>(values), table.capacity(row), 0) != 0)
-        return -1;
+    if (parent.is_text())
+        text[join_ints(text, sizeof text - 1, values, table.capacity(row), 0)] = '\0';
+    else if (changeIntTableToString(text, sizeof text, const_cast<int *>(values), table.capacity(row), 0) != 0)
+        return -1; // the host is asked for its scratch memory
     return append_text(parent, table.key(row), text);
 }
 
@@ -116,28 +117,9 @@ NETPUBLIC_LEAF int write_converted(const Table &table, const Row &row, const voi
 
 constexpr int most_characters = 3000; // of a grid's text
 
-// The cells, row after row, as base64; nothing for none. The scratch holds the cells and behind them the text.
-int append_grid(Element parent, const Table &table, const Row &row, const unsigned char *cells, int columns, int rows)
+void make_grid_text(const void *grid, char *to, std::size_t first, std::size_t count)
 {
-    const int count = columns * rows;
-    const int characters = (count + 23) / 24 * 4 + 1;
-    void *scratch = net_malloc(static_cast<unsigned int>(count + characters));
-    if (scratch == nullptr) {
-        const Place here = table.place();
-        log_error(here, "File[%s] Func[%s] Line[%d],malloc error!\n", here.file, table.writer(), here.line);
-        return -1;
-    }
-    auto *bits = static_cast<unsigned char *>(scratch);
-    char *text = static_cast<char *>(scratch) + count;
-    constexpr int no_line_breaks = 20000;
-    if ((row.flags & grid_columns_first) != 0)
-        collect_columns(bits, cells, columns, rows, grid_rows);
-    else
-        collect_rows(bits, cells, columns, rows, grid_columns);
-    const int length = EncodeBinaryArrayToBase64(bits, text, count, no_line_breaks);
-    const int result = length > 0 ? append_text(parent, table.key(row), text) : length;
-    net_free(&scratch);
-    return result;
+    encode_grid(*static_cast<const Grid *>(grid), to, first, count);
 }
 
 // A grid whose text would be too long, or whose sides are none, is left out.
@@ -156,7 +138,9 @@ NETPUBLIC_LEAF int write_grid(const Table &table, const Row &row, const void *re
     const auto *cells = &member<unsigned char>(record, row);
     if ((row.flags & grid_behind_pointer) != 0)
         cells = member<const unsigned char *>(record, row);
-    return append_grid(parent, table, row, cells, columns, rows);
+    const Grid grid = {cells, columns, rows, (row.flags & grid_columns_first) != 0};
+    const std::size_t length = encoded_length(grid);
+    return length != 0 ? append_made(parent, table.key(row), length, make_grid_text, &grid) : 0;
 }
 
 // Elements ----------------------------------------------------------------------------------------
@@ -283,7 +267,7 @@ int give_up([[maybe_unused]] const Table &table, [[maybe_unused]] const Row &row
 
 int write_record(const Table &table, const void *record, Element element, unsigned index)
 {
-    if (element == nullptr) // could not be made
+    if (!element) // could not be made
         return -1;
     for (unsigned place = 0; place < table.written; ++place) {
         const Row &row = table.row(table.ordered(place));
@@ -321,22 +305,18 @@ int write_message(net_param_t *param, TiXmlElement *parent, const Table &message
     return -1;
 }
 
-int append_root(const Table &message, const void *record, TiXmlNode *parent)
+int append_root(const Table &message, const void *record, Element parent)
 {
-    // Built apart and linked last, so that a failure leaves the parent as it was.
-    auto *root = new_element(message.root(), (message.flags & table_capital) != 0 ? "Version" : "version");
-    if (write_record(message, record, root) != 0) {
-        delete root;
-        return -1;
-    }
-    parent->LinkEndChild(root);
-    return 0;
+    const Mark mark = mark_end(parent);
+    const char *version = (message.flags & table_capital) != 0 ? "Version" : "version";
+    return write_record(message, record, append_root(parent, message.root(), version)) != 0 ? remove_since(parent, mark)
+                                                                                            : 0;
 }
 
-int write_component(const Table &table, const void *record, TiXmlElement *element)
+int write_component(const Table &table, const void *record, Element element)
 {
-    const TiXmlNode *last = element->LastChild();
-    return write_record(table, record, element) != 0 ? remove_children(element, last) : 0;
+    const Mark mark = mark_end(element);
+    return write_record(table, record, element) != 0 ? remove_since(element, mark) : 0;
 }
 
 } // namespace netpublic

@@ -20,11 +20,11 @@ int write_message(net_param_t *param, TiXmlElement *parent, const Table &message
 int check_writer(const Table &message, const net_param_t *param, const TiXmlElement *parent);
 
 // The root element alone, of a record that is not in an envelope.
-int append_root(const Table &message, const void *record, TiXmlNode *parent);
+int append_root(const Table &message, const void *record, Element parent);
 
 // The record's children at the end of an element of the host's; all of them or none. The body of exported
 // component writers.
-int write_component(const Table &table, const void *record, TiXmlElement *element);
+int write_component(const Table &table, const void *record, Element element);
 
 } // namespace netpublic
 

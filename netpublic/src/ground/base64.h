@@ -8,6 +8,16 @@ namespace netpublic {
 
 inline constexpr char base64_alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
+// Four characters of the low 24 bits.
+inline char *put_base64(char *out, std::uint32_t bits)
+{
+    out[0] = base64_alphabet[bits >> 18 & 63];
+    out[1] = base64_alphabet[bits >> 12 & 63];
+    out[2] = base64_alphabet[bits >> 6 & 63];
+    out[3] = base64_alphabet[bits & 63];
+    return out + 4;
+}
+
 // A character's value, 0 to 63, or one of these two.
 inline constexpr std::uint8_t base64_padding = 0x40;
 inline constexpr std::uint8_t base64_foreign = 0x80;

@@ -1,67 +1,110 @@
-// What readers read: a node of a text's tree.
+// What the engine reads: a node of the XML library's tree, or of a scanned text. No reader knows which.
 #ifndef NETPUBLIC_NODE_H
 #define NETPUBLIC_NODE_H
 
 #include "ground/tree.h"
 
+#include <cstdint>
+
 namespace netpublic {
 
-// A handle, as cheap to copy as a pointer; the null one may only be compared.
+// One node of a scanned text. The children follow their parent, so that distances between tokens say all;
+// they stay right when the array moves. An element with nothing in it but a text is one token.
+struct Token {
+    const char *at;     // the element's name, the text, or the value of anything else; terminated
+    std::uint32_t link; // the flags below, and a distance above them
+
+    static constexpr std::uint32_t has_sibling = 1;
+    static constexpr std::uint32_t has_children = 2; // the distance is that to the next sibling, in tokens
+    static constexpr std::uint32_t has_text = 4;     // and nothing else: the distance from name to text, in bytes
+    static constexpr std::uint32_t text = 8;         // or CDATA
+    static constexpr std::uint32_t other = 16;       // a comment, a declaration, or what XML does not know
+    static constexpr std::uint32_t flags = 31;
+    static constexpr int flag_bits = 5;
+
+    std::uint32_t distance() const
+    {
+        return link >> flag_bits;
+    }
+};
+
+// A tree's node; or a token (bit 0); or the text of a token that has nothing else (bits 0 and 1). The text or
+// the tree must outlive it. A null node may only be asked whether it is one.
 class Node {
 public:
     Node() = default;
-    Node(const TiXmlNode *node) : node_(node) {}
+    Node(const TiXmlNode *node) : word_(reinterpret_cast<std::uintptr_t>(node)) {}
+    explicit Node(const Token *token) : word_(reinterpret_cast<std::uintptr_t>(token) | token_tag) {}
 
     explicit operator bool() const
     {
-        return node_ != nullptr;
+        return word_ != 0;
     }
     bool operator==(Node other) const
     {
-        return node_ == other.node_;
+        return word_ == other.word_;
     }
-    // An element's name; of a comment or a text, what it says.
+    // How the node passes through an interface that names the XML library's type; not to be dereferenced.
+    TiXmlNode *handle() const
+    {
+        return reinterpret_cast<TiXmlNode *>(word_);
+    }
+
+    // An element's name, a text, a comment's inside; what the XML library calls the value. Never null.
     const char *name() const
     {
-        return node_->Value();
-    }
-    Node first_child() const
-    {
-        return node_->FirstChild();
-    }
-    Node next_sibling() const
-    {
-        return node_->NextSibling();
-    }
-    // The first child of exactly this name, case included.
-    Node child(const char *name) const
-    {
-        return node_->FirstChild(name);
+        return is_token() ? token_name() : tree()->Value();
     }
     bool is_element() const
     {
-        return node_->Type() == TiXmlNode::TINYXML_ELEMENT;
+        return is_token() ? token_is_element() : tree()->Type() == TiXmlNode::TINYXML_ELEMENT;
     }
-    // The text of an element; null for any other node and when its first child is no text.
+    Node first_child() const
+    {
+        return is_token() ? token_first_child() : Node(tree()->FirstChild());
+    }
+    Node next_sibling() const
+    {
+        return is_token() ? token_next_sibling() : Node(tree()->NextSibling());
+    }
+    // The text of an element whose first child is one; else null.
     const char *text() const
     {
-        if (!is_element())
-            return nullptr;
-        const TiXmlNode *first = node_->FirstChild();
-        return first != nullptr && first->Type() == TiXmlNode::TINYXML_TEXT ? first->Value() : nullptr;
+        return is_token() ? token_text() : tree_text();
     }
-    // For the tools: the node of the XML library.
+    // The first child of exactly this name, case included, or a null node.
+    Node child(const char *name) const;
+    // For the tools, which have trees: the node of the XML library.
     const TiXmlNode *tree() const
     {
-        return node_;
+        return reinterpret_cast<const TiXmlNode *>(word_);
     }
 
 private:
-    const TiXmlNode *node_ = nullptr;
-};
+    static constexpr std::uintptr_t token_tag = 1;
+    static constexpr std::uintptr_t text_tag = 2;
 
-// What writers append to: an element of the reply.
-using Element = TiXmlElement *;
+    bool is_token() const
+    {
+        return (word_ & token_tag) != 0;
+    }
+    bool is_token_text() const
+    {
+        return (word_ & text_tag) != 0;
+    }
+    const Token *token() const
+    {
+        return reinterpret_cast<const Token *>(word_ & ~(token_tag | text_tag));
+    }
+    const char *tree_text() const;
+    const char *token_name() const;
+    bool token_is_element() const;
+    Node token_first_child() const;
+    Node token_next_sibling() const;
+    const char *token_text() const;
+
+    std::uintptr_t word_ = 0;
+};
 
 } // namespace netpublic
 

@@ -16,7 +16,7 @@ TiXmlElement *new_element(const char *name, const char *version) noexcept
     }
 }
 
-TiXmlElement *append_element(TiXmlElement *parent, const char *name) noexcept
+TiXmlElement *link_element(TiXmlNode *parent, const char *name) noexcept
 {
     TiXmlElement *element = parent != nullptr ? new_element(name) : nullptr;
     if (element != nullptr)
@@ -24,7 +24,7 @@ TiXmlElement *append_element(TiXmlElement *parent, const char *name) noexcept
     return element;
 }
 
-int append_text(TiXmlElement *parent, const char *name, const char *text) noexcept
+int link_text(TiXmlNode *parent, const char *name, const char *text) noexcept
 {
     if (parent == nullptr)
         return -1;
@@ -40,30 +40,31 @@ int append_text(TiXmlElement *parent, const char *name, const char *text) noexce
     return 0;
 }
 
-int append_text(TiXmlElement *parent, const char *name, const char *text, std::size_t length) noexcept
+int link_text(TiXmlNode *parent, const char *name, const char *text, std::size_t length) noexcept
 {
     try {
-        return append_text(parent, name, std::string(text, length).c_str());
+        return link_text(parent, name, std::string(text, length).c_str());
     } catch (...) {
         return -1;
     }
 }
 
-int remove_children(TiXmlElement *parent, const TiXmlNode *last) noexcept
+int link_made(TiXmlNode *parent, const char *name, std::size_t length, MakeText make, const void *context) noexcept
+{
+    try {
+        std::string text(length, '\0');
+        make(context, text.data(), 0, length);
+        return link_text(parent, name, text.c_str());
+    } catch (...) {
+        return -1;
+    }
+}
+
+int remove_children(TiXmlNode *parent, const TiXmlNode *last) noexcept
 {
     while (parent->LastChild() != last)
         parent->RemoveChild(parent->LastChild());
     return -1;
-}
-
-int parse_text(TiXmlDocument &document, const char *text) noexcept
-{
-    try {
-        document.Parse(text);
-        return 0;
-    } catch (...) {
-        return -1;
-    }
 }
 
 int print_document(TiXmlPrinter &printer, TiXmlElement *root) noexcept

@@ -21,18 +21,21 @@ namespace netpublic {
 // An element without a parent, with the attribute `version` = "1.1" if that name is given; or null.
 [[nodiscard]] TiXmlElement *new_element(const char *name, const char *version = nullptr) noexcept;
 
-// Link a new last child. A null parent fails, so that the result of one append_element() can go into the
+// Link a new last child. A null parent fails, so that the result of one link_element() can go into the
 // next call unchecked; null or -1 for a failure.
-[[nodiscard]] TiXmlElement *append_element(TiXmlElement *parent, const char *name) noexcept;
-[[nodiscard]] int append_text(TiXmlElement *parent, const char *name, const char *text) noexcept;
-[[nodiscard]] int append_text(TiXmlElement *parent, const char *name, const char *text, std::size_t length) noexcept;
+[[nodiscard]] TiXmlElement *link_element(TiXmlNode *parent, const char *name) noexcept;
+[[nodiscard]] int link_text(TiXmlNode *parent, const char *name, const char *text) noexcept;
+[[nodiscard]] int link_text(TiXmlNode *parent, const char *name, const char *text, std::size_t length) noexcept;
+
+// Makes characters of a text, from the `first` one on. Both numbers are multiples of 4, but for `count` at the
+// text's end.
+using MakeText = void (*)(const void *context, char *to, std::size_t first, std::size_t count);
+// With a text that is made where it stands.
+[[nodiscard]] int link_made(TiXmlNode *parent, const char *name, std::size_t length, MakeText make,
+                            const void *context) noexcept;
 
 // Deletes the children behind `last` again; null deletes all. -1, what a writer then returns.
-int remove_children(TiXmlElement *parent, const TiXmlNode *last) noexcept;
-
-// TiXmlDocument::Parse(), 0 or -1; the text may be refused all the same. A failure leaks what the XML library
-// had built of the element in work.
-[[nodiscard]] int parse_text(TiXmlDocument &document, const char *text) noexcept;
+int remove_children(TiXmlNode *parent, const TiXmlNode *last) noexcept;
 
 // Prints a declaration and the element, which becomes the printer's as text and is deleted.
 [[nodiscard]] int print_document(TiXmlPrinter &printer, TiXmlElement *root) noexcept;

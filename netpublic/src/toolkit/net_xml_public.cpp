@@ -2,7 +2,8 @@
 #include "engine/engine.h"
 #include "engine/matching.h"
 #include "engine/records.h"
-#include "ground/text_guard.h"
+#include "text/scanner.h"
+#include "toolkit/extension.h"
 #include "values/tables.h"
 #include "values/values.h"
 
@@ -23,8 +24,8 @@ template <class Value> int read_value(int (*read)(Value *, Node), Value *value, 
 }
 
 template <class Value>
-int append_value(int (*append)(TiXmlElement *, const char *, Value), TiXmlElement *parent, const char *name,
-                 Value value, int omit1, int omit2)
+int append_value(int (*append)(Element, const char *, Value), TiXmlElement *parent, const char *name, Value value,
+                 int omit1, int omit2)
 {
     if (parent == nullptr || name == nullptr)
         return -1;
@@ -98,26 +99,26 @@ struct ExtensionFields : Description {
 };
 constexpr auto extension = describe<ExtensionFields>();
 
-int read_extension(const char *text, net_ext_t *ext)
+// Of a text that is changed.
+int read_extension_text(char *text, std::size_t length, net_ext_t *ext)
 {
-    TiXmlDocument document;
-    if (parse_text(document, text) != 0) {
-        log_error(NET_HERE, "xml parse failed:%s\n.", "out of memory");
+    ScannedText scanned;
+    if (scanned.scan(text, static_cast<unsigned int>(length), header_limits) != 0) {
+        // A document type can leave a text without error and without a root.
+        if (scanned.error().fault != Fault::no_root)
+            log_error(NET_HERE, "xml parse failed:%s\n.", fault_text(scanned.error().fault));
         return -1;
     }
-    if (document.Error()) {
-        const char *description = document.ErrorDesc();
-        log_error(NET_HERE, "xml parse failed:%s\n.", description != nullptr ? description : "error desc null");
-        return -1;
-    }
-    // A document type can leave a text without error and without a root.
-    TiXmlElement *root = document.RootElement();
-    if (root == nullptr || !answers_to(root->Value(), "ExtenSion"))
-        return -1;
-    return read_record(extension, ext, root);
+    return read_extension(scanned.root(), ext);
 }
 
 } // namespace
+
+int read_extension(Node element, net_ext_t *ext)
+{
+    return answers_to(element.name(), "ExtenSion") ? read_record(extension, ext, element) : -1;
+}
+
 } // namespace netpublic
 
 using namespace netpublic;
@@ -282,17 +283,14 @@ int net_exten_x2s(char *text, net_ext_t *ext)
 {
     if (text == nullptr || ext == nullptr)
         return -1;
-    const std::size_t length = strnlen(text, guarded_length + 1);
-    if (const char *refusal = guard_text(text, length)) {
-        log_error(NET_HERE, "xml parse failed:%s\n.", refusal);
-        return -1;
-    }
-    void *copy = net_malloc(static_cast<unsigned int>(length + guard_padding));
+    // One byte more than is allowed tells as much as the whole text.
+    const std::size_t length = strnlen(text, header_limits.length + 1);
+    void *copy = net_malloc(static_cast<unsigned int>(length + 1));
     if (copy == nullptr)
         return -1;
     std::memcpy(copy, text, length);
-    std::memset(static_cast<char *>(copy) + length, 0, guard_padding);
-    const int result = read_extension(static_cast<const char *>(copy), ext);
+    static_cast<char *>(copy)[length] = '\0';
+    const int result = read_extension_text(static_cast<char *>(copy), length, ext);
     net_free(&copy);
     return result;
 }

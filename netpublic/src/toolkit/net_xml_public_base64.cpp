@@ -11,20 +11,11 @@ using namespace netpublic;
 
 namespace {
 
-char *put_group(char *out, std::uint32_t group)
-{
-    out[0] = base64_alphabet[group >> 18 & 63];
-    out[1] = base64_alphabet[group >> 12 & 63];
-    out[2] = base64_alphabet[group >> 6 & 63];
-    out[3] = base64_alphabet[group & 63];
-    return out + 4;
-}
-
 char *put_whole(char *out, const unsigned char *in)
 {
     const std::uint32_t group =
         static_cast<std::uint32_t>(in[0]) << 16 | static_cast<std::uint32_t>(in[1]) << 8 | in[2];
-    return put_group(out, group);
+    return put_base64(out, group);
 }
 
 // The last one or two bytes, padded; nothing for none.
@@ -35,7 +26,7 @@ char *put_rest(char *out, const unsigned char *in, unsigned int count)
     std::uint32_t group = static_cast<std::uint32_t>(in[0]) << 16;
     if (count == 2)
         group |= static_cast<std::uint32_t>(in[1]) << 8;
-    out = put_group(out, group);
+    out = put_base64(out, group);
     out[-1] = '=';
     if (count == 1)
         out[-2] = '=';

@@ -1,10 +1,10 @@
 #include "ground/log.h"
 #include "values/tables.h"
+#include "values/values.h"
 
 #include <net_public.h>
 #include <net_xml_words.h>
 
-#include <charconv>
 #include <cstdlib>
 #include <cstring>
 
@@ -55,28 +55,6 @@ int word_to_code(const WordTable &table, int *code, const char *text)
 bool is_smart_ai(int code)
 {
     return code >= smart_ai_first && code <= smart_ai_last;
-}
-
-// The number behind the last element that differs from `trailing`.
-int kept_elements(const int *table, int count, int trailing)
-{
-    while (count > 0 && table[count - 1] == trailing)
-        --count;
-    return count;
-}
-
-// Writes the numbers joined by commas, cut after `room` characters; returns their number.
-std::size_t join(char *out, std::size_t room, const int *table, int count)
-{
-    std::size_t at = 0;
-    for (int i = 0; i < count && at < room; ++i) {
-        char item[12] = {','};
-        const char *begin = i == 0 ? item + 1 : item;
-        const char *end = std::to_chars(item + 1, item + sizeof(item), table[i]).ptr;
-        for (; begin != end && at < room; ++begin)
-            out[at++] = *begin;
-    }
-    return at;
 }
 
 } // namespace
@@ -246,7 +224,7 @@ int changeIntTableToString(char *dst, int size, int *table, int count, int trail
         return -1;
     }
     char *scratch = static_cast<char *>(block);
-    const std::size_t length = join(scratch, bytes - 1, table, kept_elements(table, count, trailing));
+    const std::size_t length = join_ints(scratch, bytes - 1, table, count, trailing);
     std::memcpy(dst, scratch, length);
     net_free(&block);
     return 0;

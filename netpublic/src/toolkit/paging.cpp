@@ -4,55 +4,35 @@
 #include "toolkit/printed_size.h"
 #include "values/values.h"
 
+#include <cstring>
+
 namespace netpublic {
-namespace {
-
-// A record as an element of its own; null when it cannot be written.
-Element new_item(const Table &item, const char *key, const void *record)
-{
-    Element element = new_element(key);
-    if (write_record(item, record, element) == 0)
-        return element;
-    delete element;
-    return nullptr;
-}
-
-// append_page() into a root that nobody else knows.
-int fill_page(const Table &page, const void *records, int first, int count, Element root, int budget, std::size_t *size)
-{
-    const Row &list = page.row(0);
-    const Table &item = *page.ref(list.ref).table;
-    const auto *record = static_cast<const char *>(records) + static_cast<std::size_t>(first) * item.record_size;
-    int index = first;
-    for (; index < count; ++index, record += item.record_size) {
-        Element element = new_item(item, page.key(list), record);
-        if (element == nullptr)
-            return -1;
-        *size += printed_size(*element);
-        if (*size > static_cast<std::size_t>(budget)) {
-            delete element;
-            return append_int(root, page.key(page.row(1)), 1) != 0 ? -1 : index;
-        }
-        root->LinkEndChild(element);
-    }
-    return index;
-}
-
-} // namespace
 
 int append_page(const Table &page, const void *records, int first, int count, Element parent, int budget,
                 std::size_t *size)
 {
-    Element root = new_element(page.root(), "version");
-    if (root == nullptr)
+    const Row &list = page.row(0);
+    const Table &item = *page.ref(list.ref).table;
+    const auto *record = static_cast<const char *>(records) + static_cast<std::size_t>(first) * item.record_size;
+    const Mark start = mark_end(parent);
+    const Element root = append_root(parent, page.root(), "version");
+    if (!root)
         return -1;
-    *size = printed_size(*root);
-    const int end = fill_page(page, records, first, count, root, budget, size);
-    if (end < 0)
-        delete root;
-    else
-        parent->LinkEndChild(root);
-    return end;
+    *size = std::strlen("< version=\"1.1\" />\n") + std::strlen(page.root());
+    int index = first;
+    for (; index < count; ++index, record += item.record_size) {
+        const Mark mark = mark_end(root);
+        if (write_record(item, record, append_element(root, page.key(list))) != 0)
+            return remove_since(parent, start);
+        *size += printed_since(root, mark);
+        if (*size > static_cast<std::size_t>(budget)) {
+            remove_since(root, mark);
+            if (append_int(root, page.key(page.row(1)), 1) != 0)
+                return remove_since(parent, start);
+            break;
+        }
+    }
+    return index;
 }
 
 } // namespace netpublic

@@ -3,7 +3,6 @@
 #define NETPUBLIC_PAGING_H
 
 #include "engine/table.h"
-#include "ground/node.h"
 
 namespace netpublic {
 

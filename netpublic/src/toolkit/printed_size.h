@@ -2,9 +2,7 @@
 #ifndef NETPUBLIC_PRINTED_SIZE_H
 #define NETPUBLIC_PRINTED_SIZE_H
 
-#include <cstddef>
-
-class TiXmlElement;
+#include "ground/element.h"
 
 namespace netpublic {
 
@@ -12,6 +10,9 @@ namespace netpublic {
 // puts out for an element of elements, attributes and plain texts. Comments and CDATA have no place in it,
 // nor has "&#x" in a text: versions of the XML library differ in whether they escape it.
 std::size_t printed_size(const TiXmlElement &element);
+
+// The same for the children behind the mark.
+std::size_t printed_since(Element parent, const Mark &mark);
 
 } // namespace netpublic
 

@@ -210,17 +210,86 @@ void read_columns(const char *text, unsigned char *cells, int columns, int rows,
     }
 }
 
-void collect_rows(unsigned char *buffer, const unsigned char *cells, int columns, int rows, int stride)
+namespace {
+
+// Eight cells of a line from one on, 1 for each that is not 0. Those behind the line's end are 0.
+std::uint64_t eight_cells(const unsigned char *line, int at, int line_length)
 {
-    for (int row = 0; row < rows; ++row, buffer += columns, cells += stride)
-        std::memcpy(buffer, cells, static_cast<std::size_t>(columns));
+    constexpr std::uint64_t low_bits = 0x7f7f7f7f7f7f7f7f;
+    constexpr std::uint64_t ones = 0x0101010101010101;
+    const int from = at < line_length - 8 ? at : line_length - 8;
+    std::uint64_t cells;
+    std::memcpy(&cells, line + from, sizeof(cells));
+    cells >>= 8 * (at - from);
+    return (((cells & low_bits) + low_bits) | cells) >> 7 & ones;
 }
 
-void collect_columns(unsigned char *buffer, const unsigned char *cells, int columns, int rows, int stride)
+// Rows of a band as bits, the first cell on top. What is behind the last column may be any bits.
+using PackedBand = unsigned char[band][band_words];
+
+void pack_columns(PackedBand &packed, const Grid &grid, int row)
 {
-    for (int column = 0; column < columns; ++column, cells += stride)
-        for (int row = 0; row < rows; ++row)
-            buffer[row * columns + column] = cells[row];
+    for (int column = 0; column < grid.columns; column += 8) {
+        std::uint64_t bits = 0;
+        for (int i = column; i < column + 8; ++i)
+            bits = bits << 1 | (i < grid.columns ? eight_cells(grid.cells + i * grid_rows, row, grid_rows) : 0);
+        for (int i = 0; i < band; ++i, bits >>= 8)
+            packed[i][column / 8] = static_cast<unsigned char>(bits);
+    }
+}
+
+void pack_rows(PackedBand &packed, const Grid &grid, int row)
+{
+    constexpr std::uint64_t gather = 0x8040201008040201; // moves bit 8 * i to bit 63 - i
+    for (int i = 0; i < band && row + i < grid.rows; ++i)
+        for (int column = 0; column < grid.columns; column += 8)
+            packed[i][column / 8] = static_cast<unsigned char>(
+                eight_cells(grid.cells + (row + i) * grid_columns, column, grid_columns) * gather >> 56);
+}
+
+} // namespace
+
+std::size_t encoded_length(const Grid &grid)
+{
+    return static_cast<std::size_t>((grid.columns * grid.rows + cells_a_group - 1) / cells_a_group * 4);
+}
+
+void encode_grid(const Grid &grid, char *to, std::size_t first, std::size_t count)
+{
+    const char *const end = to + count;
+    const int cell = static_cast<int>(first) * cells_per_character;
+    int column = cell % grid.columns;
+    std::uint32_t bits = 0;
+    int held = 0; // so many of the bits are to be written
+    PackedBand packed;
+    for (int row = cell / grid.columns, packed_row = -1; row < grid.rows; ++row, column = 0) {
+        if (packed_row != row / band) {
+            packed_row = row / band;
+            if (grid.columns_first)
+                pack_columns(packed, grid, packed_row * band);
+            else
+                pack_rows(packed, grid, packed_row * band);
+        }
+        while (column < grid.columns) {
+            const int room = 8 - column % 8;
+            const int taken = room < grid.columns - column ? room : grid.columns - column;
+            const unsigned int left = packed[row % band][column / 8] & (0xFFu >> column % 8);
+            bits = bits << taken | left >> (room - taken);
+            held += taken;
+            column += taken;
+            if (held < cells_a_group)
+                continue;
+            held -= cells_a_group;
+            to = put_base64(to, bits >> held);
+            if (to == end)
+                return;
+        }
+    }
+    to = put_base64(to, bits << (cells_a_group - held));
+    if (held <= 16)
+        to[-1] = '=';
+    if (held <= 8)
+        to[-2] = '=';
 }
 
 } // namespace netpublic

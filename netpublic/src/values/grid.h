@@ -3,6 +3,8 @@
 #ifndef NETPUBLIC_GRID_H
 #define NETPUBLIC_GRID_H
 
+#include <cstddef>
+
 namespace netpublic {
 
 inline constexpr int grid_columns = 155; // the largest grid
@@ -27,10 +29,19 @@ void read_cells(const char *text, unsigned char *cells, int count);
 void read_rows(const char *text, unsigned char *cells, int columns, int rows, int stride);
 void read_columns(const char *text, unsigned char *cells, int columns, int rows, int stride);
 
-// The way back: collects the rectangle's cells, row after row, in a buffer of columns * rows bytes,
-// ready for EncodeBinaryArrayToBase64().
-void collect_rows(unsigned char *buffer, const unsigned char *cells, int columns, int rows, int stride);
-void collect_columns(unsigned char *buffer, const unsigned char *cells, int columns, int rows, int stride);
+// The way back: a rectangle at the head of a grid of grid_columns by grid_rows, or in columns of grid_rows.
+struct Grid {
+    const unsigned char *cells;
+    int columns;
+    int rows;
+    bool columns_first;
+};
+
+// The characters of the rectangle's text.
+std::size_t encoded_length(const Grid &grid);
+
+// Makes `count` characters of it from the `first` one on, both of them multiples of 4.
+void encode_grid(const Grid &grid, char *to, std::size_t first, std::size_t count);
 
 } // namespace netpublic
 

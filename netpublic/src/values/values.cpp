@@ -1,5 +1,6 @@
 #include "values/values.h"
 
+#include <charconv>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
@@ -168,9 +169,9 @@ char *write_short_float(char *end, float value)
 constexpr std::size_t decimal_room = 24; // 20 digits, a sign and the terminator
 
 // Writes the number at the end of the room. Returns its beginning.
-char *write_decimal(char *room, bool negative, std::uint64_t magnitude)
+char *write_decimal(char (&room)[decimal_room], bool negative, std::uint64_t magnitude)
 {
-    char *end = room + decimal_room - 1;
+    char *end = &room[decimal_room - 1];
     *end = '\0';
     char *first = write_digits(end, magnitude);
     if (negative)
@@ -181,7 +182,8 @@ char *write_decimal(char *room, bool negative, std::uint64_t magnitude)
 int append_decimal(Element parent, const char *name, bool negative, std::uint64_t magnitude)
 {
     char room[decimal_room];
-    return append_text(parent, name, write_decimal(room, negative, magnitude));
+    const char *first = write_decimal(room, negative, magnitude);
+    return append_plain(parent, name, first, static_cast<std::size_t>(room + sizeof room - 1 - first));
 }
 
 } // namespace
@@ -299,6 +301,21 @@ int read_text(char *text, std::size_t size, Node node)
     return 0;
 }
 
+std::size_t join_ints(char *text, std::size_t longest, const int *values, int count, int trailing)
+{
+    while (count > 0 && values[count - 1] == trailing)
+        --count;
+    std::size_t at = 0;
+    for (int i = 0; i < count && at < longest; ++i) {
+        char item[12] = {','};
+        const char *begin = i == 0 ? item + 1 : item;
+        const char *end = std::to_chars(item + 1, item + sizeof(item), values[i]).ptr;
+        for (; begin != end && at < longest; ++begin)
+            text[at++] = *begin;
+    }
+    return at;
+}
+
 int append_int(Element parent, const char *name, int value)
 {
     const auto bits = static_cast<unsigned int>(value);
@@ -327,7 +344,7 @@ int append_float(Element parent, const char *name, float value)
     char *end = text + sizeof text - 1;
     *end = '\0';
     if (const char *first = write_short_float(end, value))
-        return append_text(parent, name, first);
+        return append_plain(parent, name, first, static_cast<std::size_t>(end - first));
     char *const printed = gcvt(static_cast<double>(value), 8, text);
     const char point = decimal_point();
     if (point != '.') {

@@ -3,6 +3,7 @@
 #ifndef NETPUBLIC_VALUES_H
 #define NETPUBLIC_VALUES_H
 
+#include "ground/element.h"
 #include "ground/node.h"
 
 #include <cstdint>
@@ -30,6 +31,9 @@ int view_text(const char **text, std::size_t longest, Node node);
 int to_int(int *value, const char *text);
 // The number as a text, of at most 21 bytes with its terminator.
 void from_int(char *text, long long value);
+// The numbers joined by commas, but for those at the end that equal `trailing`; cut after so many characters. Their
+// number; no terminator.
+std::size_t join_ints(char *text, std::size_t longest, const int *values, int count, int trailing);
 
 // Writers, which do as append_text().
 [[nodiscard]] int append_int(Element parent, const char *name, int value);

@@ -36,6 +36,10 @@ _netparam()
                 options='-h --help --all --json --schema --markdown --examples --rows'
                 valued=' --schema --examples '
                 ;;
+            page)
+                options='-h --help'
+                valued='  '
+                ;;
             parse)
                 options='-h --help --ext --show-secrets --traces --channels --alarm-inputs --alarm-outputs --type --display-type --country --wifi --wifi-kit --standalone --format --json --memory --svg --only --nonzero --flat --quiet --grid-out --raw'
                 valued=' --ext --channels --alarm-inputs --alarm-outputs --type --display-type --country --format --svg --only --grid-out --raw '
@@ -82,7 +86,7 @@ _netparam()
         fi
     done
     if [[ -z $verb ]]; then
-        _netparam_reply 'list describe parse exchange new set write diff check watch filter --version -h --help'
+        _netparam_reply 'list describe page parse exchange new set write diff check watch filter --version -h --help'
         return
     fi
     case $verb,$before in

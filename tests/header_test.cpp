@@ -1,6 +1,5 @@
-// P15: what of an extension header reaches the XML library. Seen from outside, by the result of
+// P15: the limits of an extension header. Seen from outside, by the result of
 // net_exten_x2s() and the line that gives the reason.
-#include "ground/text_guard.h"
 #include "support.h"
 
 #include <host.h>
@@ -15,12 +14,13 @@
 
 namespace {
 
-using netpublic::guarded_length;
 using test::repeated;
+
+const std::size_t longest_header = netpublic::header_limits.length;
 
 class HeaderTest : public test::HostTest {};
 
-// Why a header is refused before the XML library sees it; "" when it is not.
+// Why a header is refused that the XML library would try to read; "" when it is not.
 std::string refusal(std::string text)
 {
     net_ext_t ext = {};
@@ -58,7 +58,7 @@ TEST_F(HeaderTest, LimitsAreExact)
     EXPECT_EQ(refusal("<a" + attributes(64) + "/>"), "");
     EXPECT_EQ(refusal("<a" + attributes(65) + "/>"), too_many);
     EXPECT_EQ(refusal("<a" + attributes(64) + "><b" + attributes(64) + "/></a>"), "");
-    const std::string padding(guarded_length - 7, 'x');
+    const std::string padding(longest_header - 7, 'x');
     EXPECT_EQ(refusal("<a>" + padding + "</a>"), "");
     EXPECT_EQ(refusal("<a>" + padding + "x</a>"), "text too long");
 }
@@ -294,9 +294,9 @@ TEST_F(HeaderTest, WhatIsWithinTheLimitsFitsTheStack)
     EXPECT_EQ(parse_on_small_stack("<ExtenSion" + attributes(64) + "/>"), 0);
     const std::string head = "<ExtenSion><channelId>1</channelId>";
     const std::string tail = "</ExtenSion>";
-    EXPECT_EQ(parse_on_small_stack(head + std::string(guarded_length - head.size() - tail.size(), ' ') + tail), 0);
+    EXPECT_EQ(parse_on_small_stack(head + std::string(longest_header - head.size() - tail.size(), ' ') + tail), 0);
     loglevel = 0;
-    EXPECT_EQ(parse_on_small_stack(head + std::string(guarded_length + 1 - head.size() - tail.size(), ' ') + tail), -1);
+    EXPECT_EQ(parse_on_small_stack(head + std::string(longest_header + 1 - head.size() - tail.size(), ' ') + tail), -1);
 }
 
 } // namespace

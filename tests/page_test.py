@@ -1,0 +1,415 @@
+#!/usr/bin/env python3
+"""The reference page in a real browser, by the browser's own driver: what it shows, finds, checks and writes.
+
+usage: page_test.py PATH_OF_NETPARAM PATH_OF_AXE [unittest arguments]
+"""
+import base64
+import json
+import os
+import re
+import socket
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+import urllib.error
+import urllib.request
+from xml.etree import ElementTree
+
+sys.dont_write_bytecode = True
+import netparam_test as inspector  # pylint: disable=wrong-import-position
+from netparam_test import EXAMPLES, example, run  # pylint: disable=wrong-import-position
+
+AXE = ""
+ELEMENT = "element-6066-11e4-a52e-4f735466cecf"
+KEYS = {"Enter": "\ue007", "Shift": "\ue008", "Control": "\ue009", "Space": " ", "End": "\ue010", "Home": "\ue011",
+        "Left": "\ue012", "Up": "\ue013", "Right": "\ue014", "Down": "\ue015", "Escape": "\ue00c"}
+
+
+class Browser:
+    """A headless Chromium, spoken to by WebDriver."""
+
+    def __init__(self):
+        with socket.socket() as free:
+            free.bind(("127.0.0.1", 0))
+            port = free.getsockname()[1]
+        self.driver = subprocess.Popen(["chromedriver", f"--port={port}", "--silent"],  # pylint: disable=consider-using-with
+                                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.base = f"http://127.0.0.1:{port}"
+        arguments = ["--headless=new", "--window-size=1440,1000", "--disable-gpu"]
+        if os.getuid() == 0:
+            arguments.append("--no-sandbox")  # the superuser has none
+        for _ in range(100):
+            try:
+                self.ask("GET", "/status")
+                break
+            except urllib.error.URLError:
+                time.sleep(0.1)
+        wanted = {"goog:chromeOptions": {"args": arguments}, "goog:loggingPrefs": {"browser": "ALL", "performance": "ALL"}}
+        session = self.ask("POST", "/session", {"capabilities": {"alwaysMatch": wanted}})
+        self.base += "/session/" + session["sessionId"]
+
+    def ask(self, method, path, body=None):
+        data = None if body is None else json.dumps(body).encode()
+        request = urllib.request.Request(self.base + path, data, {"Content-Type": "application/json"}, method=method)
+        try:
+            with urllib.request.urlopen(request, timeout=120) as answer:
+                return json.load(answer)["value"]
+        except urllib.error.HTTPError as error:
+            raise AssertionError(json.load(error)["value"]["message"]) from error
+
+    def open(self, url):
+        self.ask("POST", "/url", {"url": url})
+
+    def run(self, script, *arguments):
+        """The script's result, waited for."""
+        body = "const done = arguments[arguments.length - 1];(async (...given) => {" + script + "})(...arguments).then(done)"
+        return self.ask("POST", "/execute/async", {"script": body, "args": list(arguments)})
+
+    def command(self, name, **parameters):
+        return self.ask("POST", "/goog/cdp/execute", {"cmd": name, "params": parameters})
+
+    def log(self, kind):
+        return self.ask("POST", "/se/log", {"type": kind})
+
+    def press(self, *keys, held=None):
+        value = lambda kind, key: {"type": kind, "value": KEYS.get(key, key)}
+        actions = [value("keyDown", held)] if held else []
+        for key in keys:
+            actions += [value("keyDown", key), value("keyUp", key)]
+        actions += [value("keyUp", held)] if held else []
+        self.ask("POST", "/actions", {"actions": [{"type": "key", "id": "keys", "actions": actions}]})
+
+    def drag(self, start, *ends):
+        """Of two or more elements; one alone is clicked."""
+        move = lambda to: {"type": "pointerMove", "duration": 20, "origin": to, "x": 0, "y": 0}
+        actions = [move(start), {"type": "pointerDown", "button": 0}] + [move(end) for end in ends] + [{"type": "pointerUp", "button": 0}]
+        self.ask("POST", "/actions", {"actions": [{"type": "pointer", "id": "mouse", "actions": actions}]})
+
+    def size(self, width, dark=False, media=""):
+        self.command("Emulation.setDeviceMetricsOverride", width=width, height=1000, deviceScaleFactor=1, mobile=False)
+        self.command("Emulation.setEmulatedMedia", media=media,
+                     features=[{"name": "prefers-color-scheme", "value": "dark" if dark else "light"}])
+
+    def close(self):
+        self.ask("DELETE", "")
+        self.driver.terminate()
+        self.driver.wait()
+
+
+def parsed(message, text):
+    """The payload that the library makes of the text; none when it is refused."""
+    done = run("parse", message, "-", "--json", "--show-secrets", text=text)
+    if done.returncode not in (0, 1):
+        raise AssertionError(done.stderr)
+    return json.loads(done.stdout)["payload"] if done.returncode == 0 else None
+
+
+def digits(rows):
+    """Rows of "0110" as rows of numbers."""
+    return [[int(c) for c in row] for row in rows]
+
+
+class PageTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()  # pylint: disable=consider-using-with
+        path = os.path.join(cls.folder.name, "reference.html")
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(run("page").stdout)
+        cls.url = "file://" + path
+        cls.browser = Browser()
+        cls.messages = json.loads(run("describe", "--all", "--json").stdout)
+        cls.examples = [line.split() for line in example("messages.txt").splitlines()]
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.browser.close()
+        cls.folder.cleanup()
+
+    def setUp(self):
+        self.browser.size(1440)
+        self.browser.open("about:blank")
+        self.browser.log("performance")
+        self.browser.open(self.url)
+
+    def tearDown(self):
+        self.assertEqual([], [entry["message"] for entry in self.browser.log("browser")])
+        events = [json.loads(entry["message"])["message"] for entry in self.browser.log("performance")]
+        asked = {event["params"]["request"]["url"].split("#")[0] for event in events if event["method"] == "Network.requestWillBeSent"}
+        self.assertLessEqual(asked, {self.url, "about:blank"})
+
+    def go(self, address):
+        self.run_script("""
+            if (location.hash.slice(1) !== given[0]) {
+                const gone = new Promise(done => addEventListener("hashchange", done, { once: true }));
+                location.hash = given[0];
+                await gone;
+            }""", address)
+
+    def run_script(self, script, *arguments):
+        return self.browser.run(script, *arguments)
+
+    def texts(self, selector):
+        return self.run_script("return [...document.querySelectorAll(given[0])].map(each => each.textContent)", selector)
+
+    def wait_for(self, heading):
+        """Until the view has this heading; what a key press sets off is not done when it returns."""
+        for _ in range(50):
+            if self.texts("h1") == [heading]:
+                return
+            time.sleep(0.1)
+        self.assertEqual([heading], self.texts("h1"))
+
+    def text(self):
+        """What the message's text is now."""
+        return self.run_script("return document.querySelector('.workbench textarea').value")
+
+    def put(self, text):
+        """Types the text in place of the example; returns how it is judged and what is found."""
+        return self.run_script("""
+            const box = document.querySelector(".workbench textarea");
+            box.value = given[0];
+            box.dispatchEvent(new Event("input"));
+            return [document.querySelector(".verdict").className, document.querySelector(".findings").textContent];""", text)
+
+    def cells(self, figure):
+        """The states of the cells of a drawing, row by row."""
+        flat, columns = self.run_script("""
+            const grid = document.querySelectorAll("[role=grid]")[given[0]];
+            return [[...grid.querySelectorAll("[role=gridcell]")].map(each => Number(each.dataset.state)), Number(grid.ariaColCount)];""", figure)
+        return [flat[at:at + columns] for at in range(0, len(flat), columns)]
+
+    def cell(self, figure, row, column):
+        return self.run_script("""
+            const grid = document.querySelectorAll("[role=grid]")[given[0]];
+            const cell = grid.querySelectorAll("[role=gridcell]")[given[1] * Number(grid.ariaColCount) + given[2]];
+            cell.scrollIntoView({ block: "center", behavior: "instant" });
+            return cell;""", figure, row, column)
+
+    def test_shows_every_message_without_a_complaint(self):
+        names = self.run_script("return [...document.querySelectorAll('#list a')].map(each => each.hash.slice(1))")
+        self.assertEqual(sorted(message["name"] for message in self.messages), sorted(names))
+        for message in self.messages:
+            self.go(message["name"])
+            self.assertEqual([message["name"]], self.texts("h1"))
+            self.assertEqual("example: " + message["name"], "example: " + self.run_script(
+                "return document.querySelector('.workbench textarea').value.length > 20 ? given[0] : ''", message["name"]))
+            table = message["read"] or message["written"]
+            first = [row["key"] for row in table["keys"] if row["key"]][0]
+            self.assertEqual(first, self.run_script("return document.querySelector('.elements tbody th a').textContent"))
+        self.go("nosuch")
+        self.assertEqual(["No such message"], self.texts("h1"))
+
+    def test_search_finds_titles_and_keys_as_one_types(self):
+        self.browser.press("/")
+        for typed, best in (("motion detection", "md"), ("sensitivityInfoList", "md"), ("net_ptz_cruise_x2s", "ptz-cruise"),
+                            ("dayTypeList", "day-record"), ("4604", "ptz-cruise")):
+            self.browser.press(*typed)
+            self.assertEqual(best, self.texts("#list a .name")[0], typed)
+            self.browser.press("Escape")
+        self.assertEqual(len(self.messages), len(self.texts("#list a")))
+        self.browser.press(*"daytypel")
+        self.assertEqual(["key dayTypeList"], self.texts("#list .hit"))
+        self.assertEqual(["1 message"], self.texts("#hits"))
+        self.browser.press("Down", "Enter")
+        self.wait_for("day-record")
+
+    def test_addresses_of_keys(self):
+        self.browser.open("about:blank")
+        self.browser.open(self.url + "#md/scope/valueTable")
+        self.assertEqual([True], self.run_script("""
+            return [...document.querySelectorAll("tr.target")].map(row => row.id === "md/scope/valueTable" &&
+                row.getBoundingClientRect().top > 0 && row.getBoundingClientRect().bottom < innerHeight)"""))
+
+    def test_examples_are_accepted_and_lie_where_the_library_puts_them(self):
+        compared = 0
+        for file, name in self.examples:
+            if not file.endswith(".xml"):
+                continue
+            self.go(name)
+            text = example(file)
+            verdict, found = self.put(text)
+            self.assertEqual(("verdict accepted", False), (verdict, "Refused" in found), file + found)
+            here = dict(self.run_script("return [...document.querySelectorAll('tr[data-offset]:not([data-offset=\"\"])')].map(row => [row.dataset.path, row.dataset.offset])"))
+            for line in run("parse", name, file, "--memory").stdout.splitlines():
+                place = re.match(r" +(\d+) +\d+  .*?  +(?:\d+:\d+\S*|-) +(\S+)", line)
+                if place and here.get(path := place[2].replace("[0]", "")):
+                    self.assertEqual((file, path, place[1]), (file, path, here[path]))
+                    compared += 1
+        self.assertGreater(compared, 700)
+
+    def test_judges_texts_as_the_library_does(self):
+        """Every leaf of every example once with another text: what the page refuses, the library refuses, too; what
+        the library refuses for its range, its form or its word, the page does."""
+        texts = ("", "-7", "99999999", "nosuch", "x" * 300, "1234567890123")
+        known = re.compile(r"out of range|no whole number|no such word|too long|no base64|cells")
+        judged = refused = 0
+        for file, name in self.examples:
+            if not file.endswith(".xml"):
+                continue
+            self.go(name)
+            leaves = [match for match in re.finditer(r">([^<>\s][^<>]*)</", example(file))]
+            for leaf in leaves[::max(1, len(leaves) // 8)]:
+                text = example(file)[:leaf.start(1)] + texts[judged % len(texts)] + example(file)[leaf.end(1):]
+                with self.subTest(file=file, at=leaf[0], text=texts[judged % len(texts)][:20]):
+                    verdict, found = self.put(text)
+                    done = run("parse", name, "-", text=text)
+                    if verdict == "verdict refused":
+                        self.assertEqual(1, done.returncode, found)
+                    elif known.search(done.stderr):
+                        self.assertEqual(0, done.returncode, done.stderr)
+                judged += 1
+                refused += verdict == "verdict refused"
+        self.assertGreater(judged, 500)
+        self.assertGreater(refused, 200)
+
+    def test_structure_is_checked(self):
+        request = example("motion_request.xml")
+        for old, new, said, code in (
+                ("<columns>60</columns>", "", "the child “columns” is missing", 1),
+                ("<columns>60</columns>", "<columns>61</columns>", "these are 2040 cells, but a grid of 61 × 34 has 2080", 1),
+                ("<sensitivityInfoList>", "<sensitivityInfoList><other/>", "no such child is accepted here", 1),
+                ("<enable>1</enable>", "<enabled>1</enabled>", "no key answers to it: it has no effect; did you mean “enable”?", 0),
+                ("<enable>1</enable>", "<en>1</en>", "“en” is read as “enable”", 0),
+                ("rec,push,ftp", "rec,bogus,ftp", "no word of the set: bogus", 0)):
+            with self.subTest(new=new):
+                self.go("md")
+                text = request.replace(old, new, 1)
+                self.assertIn(said, self.put(text)[1])
+                self.assertEqual(code, run("parse", "md", "-", text=text).returncode)
+        self.put(request.replace("<MD ", "<Ntp/><MD ", 1))
+        self.assertIn("The root is Ntp, that of md is MD. Read it as ntpBeside Ntp stands, unread: MD.".replace(" ", ""),
+                      self.texts(".verdict")[0].replace(" ", ""))
+        self.put("<MD><enable>1</MD>")
+        self.assertIn("not well-formed XML: line 1", self.texts(".verdict")[0])
+
+    def test_a_pasted_text_finds_its_message_and_stays_a_text(self):
+        hostile = "<Ntp><server>&lt;img src=x onerror=alert(1)&gt;</server><port>70000</port><img src='x'/></Ntp>"
+        self.run_script("""
+            const box = document.getElementById("paste");
+            const gone = new Promise(done => addEventListener("hashchange", done, { once: true }));
+            box.value = given[0];
+            box.dispatchEvent(new Event("input"));
+            await gone;""", hostile)
+        self.assertEqual((["ntp"], hostile), (self.texts("h1"), self.text()))
+        self.assertIn("<img src=x onerror=", "".join(self.texts("td.text")))
+        self.assertIn("Refused line 1 port: the number is out of range", self.texts(".findings li")[0])
+        self.assertEqual(0, self.run_script("return document.querySelectorAll('img, script:not([type])').length"))
+
+    def test_an_edited_grid_is_what_the_library_reads(self):
+        for message, key in (("md", "scope"), ("ai-area-detect", "area")):
+            place = lambda payload: digits(payload[key])  # pylint: disable=cell-var-from-loop
+            with self.subTest(message=message):
+                self.go(message)
+                before = self.cells(0)
+                self.assertEqual(before, place(parsed(message, self.text())))
+                # By the keyboard: three cells of a column from the upper left corner, one by one and in one go.
+                self.browser.drag(self.cell(0, 1, 1))
+                self.browser.press("Home", held="Control")
+                self.browser.press("Space")
+                self.browser.press("Down", "Down", held="Shift")
+                # By the mouse: a stroke in the last row.
+                self.browser.drag(self.cell(0, 33, 10), self.cell(0, 33, 11), self.cell(0, 33, 12))
+                wanted = [row[:] for row in before]
+                for row, column in ((1, 1), (0, 0), (1, 0), (2, 0), (33, 10), (33, 11), (33, 12)):
+                    wanted[row][column] = 1 - before[row][column] if row == column == 1 else 1
+                self.assertEqual(wanted, self.cells(0))
+                self.assertEqual(wanted, place(parsed(message, self.text())))
+                self.browser.command("Browser.grantPermissions", permissions=["clipboardReadWrite", "clipboardSanitizedWrite"])
+                self.assertEqual(self.text(), self.run_script("""
+                    document.querySelector(".bar button").click();
+                    return await navigator.clipboard.readText();"""))
+                # All else is as it was.
+                file = dict((name, file) for file, name in self.examples)[message]
+                blank = lambda text: re.sub(r"[A-Za-z0-9+/=]{60,}", "", text)
+                self.assertEqual(blank(example(file)), blank(self.text()))
+
+    def test_an_edited_week_is_what_the_library_reads(self):
+        by_type = lambda word: lambda payload: [[1 if word in hour.split(",") else 0 for hour in day]
+                                                for day in payload["typeScheduleList"]["section"]]
+        weeks = (("md", 1, None, lambda payload: digits(payload["timeBlockList"]["timeBlock"])),
+                 ("ptz-cruise", 0, None, lambda payload: digits(payload["keyPos"][0]["valueTable"])),
+                 ("ai-track-task", 0, None, lambda payload: digits(re.findall(".{24}", payload["timeTable"]))),
+                 ("record-schedule", 2, "record_schedule_types.xml", by_type("IO")),
+                 ("record-schedule", 0, "record_schedule_combinations.xml", by_type("IO")))
+        for message, figure, file, place in weeks:
+            with self.subTest(message=message, file=file):
+                self.go(message)
+                if file:
+                    self.put(example(file))
+                before = self.cells(figure)
+                self.assertEqual(7, len(before))
+                shown = place(parsed(message, self.text()))
+                if "combinations" not in (file or ""):  # there several lists say what an hour has
+                    self.assertEqual(before, shown)
+                self.browser.drag(self.cell(figure, 2, 3), self.cell(figure, 2, 4), self.cell(figure, 3, 4))
+                if "combinations" not in (file or ""):
+                    self.browser.press("End", "Space")
+                after = self.cells(figure)
+                self.assertNotEqual(before, after)
+                read = place(parsed(message, self.text()))
+                changed = [(day, hour) for day in range(7) for hour in range(24) if before[day][hour] != after[day][hour]]
+                self.assertGreater(len(changed), 2)
+                for day, hour in changed:
+                    self.assertEqual(after[day][hour], read[day][hour], (day, hour))
+                if "combinations" not in (file or ""):
+                    self.assertEqual(after, read)
+
+    def test_edited_days_of_a_month(self):
+        self.go("day-record")
+        words = ["none", "normal", "alarm", "all"]
+        days = lambda: [words.index(day) for day in parsed("day-record", self.text())["DayRecordList"]["DayRecord"][0]["dayTypeList"]["dayType"]]
+        self.assertEqual(self.cells(0)[0], days())
+        self.browser.drag(self.cell(0, 0, 6))
+        self.browser.press("Right", "Space", "Space", "End", "Space")
+        self.assertEqual([1, 2, 2], [self.cells(0)[0][day] for day in (6, 7, 30)])
+        self.assertEqual(self.cells(0)[0], days())
+
+    def test_no_accessibility_fault(self):
+        with open(AXE, encoding="utf-8") as file:
+            axe = file.read()
+        for address in ("", "md", "ntp", "support", "record-schedule", "day-record", "ptz-cruise", "link", "ability"):
+            for width, dark in ((1440, False), (1440, True), (390, False), (390, True)):
+                self.browser.size(width, dark)
+                self.go(address)
+                if address == "ntp":
+                    self.put("<Ntp><port>70000</port><stranger/></Ntp>")
+                found = self.run_script(axe + """;
+                    const { violations, incomplete, passes } = await axe.run(document, { resultTypes: ["violations"] });
+                    return [passes.length, violations.map(each => `${each.id}: ${each.nodes.map(node => node.html.slice(0, 160)).slice(0, 3).join(" ")}`)];""")
+                self.assertGreater(found[0], 20)
+                self.assertEqual((address, width, dark, []), (address, width, dark, found[1]))
+                self.assertLessEqual(self.run_script("return document.documentElement.scrollWidth"), width, address)
+
+    def test_theme(self):
+        colour = lambda: self.run_script("return getComputedStyle(document.documentElement).backgroundColor")
+        light = colour()
+        self.run_script("document.getElementById('theme').click(); document.getElementById('theme').click()")
+        self.assertNotEqual(light, colour())
+        self.browser.open(self.url)
+        self.assertEqual(["Theme: dark"], self.texts("#theme"))
+        self.run_script("document.getElementById('theme').click()")
+        self.assertEqual(light, colour())
+
+    def test_prints(self):
+        self.go("md")
+        document = base64.b64decode(self.browser.ask("POST", "/print", {"background": False}))
+        self.assertEqual(b"%PDF", document[:4])
+        self.assertGreater(document.count(b"/Type /Page\n") + document.count(b"/Type /Page "), 2)
+        self.browser.size(800, media="print")
+        self.assertEqual([], self.run_script("""
+            return ["header", "nav", "button", ".workbench textarea"].filter(each => document.querySelector(each).checkVisibility())"""))
+        self.assertEqual([example("motion_request.xml")], self.texts(".printed"))
+        self.assertTrue(self.run_script("return document.querySelector('.printed').checkVisibility()"))
+        self.go("all")
+        self.assertEqual(len(self.messages), len(self.texts("article.message")))
+
+
+if __name__ == "__main__":
+    if len(sys.argv) < 3:
+        sys.exit(__doc__)
+    inspector.NETPARAM = os.path.abspath(sys.argv.pop(1))
+    AXE = os.path.abspath(sys.argv.pop(1))
+    unittest.main()

@@ -1,0 +1,445 @@
+#include "support.h"
+#include "text/scanner.h"
+
+#include <net_public.h>
+#include <scan.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+// The scanner once more, counting.
+namespace counted_scanner {
+unsigned long steps;
+}
+#define NETPUBLIC_STEP() ++counted_scanner::steps
+#define netpublic netpublic_counted
+#undef NETPUBLIC_TEXT_SCANNER_H
+#undef NETPUBLIC_NODE_H
+#include "ground/node.cpp"
+#include "text/scanner.cpp"
+#undef netpublic
+
+namespace {
+
+using netpublic::Fault;
+using netpublic::Node;
+using netpublic::ScanLimits;
+using netpublic::ScannedText;
+
+std::string repeat(const std::string &text, int times)
+{
+    std::string result;
+    while (times-- > 0)
+        result += text;
+    return result;
+}
+
+// A text in a block of its own size, and its tokens.
+class Scanned : public ScannedText {
+public:
+    explicit Scanned(const std::string &text, const ScanLimits &limits = {}) : copy_(new char[text.size() + 1])
+    {
+        std::memcpy(copy_.get(), text.c_str(), text.size() + 1);
+        result = scan(copy_.get(), static_cast<unsigned int>(text.size()), limits);
+    }
+    Fault fault() const
+    {
+        return error().fault;
+    }
+
+    int result;
+
+private:
+    std::unique_ptr<char[]> copy_;
+};
+
+struct Example {
+    std::string name;
+    std::string text;
+};
+
+const std::vector<Example> &examples()
+{
+    static const std::vector<Example> all = [] {
+        std::vector<Example> read;
+        for (const auto &entry : std::filesystem::directory_iterator(NETPUBLIC_EXAMPLES_DIR)) {
+            std::ifstream file(entry.path(), std::ios::binary);
+            std::stringstream content;
+            content << file.rdbuf();
+            if (entry.path().extension() == ".xml")
+                read.push_back({entry.path().filename().string(), content.str()});
+        }
+        return read;
+    }();
+    return all;
+}
+
+class TextScanner : public test::HostTest {};
+
+// Every text of up to so many symbols, on its own, inside an element of a UTF-8 text and of another, and inside a
+// tag. NETPUBLIC_SCAN_SYMBOLS asks for more of them than there is time for in a normal run, NETPUBLIC_SCAN_SHARD
+// ("2/8") for a part.
+TEST_F(TextScanner, ReadsShortTextsAsTheLibraryDoes)
+{
+    const std::vector<std::string> symbols = {"<",   ">",   "/", "a", "&", "#",    "x",      ";",
+                                              "!--", "-->", " ", "'", "=", "\xE2", "[CDATA["};
+    const std::pair<std::string, std::string> contexts[] = {
+        {"", ""}, {"<?xml?><r>", "</r>"}, {"<r>", "</r>"}, {"<r ", "/>"}};
+    const char *asked = std::getenv("NETPUBLIC_SCAN_SYMBOLS");
+    const char *shard = std::getenv("NETPUBLIC_SCAN_SHARD");
+    const int longest = asked != nullptr ? std::atoi(asked) : 4;
+    const long part = shard != nullptr ? std::atol(shard) : 0;
+    const long parts = shard != nullptr ? std::atol(std::strchr(shard, '/') + 1) : 1;
+    long compared = 0;
+    for (int length = 0; length <= longest; ++length) {
+        std::vector<std::size_t> digits(static_cast<std::size_t>(length), 0);
+        bool more = true;
+        for (long index = 0; more; ++index) {
+            if (index % parts == part) {
+                std::string text;
+                for (const std::size_t digit : digits)
+                    text += symbols[digit];
+                for (const auto &[before, behind] : contexts) {
+                    ++compared;
+                    const std::string whole = before + text + behind;
+                    ASSERT_EQ(fuzz::scan_difference(whole), "") << whole;
+                }
+            }
+            more = false;
+            for (std::size_t &digit : digits) {
+                more = ++digit < symbols.size();
+                if (more)
+                    break;
+                digit = 0;
+            }
+        }
+    }
+    std::printf("%ld texts of up to %d symbols\n", compared, longest);
+}
+
+// What is longer: pieces of everything in a row, and examples that were damaged.
+TEST_F(TextScanner, ReadsDamagedTextsAsTheLibraryDoes)
+{
+    const std::vector<std::string> pieces = {
+        "<b>",
+        "</b>",
+        "<b",
+        "<b/>",
+        ">",
+        "/>",
+        "/",
+        "<",
+        "'",
+        "\"",
+        " x=\"",
+        " x='",
+        " x=",
+        "=",
+        " ",
+        "b",
+        "<!",
+        "<!--",
+        "-->",
+        "--",
+        "<![CDATA[",
+        "]]>",
+        "<?",
+        "<?xml",
+        "<?xml ",
+        "?>",
+        "?",
+        "\xE2",
+        "\xC3",
+        "\xF0",
+        "\xF5",
+        "\xA9",
+        "\xEF\xBB\xBF",
+        "\xEF\xBF\xBF",
+        "\xEF\xBF\xBE",
+        "\xEF\xBF\xC8",
+        "\xEF\xBF\xBD",
+        "\xEF",
+        "&#65;",
+        "&lt;",
+        "&#",
+        "&",
+        "&#x1F600;",
+        "&#32;",
+        "&#0;",
+        "&#xFFFFFFFFF1;",
+        "&#99999999999;",
+        "&#x1FFFFF;",
+        "&#x200000;",
+        "&amp;",
+        "&apos;",
+        "&quot;",
+        "&gt;",
+        "&#127;",
+        "&#128;",
+        "&#2048;",
+        "&#65535;",
+        "&#65536;",
+        " version=\"",
+        " encoding='",
+        "standalone=",
+        "<?xml encoding='x'?>",
+        "<?xml encoding='UTF8'?>",
+        "<?xml encoding=''?>",
+        "<?xml encoding='&#85;TF-8'?>",
+        "<?xml encoding=' UTF-8'?>",
+        "<?xml version='1.0'?>",
+        "\n",
+        "\r\n",
+        "\t",
+        "</b >",
+        "</",
+        ";",
+        "<a>",
+        "</a>",
+        "text",
+        "a b",
+        " c ",
+        "<_",
+        "1",
+        ".",
+        "-",
+        ":",
+        "<r>",
+        "</r>",
+        "<r a='1'>",
+        "<\xEF\xBB\xBF"
+        "b>",
+        "<c>x</c>",
+        "\x7F",
+        "\xC1",
+        "\xC2",
+        "\xF4",
+        "<\x7F",
+        "&#x100000041;",
+        "&#x4200000042;",
+        "<?XML ",
+        "<?XmL encoding='x'?>",
+        " ab='1'",
+        " abc='1'",
+        " abc = 1",
+        "&#X41;",
+        "&#xZZx34;",
+        "&#12#34;",
+        "&#;",
+        "&#x;",
+        std::string(1, '\0'),
+    };
+    std::mt19937 random(20240511);
+    const auto below = [&](std::size_t bound) { return random() % static_cast<unsigned int>(bound); };
+    const auto piece = [&] { return pieces[below(pieces.size())]; };
+    int accepted = 0;
+    for (int round = 0; round < 30000; ++round) {
+        std::string text;
+        if (round % 3 == 0) {
+            for (std::size_t left = below(12); left > 0; --left)
+                text += piece();
+        } else if (round % 3 == 1) {
+            text = round % 2 == 0 ? "<?xml?><r>" : "<r>";
+            for (std::size_t left = below(4); left > 0; --left) {
+                text += piece() + "<b>";
+                for (std::size_t inner = below(3); inner > 0; --inner)
+                    text += piece();
+                text += "</b>";
+            }
+            text += "</r>";
+        } else {
+            text = examples()[below(examples().size())].text.substr(0, 600 + below(600));
+            for (std::size_t left = 1 + below(3); left > 0; --left) {
+                const std::size_t at = below(text.size() + 1);
+                if (round % 2 == 0)
+                    text.insert(at, piece());
+                else
+                    text.erase(at, below(3));
+            }
+        }
+        ASSERT_EQ(fuzz::scan_difference(text), "") << text;
+        accepted += Scanned(text).result == 0;
+    }
+    EXPECT_GT(accepted, 2500) << "nearly everything is refused";
+}
+
+// Every cut at every byte: those of short examples compared, long ones at least read in a block of exact size.
+TEST_F(TextScanner, ReadsCutTexts)
+{
+    const bool all = std::getenv("NETPUBLIC_SCAN_ALL_CUTS") != nullptr;
+    for (const Example &example : examples()) {
+        ASSERT_EQ(fuzz::scan_difference(example.text), "") << example.name;
+        const std::size_t size = example.text.size();
+        const std::size_t step = all || size < 2000 ? 1 : size / 200;
+        for (std::size_t length = 0; length < size; length += step) {
+            const std::string cut = example.text.substr(0, length);
+            if (size < 1500)
+                ASSERT_EQ(fuzz::scan_difference(cut), "") << example.name << " up to " << length;
+            else
+                Scanned scanned(cut);
+        }
+    }
+}
+
+TEST_F(TextScanner, TellsWhereATextIsWrong)
+{
+    struct Case {
+        Fault fault;
+        const char *before; // up to where it is wrong
+        const char *rest;
+    };
+    const Case cases[] = {
+        {Fault::document_empty, " \n ", "text"},
+        {Fault::document_empty, "", ""},
+        {Fault::no_root, "<!-- a\nb -->\n", ""},
+        {Fault::element_name, "<a>\n<", "b"},
+        {Fault::attributes, "<a\n  b", ">"},
+        {Fault::attributes, "<a b='\n'\n  ", "'c'/>"},
+        {Fault::attributes, "<a b=\"c\" d=e", "\"/>"},
+        {Fault::element, "<a x='1' y='2'\n", "x='3'/>"},
+        {Fault::element_value, "<a>x\ny&#10;z\n ", "&#zz;</a>"},
+        {Fault::element_value, "<a>\n<![CDATA[\n]]><!--\n-->\n<b>text", ""},
+        {Fault::empty_tag, "<?xml version='1.0'\n?>\n<a ", "/b>"},
+        {Fault::end_tag, "<a>\r\n<b>1</b>\r\n<c> 2 \n</c>", "</b>"},
+        {Fault::end_tag, "<a>\n\n", ""},
+        {Fault::end_tag, "<a>\n</a ", "b>"},
+    };
+    for (const Case &each : cases) {
+        const std::string before = each.before;
+        const Scanned scanned(before + each.rest);
+        EXPECT_EQ(scanned.fault(), each.fault) << before;
+        EXPECT_EQ(scanned.error().line, 1 + std::count(before.begin(), before.end(), '\n')) << before;
+        EXPECT_EQ(scanned.error().column, before.size() - (before.rfind('\n') + 1) + 1) << before;
+    }
+}
+
+std::string attributes(int count)
+{
+    std::string result;
+    for (int i = 0; i < count; ++i)
+        result += " a" + std::to_string(i) + "='v'";
+    return result;
+}
+
+TEST_F(TextScanner, LimitsAreExact)
+{
+    const auto fault = [](const std::string &text, const ScanLimits &limits) { return Scanned(text, limits).fault(); };
+    ScanLimits limits;
+    EXPECT_EQ(fault("<a" + attributes(64) + "><b" + attributes(64) + "/></a>", limits), Fault::none);
+    EXPECT_EQ(fault("<a" + attributes(65) + "/>", limits), Fault::too_many_attributes);
+    limits.attributes = 2;
+    EXPECT_EQ(fault("<a" + attributes(2) + "/>", limits), Fault::none);
+    EXPECT_EQ(fault("<a" + attributes(3) + "/>", limits), Fault::too_many_attributes);
+    limits.levels = 2;
+    EXPECT_EQ(fault("<a><b>1</b><b/><b></b></a><a><b/></a>", limits), Fault::none);
+    EXPECT_EQ(fault("<a><b><c>1</c></b></a>", limits), Fault::too_deep);
+    EXPECT_EQ(fault("<a><b><c/></b></a>", limits), Fault::too_deep);
+    limits.length = 7;
+    EXPECT_EQ(fault("<a></a>", limits), Fault::none);
+    EXPECT_EQ(fault("<a></a> ", limits), Fault::too_long);
+}
+
+TEST_F(TextScanner, StrictlyReadsWhatItShows)
+{
+    ScanLimits strict;
+    strict.strict = true;
+    const char *const read_otherwise[] = {"<r>&#x<a>x41;</r>",
+                                          "<r>&#12#34;</r>",
+                                          "<r>&#;</r>",
+                                          "<r>&#x;</r>",
+                                          "<r a='&#x'x41;'/>",
+                                          "<r>&#x<!--x41;--></r>",
+                                          "<?xml?><r>\xE2</r></r>",
+                                          "<?xml?><r>\xF0\x9F<a/></r>",
+                                          "<?xml?><r a=\"\xC3\"\"/>"};
+    for (const char *text : read_otherwise) {
+        EXPECT_EQ(Scanned(text).fault(), Fault::none) << text;
+        const Fault fault = Scanned(text, strict).fault();
+        EXPECT_EQ(fault, std::strchr(text, '&') != nullptr ? Fault::reference : Fault::sequence) << text;
+    }
+    for (const char *text :
+         {"<?xml?><r a='\xC3\xA9&#xe9;'>\xE2\x82\xAC&#8364;&bogus;</r>", "<r>\xE2</r>", "<r>&#x0A;</r>"})
+        EXPECT_EQ(Scanned(text, strict).fault(), Fault::none) << text;
+    EXPECT_EQ(Scanned("<r>&#1a;</r>", strict).fault(), Fault::element_value);
+    EXPECT_EQ(Scanned("<r>&#1", strict).fault(), Fault::element_value);
+}
+
+// One block for whatever is a message, no larger than its text where a pointer has four bytes.
+TEST_F(TextScanner, TakesOneBlock)
+{
+    for (const Example &example : examples()) {
+        const unsigned long before = net_host_memory().total;
+        const Scanned scanned(example.text);
+        EXPECT_EQ(net_host_memory().total - before, 1u) << example.name;
+        EXPECT_LE(net_host_memory().last_size / sizeof(netpublic::Token), example.text.size() / 8) << example.name;
+    }
+    for (const char *dense : {"<a/>", "<>", "x<>", "x<a/>", "<a>></a>", "<a>\xC3</a>", "</>"}) {
+        const std::string text = "<?xml?><r>" + repeat(dense, 20000) + "</r>";
+        const unsigned long before = net_host_memory().total;
+        const Scanned scanned(text);
+        EXPECT_LE(net_host_memory().total - before, 9u) << dense;
+        EXPECT_LE(net_host_memory().last_size / sizeof(netpublic::Token), text.size()) << dense;
+    }
+}
+
+TEST_F(TextScanner, FailsWithoutMemory)
+{
+    const std::string text = "<r>" + repeat("<a/>", 100) + "</r>";
+    for (unsigned long which = 1; which <= 2; ++which) {
+        net_host_fail_allocation(which);
+        const Scanned scanned(text);
+        EXPECT_EQ(scanned.result, -1);
+        EXPECT_EQ(scanned.fault(), Fault::no_memory);
+    }
+    net_host_fail_allocation(0);
+    EXPECT_EQ(Scanned(text).result, 0);
+}
+
+// Texts that make others slow, in looks at bytes: 64 attributes look at each other's names, nothing else is worse
+// than a few looks for a byte.
+TEST_F(TextScanner, IsLinear)
+{
+    struct Case {
+        const char *what;
+        std::string text;
+        unsigned long most; // looks for a byte
+    };
+    const int times = 20000;
+    const Case cases[] = {
+        {"levels", repeat("<a>", times) + repeat("</a>", times), 6},
+        {"open levels", repeat("<a>", times), 6},
+        {"levels with texts", repeat("<a>x", times) + repeat("</a>", times), 6},
+        {"empty elements", "<r>" + repeat("<a/>", times) + "</r>", 6},
+        {"empty names", "<r>" + repeat("<>", times) + "</r>", 6},
+        {"attributes", "<r>" + repeat("<a" + attributes(64) + "/>", times / 64) + "</r>", 40},
+        {"entities", "<r>" + repeat("&amp;", times) + "</r>", 6},
+        {"references", "<r>" + repeat("&#x41;", times) + "</r>", 6},
+        {"references to the end", "<r>" + repeat("&#", times) + ";</r>", 6},
+        {"references to one end", "<r>" + repeat("&", times) + "#1;</r>", 6},
+        {"blanks", "<r>" + repeat(" ", times) + "</r>", 6},
+        {"blanks in a text", "<r>" + repeat("a  b\n ", times) + "</r>", 6},
+        {"comments", "<r>" + repeat("<!---->", times) + "</r>", 6},
+        {"open comment", "<r>" + repeat("<!--", times), 6},
+        {"nearly closed comment", "<r><!--" + repeat("--", times) + "></r>", 6},
+        {"open CDATA", "<r>" + repeat("<![CDATA[", times), 6},
+        {"declarations", repeat("<?xml a=b?>", times), 6},
+        {"words of a declaration", "<?xml " + repeat("version=1 ", times) + "?><a/>", 6},
+        {"equal beginnings", "<r>" + repeat("<" + std::string(200, 'a') + ">", times / 200), 6},
+    };
+    for (const Case &each : cases) {
+        std::string text = each.text;
+        netpublic_counted::ScannedText scanned;
+        counted_scanner::steps = 0;
+        static_cast<void>(scanned.scan(text.data(), static_cast<unsigned int>(text.size())));
+        EXPECT_LE(counted_scanner::steps, each.most * text.size()) << each.what;
+        EXPECT_GT(counted_scanner::steps, 0u) << each.what;
+    }
+}
+
+} // namespace
