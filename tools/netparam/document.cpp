@@ -114,11 +114,11 @@ void Document::parse()
         unfit({row, 0}, "a zero byte in the text");
     }
     // Nesting and attributes only: how long the text may be is the tool's own affair.
-    netpublic::ScanLimits bounds = netpublic::header_limits;
-    bounds.length = longest_text;
+    netpublic::ScanLimits scanning = netpublic::header_limits;
+    scanning.length = longest_text;
     netpublic::ScannedText scanned;
     padded_ = text_;
-    if (scanned.scan(padded_.data(), static_cast<unsigned int>(padded_.size()), bounds) != 0 &&
+    if (scanned.scan(padded_.data(), static_cast<unsigned int>(padded_.size()), scanning) != 0 &&
         netpublic::is_limit(scanned.error().fault))
         unfit({}, netpublic::fault_text(scanned.error().fault));
     if (text_.find_first_not_of(" \t\r\n") == std::string::npos)

@@ -30,11 +30,11 @@ struct Entry {
     std::string writer() const;
     // The root element that is written; empty when unknown.
     std::string root() const;
+    // Its domain's name: "alarm".
+    std::string domain() const;
     // What the element of its bodies is called, which the parser does not look at; empty without a message.
     std::string element() const;
     bool bears_element(const TiXmlElement &body) const;
-    // Its domain's name: "alarm".
-    std::string domain() const;
     // The rows of the body that is read, and of the element that is written; null where nothing is.
     const netpublic::Table *read() const;
     const netpublic::Table *written() const;
@@ -54,7 +54,7 @@ const Entry &find_message(const std::string &name);
 // The message of this name of its own that can be parsed; null without one.
 const Entry *parsed_message(const std::string &name);
 // The message that the body is: the only one of its root element or, of those that share it, the only one with keys
-// for all of its children. Fails with exit_unknown; `name` is what the text is called, empty where that is known.
+// for all of its children. Fails with exit_unknown; `name` is the text's.
 const Entry &identify(const TiXmlElement &body, const std::string &name);
 
 } // namespace netparam
