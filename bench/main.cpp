@@ -56,6 +56,7 @@ int main(int argc, char **argv)
     loglevel = 0;
     bench::Entries entries;
     bench::add_messages(entries);
+    bench::add_text(entries);
     bench::add_parsers(entries);
     bench::add_nanopb(entries);
     bench::add_codecs(entries);

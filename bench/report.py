@@ -6,6 +6,7 @@ usage: report.py benchmarks.json
 All ratios are between entries of one run on one machine. "!" marks what misses its goal.
 """
 import math
+import statistics
 import sys
 
 import results
@@ -46,6 +47,25 @@ def nanopb_rows(times):
                number(results.ratio(times, "nanopb_encode/" + name, "s2x/" + name), "{:.2f}")]
 
 
+def text_rows(times):
+    """The text route, message by message, then the medians and the worst."""
+    columns = [("tree_read/", "text_read/"), ("text_read/", "pugixml_inplace/"), ("text_read/", "pugixml/"),
+               ("text_scan/", "pugixml_inplace/"), ("nanopb_decode/", "text_read/"), ("tree_write/", "text_write/"),
+               ("nanopb_encode/", "text_write/")]
+    found = [[] for _ in columns]
+    for name in results.messages(times):
+        ratios = [results.ratio(times, above + name, below + name) for above, below in columns]
+        for values, ratio in zip(found, ratios):
+            values += [] if ratio is None else [ratio]
+        yield ([name, number(times.get("text_read/" + name, 0) / 1000, "{:.2f}")] +
+               [number(ratio, "{:.2f}") for ratio in ratios[:5]] +
+               [number(times["text_write/" + name] / 1000 if "text_write/" + name in times else None, "{:.2f}")] +
+               [number(ratio, "{:.2f}") for ratio in ratios[5:]])
+    for what, function in ("median", statistics.median), ("least", min), ("most", max):
+        values = [number(function(values), "{:.2f}") if values else "" for values in found]
+        yield [what, ""] + values[:5] + [""] + values[5:]
+
+
 def other_rows(times):
     for what, peer, goal in (("grid_decode", "openssl", 0), ("grid_encode", "openssl", 0),
                              ("filter", "pass_per_element", results.FILTER_GOAL), ("filter", "memcpy", 0)):
@@ -80,6 +100,10 @@ def main(path):
     print_table(f"Messages; goals: read at most {results.PARSE_GOAL:.0f} %, write at most {results.WRITE_GOAL:.2f}",
                 ["", "TinyXML us", "read/TinyXML", "TinyXML/pugixml", "TinyXML/libxml2", "write/link", "copy/write"],
                 list(message_rows(times)))
+    print_table("Text route; goals: tree/read {:.0f} and {:.0f}, read/pugixml {:.1f} and {:.1f}, tree/write {:.0f} and {:.0f} "
+                "(median, worst)".format(*results.READ_BY_TEXT_GOALS, *results.PUGIXML_GOALS, *results.WRITE_BY_TEXT_GOALS),
+                ["", "read us", "tree/read", "read/pugi in place", "read/pugi", "scan/pugi in place", "nanopb/read", "write us",
+                 "tree/write", "nanopb/write"], list(text_rows(times)))
     print_table("nanopb, the same record (above 1: netpublic is faster)", ["", "decode/read", "encode/write"],
                 list(nanopb_rows(times)))
     print_table(f"Codecs and log filter; goal: {results.FILTER_GOAL:.0f} times a pass per element", ["", "ratio"],

@@ -18,6 +18,11 @@ def load(path):
     return times
 
 
+READ_BY_TEXT_GOALS = 12.0, 7.0  # times as fast as parsing, reading and releasing the tree: median, least
+WRITE_BY_TEXT_GOALS = 7.0, 4.0  # times as fast as writing, printing and releasing the tree
+PUGIXML_GOALS = 1.5, 2.5  # times pugixml's parse alone: median, most
+
+
 def messages(times):
     """The messages in the order of bench/messages.inc, which is that of the run's file only by chance."""
     names = [name.split("/")[1] for name in times if name.startswith("x2s/")]

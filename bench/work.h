@@ -52,6 +52,7 @@ using Entries = std::vector<Entry>;
 
 // The groups; each is a file of its own.
 void add_messages(Entries &entries);
+void add_text(Entries &entries);    // the text route
 void add_parsers(Entries &entries); // other XML libraries
 void add_nanopb(Entries &entries);  // another encoding
 void add_codecs(Entries &entries);  // base64, log filter

@@ -190,7 +190,7 @@ void check_rectangle(const std::string &text, int columns, int rows, bool by_col
     const int length = EncodeBinaryArrayToBase64(bits.as<>(), encoded.data(), count, INT_MAX);
     const netpublic::Grid rectangle = {grid.as<>(), columns, rows, by_columns};
     Guarded made(netpublic::encoded_length(rectangle));
-    netpublic::encode_grid(rectangle, made.as<char>(), 0, netpublic::encoded_length(rectangle));
+    netpublic::encode_grid(rectangle, made.as<char>(), netpublic::encoded_length(rectangle));
     require(std::string(made.as<char>(), netpublic::encoded_length(rectangle)) ==
                 encoded.substr(0, static_cast<std::size_t>(length)),
             "P9", "the text of a grid");

@@ -215,11 +215,11 @@ def examples_of(suffix):
 
 MESSAGES = examples_of(".xml")
 
-# Components of messages, not messages: they have no envelope or serve several or all.
+# Components of messages, not messages: they have no envelope or serve several.
 COMPONENTS = {
     "get_sensitivity_new_info_x2s", "net_exten_x2s", "net_float_value_s2x", "net_int_value_s2x",
     "net_smart_ai_direction_s2x", "net_smart_ai_op_s2x", "net_smart_ai_points_s2x",
-    "net_text_s2x", "net_text_x2s",  # every message's, by its parser and writer
+    "net_text_x2s", "net_text_s2x",  # of any message
 }
 
 

@@ -592,7 +592,7 @@ namespace netpublic {
 // The tools hand every writer an element; the list below finds this one in front of the exported one.
 static int nets_dst_cfg_s2x(net_param_t *param, TiXmlElement *parent)
 {
-    return ::nets_dst_cfg_s2x(param, static_cast<TiXmlNode *>(parent));
+    return ::nets_dst_cfg_s2x(param, reinterpret_cast<TiXmlNode *>(parent));
 }
 
 } // namespace netpublic

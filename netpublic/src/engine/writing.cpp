@@ -117,9 +117,9 @@ NETPUBLIC_LEAF int write_converted(const Table &table, const Row &row, const voi
 
 constexpr int most_characters = 3000; // of a grid's text
 
-void make_grid_text(const void *grid, char *to, std::size_t first, std::size_t count)
+void make_grid_text(const void *grid, char *to, std::size_t count)
 {
-    encode_grid(*static_cast<const Grid *>(grid), to, first, count);
+    encode_grid(*static_cast<const Grid *>(grid), to, count);
 }
 
 // A grid whose text would be too long, or whose sides are none, is left out.

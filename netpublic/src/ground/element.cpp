@@ -5,10 +5,12 @@
 namespace netpublic {
 namespace {
 
+using Word = std::uintptr_t;
+constexpr Word each_byte = ~Word{0} / 255; // 0x01 in each
+
 // To be used where a call would take longer than the copying.
 inline char *copy(char *to, const char *from, std::size_t length)
 {
-    using Word = std::uintptr_t;
     if (length < sizeof(Word)) {
         for (std::size_t i = 0; i < length; ++i)
             to[i] = from[i];
@@ -36,10 +38,23 @@ inline bool is_plain(char character)
     return c >= 64 || (c >= ' ' && (marks >> (c - ' ') & 1) == 0);
 }
 
-// The length of the text up to what is to be escaped.
+// Has the word nothing but letters, digits and the like? Not every word that has is seen.
+inline bool is_plain_word(Word word)
+{
+    const Word angle = (word | each_byte * 2) ^ each_byte * '>'; // 0 where there is one of the two
+    const Word marks = (word - each_byte * '(') | (angle - each_byte);
+    return ((marks | word) & each_byte * 0x80) == 0;
+}
+
+// The length of the text, which has at most so many characters, up to what is to be escaped.
 inline std::size_t plain_length(const char *text, std::size_t longest)
 {
     std::size_t length = 0;
+    for (Word word; length + sizeof(Word) <= longest; length += sizeof(Word)) {
+        std::memcpy(&word, text + length, sizeof(Word));
+        if (!is_plain_word(word))
+            break;
+    }
     while (length < longest && is_plain(text[length]))
         ++length;
     return length;
@@ -84,10 +99,25 @@ void TextWriter::put(const char *text)
     put(text, std::strlen(text));
 }
 
+// Nearly always there is room for all of it, and then it is looked for once.
+void TextWriter::put_name(const char *front, std::size_t front_length, const char *name, const char *back)
+{
+    const std::size_t length = std::strlen(name), whole = front_length + length + 1;
+    if (length_ < size_ && whole < size_ - length_) {
+        char *to = copy(text_ + length_, front, front_length);
+        *copy(to, name, length) = *back;
+        length_ += static_cast<unsigned int>(whole - (*back == '\0' ? 1 : 0));
+        return;
+    }
+    put(front, front_length);
+    put(name, length);
+    put(back);
+}
+
 void TextWriter::end_start_tag()
 {
     if (open_)
-        put(">");
+        put(">", 1);
     open_ = false;
 }
 
@@ -97,12 +127,10 @@ void TextWriter::end_deeper(unsigned int level)
         --level_;
         ++breaks_;
         if (open_) {
-            put(" />");
+            put(" />", 3);
         } else {
             ++breaks_;
-            put("</");
-            put(names_[level_]);
-            put(">");
+            put_name("</", 2, names_[level_], ">");
         }
         open_ = false;
     }
@@ -111,11 +139,9 @@ void TextWriter::end_deeper(unsigned int level)
 Element TextWriter::open(unsigned int level, const char *name)
 {
     end_deeper(level);
-    end_start_tag();
     if (level == most_levels)
         return {};
-    put("<");
-    put(name);
+    put_name(open_ ? "><" : "<", open_ ? 2 : 1, name, "");
     names_[level_++] = name;
     open_ = true;
     return {this, level_};
@@ -157,6 +183,9 @@ void TextWriter::add_plain(unsigned int level, const char *name, const char *tex
 
 void TextWriter::add_text(unsigned int level, const char *name, const char *text, std::size_t longest)
 {
+    // A text without a bound ends by itself.
+    if (longest == SIZE_MAX)
+        longest = std::strlen(text);
     std::size_t plain = plain_length(text, longest);
     if (plain == longest || text[plain] == '\0') {
         add_plain(level, name, text, plain);
@@ -178,17 +207,9 @@ void TextWriter::add_text(unsigned int level, const char *name, const char *text
 void TextWriter::add_made(unsigned int level, const char *name, std::size_t length, MakeText make, const void *context)
 {
     begin_text(level, name);
-    if (length_ < size_ && length < size_ - length_) {
-        make(context, text_ + length_, 0, length);
-        length_ += static_cast<unsigned int>(length);
-    } else {
-        char part[64];
-        for (std::size_t first = 0; first < length; first += sizeof part) {
-            const std::size_t count = length - first < sizeof part ? length - first : sizeof part;
-            make(context, part, first, count);
-            put(part, count);
-        }
-    }
+    if (length_ < size_)
+        make(context, text_ + length_, length < size_ - length_ ? length : size_ - length_);
+    length_ += static_cast<unsigned int>(length);
     end_text(name);
 }
 
@@ -196,17 +217,13 @@ void TextWriter::begin_text(unsigned int level, const char *name)
 {
     end_deeper(level);
     end_start_tag();
-    put("<");
-    put(name);
-    put(">");
+    put_name("<", 1, name, ">");
 }
 
 void TextWriter::end_text(const char *name)
 {
     ++breaks_;
-    put("</");
-    put(name);
-    put(">");
+    put_name("</", 2, name, ">");
 }
 
 Mark TextWriter::mark(unsigned int level)

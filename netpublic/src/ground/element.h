@@ -79,7 +79,7 @@ Mark mark_end(Element parent);
 // Takes back what has been appended since. -1, what a writer then returns.
 int remove_since(Element parent, const Mark &mark);
 
-// A plain text that is made where it is to stand, or in parts where there is no room for it.
+// A plain text that is made where it is to stand.
 [[nodiscard]] int append_made(Element parent, const char *name, std::size_t length, MakeText make, const void *context);
 
 // Prints elements while they are appended, as the XML library prints them without indentation and line breaks.
@@ -116,6 +116,7 @@ private:
     void end_start_tag();
     void begin_text(unsigned int level, const char *name);
     void end_text(const char *name);
+    void put_name(const char *front, std::size_t front_length, const char *name, const char *back);
     void put(const char *text, std::size_t length);
     void put(const char *text);
 

@@ -53,7 +53,7 @@ int link_made(TiXmlNode *parent, const char *name, std::size_t length, MakeText 
 {
     try {
         std::string text(length, '\0');
-        make(context, text.data(), 0, length);
+        make(context, text.data(), length);
         return link_text(parent, name, text.c_str());
     } catch (...) {
         return -1;

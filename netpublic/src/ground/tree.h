@@ -27,9 +27,8 @@ namespace netpublic {
 [[nodiscard]] int link_text(TiXmlNode *parent, const char *name, const char *text) noexcept;
 [[nodiscard]] int link_text(TiXmlNode *parent, const char *name, const char *text, std::size_t length) noexcept;
 
-// Makes characters of a text, from the `first` one on. Both numbers are multiples of 4, but for `count` at the
-// text's end.
-using MakeText = void (*)(const void *context, char *to, std::size_t first, std::size_t count);
+// Makes the first `count` characters of a text.
+using MakeText = void (*)(const void *context, char *to, std::size_t count);
 // With a text that is made where it stands.
 [[nodiscard]] int link_made(TiXmlNode *parent, const char *name, std::size_t length, MakeText make,
                             const void *context) noexcept;

@@ -64,6 +64,7 @@ struct TypeItem {
     int indexed = 0; // the rule is written
 };
 struct WrittenTypeItem : TypeItem {
+    WrittenTypeItem() {} // the texts are not cleared for each type that is left out
     char word[64];
     char text[week_hours + 1];
 };

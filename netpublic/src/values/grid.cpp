@@ -203,8 +203,7 @@ void read_columns(const char *text, unsigned char *cells, int columns, int rows,
             reader.next(line, columns);
             add_row(turned, words, line, i);
         }
-        unsigned char bits[sizeof(turned)];
-        std::memcpy(bits, turned, sizeof(turned));
+        const auto *bits = reinterpret_cast<const unsigned char *>(turned);
         for (int column = 0; column < columns; ++column)
             store_column(cells + column * stride + row, bits[column], height);
     }
@@ -212,39 +211,85 @@ void read_columns(const char *text, unsigned char *cells, int columns, int rows,
 
 namespace {
 
-// Eight cells of a line from one on, 1 for each that is not 0. Those behind the line's end are 0.
-std::uint64_t eight_cells(const unsigned char *line, int at, int line_length)
+constexpr std::uint64_t each_cell = 0x0101010101010101; // of eight
+
+std::uint64_t load_cells(const unsigned char *from)
 {
-    constexpr std::uint64_t low_bits = 0x7f7f7f7f7f7f7f7f;
-    constexpr std::uint64_t ones = 0x0101010101010101;
-    const int from = at < line_length - 8 ? at : line_length - 8;
     std::uint64_t cells;
-    std::memcpy(&cells, line + from, sizeof(cells));
-    cells >>= 8 * (at - from);
-    return (((cells & low_bits) + low_bits) | cells) >> 7 & ones;
+    std::memcpy(&cells, from, sizeof(cells));
+    return cells;
 }
 
-// Rows of a band as bits, the first cell on top. What is behind the last column may be any bits.
-using PackedBand = unsigned char[band][band_words];
+// 1 for each of eight cells that is not 0.
+std::uint64_t ones(std::uint64_t cells)
+{
+    constexpr std::uint64_t low_bits = 0x7f7f7f7f7f7f7f7f;
+    return (((cells & low_bits) + low_bits) | cells) >> 7 & each_cell;
+}
 
+// Rows of a band as bits, the first cell on top. What is behind the last column may be any bits; there is room for a
+// word at the last cells.
+using PackedBand = unsigned char[band][band_words + 4];
+
+// Of up to eight columns: a byte for each of eight rows. Nearly always the cells are 0 and 1 as they stand.
+std::uint64_t pack_block(const unsigned char *cells, int count)
+{
+    std::uint64_t bits = 0, all = 0;
+    for (int i = 0; i < count; ++i) {
+        const std::uint64_t column = load_cells(cells + i * grid_rows);
+        all |= column;
+        bits = bits << 1 | column;
+    }
+    if ((all & ~each_cell) != 0) {
+        bits = 0;
+        for (int i = 0; i < count; ++i)
+            bits = bits << 1 | ones(load_cells(cells + i * grid_rows));
+    }
+    return bits << (8 - count);
+}
+
+// At the columns' ends the rows in front are taken along.
 void pack_columns(PackedBand &packed, const Grid &grid, int row)
 {
-    for (int column = 0; column < grid.columns; column += 8) {
-        std::uint64_t bits = 0;
-        for (int i = column; i < column + 8; ++i)
-            bits = bits << 1 | (i < grid.columns ? eight_cells(grid.cells + i * grid_rows, row, grid_rows) : 0);
+    const int from = row < grid_rows - 8 ? row : grid_rows - 8;
+    const unsigned char *cells = grid.cells + from;
+    for (int column = 0; column < grid.columns; column += 8, cells += 8 * grid_rows) {
+        const int count = grid.columns - column < 8 ? grid.columns - column : 8;
+        std::uint64_t bits = pack_block(cells, count) >> 8 * (row - from);
         for (int i = 0; i < band; ++i, bits >>= 8)
             packed[i][column / 8] = static_cast<unsigned char>(bits);
     }
 }
 
-void pack_rows(PackedBand &packed, const Grid &grid, int row)
+unsigned char pack_eight(std::uint64_t cells)
 {
     constexpr std::uint64_t gather = 0x8040201008040201; // moves bit 8 * i to bit 63 - i
-    for (int i = 0; i < band && row + i < grid.rows; ++i)
-        for (int column = 0; column < grid.columns; column += 8)
-            packed[i][column / 8] = static_cast<unsigned char>(
-                eight_cells(grid.cells + (row + i) * grid_columns, column, grid_columns) * gather >> 56);
+    if ((cells & ~each_cell) != 0)
+        cells = ones(cells);
+    return static_cast<unsigned char>(cells * gather >> 56);
+}
+
+void pack_rows(PackedBand &packed, const Grid &grid, int row)
+{
+    constexpr int last = grid_columns / 8 * 8;
+    const int whole = grid.columns < last ? grid.columns : last;
+    const unsigned char *cells = grid.cells + row * grid_columns;
+    for (int i = 0; i < band && row + i < grid.rows; ++i, cells += grid_columns) {
+        for (int column = 0; column < whole; column += 8)
+            packed[i][column / 8] = pack_eight(load_cells(cells + column));
+        if (grid.columns > last)
+            packed[i][last / 8] = pack_eight(load_cells(cells + grid_columns - 8) >> 8 * (8 - grid_columns % 8));
+    }
+}
+
+// Four characters, or as many as there is room for.
+char *put_start(char *to, const char *end, std::uint32_t bits)
+{
+    if (end - to >= 4)
+        return put_base64(to, bits);
+    for (int shift = 18; to != end; shift -= 6)
+        *to++ = base64_alphabet[bits >> shift & 63];
+    return to;
 }
 
 } // namespace
@@ -254,42 +299,42 @@ std::size_t encoded_length(const Grid &grid)
     return static_cast<std::size_t>((grid.columns * grid.rows + cells_a_group - 1) / cells_a_group * 4);
 }
 
-void encode_grid(const Grid &grid, char *to, std::size_t first, std::size_t count)
+void encode_grid(const Grid &grid, char *to, std::size_t count)
 {
     const char *const end = to + count;
-    const int cell = static_cast<int>(first) * cells_per_character;
-    int column = cell % grid.columns;
-    std::uint32_t bits = 0;
-    int held = 0; // so many of the bits are to be written
+    std::uint64_t bits = 0; // the cells so far; `held` of them are to be written
+    int held = 0;
     PackedBand packed;
-    for (int row = cell / grid.columns, packed_row = -1; row < grid.rows; ++row, column = 0) {
-        if (packed_row != row / band) {
-            packed_row = row / band;
+    for (int row = 0; row < grid.rows; ++row) {
+        if (row % band == 0) {
             if (grid.columns_first)
-                pack_columns(packed, grid, packed_row * band);
+                pack_columns(packed, grid, row);
             else
-                pack_rows(packed, grid, packed_row * band);
+                pack_rows(packed, grid, row);
         }
-        while (column < grid.columns) {
-            const int room = 8 - column % 8;
-            const int taken = room < grid.columns - column ? room : grid.columns - column;
-            const unsigned int left = packed[row % band][column / 8] & (0xFFu >> column % 8);
-            bits = bits << taken | left >> (room - taken);
+        const unsigned char *line = packed[row % band];
+        for (int left = grid.columns; left > 0; left -= cells_a_group, line += 3) {
+            std::uint32_t next;
+            std::memcpy(&next, line, sizeof(next));
+            next = __builtin_bswap32(next) >> 8;
+            const int taken = left < cells_a_group ? left : cells_a_group;
+            bits = bits << taken | next >> (cells_a_group - taken);
             held += taken;
-            column += taken;
             if (held < cells_a_group)
                 continue;
             held -= cells_a_group;
-            to = put_base64(to, bits >> held);
-            if (to == end)
-                return;
+            to = put_start(to, end, static_cast<std::uint32_t>(bits >> held));
         }
     }
-    to = put_base64(to, bits << (cells_a_group - held));
+    if (held == 0 || to == end)
+        return;
+    char last[4];
+    put_base64(last, static_cast<std::uint32_t>(bits << (cells_a_group - held)));
     if (held <= 16)
-        to[-1] = '=';
+        last[3] = '=';
     if (held <= 8)
-        to[-2] = '=';
+        last[2] = '=';
+    std::memcpy(to, last, static_cast<std::size_t>(end - to));
 }
 
 } // namespace netpublic

@@ -40,8 +40,8 @@ struct Grid {
 // The characters of the rectangle's text.
 std::size_t encoded_length(const Grid &grid);
 
-// Makes `count` characters of it from the `first` one on, both of them multiples of 4.
-void encode_grid(const Grid &grid, char *to, std::size_t first, std::size_t count);
+// Makes its first `count` characters.
+void encode_grid(const Grid &grid, char *to, std::size_t count);
 
 } // namespace netpublic
 
