@@ -119,7 +119,7 @@ CommandLine::CommandLine(Style for_both)
     add_filter(*this);
     add_manual(*this);
     add_completion(*this);
-    app.footer(exit_codes(style.width) + "\n\nLimits:\n" + wrapped(limits, style.width) +
+    app.footer(exit_codes(style.width) + "\n\nLimits:\n" + wrapped(input_limits, style.width) +
                "\n\n\"netparam VERB --help\" shows a verb's options; man netparam shows everything.");
 }
 

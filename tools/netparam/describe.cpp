@@ -5,6 +5,7 @@
 #include "facts.h"
 #include "reference.h"
 #include "rows.h"
+#include "schema.h"
 
 #include <algorithm>
 #include <climits>
@@ -20,7 +21,7 @@ using netpublic::Use;
 using netpublic::WordTable;
 
 struct DescribeOptions {
-    std::string message, examples;
+    std::string message, examples, schema;
     bool all = false, json = false, page = false, rows = false;
     Style style;
 };
@@ -39,24 +40,19 @@ struct Line {
 // `writes`: the message has a writer, too.
 void add_lines(std::vector<Line> &lines, const Table &table, const std::string &indent, bool writes)
 {
-    for (const unsigned i : described_rows(table)) {
-        Line line;
-        line.name = indent + (has_key(table, i) ? name_of(table, i) : "-");
-        line.member = in_payload(table, i) ? type_of(table, i) + " " + member_of(table, i) : "";
-        line.text = limits_text(table, i);
-        if (const WordTable *words = words_beside(table, i))
-            line.text += (line.text.empty() ? "words: " : ": ") + words_text(*words, is_mask(table, i));
-        for (const std::string &note : row_notes(table, i, writes))
+    for (const RowFacts &row : facts_of(table, writes)) {
+        Line line = {indent + (row.has_key ? row.name : "-"), row.declared(), row.accepts};
+        if (row.words != nullptr)
+            line.text += (line.text.empty() ? "words: " : ": ") + row.spelled;
+        for (const std::string &note : row.notes)
             line.text += (line.text.empty() ? "" : "; ") + plain(note);
-        if (const auto order = inner_order(table, i); writes && !order.empty())
-            line.text += "; written in this order: " + joined(order, ", ");
-        const std::vector<const Table *> inner = inner_tables(table, i);
-        for (const Table *each : inner)
-            if (const std::string note = children_notes(*each); !note.empty())
-                line.text += "; " + plain(note);
+        if (!row.order.empty())
+            line.text += "; written in this order: " + joined(row.order, ", ");
+        for (const RowFacts::Inner &inner : row.inner)
+            line.text += inner.notes.empty() ? "" : "; " + plain(inner.notes);
         lines.push_back(line);
-        for (const Table *each : inner)
-            add_lines(lines, *each, indent + "  ", writes && is_in_order(table, i) && each == inner.front());
+        for (const RowFacts::Inner &inner : row.inner)
+            add_lines(lines, *inner.table, indent + "  ", inner.written);
     }
 }
 
@@ -75,12 +71,10 @@ void print_aside(std::ostream &out, const std::string &label, const std::string 
 // The members alone, not how they are read.
 void add_members(std::vector<Line> &lines, const Table &table, const std::string &indent)
 {
-    for (const unsigned i : described_rows(table)) {
-        const WordTable *words = words_beside(table, i);
-        lines.push_back({indent + name_of(table, i), type_of(table, i) + " " + member_of(table, i),
-                         words != nullptr ? words_text(*words, is_mask(table, i)) : ""});
-        for (const Table *each : inner_tables(table, i))
-            add_members(lines, *each, indent + "  ");
+    for (const RowFacts &row : facts_of(table, false)) {
+        lines.push_back({indent + row.name, row.type + " " + row.member, row.spelled});
+        for (const RowFacts::Inner &inner : row.inner)
+            add_members(lines, *inner.table, indent + "  ");
     }
 }
 
@@ -217,20 +211,21 @@ void add_rules(Json &json, const Table &table, unsigned index)
         json["sample"] = table.detail(index).sample;
 }
 
-Json row_json(const Table &table, unsigned index, bool writes)
+Json row_json(const Table &table, const RowFacts &facts)
 {
+    const unsigned index = facts.index;
     const Row &row = table.row(index);
     Json json;
-    json["key"] = has_key(table, index) ? Json(table.key(row)) : Json();
+    json["key"] = facts.has_key ? Json(table.key(row)) : Json();
     json["kind"] = kind_name(row.kind);
-    if (in_payload(table, index)) {
-        json["member"] = member_of(table, index);
-        json["type"] = type_of(table, index);
+    if (facts.in_payload) {
+        json["member"] = facts.member;
+        json["type"] = facts.type;
         json["offset"] = row.offset;
-        json["bytes"] = bytes_of(table, index);
+        json["bytes"] = facts.bytes;
     }
     json["read"] = index < table.keys;
-    json["written"] = writes && is_in_order(table, index);
+    json["written"] = facts.written;
     json["required"] = (row.flags & netpublic::row_required) != 0;
     add_rules(json, table, index);
     if ((row.kind == Kind::integer || (row.kind == Kind::byte && (row.flags & netpublic::number_bit) == 0)) &&
@@ -240,15 +235,12 @@ Json row_json(const Table &table, unsigned index, bool writes)
         json["longest"] = longest;
     if (netpublic::is_list(row.kind) && table.capacity(row) != INT_MAX)
         json["capacity"] = table.capacity(row);
-    json["accepts"] = plain(limits_text(table, index));
-    if (const WordTable *words = words_beside(table, index))
-        json["words"] = words_json(*words);
-    json["notes"] = plain_list(row_notes(table, index, writes));
-    const std::vector<const Table *> inner = inner_tables(table, index);
-    if (!inner.empty())
-        json["record"] = table_json(*inner.front(), writes && is_in_order(table, index));
-    if (inner.size() > 1)
-        json["again"] = table_json(*inner.back(), false);
+    json["accepts"] = plain(facts.accepts);
+    if (facts.words != nullptr)
+        json["words"] = words_json(*facts.words);
+    json["notes"] = plain_list(facts.notes);
+    for (const RowFacts::Inner &inner : facts.inner)
+        json[&inner == &facts.inner.front() ? "record" : "again"] = table_json(*inner.table, inner.written);
     return json;
 }
 
@@ -261,8 +253,8 @@ Json table_json(const Table &table, bool writes)
                  {"first_only", (table.flags & netpublic::table_first_only) != 0},
                  {"notes", plain_list(table_notes(table))}};
     Json rows = Json::array();
-    for (const unsigned i : described_rows(table))
-        rows.push_back(row_json(table, i, writes));
+    for (const RowFacts &row : facts_of(table, writes))
+        rows.push_back(row_json(table, row));
     json["keys"] = rows;
     json["order"] = writes ? Json(written_order(table)) : Json::array();
     return json;
@@ -272,16 +264,16 @@ Json table_json(const Table &table, bool writes)
 Json members_json(const Table &table)
 {
     Json members = Json::array();
-    for (const unsigned i : described_rows(table)) {
-        Json json = {{"name", name_of(table, i)},
-                     {"member", member_of(table, i)},
-                     {"type", type_of(table, i)},
-                     {"offset", table.row(i).offset},
-                     {"bytes", bytes_of(table, i)}};
-        if (const WordTable *words = words_beside(table, i))
-            json["words"] = words_json(*words);
-        for (const Table *inner : inner_tables(table, i))
-            json["record"] = members_json(*inner);
+    for (const RowFacts &row : facts_of(table, false)) {
+        Json json = {{"name", row.name},
+                     {"member", row.member},
+                     {"type", row.type},
+                     {"offset", table.row(row.index).offset},
+                     {"bytes", row.bytes}};
+        if (row.words != nullptr)
+            json["words"] = words_json(*row.words);
+        for (const RowFacts::Inner &inner : row.inner)
+            json["record"] = members_json(*inner.table);
         members.push_back(json);
     }
     return members;
@@ -303,6 +295,7 @@ Json message_json(const Entry &entry)
     json["parser"] = optional(entry.parser());
     json["writer"] = optional(entry.writer());
     json["root"] = optional(entry.root());
+    json["element"] = optional(entry.element());
     json["domain"] = entry.domain();
     json["read_check"] = read != nullptr ? Json(plain(read_check(*read))) : Json();
     json["write_check"] = written != nullptr ? Json(plain(write_check(*written))) : Json();
@@ -328,6 +321,14 @@ ExitCode describe(std::ostream &out, std::ostream & /*errors*/, const DescribeOp
     }
     if (options.rows) {
         print_rows(out);
+        return exit_ok;
+    }
+    if (!options.schema.empty()) {
+        const Entry &entry = find_message(options.message);
+        if (options.schema == "xsd")
+            print_xsd(out, entry);
+        else
+            out << payload_schema(entry).dump(2) << '\n';
         return exit_ok;
     }
     std::vector<const Entry *> wanted;
@@ -361,6 +362,11 @@ void add_describe(CommandLine &line)
                     "Its name, or that of its initialiser, parser, writer or root element; see \"netparam list\"");
     CLI::Option *all = verb.add_flag("--all", options->all, "All messages");
     CLI::Option *json = verb.add_flag("--json", options->json, "As JSON");
+    verb.add_option("--schema", options->schema,
+                    "Of the payload in JSON as a JSON Schema, or of the bodies as an XML Schema")
+        ->check(CLI::IsMember({"json", "xsd"}))
+        ->excludes(all)
+        ->excludes(json);
     CLI::Option *page = verb.add_flag("--markdown", options->page, "All messages as a page in Markdown")->needs(all);
     verb.add_option("--examples", options->examples,
                     "A folder with a list of examples, messages.txt: one of each message goes into the page")
@@ -376,6 +382,7 @@ void add_describe(CommandLine &line)
         "Shows what the tables say: keys, members, ranges, words, the order in which the children are written, "
         "and what is unusual. Where code of the message's own takes part, that is said.",
         {"netparam describe md", "netparam describe md --json | jq '.read.keys[].key'",
+         "netparam describe md --schema xsd > md.xsd",
          "netparam describe --all --markdown --examples examples > messages.md"});
 }
 

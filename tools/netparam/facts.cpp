@@ -336,34 +336,20 @@ std::string check_text(const Table &table, bool any_size, netpublic::Line line)
            fixed_line(line);
 }
 
-} // namespace
-
-bool has_key(const Table &table, unsigned index)
+bool is_in_order(const Table &table, unsigned index)
 {
-    const Kind kind = table.row(index).kind;
-    return kind != Kind::preset && kind != Kind::named;
+    for (unsigned place = 0; place < table.written; ++place)
+        if (table.ordered(place) == index)
+            return true;
+    return false;
 }
+
+} // namespace
 
 bool in_payload(const Table &table)
 {
     const Share *share = share_of(table);
     return share != nullptr && !share->held;
-}
-
-bool in_payload(const Table &table, unsigned index)
-{
-    const Share *share = share_of(table);
-    const std::uint32_t offset = table.row(index).offset;
-    return has_detail(table, index) && share != nullptr && offset >= share->from && offset < share->end;
-}
-
-std::string member_of(const Table &table, unsigned index)
-{
-    const std::string name = table.text(table.detail(index).member);
-    const std::size_t dot = name.find('.');
-    // Of a record that a walk's own holds, the name begins behind the dot.
-    const Share *share = share_of(table);
-    return share != nullptr && share->held && dot != std::string::npos ? name.substr(dot + 1) : name;
 }
 
 std::string type_of(const Table &table, unsigned index)
@@ -450,14 +436,6 @@ std::vector<unsigned> readers_of(const Table &table, const char *name)
         }
     }
     return readers;
-}
-
-bool is_in_order(const Table &table, unsigned index)
-{
-    for (unsigned place = 0; place < table.written; ++place)
-        if (table.ordered(place) == index)
-            return true;
-    return false;
 }
 
 std::string limits_text(const Table &table, unsigned index)
@@ -605,12 +583,6 @@ std::vector<std::string> table_notes(const Table &table)
     return notes;
 }
 
-std::string children_notes(const Table &inner)
-{
-    const std::string notes = joined(table_notes(inner), ", ");
-    return notes.empty() ? "" : "children: " + notes;
-}
-
 std::string read_check(const Table &table)
 {
     const bool any = (table.flags & netpublic::table_read_any) != 0;
@@ -634,14 +606,6 @@ std::vector<std::string> written_order(const Table &table)
     return keys;
 }
 
-std::vector<std::string> inner_order(const Table &table, unsigned index)
-{
-    const Row &row = table.row(index);
-    const Table *inner = netpublic::has_table(row.kind) ? table.ref(row.ref).table : nullptr;
-    return is_in_order(table, index) && inner != nullptr && inner->written > 1 ? written_order(*inner)
-                                                                               : std::vector<std::string>();
-}
-
 std::vector<unsigned> described_rows(const Table &table)
 {
     std::vector<unsigned> rows;
@@ -650,6 +614,72 @@ std::vector<unsigned> described_rows(const Table &table)
             rows.push_back(i);
     }
     return rows;
+}
+
+namespace {
+
+bool has_key(const Table &table, unsigned index)
+{
+    const Kind kind = table.row(index).kind;
+    return kind != Kind::preset && kind != Kind::named;
+}
+
+bool in_payload(const Table &table, unsigned index)
+{
+    const Share *share = share_of(table);
+    const std::uint32_t offset = table.row(index).offset;
+    return has_detail(table, index) && share != nullptr && offset >= share->from && offset < share->end;
+}
+
+std::string member_of(const Table &table, unsigned index)
+{
+    const std::string name = table.text(table.detail(index).member);
+    const std::size_t dot = name.find('.');
+    // Of a record that a walk's own holds, the name begins behind the dot.
+    const Share *share = share_of(table);
+    return share != nullptr && share->held && dot != std::string::npos ? name.substr(dot + 1) : name;
+}
+
+std::string children_notes(const Table &inner)
+{
+    const std::string notes = joined(table_notes(inner), ", ");
+    return notes.empty() ? "" : "children: " + notes;
+}
+
+std::vector<std::string> inner_order(const Table &table, unsigned index)
+{
+    const Row &row = table.row(index);
+    const Table *inner = netpublic::has_table(row.kind) ? table.ref(row.ref).table : nullptr;
+    return is_in_order(table, index) && inner != nullptr && inner->written > 1 ? written_order(*inner)
+                                                                               : std::vector<std::string>();
+}
+
+} // namespace
+
+std::vector<RowFacts> facts_of(const Table &table, bool writes)
+{
+    std::vector<RowFacts> all;
+    for (const unsigned index : described_rows(table)) {
+        RowFacts facts = {};
+        facts.index = index;
+        facts.name = name_of(table, index);
+        facts.has_key = has_key(table, index);
+        facts.in_payload = in_payload(table, index);
+        facts.type = type_of(table, index);
+        facts.member = member_of(table, index);
+        facts.bytes = bytes_of(table, index);
+        facts.written = writes && is_in_order(table, index);
+        facts.accepts = limits_text(table, index);
+        facts.words = words_beside(table, index);
+        facts.spelled = facts.words != nullptr ? words_text(*facts.words, is_mask(table, index)) : "";
+        facts.notes = row_notes(table, index, writes);
+        if (facts.written)
+            facts.order = inner_order(table, index);
+        for (const Table *inner : inner_tables(table, index))
+            facts.inner.push_back({inner, facts.written && facts.inner.empty(), children_notes(*inner)});
+        all.push_back(facts);
+    }
+    return all;
 }
 
 std::string id_text(const Entry &entry)

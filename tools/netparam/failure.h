@@ -36,7 +36,7 @@ constexpr ExitMeaning exit_meanings[] = {
 };
 
 // ... and what is taken.
-constexpr char limits[] =
+constexpr char input_limits[] =
     "A text of XML or JSON has at most 4 MiB, 64 levels of nesting and 64 attributes in an element. "
     "Of ignored children and of other notes the first 20 of each kind are told, and how many there "
     "are. In a log, filter hides at most 16 KiB behind a tag that is never closed.";

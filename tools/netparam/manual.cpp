@@ -157,7 +157,7 @@ ExitCode manual(std::ostream &out, std::ostream & /*errors*/, const ManualOption
     for (const ExitMeaning &exit : exit_meanings)
         out << ".TP\n" << bold(std::to_string(exit.code)) << '\n' << escaped(exit.meaning) << ".\n";
     out << ".SH LIMITS\n"
-        << escaped(limits) << "\n.SH ENVIRONMENT\n.TP\n"
+        << escaped(input_limits) << "\n.SH ENVIRONMENT\n.TP\n"
         << bold("NO_COLOR") << "\nIf it is set and not empty, nothing is coloured.\n.TP\n"
         << bold("TERM") << "\nNothing is coloured on a " << bold("dumb")
         << " terminal, nor elsewhere than on a terminal.\n";

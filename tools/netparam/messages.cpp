@@ -248,7 +248,7 @@ const Entry &identify(const TiXmlElement &body, const std::string &name)
         return *fitting.front();
     const std::string root = in_quotes(body.ValueStr());
     throw Failure(exit_unknown,
-                  printable(name) + ": " +
+                  (name.empty() ? "" : printable(name) + ": ") +
                       (!of_root.empty()  ? "several messages have the root element " + root + candidates(of_root)
                        : fitting.empty() ? "no message has the root element " + root
                                          : "no message has the root element " + root + ", but keys for its children" +

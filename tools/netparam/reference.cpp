@@ -313,35 +313,31 @@ private:
 
     void print_level(const Table &table, const std::string &path, bool writes)
     {
-        for (const unsigned i : described_rows(table)) {
-            const std::string name = name_of(table, i);
-            const std::vector<const Table *> inner = inner_tables(table, i);
-            const WordTable *words = words_beside(table, i);
-            std::string accepts = bare_ ? "" : cell(limits_text(table, i));
-            std::vector<std::string> notes = bare_ ? std::vector<std::string>() : row_notes(table, i, writes);
-            if (words != nullptr) {
-                const auto found = word_names_.find(words);
+        for (const RowFacts &row : facts_of(table, writes)) {
+            std::string accepts = bare_ ? "" : cell(row.accepts);
+            std::vector<std::string> notes = bare_ ? std::vector<std::string>() : row.notes;
+            if (row.words != nullptr) {
+                const auto found = word_names_.find(row.words);
                 accepts += (accepts.empty() ? "" : ": ") +
                            (found != word_names_.end()
                                 ? "[words " + cell(found->second) + "](" + anchor("words " + found->second) + ")"
-                                : cell(words_text(*words, is_mask(table, i))));
+                                : cell(row.spelled));
             }
-            const auto shared = inner.size() == 1 ? names_.find(inner.front()) : names_.end();
-            if (shared != names_.end())
+            const auto shared = row.inner.size() == 1 ? names_.find(row.inner.front().table) : names_.end();
+            const bool is_shared = shared != names_.end();
+            if (is_shared)
                 accepts += (accepts.empty() ? "[record " : "; see [record ") + cell(shared->second) + "](" +
                            anchor("record " + shared->second) + ")";
-            else if (!bare_)
-                for (const Table *each : inner)
-                    if (const std::string note = children_notes(*each); !note.empty())
-                        notes.push_back(note);
-            if (const auto order = inner_order(table, i); writes && !order.empty() && shared == names_.end())
-                notes.push_back("written in this order: `" + joined(order, "`, `") + "`");
-            const std::string member = in_payload(table, i) ? type_of(table, i) + " " + member_of(table, i) : "";
-            out_ << "| " << (bare_ || has_key(table, i) ? code(path + name) : "") << " | " << code(member) << " | "
-                 << accepts << " | " << prose(joined(notes, "; ")) << " |\n";
-            if (shared == names_.end())
-                for (const Table *each : inner)
-                    print_level(*each, path + name + "/", writes && is_in_order(table, i) && each == inner.front());
+            for (const RowFacts::Inner &inner : row.inner)
+                if (!is_shared && !bare_ && !inner.notes.empty())
+                    notes.push_back(inner.notes);
+            if (!row.order.empty() && !is_shared)
+                notes.push_back("written in this order: `" + joined(row.order, "`, `") + "`");
+            out_ << "| " << (bare_ || row.has_key ? code(path + row.name) : "") << " | " << code(row.declared())
+                 << " | " << accepts << " | " << prose(joined(notes, "; ")) << " |\n";
+            for (const RowFacts::Inner &inner : row.inner)
+                if (!is_shared)
+                    print_level(*inner.table, path + row.name + "/", inner.written);
         }
     }
 
@@ -367,17 +363,17 @@ void print_table_rows(std::ostream &out, const Survey &survey, const Table &tabl
     if ((table.flags & netpublic::table_unknown) != 0)
         out << " as " << in_quotes(table.unknown());
     out << '\n';
-    for (const unsigned i : described_rows(table)) {
-        const netpublic::Row &row = table.row(i);
-        out << "  " << name_of(table, i) << " | " << kind_name(row.kind) << " | ";
-        if (const std::string type = type_of(table, i); !type.empty())
-            out << row.offset << '+' << bytes_of(table, i) << ' ' << type << ' ' << table.text(table.detail(i).member);
-        out << " | " << limits_text(table, i);
-        if (const WordTable *words = words_beside(table, i))
-            out << ": " << words_text(*words, is_mask(table, i));
-        for (const Table *inner : inner_tables(table, i))
-            out << " -> " << survey.path(*inner);
-        for (const std::string &note : row_notes(table, i, true))
+    for (const RowFacts &row : facts_of(table, true)) {
+        out << "  " << row.name << " | " << kind_name(table.row(row.index).kind) << " | ";
+        if (!row.type.empty())
+            out << table.row(row.index).offset << '+' << row.bytes << ' ' << row.type << ' '
+                << table.text(table.detail(row.index).member);
+        out << " | " << row.accepts;
+        if (row.words != nullptr)
+            out << ": " << row.spelled;
+        for (const RowFacts::Inner &inner : row.inner)
+            out << " -> " << survey.path(*inner.table);
+        for (const std::string &note : row.notes)
             out << "; " << note;
         out << '\n';
     }

@@ -12,20 +12,22 @@ struct WatchOptions : Options {
 
 class Watcher {
 public:
-    Watcher(std::ostream &out, const WatchOptions &options) : out_(out), options_(options) {}
+    Watcher(std::ostream &out, const WatchOptions &options)
+        : out_(out), options_(options), chosen_(options.message.empty() ? nullptr : &find_message(options.message))
+    {
+        if (chosen_ != nullptr && !chosen_->parses())
+            throw Failure(exit_usage, chosen_->name() + " has no parser: it is only written");
+    }
 
     void show(const LoggedBody &body)
     {
         try {
             if (body.cut)
                 return print(body, "-",
-                             options_.style.error("cut:") + " \"" + printable(masked_head(body)) +
-                                 "\" has no end within " + std::to_string(BodyFinder::longest >> 20) + " MiB");
-            Document document(options_.file, body.text);
+                             options_.style.error("cut:") + " the end of " + printable(head_of(body)) + "> is lost");
+            Document document(file_name(options_.file), body.text);
             document.shift(body.line);
-            const Entry &entry = options_.message.empty()
-                                     ? identify(document.body(), "line " + std::to_string(body.line))
-                                     : find_message(options_.message);
+            const Entry &entry = chosen_ != nullptr ? *chosen_ : identify(document.body(), "");
             Options options = options_;
             options.file.clear();
             Session session(entry, options);
@@ -42,7 +44,7 @@ public:
     }
 
 private:
-    static std::string masked_head(const LoggedBody &body)
+    static std::string head_of(const LoggedBody &body)
     {
         return body.text.substr(0, std::min(body.text.find_first_of(" \r\n>"), body.text.size()));
     }
@@ -83,6 +85,7 @@ private:
 
     std::ostream &out_;
     const WatchOptions &options_;
+    const Entry *const chosen_; // of all bodies; null where each says it
     std::size_t time_width_ = 0;
 };
 

@@ -33,8 +33,8 @@ _netparam()
                 valued='  '
                 ;;
             describe)
-                options='-h --help --all --json --markdown --examples --rows'
-                valued=' --examples '
+                options='-h --help --all --json --schema --markdown --examples --rows'
+                valued=' --schema --examples '
                 ;;
             page)
                 options='-h --help'
@@ -90,6 +90,7 @@ _netparam()
         return
     fi
     case $verb,$before in
+    describe,--schema) _netparam_reply 'json xsd' ;;
     describe,--examples) : ;;
     parse,--ext) _netparam_files ;;
     parse,--channels) : ;;
