@@ -202,7 +202,9 @@ def choose(options, paths):
     every = [(path, mutant) for path in paths for mutant in mutants_of(path)]
     wanted = options.only or (options.again and [*json.loads(options.again.read_text())])
     if wanted:
-        return [item for item in every if item[1][0] in wanted]
+        found = [item for item in every if item[1][0] in wanted]
+        print(f"{len(found)} of {len(wanted)} mutants are in the sources", file=sys.stderr)
+        return found
     return sorted(random.Random(options.seed).sample(every, min(options.limit, len(every))),
                   key=lambda item: (item[0], item[1][1]))
 
