@@ -71,6 +71,17 @@ TEST_F(SupportTest, DerivesTheFirstChannelsPanTiltFlags)
     EXPECT_EQ(support->channel[0].ptzPreset, 9);
 }
 
+TEST_F(SupportTest, AnItemTellsWhetherItCarriesAPreset)
+{
+    int carried = 0;
+    Xml without("<item><chnID>1</chnID><ptzType>2</ptzType></item>");
+    EXPECT_EQ(get_item_from_xmlnode(support.payload(), without, nullptr, &carried), 0);
+    EXPECT_EQ(carried, 0);
+    Xml with("<item><chnID>1</chnID><ptzPreset>x</ptzPreset></item>");
+    EXPECT_EQ(get_item_from_xmlnode(support.payload(), with, nullptr, &carried), -1);
+    EXPECT_EQ(carried, 1) << "whether or not it is read";
+}
+
 TEST_F(SupportTest, LogsRefusedLinkageInEachReader)
 {
     modulemask = 0;

@@ -134,6 +134,8 @@ TEST_F(UserTest, OneSharedUser)
               "<red net_xml_user.cpp>get_shared_user_from_xmlnode, #, wrong state:add\n");
     EXPECT_EQ(refusal(message, net_shared_user_cfg_x2s, user("<userSetState/>")),
               "<red net_xml_user.cpp>get_shared_user_from_xmlnode, #, wrong state:\n");
+    EXPECT_EQ(refusal(message, net_shared_user_cfg_x2s, user(element("userSetState", std::string(15, 'm')))),
+              "<red net_xml_user.cpp>get_shared_user_from_xmlnode, #, wrong state:mmmmmmmmmmmmmmm\n");
     EXPECT_EQ(refusal(message, net_shared_user_cfg_x2s, user(element("userSetState", std::string(16, 'm')))), "")
         << "not even a text";
 }
