@@ -296,6 +296,7 @@ Json message_json(const Entry &entry)
     json["writer"] = optional(entry.writer());
     json["root"] = optional(entry.root());
     json["element"] = optional(entry.element());
+    json["element"] = optional(entry.element());
     json["domain"] = entry.domain();
     json["read_check"] = read != nullptr ? Json(plain(read_check(*read))) : Json();
     json["write_check"] = written != nullptr ? Json(plain(write_check(*written))) : Json();
