@@ -196,78 +196,56 @@ unsigned int allocated_size(const Row &row)
 }
 
 // A payload as it should be, written byte by byte.
-class Expected {
-public:
-    Expected(unsigned int size, char fill) : bytes_(size, fill) {}
-    void put(std::size_t offset, int value)
-    {
-        std::memcpy(bytes_.data() + offset, &value, sizeof(value));
-    }
-    void put(std::size_t offset, const std::string &text)
-    {
-        std::copy(text.begin(), text.end(), bytes_.begin() + static_cast<std::ptrdiff_t>(offset));
-    }
-    const std::vector<char> &bytes() const
-    {
-        return bytes_;
-    }
-
-private:
-    std::vector<char> bytes_;
-};
-
-std::vector<char> expected_payload(const Row &row, const net_ext_t &ext)
+std::string expected_payload(const Row &row, const net_ext_t &ext)
 {
-    Expected payload(allocated_size(row), row.content == garbage ? '\xA5' : '\0');
+    std::string payload(allocated_size(row), row.content == garbage ? '\xA5' : '\0');
+    const auto put = [&](std::size_t offset, int value) { std::memcpy(&payload[offset], &value, sizeof value); };
+    // The same number at the head of each record.
+    const auto put_in_each = [&](std::size_t first, std::size_t count, std::size_t size) {
+        for (std::size_t i = 0; i < count; ++i)
+            put(first + i * size, -1);
+    };
+    const bool has_channel = row.content == channel || row.content == patrol || row.content == channel_type ||
+                             row.content == shelter || row.content == destination;
+    if (has_channel)
+        put(0, ext.channelId);
     switch (row.content) {
-    case nothing:
-    case garbage:
-    case list:
-        break;
-    case channel:
-        payload.put(0, ext.channelId);
-        break;
     case valid_channel:
-        payload.put(0, std::max(ext.channelId, 0));
+        put(0, std::max(ext.channelId, 0));
         break;
     case name:
     case name_in_list:
-        payload.put(0, std::string(ext.userName));
+        payload.replace(0, std::strlen(ext.userName), ext.userName);
         break;
     case patrol:
-        payload.put(0, ext.channelId);
-        payload.put(4, ext.patrolId);
+        put(4, ext.patrolId);
         break;
     case channel_type:
-        payload.put(0, ext.channelId);
-        payload.put(4, ext.chnType);
+        put(4, ext.chnType);
         break;
     case rf:
-        payload.put(0, ext.rfId);
+        put(0, ext.rfId);
         break;
     case shelter:
-        payload.put(0, ext.channelId);
-        payload.put(16, -1);
-        break;
-    case disks:
-        for (std::size_t i = 0; i < 8; ++i)
-            payload.put(i * 56, -1);
-        break;
-    case support:
-        payload.put(4, ext.chnType);
-        for (std::size_t i = 0; i < 64; ++i)
-            payload.put(77 * 4 + i * 200, -1);
+        put(16, -1);
         break;
     case destination:
-        payload.put(0, ext.channelId);
-        payload.put(52, -1);
+        put(52, -1);
+        break;
+    case disks:
+        put_in_each(0, 8, 56);
+        break;
+    case support:
+        put(4, ext.chnType);
+        put_in_each(77 * 4, 64, 200);
         break;
     case chimes:
-        for (std::size_t i = 0; i < 10; ++i)
-            payload.put(i * 108, -1);
+        put_in_each(0, 10, 108);
+        break;
+    default:
         break;
     }
-    return payload.bytes();
+    return payload;
 }
 
 // The encoding list counts in this word, and these five clear it.
@@ -317,7 +295,7 @@ TEST_F(InitTest, EveryMessage)
             check_stamp(row, message.param, before);
             EXPECT_EQ(net_host_memory().last_size, allocated_size(row));
             ASSERT_NE(message.param.data, nullptr);
-            const std::vector<char> expected = expected_payload(row, ext);
+            const std::string expected = expected_payload(row, ext);
             EXPECT_EQ(std::memcmp(message.param.data, expected.data(), expected.size()), 0);
         }
     }
@@ -429,20 +407,12 @@ TEST_F(InitTest, LongUserNames)
     net_ext_t ext = request(7);
     std::memset(ext.token, 'T', sizeof(ext.token)); // what follows an unterminated name
     for (std::size_t length : {0u, 30u, 31u, 32u}) {
-        SCOPED_TRACE(length);
         std::memset(ext.userName, 0, sizeof(ext.userName));
         std::memset(ext.userName, 'u', length);
-        {
-            test::Envelope<char> account(nets_param_user_cfg_init, ext);
-            const std::string head(account.payload(), 40);
-            EXPECT_EQ(head, std::string(length, 'u') + std::string(40 - length, '\0')) << "all 32 characters fit";
-        }
-        {
-            test::Envelope<char> shared(net_param_shared_user_cfg_init, ext);
-            const std::size_t kept = std::min<std::size_t>(length, 31);
-            const std::string head(shared.payload(), 40);
-            EXPECT_EQ(head, std::string(kept, 'u') + std::string(40 - kept, '\0')) << "31 characters and an end";
-        }
+        const auto head = [&](test::Init init) { return std::string(test::Envelope<char>(init, ext).payload(), 40); };
+        const auto padded = [](std::size_t kept) { return std::string(kept, 'u') + std::string(40 - kept, '\0'); };
+        EXPECT_EQ(head(nets_param_user_cfg_init), padded(length)) << "all 32 characters fit";
+        EXPECT_EQ(head(net_param_shared_user_cfg_init), padded(std::min<std::size_t>(length, 31)));
     }
 }
 
@@ -467,25 +437,23 @@ std::vector<int> sections(const std::string &token)
 
 TEST_F(InitTest, AbilitySections)
 {
-    using Numbers = std::vector<int>;
-    EXPECT_EQ(sections(""), Numbers{});
-    EXPECT_EQ(sections("none of them"), Numbers{});
-    EXPECT_EQ(sections("system,PTZ,disk"), (Numbers{1, 5, 13}));
-    EXPECT_EQ(sections("audio"), (Numbers{6, 10})) << "IO is in it";
-    EXPECT_EQ(sections("ptz SYSTEM Streaming"), (Numbers{1, 2, 5}));
-    EXPECT_EQ(sections("subsystems"), (Numbers{1}));
-    EXPECT_EQ(sections("systeM-recorD"), (Numbers{1, 3}));
-    EXPECT_EQ(sections(std::string(251, 'x') + "disk"), (Numbers{13})) << "up to the end of the token";
-    EXPECT_EQ(sections("system"), (Numbers{1}));
-    EXPECT_EQ(sections("streaming"), (Numbers{2}));
-    EXPECT_EQ(sections("record"), (Numbers{3}));
-    EXPECT_EQ(sections("network"), (Numbers{4}));
-    EXPECT_EQ(sections("IO"), (Numbers{6}));
-    EXPECT_EQ(sections("alarm"), (Numbers{7}));
-    EXPECT_EQ(sections("image"), (Numbers{8}));
-    EXPECT_EQ(sections("video"), (Numbers{9}));
-    EXPECT_EQ(sections("security"), (Numbers{11}));
-    EXPECT_EQ(sections("replay"), (Numbers{12}));
+    const struct {
+        std::string token;
+        std::vector<int> numbers;
+    } cases[] = {
+        {"", {}},
+        {"none of them", {}},
+        {"system,PTZ,disk", {1, 5, 13}},
+        {"audio", {6, 10}}, // IO is in it
+        {"ptz SYSTEM Streaming", {1, 2, 5}},
+        {"subsystems", {1}},
+        {"systeM-recorD", {1, 3}},
+        {std::string(251, 'x') + "disk", {13}}, // up to the end of the token
+        {"streaming record network IO alarm", {2, 3, 4, 6, 7}},
+        {"image video security replay", {8, 9, 11, 12}},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(sections(c.token), c.numbers) << c.token;
 }
 
 // Where the named fields lie that the initialisers fill.

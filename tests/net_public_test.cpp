@@ -739,26 +739,6 @@ TEST(LogFilter, HandWrittenCases)
     EXPECT_STREQ(net_xml_printf_filter(nullptr), "");
 }
 
-// Searching for a close tag again and again would take minutes here.
-TEST(LogFilter, TakesLinearTime)
-{
-    std::string unclosed, closed_once, alternating;
-    for (int i = 0; i < 200000; ++i) {
-        unclosed += "<key><ip>";
-        alternating += "<mask></gateway><ip></key>";
-    }
-    EXPECT_EQ(net_xml_printf_filter(unclosed.c_str()), unclosed);
-    EXPECT_EQ(net_xml_printf_filter(alternating.c_str()), alternating);
-    closed_once = unclosed + "</ip>";
-    std::string expected = closed_once;
-    std::memset(&expected[9], '*', expected.size() - 9 - 5);
-    EXPECT_EQ(net_xml_printf_filter(closed_once.c_str()), expected);
-
-    std::string text = unclosed;
-    net_xml_filter(text, "<key>", "</key>");
-    EXPECT_EQ(text, unclosed);
-}
-
 TEST(LogFilter, ResultLastsUntilTheNextCall)
 {
     const char *first = net_xml_printf_filter("<key>a long enough text to be on the heap, if it is long</key>");
@@ -1084,27 +1064,6 @@ TEST_F(ConversionTest, RangedValues)
 // The stand-in host itself
 
 class StandInTest : public test::HostTest {};
-
-TEST_F(StandInTest, FailsTheAllocationsItIsTold)
-{
-    const auto pattern = [] {
-        std::string result;
-        for (int i = 0; i < 5; ++i) {
-            void *block = bc_malloc(1);
-            result += block != nullptr ? '+' : '-';
-            bc_free(block);
-        }
-        return result;
-    };
-    EXPECT_EQ(pattern(), "+++++");
-    net_host_fail_allocation(3);
-    EXPECT_EQ(pattern(), "++-++");
-    net_host_fail_allocation(2, true);
-    EXPECT_EQ(pattern(), "+----");
-    net_host_fail_allocation(0);
-    EXPECT_EQ(pattern(), "+++++");
-    EXPECT_EQ(net_host_memory().total, 15u);
-}
 
 TEST_F(StandInTest, CountsExactlyAcrossThreads)
 {

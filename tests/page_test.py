@@ -64,8 +64,12 @@ class Browser:
 
     def run(self, script, *arguments):
         """The script's result, waited for."""
-        body = "const done = arguments[arguments.length - 1];(async (...given) => {" + script + "})(...arguments).then(done)"
-        return self.ask("POST", "/execute/async", {"script": body, "args": list(arguments)})
+        body = ("const done = arguments[arguments.length - 1];(async (...given) => {" + script + "})(...arguments)"
+                ".then(result => done({ result }), fault => done({ fault: String(fault.stack) }))")
+        answer = self.ask("POST", "/execute/async", {"script": body, "args": list(arguments)})
+        if "fault" in answer:
+            raise AssertionError(answer["fault"])
+        return answer.get("result")
 
     def command(self, name, **parameters):
         return self.ask("POST", "/goog/cdp/execute", {"cmd": name, "params": parameters})
@@ -280,7 +284,7 @@ class PageTest(unittest.TestCase):
                 self.assertIn(said, self.put(text)[1])
                 self.assertEqual(code, run("parse", "md", "-", text=text).returncode)
         self.put(request.replace("<MD ", "<Ntp/><MD ", 1))
-        self.assertIn("The root is Ntp, that of md is MD. Read it as ntpBeside Ntp stands, unread: MD.".replace(" ", ""),
+        self.assertIn("The root is Ntp, that of md is MD. Read it as ntp Unread beside Ntp: MD.".replace(" ", ""),
                       self.texts(".verdict")[0].replace(" ", ""))
         self.put("<MD><enable>1</MD>")
         self.assertIn("not well-formed XML: line 1", self.texts(".verdict")[0])

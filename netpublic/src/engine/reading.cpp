@@ -339,7 +339,8 @@ NETPUBLIC_LEAF int refuse_item(Walk &walk, const Row &row)
 int read_item(Walk &walk, const Row &row, Node child)
 {
     const auto capacity = static_cast<unsigned>(walk.table.capacity(row));
-    unsigned index = count_of(walk, row);
+    unsigned &count = count_of(walk, row);
+    unsigned index = count;
     if (index >= capacity) {
         if ((row.flags & list_stop) != list_last)
             return refuse_item(walk, row);
@@ -357,7 +358,6 @@ int read_item(Walk &walk, const Row &row, Node child)
         if (read_record(item, first_item(walk, row) + std::size_t{index} * item.record_size, child) != 0)
             return -1;
     }
-    unsigned &count = count_of(walk, row);
     if (count < capacity)
         ++count;
     walk.full = (row.flags & list_stop) == list_stop && count == capacity;

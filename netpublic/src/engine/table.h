@@ -125,7 +125,7 @@ struct Item {
 };
 
 // What becomes of an item that is to be written.
-enum class Give { written, left_out, ended, failed };
+enum class Give : int { failed = -1, written = 0, left_out, ended }; // the first two as of write_record()
 
 using ReadWire = int (*)(void *record, const Table &wire, Item &item, Node element);
 using WriteWire = Give (*)(const void *record, const Table &wire, Item &item, Element parent);

@@ -280,9 +280,9 @@ int write_record(const Table &table, const void *record, Element element, unsign
 
 Give write_given(Give decision, const Table &wire, const void *record, const Item &item, Element parent)
 {
-    if (decision == Give::written && write_record(wire, record, append_element(parent, item.key)) != 0)
-        return Give::failed;
-    return decision;
+    if (decision != Give::written)
+        return decision;
+    return static_cast<Give>(write_record(wire, record, append_element(parent, item.key)));
 }
 
 int check_writer(const Table &message, const net_param_t *param, const TiXmlElement *parent)

@@ -54,7 +54,7 @@ public:
     }
 
     static constexpr std::uintptr_t writer_tag = 1;
-    static constexpr std::uintptr_t tags = 31;
+    static constexpr std::uintptr_t tags = 15; // seven levels; no message has more than six
 
 private:
     std::uintptr_t word_ = 0;

@@ -23,6 +23,8 @@ struct ScanLimits {
     bool strict = false;
 };
 
+// Of any text.
+inline constexpr ScanLimits request_limits;
 // Of the extension header, which comes before a login.
 #ifdef NETPUBLIC_DESCRIBED
 #define NETPUBLIC_LIMITS inline // tests lower them, so that every short text comes near
@@ -78,7 +80,7 @@ public:
 
     // text[length] is 0; the first 0 ends the text. 0, or -1 and error(). The text is changed in either case. Once
     // only.
-    [[nodiscard]] int scan(char *text, unsigned int length, const ScanLimits &limits = {});
+    [[nodiscard]] int scan(char *text, unsigned int length, const ScanLimits &limits = request_limits);
 
     // The first element at the top.
     Node root() const;

@@ -5,6 +5,7 @@
 #include <net_xml_public.h>
 
 #include <cstring>
+#include <iterator>
 
 namespace netpublic {
 namespace {
@@ -43,6 +44,24 @@ static bool is_empty(const char *text)
     return text == nullptr || *text == '\0';
 }
 
+// Most hours are like their neighbours.
+constexpr int run_hours = 8;
+static_assert(week_hours % run_hours == 0, "a week is whole runs");
+
+static void store_run(unsigned int *word, unsigned int bit, const char *hours)
+{
+    const unsigned int *end = word + run_hours * words_a_cell;
+    if (std::memcmp(hours, "00000000", run_hours) == 0)
+        for (; word != end; word += words_a_cell)
+            *word &= ~bit;
+    else if (std::memcmp(hours, "11111111", run_hours) == 0)
+        for (; word != end; word += words_a_cell)
+            *word |= bit;
+    else
+        for (; word != end; word += words_a_cell)
+            *word = *hours++ == '1' ? *word | bit : *word & ~bit;
+}
+
 int take_type_item(net_schedule_t &schedule, const TypeItem &item)
 {
     if (is_empty(item.type) || is_empty(item.hours))
@@ -54,12 +73,9 @@ int take_type_item(net_schedule_t &schedule, const TypeItem &item)
     // A table that ends early clears the rest of the week.
     char hours[week_hours] = {};
     std::memcpy(hours, item.hours, std::strlen(item.hours));
-    const unsigned int bit = 1u << code % 32;
     unsigned int *word = &schedule.section[0][0].bits[code / 32];
-    for (const char hour : hours) {
-        *word = hour == '1' ? *word | bit : *word & ~bit;
-        word += words_a_cell;
-    }
+    for (const char *run = hours; run != std::end(hours); run += run_hours, word += run_hours * words_a_cell)
+        store_run(word, 1u << code % 32, run);
     return 0;
 }
 

@@ -227,9 +227,9 @@ std::uint64_t ones(std::uint64_t cells)
     return (((cells & low_bits) + low_bits) | cells) >> 7 & each_cell;
 }
 
-// Rows of a band as bits, the first cell on top. What is behind the last column may be any bits; there is room for a
-// word at the last cells.
-using PackedBand = unsigned char[band][band_words + 4];
+// The bits of eight columns of each of a band's rows, the first cell on top. What is behind the last column may be any
+// bits; three bytes of a row are taken at a time.
+using PackedBand = unsigned char[band_words + 1][band];
 
 // Of up to eight columns: a byte for each of eight rows. Nearly always the cells are 0 and 1 as they stand.
 std::uint64_t pack_block(const unsigned char *cells, int count)
@@ -255,9 +255,8 @@ void pack_columns(PackedBand &packed, const Grid &grid, int row)
     const unsigned char *cells = grid.cells + from;
     for (int column = 0; column < grid.columns; column += 8, cells += 8 * grid_rows) {
         const int count = grid.columns - column < 8 ? grid.columns - column : 8;
-        std::uint64_t bits = pack_block(cells, count) >> 8 * (row - from);
-        for (int i = 0; i < band; ++i, bits >>= 8)
-            packed[i][column / 8] = static_cast<unsigned char>(bits);
+        const std::uint64_t bits = pack_block(cells, count) >> 8 * (row - from);
+        std::memcpy(packed[column / 8], &bits, sizeof(bits));
     }
 }
 
@@ -269,17 +268,24 @@ unsigned char pack_eight(std::uint64_t cells)
     return static_cast<unsigned char>(cells * gather >> 56);
 }
 
-void pack_rows(PackedBand &packed, const Grid &grid, int row)
+// 24 cells of a row, the first one on top; 0 or any others for those behind its end.
+std::uint32_t pack_group(const unsigned char *row, int column)
 {
-    constexpr int last = grid_columns / 8 * 8;
-    const int whole = grid.columns < last ? grid.columns : last;
-    const unsigned char *cells = grid.cells + row * grid_columns;
-    for (int i = 0; i < band && row + i < grid.rows; ++i, cells += grid_columns) {
-        for (int column = 0; column < whole; column += 8)
-            packed[i][column / 8] = pack_eight(load_cells(cells + column));
-        if (grid.columns > last)
-            packed[i][last / 8] = pack_eight(load_cells(cells + grid_columns - 8) >> 8 * (8 - grid_columns % 8));
-    }
+    const unsigned char *cells = row + column;
+    if (column <= grid_columns - cells_a_group)
+        return static_cast<std::uint32_t>(pack_eight(load_cells(cells)) << 16 | pack_eight(load_cells(cells + 8)) << 8 |
+                                          pack_eight(load_cells(cells + 16)));
+    constexpr int last = grid_columns % cells_a_group; // behind the whole groups
+    static_assert(last > 8 && last < 16, "the rest is two words that overlap");
+    return static_cast<std::uint32_t>(pack_eight(load_cells(cells)) << 16 |
+                                      pack_eight(load_cells(row + grid_columns - 8) >> 8 * (16 - last)) << 8);
+}
+
+// The same of a band's row.
+std::uint32_t packed_group(const PackedBand &packed, int row, int column)
+{
+    const unsigned char *first = packed[column / 8] + row % band;
+    return static_cast<std::uint32_t>(first[0] << 16 | first[band] << 8 | first[2 * band]);
 }
 
 // Four characters, or as many as there is room for.
@@ -306,25 +312,26 @@ void encode_grid(const Grid &grid, char *to, std::size_t count)
     int held = 0;
     PackedBand packed;
     for (int row = 0; row < grid.rows; ++row) {
-        if (row % band == 0) {
-            if (grid.columns_first)
-                pack_columns(packed, grid, row);
-            else
-                pack_rows(packed, grid, row);
-        }
-        const unsigned char *line = packed[row % band];
-        for (int left = grid.columns; left > 0; left -= cells_a_group, line += 3) {
-            std::uint32_t next;
-            std::memcpy(&next, line, sizeof(next));
-            next = __builtin_bswap32(next) >> 8;
-            const int taken = left < cells_a_group ? left : cells_a_group;
-            bits = bits << taken | next >> (cells_a_group - taken);
-            held += taken;
-            if (held < cells_a_group)
-                continue;
-            held -= cells_a_group;
+        if (grid.columns_first && row % band == 0)
+            pack_columns(packed, grid, row);
+        const auto group = [&](int column) {
+            return grid.columns_first ? packed_group(packed, row, column)
+                                      : pack_group(grid.cells + row * grid_columns, column);
+        };
+        int column = 0;
+        for (; column <= grid.columns - cells_a_group; column += cells_a_group) {
+            bits = bits << cells_a_group | group(column);
             to = put_start(to, end, static_cast<std::uint32_t>(bits >> held));
         }
+        const int left = grid.columns - column;
+        if (left == 0)
+            continue;
+        bits = bits << left | group(column) >> (cells_a_group - left);
+        held += left;
+        if (held < cells_a_group)
+            continue;
+        held -= cells_a_group;
+        to = put_start(to, end, static_cast<std::uint32_t>(bits >> held));
     }
     if (held == 0 || to == end)
         return;

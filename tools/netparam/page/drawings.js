@@ -7,28 +7,30 @@ const numbers = (count, first = 0) => Array.from({ length: count }, (_, i) => St
 class CellTable {
     // `headings` names the columns, `lines` the rows; either may be left out. `changed` hears of each finished change.
     constructor({ label, columns, rows, cells, states = ["off", "on"], headings, lines, changed }) {
-        Object.assign(this, { columns, rows, cells, states, changed, current: 0, brush: null });
-        const template = `${lines ? "auto " : ""}repeat(${columns}, minmax(0, 1fr))`;
-        this.element = h("div", { className: "cells", role: "grid", ariaLabel: label, ariaColCount: columns, ariaRowCount: rows });
-        this.element.style.gridTemplateColumns = template;
+        Object.assign(this, { columns, rows, cells, states, changed, current: 0, brush: null, places: [] });
+        const properties = { className: "cells", role: "grid", ariaLabel: label };
+        this.element = h("div", { ...properties, ariaColCount: columns, ariaRowCount: rows });
+        this.element.style.gridTemplateColumns = `${lines ? "auto " : ""}repeat(${columns}, minmax(0, 1fr))`;
         this.element.style.setProperty("--columns", columns);
-        if (headings)
-            this.element.append(h("div", { role: "row" }, lines ? h("span", { role: "columnheader" }, "Day") : "",
-                ...headings.map(text => h("span", { role: "columnheader" }, text))));
-        this.places = [];
-        for (let row = 0; row < rows; ++row)
-            this.element.append(h("div", { role: "row" }, lines ? h("span", { role: "rowheader" }, lines[row]) : "",
-                ...numbers(columns).map(column => this.cell(row, Number(column)))));
+        if (headings) this.element.append(this.line("columnheader", lines ? ["Day", ...headings] : headings));
+        for (let row = 0; row < rows; ++row) {
+            const line = this.line("rowheader", lines ? [lines[row]] : []);
+            line.append(...numbers(columns).map(column => this.cell(Number(column))));
+            this.element.append(line);
+        }
         this.places[0].tabIndex = 0;
         this.show(cells);
         this.element.addEventListener("keydown", event => this.key(event));
         this.element.addEventListener("pointerdown", event => this.press(event));
         this.element.addEventListener("pointermove", event => this.drag(event));
-        for (const end of ["pointerup", "pointercancel"])
-            this.element.addEventListener(end, () => this.release());
+        for (const end of ["pointerup", "pointercancel"]) this.element.addEventListener(end, () => this.release());
     }
 
-    cell(row, column) {
+    line(role, texts) {
+        return h("div", { role: "row" }, ...texts.map(text => h("span", { role }, text)));
+    }
+
+    cell(column) {
         const cell = h("span", { role: "gridcell", tabIndex: -1, ariaColIndex: column + 1 });
         cell.dataset.place = this.places.length;
         this.places.push(cell);
@@ -44,7 +46,8 @@ class CellTable {
     }
 
     mark(place) {
-        const cell = this.places[place], state = this.cells[place];
+        const cell = this.places[place];
+        const state = this.cells[place];
         cell.dataset.state = state;
         if (this.states.length === 2) {
             cell.ariaSelected = state === 1;
@@ -55,8 +58,7 @@ class CellTable {
     }
 
     set(place, state) {
-        if (this.cells[place] === state)
-            return;
+        if (this.cells[place] === state) return;
         this.cells[place] = state;
         this.mark(place);
     }
@@ -74,11 +76,13 @@ class CellTable {
         this.places[this.current].tabIndex = -1;
         this.current = place;
         this.places[place].tabIndex = 0;
-        this.places[place].focus({ preventScroll: false });
+        this.places[place].focus();
     }
 
     key(event) {
-        const last = this.columns - 1, row = Math.floor(this.current / this.columns), column = this.current % this.columns;
+        const last = this.columns - 1;
+        const row = Math.floor(this.current / this.columns);
+        const column = this.current % this.columns;
         const moves = {
             ArrowLeft: [row, Math.max(column - 1, 0)],
             ArrowRight: [row, Math.min(column + 1, last)],
@@ -93,7 +97,8 @@ class CellTable {
             this.set(this.current, this.next(this.current));
             this.changed(this.cells);
         } else if (moves[event.key]) {
-            const state = this.cells[this.current], [toRow, toColumn] = moves[event.key];
+            const state = this.cells[this.current];
+            const [toRow, toColumn] = moves[event.key];
             this.focus(toRow * this.columns + toColumn);
             if (event.shiftKey && event.key.startsWith("Arrow") && this.cells[this.current] !== state) {
                 this.set(this.current, state);
@@ -107,8 +112,7 @@ class CellTable {
 
     press(event) {
         const cell = event.target.closest("[role=gridcell]");
-        if (!cell || event.button !== 0)
-            return;
+        if (!cell || event.button !== 0) return;
         event.preventDefault();
         this.element.setPointerCapture(event.pointerId);
         this.brush = this.next(Number(cell.dataset.place));
@@ -117,62 +121,86 @@ class CellTable {
     }
 
     drag(event) {
-        const cell = this.brush === null ? null : document.elementFromPoint(event.clientX, event.clientY)?.closest("[role=gridcell]");
-        if (cell && this.element.contains(cell))
-            this.set(Number(cell.dataset.place), this.brush);
+        if (this.brush === null) return;
+        const cell = document.elementFromPoint(event.clientX, event.clientY)?.closest("[role=gridcell]");
+        if (cell && this.element.contains(cell)) this.set(Number(cell.dataset.place), this.brush);
     }
 
     release() {
-        if (this.brush === null)
-            return;
+        if (this.brush === null) return;
         this.brush = null;
         this.changed(this.cells);
     }
 }
 
-// What is drawn of a text, and how the text says it: the cells of an element, and the text with other cells.
+const week = { columns: 24, rows: 7, headings: numbers(24), lines: weekdays };
+
+// What is drawn of a text: the table, the cells of an element, and the text with other cells in it.
 const forms = {
     grid: {
         title: drawing => `${drawing.columns} × ${drawing.rows} cells`,
         table: drawing => ({ columns: drawing.columns, rows: drawing.rows }),
         cells: drawing => cellsFrom(drawing.text).slice(0, drawing.columns * drawing.rows),
-        write: (source, drawing, cells) => withContent(source, drawing.element, textFrom(cells)),
+        write: (source, { element }, cells) => withContent(source, element, textFrom(cells)),
     },
     week: {
         title: () => "hours of the week",
-        table: () => ({ columns: 24, rows: 7, headings: numbers(24), lines: weekdays }),
-        cells: drawing => numbers(week_hours).map(hour => drawing.text[hour] === "1" ? 1 : 0),
-        write: (source, drawing, cells) => withContent(source, drawing.element, cells.join("")),
+        table: () => week,
+        cells: drawing => numbers(week_hours).map(hour => (drawing.text[hour] === "1" ? 1 : 0)),
+        write: (source, { element }, cells) => withContent(source, element, cells.join("")),
     },
     blocks: {
         title: () => "hours of the week",
-        table: () => ({ columns: 24, rows: 7, headings: numbers(24), lines: weekdays }),
+        table: () => week,
         cells: blockCells,
-        write: (source, drawing, cells) => withElements(source, drawing.element, runsOf(cells).map(([day, first, last]) =>
-            `<${drawing.row.key}><enable>1</enable><weekDay>${weekdays[day]}</weekDay><beginHour>${first}</beginHour><endHour>${last}</endHour></${drawing.row.key}>`)),
+        write: (source, { element, row }, cells) => withElements(source, element, blockItems(row, cells)),
     },
     month: {
         title: () => "days of the month",
-        table: drawing => ({ columns: 31, rows: 1, headings: numbers(31, 1), states: dayWords(drawing) }),
+        table: ({ row }) => ({ columns: 31, rows: 1, headings: numbers(31, 1), states: dayWords(row) }),
         cells: monthCells,
-        write: (source, drawing, cells) => withElements(source, drawing.element, [...cells.entries()].filter(([, state]) => state > 0)
-            .map(([day, state]) => `<${drawing.row.key}><index>${day}</index><type>${dayWords(drawing)[state]}</type></${drawing.row.key}>`)),
+        write: (source, { element, row }, cells) => withElements(source, element, dayItems(row, cells)),
     },
 };
 
-const dayWords = ({ row }) => row.record.keys.find(each => each.key === "type").words.map(entry => entry.word);
+const dayWords = row => row.record.keys.find(each => each.key === "type").words.map(entry => entry.word);
+
+// `fields` as an element with a child each.
+const itemText = (name, fields) =>
+    `<${name}>${Object.entries(fields)
+        .map(([key, value]) => `<${key}>${value}</${key}>`)
+        .join("")}</${name}>`;
+
+const blockItems = (row, cells) =>
+    runsOf(cells).map(([day, beginHour, endHour]) =>
+        itemText(row.key, { enable: 1, weekDay: weekdays[day], beginHour, endHour }),
+    );
+
+const dayItems = (row, cells) =>
+    [...cells.entries()]
+        .filter(([, state]) => state > 0)
+        .map(([index, state]) => itemText(row.key, { index, type: dayWords(row)[state] }));
 
 // The children of a list's items, by their keys.
-const fieldsOf = ({ row, element }) => [...element.children].map(item =>
-    Object.fromEntries([...item.children].map(child => [readersOf(row.record, child.nodeName, row.record.keys)[0]?.key, textOf(child) ?? ""])));
+const fieldsOf = ({ row, element }) =>
+    [...element.children].map(item =>
+        Object.fromEntries(
+            [...item.children].map(child => [
+                readersOf(row.record, child.nodeName, row.record.keys)[0]?.key,
+                textOf(child) ?? "",
+            ]),
+        ),
+    );
 
 // A block that is off clears its hours where the list is the week itself; beside an alarm type it does nothing.
 function blockCells(drawing) {
-    const cells = Array(week_hours).fill(0), clears = !drawing.path.includes("/");
+    const cells = Array(week_hours).fill(0);
+    const clears = !drawing.path.includes("/");
     for (const { enable, weekDay, beginHour, endHour } of fieldsOf(drawing)) {
         const day = weekdays.findIndex(name => fold(name).startsWith(fold(weekDay ?? "?")));
-        for (let hour = Number(beginHour); (enable === "1" || clears) && day >= 0 && hour <= Number(endHour) && hour < 24; ++hour)
-            cells[day * 24 + hour] = Number(enable);
+        if (day < 0 || (enable !== "1" && !clears)) continue;
+        for (let hour = Number(beginHour); hour <= Math.min(Number(endHour), 23); ++hour)
+            cells[day * 24 + hour] = enable === "1" ? 1 : 0;
     }
     return cells;
 }
@@ -181,26 +209,26 @@ function blockCells(drawing) {
 function runsOf(cells) {
     const runs = [];
     cells.forEach((state, place) => {
-        const day = Math.floor(place / 24), hour = place % 24, last = runs.at(-1);
-        if (state === 1 && last?.[0] === day && last[2] === hour - 1)
-            last[2] = hour;
-        else if (state === 1)
-            runs.push([day, hour, hour]);
+        const day = Math.floor(place / 24);
+        const hour = place % 24;
+        const last = runs.at(-1);
+        if (state === 1 && last?.[0] === day && last[2] === hour - 1) last[2] = hour;
+        else if (state === 1) runs.push([day, hour, hour]);
     });
     return runs;
 }
 
 function monthCells(drawing) {
     const cells = Array(31).fill(0);
+    const words = dayWords(drawing.row).map(fold);
     for (const { index, type } of fieldsOf(drawing))
-        if (Number(index) in cells)
-            cells[Number(index)] = Math.max(dayWords(drawing).findIndex(word => fold(word) === fold(type ?? "")), 0);
+        if (Number(index) in cells) cells[Number(index)] = Math.max(words.indexOf(fold(type ?? "")), 0);
     return cells;
 }
 
 // A drawing with its heading, and with buttons for what is tedious cell by cell.
 class Figure {
-    // `edit(text)` takes the text that the changed drawing stands for.
+    // `edit(write)` is given what makes the changed text out of the one there is.
     constructor(drawing, edit) {
         const form = forms[drawing.kind];
         this.drawing = drawing;
@@ -212,27 +240,36 @@ class Figure {
             changed: cells => this.changed(cells),
         });
         this.count = h("span", { className: "count" });
-        const tool = (text, state) => h("button", { type: "button", onclick: () => this.table.fill(state) }, text);
-        const tools = this.table.states.length === 2
-            ? [tool("All", () => 1), tool("None", () => 0), tool("Invert", state => 1 - state)] : [tool("None", () => 0)];
-        this.element = h("figure", { className: drawing.kind },
-            h("figcaption", {}, h("code", {}, drawing.path), this.about(), this.count, h("span", { className: "tools" }, ...tools)),
-            h("div", { className: "scroll" }, this.table.element), this.legend());
+        this.masks = h("p", { className: "legend" });
+        const caption = h("figcaption", {}, code(drawing.path), this.about(), this.count, this.tools());
+        const scroll = h("div", { className: "scroll" }, this.table.element);
+        this.element = h("figure", { className: drawing.kind }, caption, scroll, this.legend());
         this.tell();
     }
 
     // The first child beside it names an item of a list.
     about() {
-        const { path, element } = this.drawing, first = element.parentNode.firstElementChild;
-        return path.includes("]/") && first !== element ? h("span", { className: "about" }, textOf(first) ?? "") : "";
+        const { path, element } = this.drawing;
+        const first = element.parentNode.firstElementChild;
+        return path.includes("]/") && first !== element ? h("span", {}, textOf(first) ?? "") : "";
+    }
+
+    tools() {
+        const tool = (text, state) => h("button", { type: "button", onclick: () => this.table.fill(state) }, text);
+        const tools = [tool("None", () => 0)];
+        if (this.table.states.length === 2)
+            tools.push(
+                tool("All", () => 1),
+                tool("Invert", state => 1 - state),
+            );
+        return h("span", { className: "tools" }, ...tools);
     }
 
     legend() {
-        const { kind, row } = this.drawing, { states } = this.table;
-        if (states.length > 2)
-            return h("p", { className: "legend" }, states.map((word, state) => `${state} ${word}`).slice(1).join(", "));
-        this.masks = kind === "week" && row.masks ? h("p", { className: "legend" }) : "";
-        return this.masks;
+        const { states } = this.table;
+        if (states.length === 2) return this.drawing.row.masks ? this.masks : "";
+        const words = states.map((word, state) => `${state} ${word}`).slice(1);
+        return h("p", { className: "legend" }, words.join(", "));
     }
 
     // The same drawing of a text that has changed.
@@ -250,10 +287,15 @@ class Figure {
     tell() {
         const set = this.table.cells.filter(state => state > 0).length;
         this.count.textContent = `${forms[this.drawing.kind].title(this.drawing)}, ${set} set`;
-        if (this.masks)
-            this.masks.textContent = `As day masks, hour h in bit h: ${weekdays.map((day, i) => `${day} 0x${maskOf(this.table.cells, i)}`).join(", ")}`;
+        const masks = weekdays.map((name, day) => `${name} 0x${maskOf(this.table.cells, day)}`);
+        this.masks.textContent = `As day masks, hour h in bit h: ${masks.join(", ")}`;
     }
 }
 
 // The hours of a day as the bits of a number.
-const maskOf = (cells, day) => cells.slice(day * 24, day * 24 + 24).reduce((mask, state, hour) => mask | state << hour, 0).toString(16).padStart(6, "0");
+const maskOf = (cells, day) =>
+    cells
+        .slice(day * 24, day * 24 + 24)
+        .reduce((mask, state, hour) => mask | (state << hour), 0)
+        .toString(16)
+        .padStart(6, "0");

@@ -1,7 +1,7 @@
 // The messages, what can be found in them, and where their members lie.
 
 const data = JSON.parse(document.getElementById("data").textContent);
-const messages = data.messages.sort((a, b) => a.name < b.name ? -1 : 1);
+const messages = data.messages.sort((a, b) => (a.name < b.name ? -1 : 1));
 const messageOf = new Map(messages.map(message => [message.name, message]));
 
 // The families, by domain; a domain without a title stands under its own name.
@@ -22,11 +22,10 @@ const family_titles = {
 const familyOf = message => family_titles[message.domain] ?? message.domain;
 
 const capital = text => text.charAt(0).toUpperCase() + text.slice(1);
-const titleOf = message => capital(message.title);
 
 // The table by which a text is checked: that of the body, or of what is written where nothing is read.
 const tableOf = message => message.read ?? message.written;
-const directionOf = message => message.read ? "read" : "written";
+const directionOf = message => (message.read ? "read" : "written");
 const tablesOf = message => [message.read, message.written].filter(table => table !== null);
 
 // A table's rows in reading order: {row, path, depth, offset, step}. `offset` is the payload's, or null when it is
@@ -36,25 +35,42 @@ function rowsOf(table, path = "", depth = 0, base = 0, steps = []) {
         const place = path + (row.key ?? row.member);
         const offset = base === null || row.offset === undefined ? null : base + row.offset;
         const own = { row, path: place, depth, offset, steps };
-        return [own, ...[row.record, row.again].filter(Boolean).flatMap(inner =>
-            rowsOf(inner, place + "/", depth + 1, innerBase(table, row, inner, base, offset), innerSteps(row, steps)))];
+        return [
+            own,
+            ...[row.record, row.again]
+                .filter(Boolean)
+                .flatMap(inner =>
+                    rowsOf(
+                        inner,
+                        place + "/",
+                        depth + 1,
+                        innerBase(table, row, inner, base, offset),
+                        innerSteps(row, steps),
+                    ),
+                ),
+        ];
     });
 }
 
 // Elements without a member of their own may still hold members of the record around them.
-const innerBase = (table, row, inner, base, offset) => offset ?? (row.offset === undefined && inner.type === table.type ? base : null);
+const innerBase = (table, row, inner, base, offset) =>
+    offset ?? (row.offset === undefined && inner.type === table.type ? base : null);
 
 const isRepeated = row => ["list", "wires"].includes(row.kind) && row.capacity > 1;
-const innerSteps = (row, steps) => isRepeated(row) && row.bytes ? [...steps, row.bytes / row.capacity] : steps;
+const innerSteps = (row, steps) => (isRepeated(row) && row.bytes ? [...steps, row.bytes / row.capacity] : steps);
 
-const membersOf = (members, base = 0, depth = 0) => members.flatMap(member =>
-    [{ ...member, offset: base + member.offset, depth }, ...membersOf(member.record ?? [], base + member.offset, depth + 1)]);
+const membersOf = (members, base = 0, depth = 0) =>
+    members.flatMap(member => [
+        { ...member, offset: base + member.offset, depth },
+        ...membersOf(member.record ?? [], base + member.offset, depth + 1),
+    ]);
 
 // A week that the payload keeps as seven numbers, a bit an hour, stands in its members under the element's key.
 for (const message of messages) {
-    const masks = membersOf(message.payload ?? []).filter(member => member.type === "int[7]").map(member => member.name);
-    for (const { row } of tablesOf(message).flatMap(table => rowsOf(table)))
-        row.masks = masks.includes(row.key);
+    const masks = membersOf(message.payload ?? [])
+        .filter(member => member.type === "int[7]")
+        .map(member => member.name);
+    for (const { row } of tablesOf(message).flatMap(table => rowsOf(table))) row.masks = masks.includes(row.key);
 }
 
 // The root elements by which a text is recognised; what is only read has none but that of its examples.
@@ -63,31 +79,35 @@ for (const message of messages) {
     message.roots = [...new Set([message.root, ...bodies].filter(Boolean))];
 }
 
-// Everything that can be searched for, the most telling first.
-const terms = messages.map(message => {
-    const rows = tablesOf(message).flatMap(table => rowsOf(table));
-    const all = (kind, texts) => [...new Set(texts.filter(Boolean))].map(text => ({ kind, text, folded: fold(text) }));
-    return {
-        message,
-        terms: [
-            ...all("", [message.name, message.title, String(message.id ?? "")]),
-            ...all("root", [message.root]),
-            ...all("key", rows.map(({ row }) => row.key)),
-            ...all("", [message.summary]),
-            ...all("structure", rows.map(({ row }) => row.type?.replace(/\[.*/, ""))),
-            ...all("structure", tablesOf(message).map(table => table.type)),
-            ...all("member", rows.map(({ row }) => row.member)),
-            ...all("function", [message.initialiser, message.parser, message.writer]),
-            ...all("word", rows.flatMap(({ row }) => row.words ?? []).map(entry => entry.word)),
-        ],
-    };
-});
+// Everything that can be searched for, the most telling first: [kind, texts]. What is shown of a message anyway has no
+// kind.
+function searchable(message) {
+    const rows = tablesOf(message).flatMap(table => rowsOf(table).map(({ row }) => row));
+    const types = [...tablesOf(message), ...rows].map(({ type }) => type?.replace(/\[.*/, ""));
+    return [
+        ["", [message.name, message.title, message.id === null ? "" : String(message.id)]],
+        ["root", message.roots],
+        ["key", rows.map(row => row.key)],
+        ["", [message.summary]],
+        ["structure", types],
+        ["member", rows.map(row => row.member)],
+        ["function", [message.initialiser, message.parser, message.writer]],
+        ["word", rows.flatMap(row => row.words ?? []).map(entry => entry.word)],
+    ];
+}
+
+const terms = messages.map(message => ({
+    message,
+    known: searchable(message).flatMap(([kind, texts]) =>
+        [...new Set(texts.filter(Boolean))].map(text => ({ kind, text, folded: fold(text) })),
+    ),
+}));
 
 // Messages in which each of the typed words is found, best first: {message, hit}.
 function search(typed) {
     const words = fold(typed).split(/\s+/).filter(Boolean);
     const found = [];
-    for (const { message, terms: known } of terms) {
+    for (const { message, known } of terms) {
         const hits = words.map(word => bestHit(known, word));
         if (hits.every(Boolean))
             found.push({ message, hit: hits.at(-1), score: hits.reduce((sum, { score }) => sum + score, 0) });
@@ -100,18 +120,22 @@ function bestHit(known, word) {
     let best = null;
     known.forEach(({ kind, text, folded }, rank) => {
         const at = folded.indexOf(word);
-        if (at < 0)
-            return;
+        if (at < 0) return;
         const score = (kind === "" ? 0 : 1000) + (folded === word ? 0 : at === 0 ? 200 : 400) + Math.min(rank, 190);
-        if (best === null || score < best.score)
-            best = { kind, text, score };
+        if (best === null || score < best.score) best = { kind, text, score };
     });
     return best;
 }
 
-// The messages whose root element a text has: those that know the names of all its children come first.
+const hasRoot = ({ roots }, body) => roots.length === 0 || roots.some(root => fold(root) === fold(body.nodeName));
+
+// The messages whose root element a text has: those that know the names of the most children come first.
 function recognise(source) {
     const body = bodyOf(source.root);
-    const known = message => nodesOf(body).filter(node => readersOf(tableOf(message), nameOf(node), tableOf(message).keys.filter(row => row.key !== null)).length > 0).length;
-    return messages.filter(message => message.roots.some(root => fold(root) === fold(body.nodeName))).sort((a, b) => known(b) - known(a));
+    const known = message => {
+        const table = tableOf(message);
+        const rows = table.keys.filter(row => row.key !== null);
+        return nodesOf(body).filter(node => readersOf(table, nameOf(node), rows).length > 0).length;
+    };
+    return messages.filter(message => hasRoot(message, body)).sort((a, b) => known(b) - known(a));
 }

@@ -1,20 +1,22 @@
 // Texts of XML: their trees, where each element stands, and changes that keep everything else as it is.
 
 // The tags of a well-formed text, and what may look like one.
-const token = /<!--[^]*?-->|<!\[CDATA\[[^]*?\]\]>|<\?[^]*?\?>|<!DOCTYPE[^[>]*(?:\[[^]*?\])?[^>]*>|<(\/?)(?:"[^"]*"|'[^']*'|[^>"'])*>/g;
+const token =
+    /<!--[^]*?-->|<!\[CDATA\[[^]*?\]\]>|<\?[^]*?\?>|<!DOCTYPE[^[>]*(?:\[[^]*?\])?[^>]*>|<(\/?)(?:"[^"]*"|'[^']*'|[^>"'])*>/g;
 
 const linesIn = text => text.split("\n").length;
 
 // For each element, in the order of the start tags: the text's range from `outer` to `close`, and that of what is
 // between its tags.
 function places(text) {
-    const found = [], open = [];
-    let line = 1, seen = 0;
+    const found = [];
+    const open = [];
+    let line = 1;
+    let seen = 0;
     for (const match of text.matchAll(token)) {
         line += linesIn(text.slice(seen, match.index)) - 1;
         seen = match.index;
-        if (match[1] === undefined)
-            continue; // a comment or the like
+        if (match[1] === undefined) continue; // a comment or the like
         const end = match.index + match[0].length;
         if (match[1] === "/") {
             const place = open.pop();
@@ -24,8 +26,7 @@ function places(text) {
         }
         const place = { outer: match.index, start: end, end, close: end, line, empty: match[0].endsWith("/>") };
         found.push(place);
-        if (!place.empty)
-            open.push(place);
+        if (!place.empty) open.push(place);
     }
     return found;
 }
@@ -40,13 +41,15 @@ function parseText(text) {
         const [, line, reason] = /line (?:number )?(\d+)[^:]*:\s*([^\n]*)/i.exec(told) ?? [, 1, "it cannot be read"];
         return { fault: `line ${Number(line) + linesIn(text.slice(0, blanks)) - 1}: ${reason}` };
     }
-    const all = places(text), placeOf = new Map();
-    [...tree.getElementsByTagName("*")].forEach((element, i) => placeOf.set(element, all[i]));
+    const all = places(text);
+    const elements = [...tree.getElementsByTagName("*")];
+    if (elements.length !== all.length) return { fault: "it holds elements in entities" };
+    const placeOf = new Map(elements.map((element, i) => [element, all[i]]));
     return { text, root: tree.documentElement, placeOf };
 }
 
 // The message's element: the root, or the first element in it when the root is called "body".
-const bodyOf = root => root.nodeName.toLowerCase() === "body" ? root.firstElementChild : root;
+const bodyOf = root => (root.nodeName.toLowerCase() === "body" ? root.firstElementChild : root);
 
 const blank = node => node.nodeType === Node.TEXT_NODE && !/[^ \t\r\n]/.test(node.data);
 
@@ -56,13 +59,12 @@ const nodesOf = element => [...element.childNodes].filter(node => !blank(node));
 // The text that the library sees, blanks condensed; null where the element does not begin with a text.
 function textOf(element) {
     const first = nodesOf(element)[0];
-    if (first?.nodeType === Node.CDATA_SECTION_NODE)
-        return first.data;
+    if (first?.nodeType === Node.CDATA_SECTION_NODE) return first.data;
     return first?.nodeType === Node.TEXT_NODE ? first.data.replace(/[ \t\r\n]+/g, " ").trim() : null;
 }
 
 // What a node is compared with the keys by.
-const nameOf = node => node.nodeType === Node.ELEMENT_NODE ? node.nodeName : node.data;
+const nameOf = node => (node.nodeType === Node.ELEMENT_NODE ? node.nodeName : node.data);
 
 // The text with another content between the element's tags.
 function withContent(source, element, content) {
@@ -73,10 +75,9 @@ function withContent(source, element, content) {
 
 // ... with these elements there, a line each, as far in as others of the text are.
 function withElements(source, element, items) {
-    const place = source.placeOf.get(element), before = source.text.slice(0, place.outer);
-    const margin = /[ \t]*$/.exec(before)[0];
-    const first = element.firstElementChild;
-    const inner = first ? /[ \t]*$/.exec(source.text.slice(0, source.placeOf.get(first).outer))[0] : margin + "    ";
+    const marginOf = each => /[ \t]*$/.exec(source.text.slice(0, source.placeOf.get(each).outer))[0];
+    const margin = marginOf(element);
+    const inner = element.firstElementChild ? marginOf(element.firstElementChild) : margin + "    ";
     const lines = items.map(item => `\n${inner}${item}`).join("");
     return withContent(source, element, items.length > 0 ? `${lines}\n${margin}` : "");
 }

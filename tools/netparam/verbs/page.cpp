@@ -98,7 +98,8 @@ ExitCode page(std::ostream &out, std::ostream & /*errors*/, const PageOptions & 
     std::string text(embedded("page.html"));
     replace(text, "/* STYLE */", embedded("page.css"));
     std::string script;
-    for (const char *part : {"xml.js", "check.js", "model.js", "drawings.js", "page.js"})
+    for (const char *part :
+         {"dom.js", "xml.js", "check.js", "model.js", "drawings.js", "tree.js", "workbench.js", "page.js"})
         script += embedded(part);
     replace(text, "/* SCRIPT */", script);
     replace(text, "/* DATA */", page_data());
