@@ -50,5 +50,21 @@ faults += [f"{name} includes itself" for name in depends if reaches(name, name, 
 for path in pathlib.Path("host").glob("*.[hc]*"):
     faults += [f"{path} includes {name}" for name in includes(path) if (source / name).exists()]
 
+# The inspector's folders stand on the page in their order.
+tool = pathlib.Path("tools/netparam")
+folders = re.findall(r"^- `(\w+)`: ", pathlib.Path(sys.argv[1]).read_text(), re.M)
+for path in sorted(tool.glob("*/*.[hc]*")):
+    if path.parent.name in ("generated", "page"):
+        continue
+    if path.parent.name not in folders:
+        faults.append(f"{path.parent} is no folder of {sys.argv[1]}")
+        continue
+    for name in includes(path):
+        above = folders[folders.index(path.parent.name) + 1 :]
+        if name.split("/")[0] in above and (tool / name).exists():
+            faults.append(f"{path} includes {name}")
+        if "/" not in name and (path.parent / name).exists():
+            faults.append(f"{path} includes {name} without its folder")
+
 print("\n".join(faults) or f"{len(present)} sources on {len(set(floor.values()))} floors")
 sys.exit(bool(faults))

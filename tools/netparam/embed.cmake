@@ -5,7 +5,7 @@ foreach(file IN LISTS FILES)
     file(READ "${file}" text)
     string(APPEND entries "    {\"${name}\", R\"embedded(${text})embedded\"},\n")
 endforeach()
-file(WRITE "${OUT}" "#include \"embedded.h\"
+file(WRITE "${OUT}" "#include \"verbs/embedded.h\"
 
 namespace netparam {
 

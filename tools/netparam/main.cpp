@@ -1,7 +1,7 @@
 // netparam: shows how the library reads a client's request and what it replies.
-#include "command_line.h"
-#include "nearest.h"
-#include "terminal.h"
+#include "model/nearest.h"
+#include "terminal/terminal.h"
+#include "verbs/command_line.h"
 
 #include <csignal>
 #include <iostream>

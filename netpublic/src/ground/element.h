@@ -54,7 +54,7 @@ public:
     }
 
     static constexpr std::uintptr_t writer_tag = 1;
-    static constexpr std::uintptr_t tags = 15; // seven levels; no message has more than six
+    static constexpr std::uintptr_t tags = 15; // a level, and the tag
 
 private:
     std::uintptr_t word_ = 0;

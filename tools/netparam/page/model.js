@@ -73,12 +73,6 @@ for (const message of messages) {
     for (const { row } of tablesOf(message).flatMap(table => rowsOf(table))) row.masks = masks.includes(row.key);
 }
 
-// The root elements by which a text is recognised; what is only read has none but that of its examples.
-for (const message of messages) {
-    const bodies = message.examples.map(({ text }) => bodyOf(parseText(text).root).nodeName);
-    message.roots = [...new Set([message.root, ...bodies].filter(Boolean))];
-}
-
 // Everything that can be searched for, the most telling first: [kind, texts]. What is shown of a message anyway has no
 // kind.
 function searchable(message) {
@@ -86,7 +80,7 @@ function searchable(message) {
     const types = [...tablesOf(message), ...rows].map(({ type }) => type?.replace(/\[.*/, ""));
     return [
         ["", [message.name, message.title, message.id === null ? "" : String(message.id)]],
-        ["root", message.roots],
+        ["root", [message.element]],
         ["key", rows.map(row => row.key)],
         ["", [message.summary]],
         ["structure", types],
@@ -127,7 +121,7 @@ function bestHit(known, word) {
     return best;
 }
 
-const hasRoot = ({ roots }, body) => roots.length === 0 || roots.some(root => fold(root) === fold(body.nodeName));
+const bears = ({ element }, body) => element !== null && fold(element) === fold(body.nodeName);
 
 // The messages whose root element a text has: those that know the names of the most children come first.
 function recognise(source) {
@@ -137,5 +131,5 @@ function recognise(source) {
         const rows = table.keys.filter(row => row.key !== null);
         return nodesOf(body).filter(node => readersOf(table, nameOf(node), rows).length > 0).length;
     };
-    return messages.filter(message => hasRoot(message, body)).sort((a, b) => known(b) - known(a));
+    return messages.filter(message => bears(message, body)).sort((a, b) => known(b) - known(a));
 }

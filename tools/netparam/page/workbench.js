@@ -86,7 +86,7 @@ class Workbench {
 
     judge(reading, body) {
         const notes = reading.findings.length - reading.refusals;
-        if (!hasRoot(this.message, body)) this.say("refused", ...this.wrongRoot(body));
+        if (!bears(this.message, body)) this.say("refused", ...this.wrongRoot(body));
         else if (!this.message.read)
             this.say("", "This message is only written: the text is what the library makes of a payload.");
         else if (reading.refusals > 0)
@@ -98,10 +98,10 @@ class Workbench {
     }
 
     wrongRoot(body) {
-        const { name, roots } = this.message;
+        const { name, element } = this.message;
         const [other] = recognise(this.source);
         const offer = other ? button(`Read it as ${other.name}`, () => openWith(other, this.text.value)) : "";
-        return [`The root is ${body.nodeName}, that of ${name} is ${roots.join(" or ")}. `, offer];
+        return [`The root is ${body.nodeName}, that of ${name} is ${element}. `, offer];
     }
 
     show(reading) {
