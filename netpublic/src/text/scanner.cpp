@@ -642,6 +642,12 @@ void Scanner::scan(char *at)
     }
     while (at != nullptr) {
         const char *const before = at;
+        if (*at == '\n') { // a line's indentation
+            pass(at);
+            do
+                ++at;
+            while (*at == ' ');
+        }
         if ((classes[*at] & may_be_blank) != 0)
             at = skip_blanks(at);
         if (*at != '<') {

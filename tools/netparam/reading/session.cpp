@@ -2,6 +2,7 @@
 
 #include "model/failure.h"
 #include "reading/capture.h"
+#include "reading/routes.h"
 #include "reading/secrets.h"
 
 #include "toolkit/extension.h"
@@ -96,7 +97,9 @@ void Session::prepare()
 bool Session::parse()
 {
     const TiXmlElement &body = body_document_->body();
+    ByText by_text(entry_, param_, allocated_);
     const bool accepted = parse(body);
+    by_text.compare_reading(*body_document_, accepted, param_);
     if (!entry_.bears_element(body))
         trace_->add({Note::Kind::element, spot_of(body), path_of(body), wrong_element(entry_), entry_.element()});
     for (const TiXmlElement *other : body_document_->beside())
@@ -131,6 +134,7 @@ bool Session::write()
     netpublic::watch = &watch;
     const bool written = logged(log_, [&] { return entry_.message->write(&param_, &reply_); }) == 0;
     netpublic::watch = nullptr;
+    compare_writing(entry_, param_, written, reply());
     return written;
 }
 
