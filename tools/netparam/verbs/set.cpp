@@ -141,13 +141,17 @@ private:
         const std::size_t open = step.find('[');
         const std::string name = step.substr(0, open);
         const auto taken = trace_.children(&parent, name); // by whatever part of the key's name
-        std::vector<const TiXmlElement *> found;
+        std::vector<const TiXmlElement *> found, answering;
         std::vector<std::string> names;
         for (const TiXmlElement *one = parent.FirstChildElement(); one != nullptr; one = one->NextSiblingElement()) {
             names.push_back(one->ValueStr());
-            if (lower(one->ValueStr()) == lower(name) || std::find(taken.begin(), taken.end(), one) != taken.end())
+            if (lower(one->ValueStr()) == lower(name))
                 found.push_back(one);
+            else if (std::find(taken.begin(), taken.end(), one) != taken.end())
+                answering.push_back(one);
         }
+        if (found.empty())
+            found = answering;
         const std::string where = document_.at(spot_of(parent)) + ": " + path_of(parent);
         if (found.empty()) {
             const auto near = nearest(name, names, 1);
