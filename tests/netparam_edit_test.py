@@ -89,6 +89,7 @@ class Set(WithFolder):
                 ("<MD><width/></MD>", "7", "<MD><width>7</width></MD>"),
                 ("<MD><width></width></MD>", "7", "<MD><width>7</width></MD>"),
                 ("<MD><WID><![CDATA[5]]></WID></MD>", "7", "<MD><WID>7</WID></MD>"),  # by the key
+                ("<MD><WID>5</WID><width>6</width></MD>", "7", "<MD><WID>5</WID><width>7</width></MD>"),  # its own name first
                 ("<?xml version='1.0'?>\n<body><x/><MD><width>0</width></MD></body>", "7",
                  "<?xml version='1.0'?>\n<body><x/><MD><width>7</width></MD></body>")):
             with self.subTest(text=text):

@@ -107,7 +107,8 @@ void add_parse(CommandLine &line)
     options->add_format(verb, true);
     verb.add_flag("--json", options->json, "The same as --format json")->excludes("--format");
     verb.add_flag("--memory", options->memory,
-                  "Also show each value's offset, bytes and C type, and the line and column that it came from");
+                  "Also show each value's offset, bytes and C type, and the line and column of the text that it came "
+                  "from, where there is one");
     options->add_picture(verb);
     const auto for_people = [&](CLI::Option *option) { option->excludes("--format")->excludes("--json"); };
     for_people(verb.add_option("--only", options->only, "Only what lies at this path, as in timeBlockList")

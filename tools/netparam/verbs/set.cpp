@@ -10,6 +10,7 @@
 #include <net_xml_words.h>
 
 #include <algorithm>
+#include <cstring>
 #include <fstream>
 
 namespace netparam {
@@ -120,7 +121,7 @@ public:
             throw Failure(exit_usage, path_of(element) + " has no text but children");
         bool found = false;
         const std::size_t place = place_of(document_.tree(), element, found);
-        const std::string name = element.ValueStr();
+        const std::string &name = element.ValueStr();
         if (place >= tags_.size() || text.compare(tags_[place].begin + 1, name.size(), name) != 0)
             throw Failure(exit_fault, path_of(element) + " is not found in the text");
         const Tag &tag = tags_[place];
@@ -141,13 +142,17 @@ private:
         const std::size_t open = step.find('[');
         const std::string name = step.substr(0, open);
         const auto taken = trace_.children(&parent, name); // by whatever part of the key's name
-        std::vector<const TiXmlElement *> found;
+        std::vector<const TiXmlElement *> found, answering;
         std::vector<std::string> names;
         for (const TiXmlElement *one = parent.FirstChildElement(); one != nullptr; one = one->NextSiblingElement()) {
             names.push_back(one->ValueStr());
-            if (lower(one->ValueStr()) == lower(name) || std::find(taken.begin(), taken.end(), one) != taken.end())
+            if (lower(one->ValueStr()) == lower(name))
                 found.push_back(one);
+            else if (std::find(taken.begin(), taken.end(), one) != taken.end())
+                answering.push_back(one);
         }
+        if (found.empty())
+            found = answering;
         const std::string where = document_.at(spot_of(parent)) + ": " + path_of(parent);
         if (found.empty()) {
             const auto near = nearest(name, names, 1);
@@ -181,7 +186,8 @@ std::string grid_text(const std::string &file, int columns, int rows)
                                                  static_cast<int>(bits.size()), no_line_breaks);
     if (length < 0)
         throw Failure(exit_fault, "the grid cannot be encoded");
-    return text.c_str();
+    text.resize(std::strlen(text.c_str()));
+    return text;
 }
 
 // The grid whose element's path begins like that; the only one without a path.
