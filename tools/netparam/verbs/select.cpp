@@ -46,7 +46,7 @@ void for_leaves(const std::vector<Item> &items, const std::string &path, const U
 
 std::vector<Item> only(const std::vector<Item> &items, const std::string &path)
 {
-    const std::vector<Item> kept = filtered(items, "", path);
+    std::vector<Item> kept = filtered(items, "", path);
     if (!kept.empty())
         return kept;
     std::vector<std::string> paths;
