@@ -320,7 +320,7 @@ Mark mark_end(Element parent)
 int remove_since(Element parent, const Mark &mark)
 {
     if (!parent.is_text())
-        return remove_children(parent.tree(), reinterpret_cast<const TiXmlNode *>(mark.last));
+        return remove_children(parent.tree(), pointer_in<const TiXmlNode>(mark.last));
     parent.writer()->remove_since(parent.level(), mark);
     return -1;
 }

@@ -33,7 +33,7 @@ public:
     // How the element passes through an interface that names the XML library's type; not to be dereferenced.
     TiXmlElement *handle() const
     {
-        return reinterpret_cast<TiXmlElement *>(word_);
+        return pointer_in<TiXmlElement>(word_);
     }
 
     bool is_text() const
@@ -42,11 +42,11 @@ public:
     }
     TiXmlNode *tree() const
     {
-        return reinterpret_cast<TiXmlNode *>(word_);
+        return pointer_in<TiXmlNode>(word_);
     }
     TextWriter *writer() const
     {
-        return reinterpret_cast<TextWriter *>(word_ & ~tags);
+        return pointer_in<TextWriter>(word_ & ~tags);
     }
     unsigned int level() const
     {

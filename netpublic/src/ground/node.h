@@ -47,7 +47,7 @@ public:
     // How the node passes through an interface that names the XML library's type; not to be dereferenced.
     TiXmlNode *handle() const
     {
-        return reinterpret_cast<TiXmlNode *>(word_);
+        return pointer_in<TiXmlNode>(word_);
     }
 
     // An element's name, a text, a comment's inside; what the XML library calls the value. Never null.
@@ -77,7 +77,7 @@ public:
     // For the tools, which have trees: the node of the XML library.
     const TiXmlNode *tree() const
     {
-        return reinterpret_cast<const TiXmlNode *>(word_);
+        return pointer_in<const TiXmlNode>(word_);
     }
 
 private:
@@ -94,7 +94,7 @@ private:
     }
     const Token *token() const
     {
-        return reinterpret_cast<const Token *>(word_ & ~(token_tag | text_tag));
+        return pointer_in<const Token>(word_ & ~(token_tag | text_tag));
     }
     const char *tree_text() const;
     const char *token_name() const;

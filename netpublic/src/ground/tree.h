@@ -6,6 +6,7 @@
 #define NETPUBLIC_TREE_H
 
 #include <cstddef>
+#include <cstdint>
 // Without the static constructor that its <iostream> would give every object file.
 #include <istream>
 #include <ostream>
@@ -17,6 +18,12 @@
 #include <tinyxml.h>
 
 namespace netpublic {
+
+// The pointer that a word holds: handles of nodes and elements keep tags in the bits that a pointer leaves free.
+template <class Type> Type *pointer_in(std::uintptr_t word)
+{
+    return reinterpret_cast<Type *>(word); // NOLINT(performance-no-int-to-ptr)
+}
 
 // An element without a parent, with the attribute `version` = "1.1" if that name is given; or null.
 [[nodiscard]] TiXmlElement *new_element(const char *name, const char *version = nullptr) noexcept;

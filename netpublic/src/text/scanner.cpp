@@ -275,7 +275,7 @@ private:
     std::uint32_t open_ = 0; // the innermost open element, whose distance is that to its parent; or the document
     std::uint32_t last_ = 0; // its last child so far, if any
     std::uint32_t level_ = 0;
-    char nowhere_;
+    char nowhere_ = 0;
     char *terminate_ = &nowhere_; // where a text ends: to be 0 once what ends it has been looked at
     char *end_;
     const char *line_start_;

@@ -86,7 +86,7 @@ std::size_t printed_since(Element parent, const Mark &mark)
 {
     if (parent.is_text())
         return parent.writer()->printed_since(parent.level(), mark);
-    const auto *last = reinterpret_cast<const TiXmlNode *>(mark.last);
+    const auto *last = pointer_in<const TiXmlNode>(mark.last);
     std::size_t size = 0;
     for (const TiXmlNode *child = last != nullptr ? last->NextSibling() : parent.tree()->FirstChild(); child != nullptr;
          child = child->NextSibling())
