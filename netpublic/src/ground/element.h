@@ -86,6 +86,7 @@ int remove_since(Element parent, const Mark &mark);
 // Writes nothing behind the buffer and takes no memory.
 class alignas(Element::tags + 1) TextWriter {
 public:
+    // cppcheck-suppress uninitMemberVar // names of levels that are not open
     TextWriter(char *text, unsigned int size) : text_(text), size_(size) {}
     TextWriter(const TextWriter &) = delete;
     TextWriter &operator=(const TextWriter &) = delete;

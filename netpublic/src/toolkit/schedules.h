@@ -64,7 +64,9 @@ struct TypeItem {
     int indexed = 0; // the rule is written
 };
 struct WrittenTypeItem : TypeItem {
-    WrittenTypeItem() {} // the texts are not cleared for each type that is left out
+    // The texts are not cleared for each type that is left out.
+    // cppcheck-suppress uninitMemberVar
+    WrittenTypeItem() {}
     char word[64];
     char text[week_hours + 1];
 };
