@@ -154,7 +154,6 @@ std::string usual_text(const Table &table, unsigned index, int place)
     case Kind::view:
         return "t";
     case Kind::word:
-        return word_for(*table.ref(row.ref).words);
     case Kind::mask:
     case Kind::events:
         return word_for(*table.ref(row.ref).words);

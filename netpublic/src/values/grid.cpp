@@ -310,7 +310,7 @@ void encode_grid(const Grid &grid, char *to, std::size_t count)
     const char *const end = to + count;
     std::uint64_t bits = 0; // the cells so far; `held` of them are to be written
     int held = 0;
-    PackedBand packed;
+    PackedBand packed = {};
     for (int row = 0; row < grid.rows; ++row) {
         if (grid.columns_first && row % band == 0)
             pack_columns(packed, grid, row);

@@ -230,6 +230,7 @@ std::string candidates(const std::vector<const Entry *> &messages)
 {
     constexpr std::size_t few = 6;
     std::vector<std::string> names;
+    names.reserve(messages.size());
     for (const Entry *entry : messages)
         names.push_back(entry->name());
     return names.empty() || names.size() > few ? "" : ": " + joined(names, ", ");

@@ -12,7 +12,6 @@
 namespace netparam {
 namespace {
 
-using netpublic::Kind;
 using netpublic::Table;
 using netpublic::WordTable;
 
