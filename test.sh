@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The checks. Installs what is missing (Debian), builds below build/, ends with "N passed, N failed".
 #   ./test.sh                  what finds most in a few minutes: one line a section
-#   ./test.sh full             everything, with a line for each check
+#   ./test.sh full             everything but the reference page and the mutants of the promises, a line for each check
+#   ./test.sh page promises    these two
 #   ./test.sh format armhf     some sections, with a line for each check
 #   ./test.sh --update golden  writes the golden files anew; read the difference before committing it
 set -uo pipefail
@@ -11,7 +12,9 @@ cd "$top" || exit 1
 . packaging/packages.sh
 
 quick_sections=(format structure golden inspector asan budgets memcheck)
-more_sections=(build release growth tsan armhf consumer packages page bench analysis coverage fuzz promises)
+more_sections=(build release growth tsan armhf consumer packages bench analysis coverage fuzz)
+# By name only: a browser and a package of npm's are needed; the mutants rebuild the library two dozen times.
+other_sections=(page promises)
 gates=tests/gates
 golden=tests/golden
 size_goal=98304 # bytes; what the library is to shrink to
@@ -139,10 +142,11 @@ sources() {
 
 configured=" "
 configure() { # PRESET
-    local tests=ON
-    [ "$1" = fuzz ] && tests=OFF
+    local options=(-DNETPUBLIC_BUILD_TESTS=ON)
+    [ "$1" = fuzz ] && options=(-DNETPUBLIC_BUILD_TESTS=OFF)
+    [ "$1" = armhf ] && options+=(-DNETPUBLIC_BUILD_TOOLS=OFF) # the packages build them for ARM, too
     [[ $configured == *" $1 "* ]] && return
-    check "configure $1" cmake --preset "$1" -DNETPUBLIC_BUILD_TESTS=$tests && configured+="$1 "
+    check "configure $1" cmake --preset "$1" "${options[@]}" && configured+="$1 "
 }
 
 build() { # PRESET TARGET...; no target: all
@@ -294,8 +298,7 @@ section_budgets() {
 section_consumer() {
     # shellcheck disable=SC2046 # names without blanks
     build release $(installables) && check "consumer projects" $gates/consumer.sh build/release
-    # shellcheck disable=SC2046 # names without blanks
-    build armhf $(installables) && check "consumer projects (armhf, emulated)" $gates/consumer.sh build/armhf armhf
+    build armhf netpublic netpublic_host && check "consumer projects (armhf, emulated)" $gates/consumer.sh build/armhf armhf
     check "inside another project, shared and static" $gates/subproject.sh
     check "both layouts of TinyXML, and every mixture refused" $gates/tinyxml_layout.sh build/release
 }
@@ -362,10 +365,10 @@ for argument in "$@"; do
         update=yes
     elif [ "$argument" = full ]; then
         sections+=("${quick_sections[@]}" "${more_sections[@]}")
-    elif [[ " ${quick_sections[*]} ${more_sections[*]} " == *" $argument "* ]]; then
+    elif [[ " ${quick_sections[*]} ${more_sections[*]} ${other_sections[*]} " == *" $argument "* ]]; then
         sections+=("$argument")
     else
-        echo "No such section: $argument. There are: full, ${quick_sections[*]} ${more_sections[*]}" >&2
+        echo "No such section: $argument. There are: full, ${quick_sections[*]} ${more_sections[*]} ${other_sections[*]}" >&2
         exit 2
     fi
 done
