@@ -325,7 +325,7 @@ section_page() {
 # Each benchmark once: they assert what they time. bench/run.sh is for figures.
 section_bench() {
     configure release || return
-    cmake --build build/release --target help 2>/dev/null | grep -q '^netpublic_bench:' ||
+    cmake --build build/release --target help 2>/dev/null | grep '^netpublic_bench:' >/dev/null ||
         { echo "skipped: no Google Benchmark"; return; }
     build release netpublic_bench &&
         check "benchmarks, each once" build/release/bench/netpublic_bench --benchmark_min_time=0.0001

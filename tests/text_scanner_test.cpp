@@ -18,6 +18,9 @@ namespace counted_scanner {
 unsigned long steps;
 }
 #define NETPUBLIC_STEP() ++counted_scanner::steps
+namespace netpublic_counted {
+using netpublic::pointer_in;
+}
 #define netpublic netpublic_counted
 #undef NETPUBLIC_TEXT_SCANNER_H
 #undef NETPUBLIC_NODE_H
