@@ -101,7 +101,8 @@ const WordTable::Entry *lookup(const WordTable &words, const char *text, unsigne
         if (entry.use == Use::write)
             continue;
         const char *word = words.text(entry);
-        const bool same = (flags & word_prefix) != 0  ? strncasecmp(text, word, std::strlen(text)) == 0
+        const bool begins = (flags & word_prefix) != 0 && entry.use != Use::whole;
+        const bool same = begins                      ? strncasecmp(text, word, std::strlen(text)) == 0
                           : (flags & word_exact) != 0 ? std::strcmp(text, word) == 0
                                                       : strcasecmp(text, word) == 0;
         if (same)
@@ -247,7 +248,7 @@ void count(const Table &table, unsigned row, Event event)
     if (row_counters.size == 0)
         return;
     const std::size_t slot =
-        (reinterpret_cast<std::uintptr_t>(&table) / sizeof(void *) * 40503 + row * 4 + static_cast<unsigned>(event));
+        (reinterpret_cast<std::uintptr_t>(&table) / sizeof(void *) * 40503 + row * 8 + static_cast<unsigned>(event));
     std::uint8_t &counter = row_counters.counters[slot % row_counters.size];
     if (counter != UINT8_MAX)
         ++counter;
@@ -302,7 +303,7 @@ void Oracle::happened(void *self, Event event, const Table &table, const Row *ro
         const Member member = {row, static_cast<const char *>(record) - oracle.payload_};
         if (event == Event::taken)
             oracle.members_.insert(member);
-        else if (event == Event::refused && oracle.refused_.first == nullptr)
+        else if ((event == Event::refused || event == Event::placeless) && oracle.refused_.first == nullptr)
             oracle.refused_ = member;
     }
     switch (event) {
@@ -324,9 +325,9 @@ void Oracle::happened(void *self, Event event, const Table &table, const Row *ro
         if (by_name && !nobody_takes(table, node.name()))
             broken("P9", place(table, row, node) + ": ignored, although a key is there");
         break;
-    case Event::unwritten: // not while a body is read
-        break;
+    case Event::placeless: // not read at all
     case Event::missing:
+    case Event::unwritten: // not while a body is read
         break;
     }
 }

@@ -53,7 +53,7 @@ private:
             result.taken.insert(row);
         else if (event == Event::ignored)
             result.ignored_in.insert(&table);
-        else if (event == Event::refused && result.refused == nullptr)
+        else if ((event == Event::refused || event == Event::placeless) && result.refused == nullptr)
             result.refused = row;
         else if (event == Event::missing && result.missing == nullptr)
             result.missing = row;

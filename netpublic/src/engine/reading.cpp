@@ -665,7 +665,7 @@ int read_indexed(const Table &table, void *first, int capacity, Node element, st
                               ? static_cast<char *>(first) + static_cast<std::size_t>(number) * table.record_size
                               : nullptr;
         if (walk.record == nullptr) {
-            tell(Event::refused, table, &row, first, child);
+            tell(row.kind == Kind::place ? Event::refused : Event::placeless, table, &row, first, child);
             log_line(table.failure(), table.place(), table.parser());
             result = -1;
         } else if (read_row(walk, index, child) != 0) {

@@ -33,8 +33,9 @@ bool is_component(const void *record, Node node, const char *key);
 int read_indexed(const Table &table, void *first, int capacity, Node element, std::uint32_t *seen);
 
 #ifdef NETPUBLIC_DESCRIBED
-// What the engine tells the tools about a walk, and at which row a writer has failed.
-enum class Event { taken, ignored, refused, missing, unwritten };
+// What the engine tells the tools about a walk, and at which row a writer has failed. A child is `placeless` that is
+// refused unread, because it stands in front of the child that chooses its item's record.
+enum class Event { taken, ignored, refused, placeless, missing, unwritten };
 
 struct Watch {
     void *context;

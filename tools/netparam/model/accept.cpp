@@ -274,20 +274,6 @@ std::string grid_fault(const Table &table, const Row &row, const void *record, c
            std::to_string((columns * rows + 7) / 8 * 8) + ", filled up to whole bytes";
 }
 
-// An item whose record is chosen by one of its children: has that child come?
-bool is_unplaced(const Table &table, const Row &row, const TiXmlNode &node)
-{
-    unsigned place = 0;
-    while (place < table.keys && table.row(place).kind != Kind::place)
-        ++place;
-    if (place == table.keys || &table.row(place) == &row)
-        return false;
-    for (const TiXmlNode *earlier = node.PreviousSibling(); earlier != nullptr; earlier = earlier->PreviousSibling())
-        if (netpublic::find_key(table, earlier->Value(), 0) == place)
-            return false;
-    return true;
-}
-
 } // namespace
 
 Verdict judge(const Table &table, const Row &row, const void *record, const TiXmlNode &node)
@@ -297,9 +283,6 @@ Verdict judge(const Table &table, const Row &row, const void *record, const TiXm
     const char *text = element != nullptr ? element->GetText() : nullptr;
     if (element == nullptr) {
         verdict.reason = "this is no element; a comment or text that answers to a key is refused";
-    } else if (is_unplaced(table, row, node)) {
-        verdict.reason = "the child that chooses the item's record must come first";
-        verdict.text_is_to_blame = false;
     } else if (row.kind == Kind::group || row.kind == Kind::wire) {
         verdict.reason = "its children, taken together, are refused";
         verdict.text_is_to_blame = false;

@@ -51,6 +51,17 @@ Refusal of_value(const Table &table, const Row &row, const void *record, const T
     return refusal;
 }
 
+Refusal of_placeless(const Table &table, const Row &row, const TiXmlNode &node)
+{
+    Refusal refusal;
+    refusal.spot = spot_of(node);
+    refusal.path = path_of(node);
+    refusal.key = table.key(row);
+    refusal.reason = "the child that chooses the item's record must come first";
+    refusal.accepted = accepted_by(table, row);
+    return refusal;
+}
+
 Refusal of_missing(const Table &table, const Row &row, const TiXmlNode &element)
 {
     Refusal refusal;
@@ -123,6 +134,9 @@ void Trace::happened(void *self, Event event, const Table &table, const Row *row
             trace.outermost_ = node;
         else
             trace.refuse(of_value(table, *row, record, *node, trace.show_secrets_), *node);
+        break;
+    case Event::placeless:
+        trace.refuse(of_placeless(table, *row, *node), *node);
         break;
     case Event::missing:
         trace.refuse(of_missing(table, *row, *node), *node);
