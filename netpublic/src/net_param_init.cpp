@@ -6,6 +6,7 @@
 #include <net_public.h>
 
 #include <cstring>
+#include <string_view>
 
 using namespace netpublic;
 
@@ -77,18 +78,11 @@ struct Row {
 };
 static_assert(sizeof(Row) == 8, "packed");
 
-constexpr bool same_text(const char *a, const char *b)
-{
-    for (; *a != '\0' && *a == *b; ++a, ++b) {
-    }
-    return *a == *b;
-}
-
 // The first row that has this row's failure text.
 constexpr unsigned int first_with_text_of(unsigned int row)
 {
     unsigned int first = 0;
-    while (sources[first].failure == nullptr || !same_text(sources[first].failure, sources[row].failure))
+    while (sources[first].failure == nullptr || std::string_view(sources[first].failure) != sources[row].failure)
         ++first;
     return first;
 }
