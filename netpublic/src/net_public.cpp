@@ -584,11 +584,6 @@ constexpr AlarmWord alarm_words[] = {
 constexpr AlarmWord ai_words[] = {{0x40000, "people,"},   {0x80000, "vehicle,"}, {0x100000, "face,"},
                                   {0x400000, "dog_cat,"}, {0x200000, "other,"},  {0x8000000, "package,"}};
 
-// Three alarm-type codes each, from 29 on.
-constexpr char smart_ai_rules[][10] = {"crossline", "intrude", "loitering", "legacy", "loss"};
-constexpr unsigned int first_smart_ai_code = 29;
-constexpr unsigned int rules_per_kind = 3;
-
 template <std::size_t Count>
 void append_words(char *out, unsigned int size, const AlarmWord (&words)[Count], unsigned int bits)
 {
@@ -599,15 +594,13 @@ void append_words(char *out, unsigned int size, const AlarmWord (&words)[Count],
 
 void append_smart_ai_rules(char *out, unsigned int size, const time_section_t &set)
 {
-    unsigned int code = first_smart_ai_code;
-    for (const auto &rule : smart_ai_rules) {
-        for (unsigned int index = 0; index < rules_per_kind; ++index, ++code) {
-            if (alarm_in_check_event(&set, code) == 0)
-                continue;
-            const char number[] = {'_', static_cast<char>('0' + index), ',', '\0'};
-            append(out, size, rule);
-            append(out, size, number);
-        }
+    for (int code = smart_ai_first; code <= smart_ai_last; ++code) {
+        if (alarm_in_check_event(&set, static_cast<unsigned int>(code)) == 0)
+            continue;
+        const int rule = (code - smart_ai_first) % smart_ai_rules;
+        const char number[] = {'_', static_cast<char>('0' + rule), ',', '\0'};
+        append(out, size, word_of(alarm_types, code - rule));
+        append(out, size, number);
     }
 }
 
