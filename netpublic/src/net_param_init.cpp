@@ -6,6 +6,7 @@
 #include <net_public.h>
 
 #include <cstring>
+#include <string_view>
 
 using namespace netpublic;
 
@@ -49,6 +50,25 @@ enum RowIndex : unsigned int {
 };
 static_assert(row_count == sizeof(sources) / sizeof(sources[0]), "one index a row");
 
+#ifdef NETPUBLIC_STATIC
+
+// Each initialiser brings its own row, so that a firmware has those of the initialisers that it names.
+using RowKey = const Source &;
+template <RowIndex index> constexpr Source own_row = sources[index];
+#define ROW(name) own_row<row_##name>
+
+const Source &row_at(RowKey row)
+{
+    return row;
+}
+
+const char *failure_of(const Source &row)
+{
+    return row.failure;
+}
+
+#else
+
 // A row as it is kept: packed, and without pointers that a shared library would have to relocate.
 struct Row {
     std::uint32_t size : 24;
@@ -58,18 +78,11 @@ struct Row {
 };
 static_assert(sizeof(Row) == 8, "packed");
 
-constexpr bool same_text(const char *a, const char *b)
-{
-    for (; *a != '\0' && *a == *b; ++a, ++b) {
-    }
-    return *a == *b;
-}
-
 // The first row that has this row's failure text.
 constexpr unsigned int first_with_text_of(unsigned int row)
 {
     unsigned int first = 0;
-    while (sources[first].failure == nullptr || !same_text(sources[first].failure, sources[row].failure))
+    while (sources[first].failure == nullptr || std::string_view(sources[first].failure) != sources[row].failure)
         ++first;
     return first;
 }
@@ -124,11 +137,28 @@ constexpr bool fits()
 }
 static_assert(fits(), "the packed columns hold every row");
 
+// A number is shorter to hand over than an address.
+using RowKey = RowIndex;
+#define ROW(name) row_##name
+
+const Row &row_at(RowKey index)
+{
+    return catalogue.rows[index];
+}
+
+// Null for no line.
+const char *failure_of(const Row &row)
+{
+    return row.failure != 0 ? catalogue.texts + row.failure : nullptr;
+}
+
+#endif
+
 // Stamps the envelope and allocates the payload as the row says. A failed allocation leaves the
 // envelope stamped.
-int initialise(net_param_t *param, const net_ext_t *ext, RowIndex index)
+int initialise(net_param_t *param, const net_ext_t *ext, RowKey key)
 {
-    const Row &row = catalogue.rows[index];
+    const auto &row = row_at(key);
     param->inited = 1;
     param->status = 0;
     param->paramId = row.id;
@@ -138,8 +168,7 @@ int initialise(net_param_t *param, const net_ext_t *ext, RowIndex index)
     const unsigned int bytes = (row.extra & records) != 0 ? row.size * list_records : row.size;
     param->data = net_malloc(bytes);
     if (param->data == nullptr) {
-        const char *what = catalogue.texts + row.failure;
-        if (row.failure != 0)
+        if (const char *what = failure_of(row))
             log_error(NET_HERE, "init param%s%s failed\n", *what == '\0' ? "" : " ", what);
         return -1;
     }
@@ -167,7 +196,7 @@ void copy_user_name(char *name, const net_ext_t *ext, std::size_t size)
 #define INITIALISER(name, id, payload, extra, failure)                                                                 \
     int name(net_param_t *param, net_ext_t *ext)                                                                       \
     {                                                                                                                  \
-        return initialise(param, ext, row_##name);                                                                     \
+        return initialise(param, ext, ROW(name));                                                                      \
     }
 #define DEVIATION(name, id, payload, extra, failure)
 // No size, no payload: the envelope keeps whatever it held.
@@ -192,7 +221,7 @@ void copy_user_name(char *name, const net_ext_t *ext, std::size_t size)
 // The name fills its 32 characters without a terminator when it is that long: meant.
 int nets_param_user_cfg_init(net_param_t *param, net_ext_t *ext)
 {
-    if (initialise(param, ext, row_nets_param_user_cfg_init) != 0)
+    if (initialise(param, ext, ROW(nets_param_user_cfg_init)) != 0)
         return -1;
     copy_user_name(payload_of<char>(param), ext, 32);
     return 0;
@@ -200,7 +229,7 @@ int nets_param_user_cfg_init(net_param_t *param, net_ext_t *ext)
 
 int net_param_shared_user_cfg_init(net_param_t *param, net_ext_t *ext)
 {
-    if (initialise(param, ext, row_net_param_shared_user_cfg_init) != 0)
+    if (initialise(param, ext, ROW(net_param_shared_user_cfg_init)) != 0)
         return -1;
     copy_user_name(payload_of<char>(param), ext, 31);
     return 0;
@@ -208,7 +237,7 @@ int net_param_shared_user_cfg_init(net_param_t *param, net_ext_t *ext)
 
 int nets_param_ptz_cruise_init(net_param_t *param, net_ext_t *ext)
 {
-    if (initialise(param, ext, row_nets_param_ptz_cruise_init) != 0)
+    if (initialise(param, ext, ROW(nets_param_ptz_cruise_init)) != 0)
         return -1;
     payload_of<net_ptz_cruise_list_v20_t>(param)->keyPos[0].patrolId = ext->patrolId;
     return 0;
@@ -216,7 +245,7 @@ int nets_param_ptz_cruise_init(net_param_t *param, net_ext_t *ext)
 
 int net_param_dev_manage_init(net_param_t *param, net_ext_t *ext)
 {
-    if (initialise(param, ext, row_net_param_dev_manage_init) != 0)
+    if (initialise(param, ext, ROW(net_param_dev_manage_init)) != 0)
         return -1;
     payload_of<net_dev_manage_t>(param)->chnType = ext->chnType;
     return 0;
@@ -224,7 +253,7 @@ int net_param_dev_manage_init(net_param_t *param, net_ext_t *ext)
 
 int nets_param_rf_init(net_param_t *param, net_ext_t *ext)
 {
-    if (initialise(param, ext, row_nets_param_rf_init) != 0)
+    if (initialise(param, ext, ROW(nets_param_rf_init)) != 0)
         return -1;
     payload_of<net_rf_t>(param)->rfId = ext->rfId;
     return 0;
@@ -232,7 +261,7 @@ int nets_param_rf_init(net_param_t *param, net_ext_t *ext)
 
 int nets_param_support_init(net_param_t *param, net_ext_t *ext)
 {
-    if (initialise(param, ext, row_nets_param_support_init) != 0)
+    if (initialise(param, ext, ROW(nets_param_support_init)) != 0)
         return -1;
     auto *support = payload_of<tag_net_support_v20_t>(param);
     support->chnType = ext->chnType;
@@ -260,7 +289,7 @@ constexpr auto section_words = words<section_list>();
 // A name counts wherever it occurs in the token: "audio" asks for "IO" as well. Meant.
 int nets_param_ability_init(net_param_t *param, net_ext_t *ext)
 {
-    if (initialise(param, ext, row_nets_param_ability_init) != 0)
+    if (initialise(param, ext, ROW(nets_param_ability_init)) != 0)
         return -1;
     const int asked = mask_in(section_words, ext->token);
     int *section = payload_of<net_ability_v20_t>(param)->section;
@@ -273,7 +302,7 @@ int nets_param_ability_init(net_param_t *param, net_ext_t *ext)
 
 int nets_param_pic_shelter_init(net_param_t *param, net_ext_t *ext)
 {
-    if (initialise(param, ext, row_nets_param_pic_shelter_init) != 0)
+    if (initialise(param, ext, ROW(nets_param_pic_shelter_init)) != 0)
         return -1;
     payload_of<tag_net_shelter_cfg_v20_t>(param)->maxNum = -1;
     return 0;
@@ -281,7 +310,7 @@ int nets_param_pic_shelter_init(net_param_t *param, net_ext_t *ext)
 
 int nets_param_hdd_cfg_init(net_param_t *param, net_ext_t *ext)
 {
-    if (initialise(param, ext, row_nets_param_hdd_cfg_init) != 0)
+    if (initialise(param, ext, ROW(nets_param_hdd_cfg_init)) != 0)
         return -1;
     for (net_hdd_disk_v20_t &disk : payload_of<net_hdd_info_v20_t>(param)->disk)
         disk.number = -1;
@@ -290,7 +319,7 @@ int nets_param_hdd_cfg_init(net_param_t *param, net_ext_t *ext)
 
 int net_find_alarm_video_init(net_param_t *param, net_ext_t *ext)
 {
-    if (initialise(param, ext, row_net_find_alarm_video_init) != 0)
+    if (initialise(param, ext, ROW(net_find_alarm_video_init)) != 0)
         return -1;
     payload_of<net_find_alarm_video_t>(param)->destination = -1;
     return 0;
@@ -298,7 +327,7 @@ int net_find_alarm_video_init(net_param_t *param, net_ext_t *ext)
 
 int net_param_dingdong_cfg_init(net_param_t *param, net_ext_t *ext)
 {
-    if (initialise(param, ext, row_net_param_dingdong_cfg_init) != 0)
+    if (initialise(param, ext, ROW(net_param_dingdong_cfg_init)) != 0)
         return -1;
     for (net_dingdong_cfg_item_t &chime : payload_of<net_dingdong_cfg_t>(param)->item)
         chime.id = -1;
@@ -314,7 +343,7 @@ int net_param_fish_eye_cfg_init(net_param_t *param, net_ext_t *ext)
         log_error(here, "Func: %s, Line:%d\n", "net_param_fish_eye_cfg_init", here.line);
         return -1;
     }
-    return initialise(param, ext, row_net_param_fish_eye_cfg_init);
+    return initialise(param, ext, ROW(net_param_fish_eye_cfg_init));
 }
 
 int net_param_cert_info_init(net_param_t *param, net_ext_t *ext)
@@ -325,5 +354,5 @@ int net_param_cert_info_init(net_param_t *param, net_ext_t *ext)
         log_error(here, "Func: %s, Line\uFF1A %d\n", "net_param_cert_info_init", here.line);
         return -1;
     }
-    return initialise(param, ext, row_net_param_cert_info_init);
+    return initialise(param, ext, ROW(net_param_cert_info_init));
 }

@@ -584,9 +584,6 @@ constexpr AlarmWord alarm_words[] = {
 constexpr AlarmWord ai_words[] = {{0x40000, "people,"},   {0x80000, "vehicle,"}, {0x100000, "face,"},
                                   {0x400000, "dog_cat,"}, {0x200000, "other,"},  {0x8000000, "package,"}};
 
-// In the order of their codes.
-constexpr char smart_ai_words[][10] = {"crossline", "intrude", "loitering", "legacy", "loss"};
-
 template <std::size_t Count>
 void append_words(char *out, unsigned int size, const AlarmWord (&words)[Count], unsigned int bits)
 {
@@ -597,15 +594,13 @@ void append_words(char *out, unsigned int size, const AlarmWord (&words)[Count],
 
 void append_smart_ai_rules(char *out, unsigned int size, const time_section_t &set)
 {
-    unsigned int code = smart_ai_first;
-    for (const auto &word : smart_ai_words) {
-        for (int rule = 0; rule < smart_ai_rules; ++rule, ++code) {
-            if (alarm_in_check_event(&set, code) == 0)
-                continue;
-            const char number[] = {'_', static_cast<char>('0' + rule), ',', '\0'};
-            append(out, size, word);
-            append(out, size, number);
-        }
+    for (int code = smart_ai_first; code <= smart_ai_last; ++code) {
+        if (alarm_in_check_event(&set, static_cast<unsigned int>(code)) == 0)
+            continue;
+        const int rule = (code - smart_ai_first) % smart_ai_rules;
+        const char number[] = {'_', static_cast<char>('0' + rule), ',', '\0'};
+        append(out, size, word_of(alarm_types, code - rule));
+        append(out, size, number);
     }
 }
 

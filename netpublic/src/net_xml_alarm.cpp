@@ -3,6 +3,7 @@
 #include "engine/engine.h"
 #include "engine/records.h"
 #include "engine/registry.h"
+#include "toolkit/detections.h"
 #include "toolkit/schedules.h"
 #include "values/grid.h"
 #include "values/tables.h"
@@ -364,17 +365,6 @@ constexpr Word ai_event_list[] = {
     {18, "people"}, {19, "vehicle"}, {20, "face"}, {22, "dog_cat"}, {21, "other"}, {27, "package"}, {44, "cry"},
 };
 constexpr auto ai_events = words<ai_event_list>();
-
-// The detections by the alarm-type code of their first rule. Here it is "intrusion", although the
-// alarm type is called "intrude".
-constexpr Word detection_list[] = {
-    {smart_ai_first, "crossline"},
-    {smart_ai_first + 1 * smart_ai_rules, "intrusion"},
-    {smart_ai_first + 2 * smart_ai_rules, "loitering"},
-    {smart_ai_first + 3 * smart_ai_rules, "legacy"},
-    {smart_ai_first + 4 * smart_ai_rules, "loss"},
-};
-constexpr auto detections = words<detection_list>();
 
 // Where the object masks of the first detections are kept; left and missing objects have none.
 using RuleMasks = unsigned int[smart_ai_rules];

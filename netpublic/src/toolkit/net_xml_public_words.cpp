@@ -1,4 +1,5 @@
 #include "ground/log.h"
+#include "toolkit/detections.h"
 #include "values/tables.h"
 #include "values/values.h"
 
@@ -179,19 +180,13 @@ int get_alarm_in_type_intValue(int *code, char *text, int index)
 // bit test, or of the last comparison for an unknown name.
 int get_type_and_index_from_smart_ai(time_section_t set, char *name, int &mask)
 {
-    static constexpr char groups[][10] = {"crossline", "intrusion", "loitering", "legacy", "loss"};
     if (name == nullptr)
         return -1;
+    const auto *detection = find_whole(detections, name, true);
+    if (detection == nullptr)
+        return std::strcmp(name, "loss"); // what the comparison with the last one has given
+    const auto first = static_cast<unsigned int>(detection->code);
     int result = 0;
-    unsigned int first = smart_ai_first;
-    for (const char *group : groups) {
-        result = std::strcmp(name, group);
-        if (result == 0)
-            break;
-        first += smart_ai_rules;
-    }
-    if (result != 0)
-        return result;
     for (unsigned int rule = 0; rule < smart_ai_rules; ++rule) {
         result = alarm_in_check_event(&set, first + rule);
         mask |= result << rule;
