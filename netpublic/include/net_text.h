@@ -35,7 +35,7 @@
  *
  * One block is allocated by net_malloc() and released before the call returns: for ordinary texts at most as large as
  * the text on a 32-bit system (half again as large on a 64-bit one). Where it does not do, for texts of little but
- * tags, a larger one takes its place; the two together have up to 12 times (23 times) the size of a text of some
+ * tags, a larger one takes its place; the two together have up to 6.5 times (13 times) the size of a text of some
  * length.
  *
  * @param x2s    One of this library's message parsers, such as net_md_x2s(). Nothing else: see above.

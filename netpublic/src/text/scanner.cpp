@@ -313,14 +313,21 @@ bool Scanner::allocate(unsigned int tokens)
     return true;
 }
 
-// What is behind `at` has at most so many tokens, if no '>' ends a text: one for each opening tag or the like, one
-// for each text in front of a tag. Where that is too few, this is asked again.
+// What is behind `at` has about so many tokens: one for each opening tag or the like, one for each text in front of a
+// tag. Where that is too few, this is asked again.
 bool Scanner::grow(const char *at)
 {
     unsigned int more = 16 + count_ / 8;
-    for (; at < end_; ++at)
-        if (*at == '<')
-            more += (at[1] != '/') + (at[-1] != '>');
+    bool in_tag = true;
+    for (const char *behind_tag = at; at < end_; ++at) {
+        if (*at == '<') {
+            more += (at[1] != '/') + (at != behind_tag);
+            in_tag = true;
+        } else if (*at == '>' && in_tag) {
+            behind_tag = at + 1;
+            in_tag = false;
+        }
+    }
     return allocate(count_ + more);
 }
 
