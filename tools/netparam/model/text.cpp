@@ -3,6 +3,7 @@
 #include "ground/words.h"
 
 #include <algorithm>
+#include <array>
 
 namespace netparam {
 
@@ -48,6 +49,19 @@ std::string in_quotes(std::string_view text, std::size_t longest)
     std::string out = "\"" + printable(text.substr(0, kept)) + "\"";
     if (kept < text.size())
         out += "... (" + std::to_string(text.size()) + " bytes)";
+    return out;
+}
+
+std::string in_xml(std::string_view text)
+{
+    std::string out;
+    for (const char c : text)
+        if (const std::size_t mark = std::string_view("<>&").find(c); mark != std::string_view::npos)
+            out += std::array{"&lt;", "&gt;", "&amp;"}[mark];
+        else if (static_cast<unsigned char>(c) < 0x20)
+            out += "&#" + std::to_string(static_cast<int>(c)) + ";";
+        else
+            out += c;
     return out;
 }
 

@@ -13,6 +13,9 @@ std::string printable(std::string_view text);
 // The same between quotes; cut with an ellipsis beyond `longest` bytes.
 std::string in_quotes(std::string_view text, std::size_t longest = 200);
 
+// As a text of XML.
+std::string in_xml(std::string_view text);
+
 std::string joined(const std::vector<std::string> &texts, std::string_view separator);
 std::string lower(std::string text);
 // The parts between the separators; one more than there are of these.

@@ -17,8 +17,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::size_t days = 7, hours = 24;
-
 // A line that is not blank, without its indentation.
 struct Line {
     int row, column; // where its text begins, from 1 on
@@ -138,18 +136,18 @@ Json read_grid(const Text &text, const Drawing &drawing)
 // Seven days in any order, under a scale or not. `other` is called for lines that are neither.
 template <class Other> Json read_week(const Text &text, const std::map<char, Json> &marks, Other other)
 {
-    Json week = std::vector<Json>(days);
+    Json week = std::vector<Json>(week_days);
     std::size_t day, from;
     for (const Line &line : text.lines()) {
         if (is_day(line, day, from)) {
             if (!week[day].is_null())
                 text.refuse(line, 0, "the day is drawn twice");
-            week[day] = row_of(text, line, from, hours, marks);
+            week[day] = row_of(text, line, from, day_hours, marks);
         } else if (!is_scale(line)) {
             other(line);
         }
     }
-    for (day = 0; day < days; ++day)
+    for (day = 0; day < week_days; ++day)
         if (week[day].is_null())
             text.refuse_end(netpublic::word_of(netpublic::weekdays, static_cast<int>(day)) +
                             std::string(" is missing"));

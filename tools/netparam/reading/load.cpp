@@ -28,7 +28,7 @@ using netpublic::Shape;
 using netpublic::Table;
 using netpublic::WordTable;
 using Json = nlohmann::ordered_json;
-using View = RecordView<char>;
+using Target = RecordView<char>;
 
 std::string shown(const Json &value)
 {
@@ -229,15 +229,14 @@ void load_points(net_smart_ai_points_t &points, const Json &value, const std::st
 
 void load_sets(char *at, const Json &value, const std::string &path)
 {
-    constexpr std::size_t days = 7, hours = 24;
-    for (std::size_t day = 0; day < days; ++day) {
+    for (std::size_t day = 0; day < week_days; ++day) {
         const std::string accepted = "an array of 7 days, each an array of 24 sets of alarm types";
-        if (!value.is_array() || value.size() != days)
+        if (!value.is_array() || value.size() != week_days)
             refuse(path, value, "this is no week", accepted);
-        if (!value[day].is_array() || value[day].size() != hours)
+        if (!value[day].is_array() || value[day].size() != day_hours)
             refuse(item_path(path, day), value[day], "this is no day", accepted);
-        for (std::size_t hour = 0; hour < hours; ++hour)
-            store(at + (day * hours + hour) * sizeof(time_section_t),
+        for (std::size_t hour = 0; hour < day_hours; ++hour)
+            store(at + (day * day_hours + hour) * sizeof(time_section_t),
                   set_of(value[day][hour], item_path(item_path(path, day), hour)));
     }
 }
@@ -311,12 +310,12 @@ void load_scalar(char *at, const Detail &detail, const Json &value, const std::s
     }
 }
 
-void load_rows(const View &view, const Json &object, const std::string &path);
+void load_rows(const Target &view, const Json &object, const std::string &path);
 
 // One member, from its JSON value.
 class MemberLoader {
 public:
-    MemberLoader(const View &view, unsigned index, const Json &object, const Json &value, const std::string &path)
+    MemberLoader(const Target &view, unsigned index, const Json &object, const Json &value, const std::string &path)
         : view_(view), table_(view.table), index_(index), row_(table_.row(index)), detail_(table_.detail(index)),
           at_(view.member(row_)), object_(object), value_(value), path_(path)
     {
@@ -486,7 +485,7 @@ private:
         });
     }
 
-    const View &view_;
+    const Target &view_;
     const Table &table_;
     const unsigned index_;
     const Row &row_;
@@ -503,7 +502,7 @@ bool is_late(const Table &table, unsigned index)
     return form == Form::grid || count_of(table, table.row(index)) != nullptr;
 }
 
-std::vector<std::string> names_in(const View &view)
+std::vector<std::string> names_in(const Target &view)
 {
     std::vector<std::string> names;
     for (unsigned i = 0; i < view.table.rows; ++i)
@@ -512,7 +511,7 @@ std::vector<std::string> names_in(const View &view)
     return names;
 }
 
-unsigned find_row(const View &view, const std::string &name)
+unsigned find_row(const Target &view, const std::string &name)
 {
     for (unsigned i = 0; i < view.table.rows; ++i)
         if (view.holds(view.table.row(i)) && is_shown(view.table, i) && name == name_of(view.table, i))
@@ -520,7 +519,7 @@ unsigned find_row(const View &view, const std::string &name)
     return view.table.rows;
 }
 
-void load_rows(const View &view, const Json &object, const std::string &path)
+void load_rows(const Target &view, const Json &object, const std::string &path)
 {
     if (!object.is_object())
         refuse(path, object, "this is no object", "an object with any of: " + joined(names_in(view), ", "));

@@ -12,7 +12,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::size_t margin = 6; // of drawings
+constexpr std::size_t drawing_indent = 6; // of drawings
 
 struct DiffOptions : Options {
     std::string other; // the second file
@@ -70,7 +70,7 @@ bool has_room(const std::vector<std::string> &drawing, const Style &style)
     std::size_t width = 0;
     for (const std::string &line : drawing)
         width = std::max(width, line.size());
-    return margin + width <= style.width || isatty(STDOUT_FILENO) == 0;
+    return drawing_indent + width <= style.width || isatty(STDOUT_FILENO) == 0;
 }
 
 void print_difference(std::ostream &out, const Difference &difference, std::size_t width, const Options &options)
@@ -89,13 +89,13 @@ void print_difference(std::ostream &out, const Difference &difference, std::size
     if (cells.overlay.empty())
         return;
     const bool drawn = has_room(cells.overlay, options.style);
-    out << std::string(margin, ' ') << cells.cells << (cells.cells == 1 ? " cell differs" : " cells differ")
+    out << std::string(drawing_indent, ' ') << cells.cells << (cells.cells == 1 ? " cell differs" : " cells differ")
         << (drawn ? ": - set in the first only, + in the second only, ! in both, but differently"
                   : "; the terminal is too narrow to draw them")
         << '\n';
     if (drawn)
         for (const std::string &line : cells.overlay)
-            out << std::string(margin, ' ') << options.style.faint(line) << '\n';
+            out << std::string(drawing_indent, ' ') << options.style.faint(line) << '\n';
 }
 
 Json difference_json(const Difference &difference, const Options &options)

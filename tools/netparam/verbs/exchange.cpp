@@ -74,8 +74,8 @@ void tell_notes(std::ostream &errors, const Session &session, const Document &do
         print_notes(errors, *session.trace(), document, options);
 }
 
-ExitCode refused(std::ostream &out, std::ostream &errors, const Session &session, const Document &document,
-                 const Options &options)
+ExitCode report_refused(std::ostream &out, std::ostream &errors, const Session &session, const Document &document,
+                        const Options &options)
 {
     out.flush();
     tell_notes(errors, session, document, options);
@@ -102,7 +102,7 @@ ExitCode play(std::ostream &result, std::ostream &errors, const Options &options
     if (const Document *document = session.extension_document()) {
         print_xml(out, "Request, extension header", *document->tree().RootElement(), options);
         if (!session.read_extension())
-            return refused(out, errors, session, *document, options);
+            return report_refused(out, errors, session, *document, options);
     }
     if (Document *document = session.body_document())
         print_xml(out, "Request, body", *document->tree().RootElement(), options);
@@ -116,7 +116,7 @@ ExitCode play(std::ostream &result, std::ostream &errors, const Options &options
             return exit_refused;
         }
         if (!accepted)
-            return refused(out, errors, session, *document, options);
+            return report_refused(out, errors, session, *document, options);
         tell_notes(errors, session, *document, options);
     }
     const std::vector<Item> items = payload_items(session, entry, options);

@@ -84,16 +84,16 @@ Json to_json(const Entry &entry)
     return row;
 }
 
-using Line = std::vector<std::string>;
+using Cells = std::vector<std::string>;
 
-void print(std::ostream &out, const std::vector<Line> &lines)
+void print(std::ostream &out, const std::vector<Cells> &lines)
 {
-    Line::size_type columns = lines.front().size();
+    Cells::size_type columns = lines.front().size();
     std::vector<std::size_t> widths(columns);
-    for (const Line &line : lines)
+    for (const Cells &line : lines)
         for (std::size_t i = 0; i < columns; ++i)
             widths[i] = std::max(widths[i], line[i].size());
-    for (const Line &line : lines) {
+    for (const Cells &line : lines) {
         std::string text;
         for (std::size_t i = 0; i < columns; ++i) {
             const std::string padding(widths[i] - line[i].size(), ' ');
@@ -128,7 +128,7 @@ std::vector<const Entry *> matching(const std::string &filter)
 
 ExitCode list(std::ostream &out, std::ostream & /*errors*/, const ListOptions &options)
 {
-    std::vector<Line> lines = {{"NAME", "ID", "SIZE", "DIRECTIONS", "TITLE", "INITIALISER"}};
+    std::vector<Cells> lines = {{"NAME", "ID", "SIZE", "DIRECTIONS", "TITLE", "INITIALISER"}};
     Json rows = Json::array();
     std::vector<std::string> names; // what can be typed for MESSAGE, for completions and scripts
     for (const Entry *found : matching(options.filter)) {

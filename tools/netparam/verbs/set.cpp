@@ -72,27 +72,6 @@ std::size_t place_of(const TiXmlNode &tree, const TiXmlElement &element, bool &f
     return count;
 }
 
-std::string encoded(const std::string &value)
-{
-    std::string text;
-    for (const char c : value)
-        switch (c) {
-        case '<':
-            text += "&lt;";
-            break;
-        case '>':
-            text += "&gt;";
-            break;
-        case '&':
-            text += "&amp;";
-            break;
-        default:
-            text += static_cast<unsigned char>(c) < 0x20 ? "&#" + std::to_string(static_cast<int>(c)) + ";"
-                                                         : std::string(1, c);
-        }
-    return text;
-}
-
 // The elements of a body by their paths, and where their texts stand.
 class Body {
 public:
@@ -126,14 +105,14 @@ public:
             throw Failure(exit_fault, path_of(element) + " is not found in the text");
         const Tag &tag = tags_[place];
         if (text[tag.end - 2] == '/')
-            return {tag.end - 2, tag.end, ">" + encoded(value) + "</" + name + ">"};
+            return {tag.end - 2, tag.end, ">" + in_xml(value) + "</" + name + ">"};
         const std::size_t first = text.find_first_not_of(white, tag.end);
         if (text.compare(first, std::strlen(section), section) == 0)
-            return {first, text.find("]]>", first) + 3, encoded(value)};
+            return {first, text.find("]]>", first) + 3, in_xml(value)};
         const std::size_t next = text.find('<', tag.end);
         if (first == next)
-            return {tag.end, tag.end, encoded(value)};
-        return {first, text.find_last_not_of(white, next - 1) + 1, encoded(value)};
+            return {tag.end, tag.end, in_xml(value)};
+        return {first, text.find_last_not_of(white, next - 1) + 1, in_xml(value)};
     }
 
 private:

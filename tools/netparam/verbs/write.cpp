@@ -25,9 +25,9 @@ std::string place_of(const PayloadFile &file, const std::string &member)
 }
 
 // How the writing went, for people or as JSON.
-class Outcome {
+class Report {
 public:
-    Outcome(std::ostream &out, std::ostream &errors, const WriteOptions &options, const PayloadFile &file)
+    Report(std::ostream &out, std::ostream &errors, const WriteOptions &options, const PayloadFile &file)
         : out_(out), errors_(errors), options_(options), file_(file)
     {
         json_ = {{"message", nullptr}, {"body", nullptr}, {"refused", nullptr}, {"lost", Json::array()}};
@@ -129,7 +129,7 @@ ExitCode write(std::ostream &out, std::ostream &errors, const WriteOptions &opti
     }
     session.prepare();
     const PayloadFile file = read_payload(options.file, entry);
-    Outcome outcome(out, errors, options, file);
+    Report outcome(out, errors, options, file);
     try {
         load_payload(session, entry, file.payload);
         for (const std::string &drawing : options.drawings)
