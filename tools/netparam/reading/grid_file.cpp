@@ -313,7 +313,7 @@ Json value_in(const Text &text, const Item &target)
 
 } // namespace
 
-void put_drawing(Json &payload, const std::vector<Item> &items, const std::string &argument)
+Drawn put_drawing(Json &payload, const std::vector<Item> &items, const std::string &argument)
 {
     Targets targets;
     collect(targets, items, "");
@@ -321,19 +321,14 @@ void put_drawing(Json &payload, const std::vector<Item> &items, const std::strin
         throw Failure(exit_usage, "the payload has no grid and no schedule");
     const std::size_t equals = argument.find('=');
     const Text text(argument.substr(equals == std::string::npos ? 0 : equals + 1));
-    const auto [path, target] =
+    const auto [path, item] =
         equals == std::string::npos ? only_target(targets, text) : named_target(targets, argument.substr(0, equals));
-    payload[pointer_to(path)] = value_in(text, *target);
+    return {path, item->drawing.kind, payload[pointer_to(path)] = value_in(text, *item)};
 }
 
-Json read_grid(const std::string &file, int columns, int rows)
+std::string read_flags(const std::string &file)
 {
-    Drawing drawing;
-    drawing.cells.assign(static_cast<std::size_t>(std::max(rows, 0)),
-                         std::string(static_cast<std::size_t>(std::max(columns, 0)), '.'));
-    if (columns < 1 || rows < 1)
-        throw Failure(exit_usage, "the body does not say how many columns and rows the grid has");
-    return read_grid(Text(file), drawing);
+    return read_hours(Text(file), Item()).get<std::string>();
 }
 
 void save_drawing(const std::vector<Item> &items, const std::string &argument)

@@ -125,6 +125,7 @@ std::string wrong_element(const Entry &entry)
 bool Session::write()
 {
     stops_.clear();
+    reply_.Clear();
     const auto stop = [](void *self, netpublic::Event event, const netpublic::Table &table, const netpublic::Row *row,
                          void *record, netpublic::Node /*element*/) {
         if (event == netpublic::Event::unwritten)

@@ -163,9 +163,8 @@ void Trace::take(const Table &table, const Row &row, const void *record, const T
         return;
     children_[node.Parent()].emplace_back(key, &node);
     check_words(table, row, node);
-    const auto is_known_grid = [&](const Grid &grid) { return grid.node == &node; };
-    if (row.kind == netpublic::Kind::grid && std::none_of(grids_.begin(), grids_.end(), is_known_grid))
-        grids_.push_back({&node, &table, &row});
+    if (row.kind == netpublic::Kind::grid)
+        grids_.push_back(&node);
     const char *member = static_cast<const char *>(record) + row.offset;
     Origin &origin = origins_[{member, key}];
     if (origin.parent != node.Parent())
