@@ -247,7 +247,7 @@ Json row_json(const Table &table, const RowFacts &facts)
 Json table_json(const Table &table, bool writes)
 {
     Json json = {{"type", table.record},
-                 {"size", table.record_size},
+                 {"size", in_payload(table) ? Json(table.record_size) : Json()}, // another one is each machine's own
                  {"names", names_rule(table.names)},
                  {"others_fail", (table.flags & netpublic::table_others_fail) != 0},
                  {"first_only", (table.flags & netpublic::table_first_only) != 0},
@@ -295,7 +295,6 @@ Json message_json(const Entry &entry)
     json["parser"] = optional(entry.parser());
     json["writer"] = optional(entry.writer());
     json["root"] = optional(entry.root());
-    json["element"] = optional(entry.element());
     json["element"] = optional(entry.element());
     json["domain"] = entry.domain();
     json["read_check"] = read != nullptr ? Json(plain(read_check(*read))) : Json();
