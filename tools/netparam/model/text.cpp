@@ -76,6 +76,12 @@ std::string joined(const std::vector<std::string> &texts, std::string_view separ
     return out;
 }
 
+bool lies_within(const std::string &path, const std::string &outer)
+{
+    return path.compare(0, outer.size(), outer) == 0 &&
+           (path.size() == outer.size() || path[outer.size()] == '/' || path[outer.size()] == '[');
+}
+
 std::string lower(std::string text)
 {
     for (char &c : text)

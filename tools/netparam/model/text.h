@@ -23,6 +23,9 @@ std::vector<std::string> split(const std::string &text, char separator);
 // Without white space around it.
 std::string trimmed(const std::string &text);
 
+// Is the path "a/b[1]/c" the outer one, "a/b", or below it?
+bool lies_within(const std::string &path, const std::string &outer);
+
 // Bytes of the UTF-8 sequence at `at`; 1 where there is none.
 std::size_t sequence_length(std::string_view text, std::size_t at);
 

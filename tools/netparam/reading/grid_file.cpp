@@ -15,8 +15,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 // A line that is not blank, without its indentation.
 struct Line {
     int row, column; // where its text begins, from 1 on
@@ -239,13 +237,14 @@ bool is_week(Drawing::Kind kind)
 
 using Targets = std::vector<std::pair<std::string, const Item *>>;
 
-void collect(Targets &targets, const std::vector<Item> &items, const std::string &path)
+Targets targets_of(const std::vector<Item> &items)
 {
-    for (const Item &item : items) {
+    Targets targets;
+    for_items(items, [&](const std::string &path, const Item &item) {
         if (!item.drawing.cells.empty() && item.items.empty())
-            targets.emplace_back(path + item.name, &item);
-        collect(targets, item.items, item.list ? path : path + item.name + "/");
-    }
+            targets.emplace_back(path, &item);
+    });
+    return targets;
 }
 
 std::vector<std::string> paths_of(const Targets &targets)
@@ -261,10 +260,9 @@ Targets::value_type named_target(const Targets &targets, const std::string &path
     for (const auto &target : targets)
         if (target.first == path)
             return target;
-    const auto near = nearest(path, paths_of(targets), 1);
+    const std::string near = meant(path, paths_of(targets));
     throw Failure(exit_usage, "no grid or schedule is called " + in_quotes(path) +
-                                  (near.empty() ? ", only " + joined(paths_of(targets), ", ")
-                                                : "; did you mean " + near.front() + "?"));
+                                  (near.empty() ? ", only " + joined(paths_of(targets), ", ") : near));
 }
 
 // The only one that may be drawn like that.
@@ -315,8 +313,7 @@ Json value_in(const Text &text, const Item &target)
 
 Drawn put_drawing(Json &payload, const std::vector<Item> &items, const std::string &argument)
 {
-    Targets targets;
-    collect(targets, items, "");
+    Targets targets = targets_of(items);
     if (targets.empty())
         throw Failure(exit_usage, "the payload has no grid and no schedule");
     const std::size_t equals = argument.find('=');
@@ -334,8 +331,7 @@ std::string read_flags(const std::string &file)
 void save_drawing(const std::vector<Item> &items, const std::string &argument)
 {
     const std::size_t equals = argument.find('=');
-    Targets targets;
-    collect(targets, items, "");
+    Targets targets = targets_of(items);
     if (equals != std::string::npos)
         targets = {named_target(targets, argument.substr(0, equals))};
     if (targets.size() != 1)

@@ -13,14 +13,14 @@ namespace netparam {
 struct Drawn {
     std::string path;
     Drawing::Kind kind;
-    nlohmann::ordered_json value;
+    Json value;
 };
 
 // Puts the drawing in a file into a payload's JSON. `argument` is "PATH=FILE", or FILE alone where only one
 // value is drawn like that; `items` is the payload that `payload` was made of. The drawing is what "parse"
 // prints, however far it is indented. Fails with exit_usage, exit_file, and exit_malformed when the drawing
 // does not fit.
-Drawn put_drawing(nlohmann::ordered_json &payload, const std::vector<Item> &items, const std::string &argument);
+Drawn put_drawing(Json &payload, const std::vector<Item> &items, const std::string &argument);
 
 // The hours of a drawn week as 168 flags. Fails with exit_file and exit_malformed.
 std::string read_flags(const std::string &file);

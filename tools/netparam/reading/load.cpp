@@ -27,7 +27,6 @@ using netpublic::Row;
 using netpublic::Shape;
 using netpublic::Table;
 using netpublic::WordTable;
-using Json = nlohmann::ordered_json;
 using Target = RecordView<char>;
 
 std::string shown(const Json &value)
@@ -328,23 +327,19 @@ public:
             return load_word(at_, value_, path_);
         case Form::words:
         case Form::month:
-            return each(detail_.element_size, "words",
-                        [this](char *at, const Json &value, const std::string &path) { load_word(at, value, path); });
+            return each(detail_.element_size, "words", &MemberLoader::load_word);
         case Form::mask:
             return load_mask(at_, value_, path_);
         case Form::masks:
-            return each(detail_.element_size, "sets",
-                        [this](char *at, const Json &value, const std::string &path) { load_mask(at, value, path); });
+            return each(detail_.element_size, "sets", &MemberLoader::load_mask);
         case Form::group:
             return load_inner(at_, value_, path_);
         case Form::list:
-            return each(table_.ref(row_.ref).table->record_size, "objects",
-                        [this](char *at, const Json &value, const std::string &path) { load_inner(at, value, path); });
+            return each(table_.ref(row_.ref).table->record_size, "objects", &MemberLoader::load_inner);
         case Form::record:
             return load_shown(at_, value_, path_);
         case Form::records:
-            return each(detail_.element_size, "objects",
-                        [this](char *at, const Json &value, const std::string &path) { load_shown(at, value, path); });
+            return each(detail_.element_size, "objects", &MemberLoader::load_shown);
         case Form::text:
             return load_text(at_, capacity_of(table_, index_), longest_text(), value_, path_);
         case Form::texts:
@@ -353,9 +348,7 @@ public:
             return load_scalar(at_, detail_, value_, path_);
         case Form::scalars:
         case Form::numbers:
-            return each(detail_.element_size, "values", [this](char *at, const Json &value, const std::string &path) {
-                load_scalar(at, detail_, value, path);
-            });
+            return each(detail_.element_size, "values", &MemberLoader::load_one);
         case Form::grid:
             return load_grid();
         case Form::week:
@@ -373,10 +366,10 @@ public:
     }
 
 private:
-    using LoadItem = std::function<void(char *at, const Json &value, const std::string &path)>;
+    using LoadItem = void (MemberLoader::*)(char *at, const Json &value, const std::string &path);
 
     // The items of an array. Those behind them become zero, unless a count tells how many there are.
-    void each(std::size_t size, const std::string &items, const LoadItem &load_item)
+    void each(std::size_t size, const std::string &items, LoadItem load_item)
     {
         const std::size_t capacity = capacity_of(table_, index_);
         array_of(value_, path_, capacity, items);
@@ -386,7 +379,7 @@ private:
         else
             std::memset(at_ + value_.size() * size, 0, (capacity - value_.size()) * size);
         for (std::size_t i = 0; i < value_.size(); ++i)
-            load_item(at_ + i * size, value_[i], item_path(path_, i));
+            (this->*load_item)(at_ + i * size, value_[i], item_path(path_, i));
     }
 
     // Where the count is a member that the object names, too, both must agree.
@@ -413,6 +406,11 @@ private:
             store(at, word_of<std::uint8_t>(words, value, path));
         else
             store(at, word_of<std::int32_t>(words, value, path));
+    }
+
+    void load_one(char *at, const Json &value, const std::string &path)
+    {
+        load_scalar(at, detail_, value, path);
     }
 
     void load_mask(char *at, const Json &value, const std::string &path)
@@ -528,9 +526,7 @@ void load_rows(const Target &view, const Json &object, const std::string &path)
             const std::string at = path.empty() ? name : path + "/" + name;
             const unsigned index = find_row(view, name);
             if (index == view.table.rows) {
-                const auto near = nearest(name, names_in(view), 1);
-                refuse(at, value,
-                       "there is no such member" + (near.empty() ? "" : "; did you mean " + near.front() + "?"),
+                refuse(at, value, "there is no such member" + meant(name, names_in(view)),
                        joined(names_in(view), ", "));
             }
             if (value == hidden && is_secret(name))

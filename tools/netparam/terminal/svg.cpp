@@ -325,31 +325,6 @@ void draw(Page &page, const Drawing &drawing)
     }
 }
 
-bool is_picture(const Item &item)
-{
-    return item.drawing.kind > Drawing::Kind::note && !item.drawing.lines.empty();
-}
-
-bool draw_items(Page &page, const std::vector<Item> &items, const std::string &path)
-{
-    bool drawn = false;
-    for (const Item &item : items) {
-        if (is_picture(item)) {
-            page.y += 22;
-            page.text({margin, page.y}, path + item.name, "start", ink, title_size, true);
-            if (item.items.empty() && item.text.size() <= 100) {
-                page.y += 18;
-                page.text({margin, page.y}, item.text, "start", faint);
-            }
-            page.y += 12;
-            draw(page, item.drawing);
-            drawn = true;
-        }
-        drawn = draw_items(page, item.items, item.list ? path : path + item.name + "/") || drawn;
-    }
-    return drawn;
-}
-
 } // namespace
 
 std::string svg_of(const std::vector<Item> &items, const std::string &title)
@@ -357,7 +332,21 @@ std::string svg_of(const std::vector<Item> &items, const std::string &title)
     Page page;
     page.y += title_size;
     page.text({margin, page.y}, title, "start", ink, title_size + 2, true);
-    return draw_items(page, items, "") ? page.document() : "";
+    bool drawn = false;
+    for_items(items, [&](const std::string &path, const Item &item) {
+        if (item.drawing.kind <= Drawing::Kind::note || item.drawing.lines.empty())
+            return;
+        page.y += 22;
+        page.text({margin, page.y}, path, "start", ink, title_size, true);
+        if (item.items.empty() && item.text.size() <= 100) {
+            page.y += 18;
+            page.text({margin, page.y}, item.text, "start", faint);
+        }
+        page.y += 12;
+        draw(page, item.drawing);
+        drawn = true;
+    });
+    return drawn ? page.document() : "";
 }
 
 void save_svg(const std::vector<Item> &items, const std::string &title, const std::string &path)

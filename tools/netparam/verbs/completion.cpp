@@ -245,11 +245,10 @@ ExitCode completion(std::ostream &out, std::ostream & /*errors*/, const Completi
 
 void add_completion(CommandLine &line)
 {
-    const auto options = std::make_shared<CompletionOptions>();
-    options->line = &line;
-    CLI::App &verb = line.add_verb("completion", "Prints a shell's completions", options, completion);
+    auto [verb, options] = line.add_verb("completion", "Prints a shell's completions", completion);
+    options.line = &line;
     verb.group("");
-    verb.add_option("SHELL", options->shell, "bash or zsh")->required()->check(CLI::IsMember({"bash", "zsh"}));
+    verb.add_option("SHELL", options.shell, "bash or zsh")->required()->check(CLI::IsMember({"bash", "zsh"}));
 }
 
 } // namespace netparam

@@ -10,8 +10,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 constexpr std::size_t drawing_indent = 6; // of drawings
 
 struct DiffOptions : Options {
@@ -150,13 +148,11 @@ ExitCode diff(std::ostream &out, std::ostream &errors, const DiffOptions &option
 
 void add_diff(CommandLine &line)
 {
-    const auto options = std::make_shared<DiffOptions>();
-    options->style = line.style;
-    CLI::App &verb =
-        line.add_verb("diff", "Compares what the firmware gets from two bodies, field by field", options, diff);
-    options->add_options(verb).get_option("FILE")->required();
-    verb.add_option("OTHER", options->other, "The body to compare with")->required();
-    verb.add_flag("--json", options->json, "As JSON");
+    auto [verb, options] =
+        line.add_verb("diff", "Compares what the firmware gets from two bodies, field by field", diff);
+    options.add_options(verb).get_option("FILE")->required();
+    verb.add_option("OTHER", options.other, "The body to compare with")->required();
+    verb.add_flag("--json", options.json, "As JSON");
     line.explain(verb,
                  "Exit code 0 says that the payloads are the same, 1 that they differ. A body that is not well-formed "
                  "or that the library refuses is exit code 4: then nothing was compared.",

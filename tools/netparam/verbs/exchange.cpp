@@ -11,8 +11,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 // As the host logs it: through the library's filter, and without what the filter lets pass.
 std::string logged_form(const std::string &xml, const Options &options)
 {
@@ -164,15 +162,12 @@ ExitCode exchange(std::ostream &out, std::ostream &errors, const Options &option
 
 void add_exchange(CommandLine &line)
 {
-    const auto options = std::make_shared<Options>();
-    options->style = line.style;
-    CLI::App &verb =
-        line.add_verb("exchange", "Plays a whole exchange: header, request, payload, reply", options, exchange);
-    options->add_options(verb).add_flag("--full", options->full, "Do not shorten long texts");
-    options->add_picture(verb);
-    options->add_format(verb, false);
-    verb.add_flag("--json", options->json, "As JSON: what \"parse --json\" prints, and the reply")
-        ->excludes("--format");
+    auto [verb, options] =
+        line.add_verb("exchange", "Plays a whole exchange: header, request, payload, reply", exchange);
+    options.add_options(verb).add_flag("--full", options.full, "Do not shorten long texts");
+    options.add_picture(verb);
+    options.add_format(verb, false);
+    verb.add_flag("--json", options.json, "As JSON: what \"parse --json\" prints, and the reply")->excludes("--format");
     line.explain(verb,
                  "Texts are shown as the firmware would log them. Without a FILE the payload is what the initialiser "
                  "leaves.",

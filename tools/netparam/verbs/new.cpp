@@ -108,11 +108,10 @@ ExitCode make_new(std::ostream &out, std::ostream & /*errors*/, const NewOptions
 
 void add_new(CommandLine &line)
 {
-    const auto options = std::make_shared<NewOptions>();
-    CLI::App &verb = line.add_verb("new", "Prints a body to start from", options, make_new);
-    verb.add_option("MESSAGE", options->message, "Its name; see \"netparam list\"")->required();
-    verb.add_flag("--minimal", options->minimal, "Only what is required");
-    verb.add_flag("--bare", options->bare, "Without comments");
+    auto [verb, options] = line.add_verb("new", "Prints a body to start from", make_new);
+    verb.add_option("MESSAGE", options.message, "Its name; see \"netparam list\"")->required();
+    verb.add_flag("--minimal", options.minimal, "Only what is required");
+    verb.add_flag("--bare", options.bare, "Without comments");
     line.explain(
         verb,
         "Every child that the message reads stands there with a text that it accepts, lists with two items or as "

@@ -13,7 +13,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using netpublic::Detail;
 using netpublic::Kind;
 using netpublic::Row;

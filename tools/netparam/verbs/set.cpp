@@ -15,8 +15,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 struct SetOptions : Options {
     std::vector<std::string> values, drawings;
     bool difference = false, in_place = false;
@@ -188,9 +186,7 @@ private:
             found = answering;
         const std::string where = document_.at(spot_of(parent)) + ": " + path_of(parent);
         if (found.empty()) {
-            const auto near = nearest(name, names, 1);
-            throw Failure(exit_usage, where + " has no " + in_quotes(name) +
-                                          (near.empty() ? "" : "; did you mean " + near.front() + "?"));
+            throw Failure(exit_usage, where + " has no " + in_quotes(name) + meant(name, names));
         }
         if (open == std::string::npos && found.size() > 1)
             throw Failure(exit_usage, where + " has " + std::to_string(found.size()) + " " + name + ": say " + name +
@@ -411,20 +407,18 @@ ExitCode set_values(std::ostream &out, std::ostream &errors, const SetOptions &o
 
 void add_set(CommandLine &line)
 {
-    const auto options = std::make_shared<SetOptions>();
-    options->style = line.style;
-    CLI::App &verb = line.add_verb("set", "Changes values in a body and nothing else", options, set_values);
-    options->add_options(verb).get_option("FILE")->required();
-    verb.add_option("VALUE", options->values, "PATH=VALUE, as in timeBlockList/timeBlock[1]/endHour=18; places from 0")
+    auto [verb, options] = line.add_verb("set", "Changes values in a body and nothing else", set_values);
+    options.add_options(verb).get_option("FILE")->required();
+    verb.add_option("VALUE", options.values, "PATH=VALUE, as in timeBlockList/timeBlock[1]/endHour=18; places from 0")
         ->type_name("PATH=VALUE");
-    verb.add_option("--grid", options->drawings,
+    verb.add_option("--grid", options.drawings,
                     "A grid or schedule as \"parse\" draws it or --grid-out saves it; which one, if there are several: "
                     "PATH=FILE")
         ->type_name("FILE")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    verb.add_flag("--diff", options->difference, "Print the lines that change instead of the whole text");
-    verb.add_flag("--in-place", options->in_place, "Write the FILE instead of printing the text");
+    verb.add_flag("--diff", options.difference, "Print the lines that change instead of the whole text");
+    verb.add_flag("--in-place", options.in_place, "Write the FILE instead of printing the text");
     line.explain(verb,
                  "The text keeps every other byte. What the library would then refuse is not printed, but explained as "
                  "\"parse\" does. The text is printed as it is, secrets and all, since it is meant to be sent.",
