@@ -258,6 +258,12 @@ void print_log(std::ostream &out, const Session &session, const Style &style)
         out << "  " << line << '\n';
 }
 
+void print_refused(std::ostream &out, const Session &session, const Document &document, const Options &options)
+{
+    print_refusal(out, session, document, options);
+    print_log(out, session, options.style);
+}
+
 Json refusal_json(const Session &session, const Document &document)
 {
     return refusal_json(refusal_of(session, document), document.name());

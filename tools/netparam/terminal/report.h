@@ -28,6 +28,8 @@ void print_unwritten(std::ostream &out, const Refusal &refusal, const std::strin
 // What was accepted, but may have been meant otherwise.
 void print_notes(std::ostream &out, const Trace &trace, const Document &document, const Options &options);
 // The library's own lines, if there are any.
+// The refusal and the library's log.
+void print_refused(std::ostream &out, const Session &session, const Document &document, const Options &options);
 void print_log(std::ostream &out, const Session &session, const Style &style);
 
 // For output; what is no UTF-8 is replaced, as names and texts of a body may hold any bytes.

@@ -101,10 +101,7 @@ public:
             const std::size_t equals = message.rfind('=');
             const std::string name = equals == std::string::npos ? message : message.substr(equals + 1);
             const std::string pattern = equals == std::string::npos ? "*" : message.substr(0, equals);
-            const Entry &entry = find_message(name);
-            if (!entry.parses())
-                throw Failure(exit_usage, entry.name() + " has no parser: it is only written");
-            chosen_.push_back({pattern, &entry});
+            chosen_.push_back({pattern, &find_parsed(name)});
         }
     }
 
@@ -271,9 +268,7 @@ private:
         } else if (options_.format == format_text) {
             print_notes(out_, trace, document, options_);
             if (!good)
-                print_refusal(out_, session, document, options_);
-            if (!good)
-                print_log(out_, session, options_.style);
+                print_refused(out_, session, document, options_);
         }
         if (good && ignores && options_.strict)
             throw Failure(exit_refused, printable(path) + ": has parts that are not read");

@@ -25,17 +25,12 @@ struct Side {
     Side(const Entry &entry, const Options &shared, const std::string &file, std::ostream &errors)
         : options(with_file(shared, file)), session(entry, options)
     {
-        const Document *document = session.extension_document();
-        bool accepted = session.read_extension();
-        if (accepted) {
-            session.prepare();
-            document = session.body_document();
-            accepted = session.parse();
+        bool accepted;
+        const Document *document = session.read(accepted);
+        if (document == session.body_document())
             print_notes(errors, *session.trace(), *document, options);
-        }
         if (!accepted) {
-            print_refusal(errors, session, *document, options);
-            print_log(errors, session, options.style);
+            print_refused(errors, session, *document, options);
             throw Failure(exit_malformed, printable(document->name()) + " is refused, so there is nothing to compare");
         }
         Options everything = options;
@@ -113,9 +108,7 @@ ExitCode diff(std::ostream &out, std::ostream &errors, const DiffOptions &option
     options.settle();
     if (options.other == "-" && (options.file == "-" || options.extension == "-"))
         throw Failure(exit_usage, "only one of FILE, OTHER and --ext can be standard input");
-    const Entry &entry = find_message(options.message);
-    if (!entry.parses())
-        throw Failure(exit_usage, entry.name() + " has no parser: it is only written");
+    const Entry &entry = find_parsed(options.message);
     if (entry.table() == nullptr)
         throw Failure(exit_usage, "no rows describe the payload of " + entry.name());
     const Side a(entry, options, options.file, errors), b(entry, options, options.other, errors);

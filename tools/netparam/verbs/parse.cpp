@@ -22,7 +22,7 @@ struct ParseOptions : Options {
 const Entry &entry_for(ParseOptions &options)
 {
     if (!options.file.empty())
-        return find_message(options.message);
+        return find_parsed(options.message);
     options.file = options.message;
     if (parsed_message(options.file) != nullptr && !std::ifstream(options.file).good())
         throw Failure(exit_usage, "parse " + options.file + " needs a FILE");
@@ -33,16 +33,9 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, ParseOptions option
 {
     const Entry &entry = entry_for(options);
     options.settle();
-    if (!entry.parses())
-        throw Failure(exit_usage, entry.name() + " has no parser: it is only written");
     Session session(entry, options);
-    const Document *document = session.extension_document();
-    bool accepted = session.read_extension();
-    if (accepted) {
-        session.prepare();
-        document = session.body_document();
-        accepted = session.parse();
-    }
+    bool accepted;
+    const Document *document = session.read(accepted);
     if (accepted && !options.bytes.empty())
         save_bytes(session, options.bytes);
     if (accepted && !options.drawing.empty())

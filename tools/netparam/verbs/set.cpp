@@ -369,9 +369,7 @@ std::vector<Edit> edits_of(Session &session, const Entry &entry, const Document 
 ExitCode set_values(std::ostream &out, std::ostream &errors, const SetOptions &options)
 {
     options.settle();
-    const Entry &entry = find_message(options.message);
-    if (!entry.parses())
-        throw Failure(exit_usage, entry.name() + " has no parser: it is only written");
+    const Entry &entry = find_parsed(options.message);
     if (options.values.empty() && options.drawings.empty())
         throw Failure(exit_usage, "nothing is to be set: PATH=VALUE or --grid PATH=FILE");
     if (options.in_place && options.file == "-")
@@ -390,8 +388,7 @@ ExitCode set_values(std::ostream &out, std::ostream &errors, const SetOptions &o
     const bool accepted = after.parse();
     print_notes(errors, *after.trace(), *after.body_document(), options);
     if (!accepted) {
-        print_refusal(errors, after, *after.body_document(), options);
-        print_log(errors, after, options.style);
+        print_refused(errors, after, *after.body_document(), options);
         return exit_refused;
     }
     if (options.in_place && !(std::ofstream(options.file, std::ios::binary) << changed).flush())

@@ -121,8 +121,7 @@ ExitCode write(std::ostream &out, std::ostream &errors, const WriteOptions &opti
     without_body.file.clear();
     Session session(entry, without_body);
     if (!session.read_extension()) {
-        print_refusal(errors, session, *session.extension_document(), options);
-        print_log(errors, session, options.style);
+        print_refused(errors, session, *session.extension_document(), options);
         return exit_refused;
     }
     session.prepare();
