@@ -300,6 +300,7 @@ void replace_drawing(std::vector<Edit> &edits, const Body &body, Session &sessio
         if ((path.substr(path.find('/') + 1) + "/").compare(0, drawn.path.size() + 1, drawn.path + "/") == 0)
             return edits.push_back(body.replace(*grid->ToElement(), grid_text(drawn.value)));
     }
+    paths.reserve(weeks.size());
     for (const auto &week : weeks)
         paths.push_back(week.first);
     replace_list(edits, body, session, entry, payload, drawn, joined(paths, ", "));
