@@ -302,6 +302,39 @@ class PageTest(unittest.TestCase):
         self.assertIn("Refused line 1 port: the number is out of range", self.texts(".findings li")[0])
         self.assertEqual(0, self.run_script("return document.querySelectorAll('img, script:not([type])').length"))
 
+    def test_texts_are_recognised_as_the_inspector_does(self):
+        texts = [example(file) for file, _ in self.examples if file.endswith(".xml")] + [
+            "<Other/>", "<body><x/></body>", "<MD/>", "<md><width>1</width></md>", "<body><Ntp/><MD/></body>",
+            "<StreamInfoList/>", "<Other><width>1</width></Other>", "<Other><keyPosId>1</keyPosId></Other>"]
+        roots = [message["element"] for message in self.messages]
+        texts += [f"<{root}/>" for root in sorted(set(filter(None, roots))) if roots.count(root) > 1]
+        seen = self.run_script("""
+            const box = document.getElementById("paste"); // it works where it is no longer shown, too
+            const verdict = document.getElementById("paste-verdict");
+            const seen = [];
+            for (const text of given[0]) {
+                const before = location.hash;
+                box.value = text;
+                box.dispatchEvent(new Event("input"));
+                if (location.hash !== before) await new Promise(done => addEventListener("hashchange", done, { once: true }));
+                const offers = [...verdict.querySelectorAll("button")].map(each => each.textContent.replace("Read it as ", ""));
+                seen.push([verdict.textContent === "" ? document.querySelector("h1").textContent : null, offers]);
+            }
+            return seen;""", texts)
+        known = 0
+        for text, (name, candidates) in zip(texts, seen):
+            with self.subTest(text=text[:200]):
+                done = run("parse", "-", "--quiet", text=text)
+                if done.returncode != 5:
+                    self.assertEqual(f"standard input: {name} ", done.stdout[:done.stdout.index("accepted" if done.returncode == 0 else "refused")])
+                    known += 1
+                else:
+                    named = re.search(r": ([a-z0-9, -]+)$", done.stderr.strip())
+                    self.assertIn(name, [None] + [row["name"] for row in self.messages if row["read"] is None])
+                    if named and name is None:
+                        self.assertEqual(sorted(named[1].split(", ")), candidates)
+        self.assertGreater(known, 100)
+
     def test_an_edited_grid_is_what_the_library_reads(self):
         for message, key in (("md", "scope"), ("ai-area-detect", "area")):
             place = lambda payload: digits(payload[key])  # pylint: disable=cell-var-from-loop

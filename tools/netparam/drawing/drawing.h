@@ -4,11 +4,15 @@
 
 #include <net_types.h>
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace netparam {
+
+// Of a drawn week.
+constexpr std::size_t week_days = 7, day_hours = 24;
 
 // A privacy mask, in the client's unit.
 struct Rectangle {

@@ -7,7 +7,7 @@
 namespace netparam {
 namespace {
 
-constexpr int columns = 48, rows = 16;
+constexpr int frame_columns = 48, frame_rows = 16;
 
 struct Cell {
     int column, row;
@@ -18,7 +18,7 @@ public:
     Frame()
     {
         for (std::string &row : cells_)
-            row.assign(columns, ' ');
+            row.assign(frame_columns, ' ');
     }
 
     void mark(Cell cell, char character)
@@ -38,7 +38,7 @@ public:
 
     std::vector<std::string> lines() const
     {
-        const std::string border = "+" + std::string(columns, '-') + "+";
+        const std::string border = "+" + std::string(frame_columns, '-') + "+";
         std::vector<std::string> lines = {border};
         for (const std::string &row : cells_)
             lines.push_back("|" + row + "|");
@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    std::array<std::string, rows> cells_;
+    std::array<std::string, frame_rows> cells_;
 };
 
 // Also false for what is no number.
@@ -58,8 +58,8 @@ bool inside(const point_t &point)
 
 Cell cell_of(const point_t &point)
 {
-    return {std::min(static_cast<int>(point.x * columns), columns - 1),
-            std::min(static_cast<int>(point.y * rows), rows - 1)};
+    return {std::min(static_cast<int>(point.x * frame_columns), frame_columns - 1),
+            std::min(static_cast<int>(point.y * frame_rows), frame_rows - 1)};
 }
 
 // The cells that a stretch from `low` to `high` touches, in a frame as large as `extent`.
@@ -113,8 +113,8 @@ Drawing draw_rectangles(const std::vector<Rectangle> &rectangles)
     for (const Rectangle &each : rectangles) {
         if (each.width <= 0 || each.height <= 0)
             continue;
-        const auto [left, right] = stretch(each.left, each.left + each.width, width, columns);
-        const auto [top, bottom] = stretch(each.top, each.top + each.height, height, rows);
+        const auto [left, right] = stretch(each.left, each.left + each.width, width, frame_columns);
+        const auto [top, bottom] = stretch(each.top, each.top + each.height, height, frame_rows);
         for (int row = top; row < bottom; ++row)
             for (int column = left; column < right; ++column)
                 frame.mark({column, row}, each.mark);

@@ -287,38 +287,25 @@ void add_list_notes(std::vector<std::string> &notes, const Table &table, const R
 std::string fixed_line(netpublic::Line line)
 {
     using netpublic::Line;
-    switch (line) {
-    case Line::parser:
-        return "\"Func(...) Line(...)\"";
-    case Line::writer:
-        return "\"func:... line:...\"";
-    case Line::plain:
-        return "\"Func(...) Line(...)\", not gated";
-    case Line::plain_failed:
-        return "\"func:... line:... failed\", not gated";
-    case Line::plain_arrow:
-        return "\"func:...  line:...------------>\", not gated";
-    case Line::green_empty:
-        return "an empty green line, not gated";
-    case Line::error:
-        return "\" error \"";
-    case Line::plain_param:
-        return "\"param err\", not gated";
-    case Line::xml_error:
-        return "\"XML IS ERROR\"";
-    case Line::xml_err:
-        return "\"xml err\"";
-    case Line::param_error:
-        return "\"param error\"";
-    case Line::location:
-        return "\"..., ...\"";
-    case Line::null_error:
-        return "\"arguments are null.\"";
-    case Line::rights_error:
-        return "\"nets_ability_support_s2x fail\"";
-    case Line::none:
-        break;
-    }
+    constexpr std::pair<Line, const char *> lines[] = {
+        {Line::parser, "\"Func(...) Line(...)\""},
+        {Line::writer, "\"func:... line:...\""},
+        {Line::plain, "\"Func(...) Line(...)\", not gated"},
+        {Line::plain_failed, "\"func:... line:... failed\", not gated"},
+        {Line::plain_arrow, "\"func:...  line:...------------>\", not gated"},
+        {Line::green_empty, "an empty green line, not gated"},
+        {Line::error, "\" error \""},
+        {Line::plain_param, "\"param err\", not gated"},
+        {Line::xml_error, "\"XML IS ERROR\""},
+        {Line::xml_err, "\"xml err\""},
+        {Line::param_error, "\"param error\""},
+        {Line::location, "\"..., ...\""},
+        {Line::null_error, "\"arguments are null.\""},
+        {Line::rights_error, "\"nets_ability_support_s2x fail\""},
+    };
+    for (const auto &[known, text] : lines)
+        if (known == line)
+            return text;
     return "nothing";
 }
 

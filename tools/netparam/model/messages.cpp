@@ -280,4 +280,12 @@ const Entry &find_message(const std::string &name)
     return *found.front();
 }
 
+const Entry &find_parsed(const std::string &name)
+{
+    const Entry &entry = find_message(name);
+    if (!entry.parses())
+        throw Failure(exit_usage, entry.name() + " has no parser: it is only written");
+    return entry;
+}
+
 } // namespace netparam

@@ -50,6 +50,8 @@ const std::vector<Entry> &entries();
 // The message of this name: its own, or that of its initialiser, parser, writer or root element.
 // Fails with exit_usage and the nearest names.
 const Entry &find_message(const std::string &name);
+// The same; fails with exit_usage when it is only written, too.
+const Entry &find_parsed(const std::string &name);
 
 // The message of this name of its own that can be parsed; null without one.
 const Entry *parsed_message(const std::string &name);

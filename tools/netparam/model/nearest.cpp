@@ -69,4 +69,10 @@ std::vector<std::string> nearest(const std::string &typed, const std::vector<std
     return result;
 }
 
+std::string meant(const std::string &typed, const std::vector<std::string> &names)
+{
+    const auto near = nearest(typed, names, 1);
+    return near.empty() ? "" : "; did you mean " + near.front() + "?";
+}
+
 } // namespace netparam

@@ -3,6 +3,7 @@
 #include "ground/words.h"
 
 #include <algorithm>
+#include <array>
 
 namespace netparam {
 
@@ -51,6 +52,19 @@ std::string in_quotes(std::string_view text, std::size_t longest)
     return out;
 }
 
+std::string in_xml(std::string_view text)
+{
+    std::string out;
+    for (const char c : text)
+        if (const std::size_t mark = std::string_view("<>&").find(c); mark != std::string_view::npos)
+            out += std::array{"&lt;", "&gt;", "&amp;"}[mark];
+        else if (static_cast<unsigned char>(c) < 0x20)
+            out += "&#" + std::to_string(static_cast<int>(c)) + ";";
+        else
+            out += c;
+    return out;
+}
+
 std::string joined(const std::vector<std::string> &texts, std::string_view separator)
 {
     std::string out;
@@ -60,6 +74,12 @@ std::string joined(const std::vector<std::string> &texts, std::string_view separ
         out += text;
     }
     return out;
+}
+
+bool lies_within(const std::string &path, const std::string &outer)
+{
+    return path.compare(0, outer.size(), outer) == 0 &&
+           (path.size() == outer.size() || path[outer.size()] == '/' || path[outer.size()] == '[');
 }
 
 std::string lower(std::string text)

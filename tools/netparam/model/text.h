@@ -13,12 +13,18 @@ std::string printable(std::string_view text);
 // The same between quotes; cut with an ellipsis beyond `longest` bytes.
 std::string in_quotes(std::string_view text, std::size_t longest = 200);
 
+// As a text of XML.
+std::string in_xml(std::string_view text);
+
 std::string joined(const std::vector<std::string> &texts, std::string_view separator);
 std::string lower(std::string text);
 // The parts between the separators; one more than there are of these.
 std::vector<std::string> split(const std::string &text, char separator);
 // Without white space around it.
 std::string trimmed(const std::string &text);
+
+// Is the path "a/b[1]/c" the outer one, "a/b", or below it?
+bool lies_within(const std::string &path, const std::string &outer);
 
 // Bytes of the UTF-8 sequence at `at`; 1 where there is none.
 std::size_t sequence_length(std::string_view text, std::size_t at);

@@ -121,15 +121,29 @@ function bestHit(known, word) {
     return best;
 }
 
-const bears = ({ element }, body) => element !== null && fold(element) === fold(body.nodeName);
+const bears = ({ element }, body) => element !== null && answers.whole(body.nodeName, element);
 
-// The messages whose root element a text has: those that know the names of the most children come first.
+function knowsChildren(message, body) {
+    const keys = tableOf(message).keys.filter(row => row[directionOf(message)] && row.key !== null);
+    const known = child => keys.some(({ key }) => answers.whole(child.nodeName, key));
+    return body.children.length > 0 && [...body.children].every(known);
+}
+
+// What a text may be, as the inspector finds it: the message of its root element, or of several the one that has a key
+// for each child; else `candidates` have the root, or if none has, the keys.
 function recognise(source) {
     const body = bodyOf(source.root);
-    const known = message => {
-        const table = tableOf(message);
-        const rows = table.keys.filter(row => row.key !== null);
-        return nodesOf(body).filter(node => readersOf(table, nameOf(node), rows).length > 0).length;
-    };
-    return messages.filter(message => bears(message, body)).sort((a, b) => known(b) - known(a));
+    const bearing = messages.filter(message => bears(message, body));
+    const read = bearing.filter(message => message.read);
+    const of_root = read.length > 0 ? read : bearing;
+    const fitting = (of_root.length > 0 ? of_root : messages.filter(message => message.read)).filter(message =>
+        knowsChildren(message, body),
+    );
+    if (of_root.length === 1) return { message: of_root[0], candidates: of_root };
+    if (of_root.length > 1 && fitting.length === 1) return { message: fitting[0], candidates: fitting };
+    const about = of_root.length > 0 ? "Several messages have" : "No message has";
+    const but = of_root.length === 0 && fitting.length > 0 ? ", but keys for its children have" : "";
+    const candidates = of_root.length > 0 ? of_root : fitting;
+    const reason = `${about} the root element ${body.nodeName}${but}${candidates.length > 0 ? ": " : "."}`;
+    return { message: null, candidates, reason };
 }

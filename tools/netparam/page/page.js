@@ -82,9 +82,13 @@ function homeView() {
         const source = paste.value.trim() === "" ? null : parseText(paste.value);
         verdict.textContent = source?.fault ? `This is not well-formed XML: ${source.fault}` : "";
         if (source === null || source.fault) return;
-        const found = bodyOf(source.root) === null ? [] : recognise(source);
-        if (found.length > 0) openWith(found[0], paste.value);
-        else verdict.textContent = `No message is known by the root element ${source.root.nodeName}.`;
+        if (bodyOf(source.root) === null) {
+            verdict.textContent = "The body holds no message.";
+            return;
+        }
+        const { message, candidates, reason } = recognise(source);
+        if (message !== null) openWith(message, paste.value);
+        else verdict.replaceChildren(reason, ...offers(candidates, paste.value));
     });
     return [view];
 }

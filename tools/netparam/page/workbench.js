@@ -5,6 +5,10 @@ const shortened = text => (text.length > 26 ? text.slice(0, 24) + "…" : text);
 const most_findings = 100;
 const most_values = 6;
 
+// Buttons that show a text as one of these messages.
+const offers = (candidates, text) =>
+    candidates.map(other => button(`Read it as ${other.name}`, () => openWith(other, text)));
+
 class Workbench {
     // `lineOf` gives the line of a row.
     constructor(message, text, lineOf) {
@@ -99,9 +103,8 @@ class Workbench {
 
     wrongRoot(body) {
         const { name, element } = this.message;
-        const [other] = recognise(this.source);
-        const offer = other ? button(`Read it as ${other.name}`, () => openWith(other, this.text.value)) : "";
-        return [`The root is ${body.nodeName}, that of ${name} is ${element}. `, offer];
+        const { candidates } = recognise(this.source);
+        return [`The root is ${body.nodeName}, that of ${name} is ${element}. `, ...offers(candidates, this.text.value)];
     }
 
     show(reading) {

@@ -7,7 +7,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using Items = std::vector<Item>;
 
 const Item *find(const Items &items, const std::string &name)

@@ -15,7 +15,7 @@
 namespace netparam {
 namespace {
 
-constexpr std::size_t longest_text = 4 * 1024 * 1024;
+constexpr std::size_t most_bytes = 4 * 1024 * 1024;
 
 [[noreturn]] void unreadable(const std::string &name, int error)
 {
@@ -50,7 +50,7 @@ std::string file_name(const std::string &path)
 
 [[noreturn]] static void too_long(const std::string &name)
 {
-    const std::string reason = "more than " + std::to_string(longest_text) + " bytes; nothing was parsed";
+    const std::string reason = "more than " + std::to_string(most_bytes) + " bytes; nothing was parsed";
     throw Malformed(name, {}, reason, printable(name) + ": " + reason);
 }
 
@@ -68,7 +68,7 @@ static std::string read_file(const std::string &path)
     char buffer[65536];
     for (std::size_t length; (length = std::fread(buffer, 1, sizeof buffer, file.get())) > 0;) {
         text.append(buffer, length);
-        if (text.size() > longest_text)
+        if (text.size() > most_bytes)
             too_long(name);
     }
     if (std::ferror(file.get()) != 0)
@@ -115,7 +115,7 @@ void Document::parse()
     }
     // Nesting and attributes only: how long the text may be is the tool's own affair.
     netpublic::ScanLimits scanning = netpublic::header_limits;
-    scanning.length = longest_text;
+    scanning.length = most_bytes;
     netpublic::ScannedText scanned;
     padded_ = text_;
     if (scanned.scan(padded_.data(), static_cast<unsigned int>(padded_.size()), scanning) != 0 &&

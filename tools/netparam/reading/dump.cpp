@@ -17,8 +17,6 @@ using netpublic::Detail;
 using netpublic::Row;
 using netpublic::Shape;
 using netpublic::Table;
-using Json = nlohmann::ordered_json;
-
 struct View : RecordView<const char> {
     bool show_secrets;
     const char *payload;

@@ -13,7 +13,7 @@ namespace netparam {
 std::vector<Item> dump(const netpublic::Table &table, const void *record, bool show_secrets, const void *payload,
                        const Trace *trace);
 
-nlohmann::ordered_json to_json(const std::vector<Item> &items);
+Json to_json(const std::vector<Item> &items);
 
 } // namespace netparam
 

@@ -15,10 +15,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-constexpr std::size_t days = 7, hours = 24;
-
 // A line that is not blank, without its indentation.
 struct Line {
     int row, column; // where its text begins, from 1 on
@@ -138,18 +134,18 @@ Json read_grid(const Text &text, const Drawing &drawing)
 // Seven days in any order, under a scale or not. `other` is called for lines that are neither.
 template <class Other> Json read_week(const Text &text, const std::map<char, Json> &marks, Other other)
 {
-    Json week = std::vector<Json>(days);
+    Json week = std::vector<Json>(week_days);
     std::size_t day, from;
     for (const Line &line : text.lines()) {
         if (is_day(line, day, from)) {
             if (!week[day].is_null())
                 text.refuse(line, 0, "the day is drawn twice");
-            week[day] = row_of(text, line, from, hours, marks);
+            week[day] = row_of(text, line, from, day_hours, marks);
         } else if (!is_scale(line)) {
             other(line);
         }
     }
-    for (day = 0; day < days; ++day)
+    for (day = 0; day < week_days; ++day)
         if (week[day].is_null())
             text.refuse_end(netpublic::word_of(netpublic::weekdays, static_cast<int>(day)) +
                             std::string(" is missing"));
@@ -241,13 +237,14 @@ bool is_week(Drawing::Kind kind)
 
 using Targets = std::vector<std::pair<std::string, const Item *>>;
 
-void collect(Targets &targets, const std::vector<Item> &items, const std::string &path)
+Targets targets_of(const std::vector<Item> &items)
 {
-    for (const Item &item : items) {
+    Targets targets;
+    for_items(items, [&](const std::string &path, const Item &item) {
         if (!item.drawing.cells.empty() && item.items.empty())
-            targets.emplace_back(path + item.name, &item);
-        collect(targets, item.items, item.list ? path : path + item.name + "/");
-    }
+            targets.emplace_back(path, &item);
+    });
+    return targets;
 }
 
 std::vector<std::string> paths_of(const Targets &targets)
@@ -263,10 +260,9 @@ Targets::value_type named_target(const Targets &targets, const std::string &path
     for (const auto &target : targets)
         if (target.first == path)
             return target;
-    const auto near = nearest(path, paths_of(targets), 1);
+    const std::string near = meant(path, paths_of(targets));
     throw Failure(exit_usage, "no grid or schedule is called " + in_quotes(path) +
-                                  (near.empty() ? ", only " + joined(paths_of(targets), ", ")
-                                                : "; did you mean " + near.front() + "?"));
+                                  (near.empty() ? ", only " + joined(paths_of(targets), ", ") : near));
 }
 
 // The only one that may be drawn like that.
@@ -315,34 +311,27 @@ Json value_in(const Text &text, const Item &target)
 
 } // namespace
 
-void put_drawing(Json &payload, const std::vector<Item> &items, const std::string &argument)
+Drawn put_drawing(Json &payload, const std::vector<Item> &items, const std::string &argument)
 {
-    Targets targets;
-    collect(targets, items, "");
+    Targets targets = targets_of(items);
     if (targets.empty())
         throw Failure(exit_usage, "the payload has no grid and no schedule");
     const std::size_t equals = argument.find('=');
     const Text text(argument.substr(equals == std::string::npos ? 0 : equals + 1));
-    const auto [path, target] =
+    const auto [path, item] =
         equals == std::string::npos ? only_target(targets, text) : named_target(targets, argument.substr(0, equals));
-    payload[pointer_to(path)] = value_in(text, *target);
+    return {path, item->drawing.kind, payload[pointer_to(path)] = value_in(text, *item)};
 }
 
-Json read_grid(const std::string &file, int columns, int rows)
+std::string read_flags(const std::string &file)
 {
-    Drawing drawing;
-    drawing.cells.assign(static_cast<std::size_t>(std::max(rows, 0)),
-                         std::string(static_cast<std::size_t>(std::max(columns, 0)), '.'));
-    if (columns < 1 || rows < 1)
-        throw Failure(exit_usage, "the body does not say how many columns and rows the grid has");
-    return read_grid(Text(file), drawing);
+    return read_hours(Text(file), Item()).get<std::string>();
 }
 
 void save_drawing(const std::vector<Item> &items, const std::string &argument)
 {
     const std::size_t equals = argument.find('=');
-    Targets targets;
-    collect(targets, items, "");
+    Targets targets = targets_of(items);
     if (equals != std::string::npos)
         targets = {named_target(targets, argument.substr(0, equals))};
     if (targets.size() != 1)

@@ -3,9 +3,8 @@
 #define NETPARAM_ITEM_H
 
 #include "drawing/drawing.h"
+#include "model/json.h"
 #include "reading/document.h"
-
-#include <nlohmann/json.hpp>
 
 #include <string>
 #include <vector>
@@ -13,9 +12,9 @@
 namespace netparam {
 
 struct Item {
-    std::string name;             // the row's key, with an index in a list
-    std::string text;             // the value for people
-    nlohmann::ordered_json value; // and for programs; unused where there are items
+    std::string name; // the row's key, with an index in a list
+    std::string text; // the value for people
+    Json value;       // and for programs; unused where there are items
     Drawing drawing;
     std::vector<Item> items;
     bool list = false; // the items are one name's, so they are an array
@@ -25,6 +24,15 @@ struct Item {
     std::string type;
     std::vector<Spot> origins;
 };
+
+// Calls use(path, item) for each item and then for those in it. Items of lists bear the list's name themselves.
+template <class Use> void for_items(const std::vector<Item> &items, const Use &use, const std::string &path = "")
+{
+    for (const Item &item : items) {
+        use(path + item.name, item);
+        for_items(item.items, use, item.list ? path : path + item.name + "/");
+    }
+}
 
 } // namespace netparam
 

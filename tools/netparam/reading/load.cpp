@@ -27,8 +27,7 @@ using netpublic::Row;
 using netpublic::Shape;
 using netpublic::Table;
 using netpublic::WordTable;
-using Json = nlohmann::ordered_json;
-using View = RecordView<char>;
+using Target = RecordView<char>;
 
 std::string shown(const Json &value)
 {
@@ -229,15 +228,14 @@ void load_points(net_smart_ai_points_t &points, const Json &value, const std::st
 
 void load_sets(char *at, const Json &value, const std::string &path)
 {
-    constexpr std::size_t days = 7, hours = 24;
-    for (std::size_t day = 0; day < days; ++day) {
+    for (std::size_t day = 0; day < week_days; ++day) {
         const std::string accepted = "an array of 7 days, each an array of 24 sets of alarm types";
-        if (!value.is_array() || value.size() != days)
+        if (!value.is_array() || value.size() != week_days)
             refuse(path, value, "this is no week", accepted);
-        if (!value[day].is_array() || value[day].size() != hours)
+        if (!value[day].is_array() || value[day].size() != day_hours)
             refuse(item_path(path, day), value[day], "this is no day", accepted);
-        for (std::size_t hour = 0; hour < hours; ++hour)
-            store(at + (day * hours + hour) * sizeof(time_section_t),
+        for (std::size_t hour = 0; hour < day_hours; ++hour)
+            store(at + (day * day_hours + hour) * sizeof(time_section_t),
                   set_of(value[day][hour], item_path(item_path(path, day), hour)));
     }
 }
@@ -311,12 +309,12 @@ void load_scalar(char *at, const Detail &detail, const Json &value, const std::s
     }
 }
 
-void load_rows(const View &view, const Json &object, const std::string &path);
+void load_rows(const Target &view, const Json &object, const std::string &path);
 
 // One member, from its JSON value.
 class MemberLoader {
 public:
-    MemberLoader(const View &view, unsigned index, const Json &object, const Json &value, const std::string &path)
+    MemberLoader(const Target &view, unsigned index, const Json &object, const Json &value, const std::string &path)
         : view_(view), table_(view.table), index_(index), row_(table_.row(index)), detail_(table_.detail(index)),
           at_(view.member(row_)), object_(object), value_(value), path_(path)
     {
@@ -329,23 +327,19 @@ public:
             return load_word(at_, value_, path_);
         case Form::words:
         case Form::month:
-            return each(detail_.element_size, "words",
-                        [this](char *at, const Json &value, const std::string &path) { load_word(at, value, path); });
+            return each(detail_.element_size, "words", &MemberLoader::load_word);
         case Form::mask:
             return load_mask(at_, value_, path_);
         case Form::masks:
-            return each(detail_.element_size, "sets",
-                        [this](char *at, const Json &value, const std::string &path) { load_mask(at, value, path); });
+            return each(detail_.element_size, "sets", &MemberLoader::load_mask);
         case Form::group:
             return load_inner(at_, value_, path_);
         case Form::list:
-            return each(table_.ref(row_.ref).table->record_size, "objects",
-                        [this](char *at, const Json &value, const std::string &path) { load_inner(at, value, path); });
+            return each(table_.ref(row_.ref).table->record_size, "objects", &MemberLoader::load_inner);
         case Form::record:
             return load_shown(at_, value_, path_);
         case Form::records:
-            return each(detail_.element_size, "objects",
-                        [this](char *at, const Json &value, const std::string &path) { load_shown(at, value, path); });
+            return each(detail_.element_size, "objects", &MemberLoader::load_shown);
         case Form::text:
             return load_text(at_, capacity_of(table_, index_), longest_text(), value_, path_);
         case Form::texts:
@@ -354,9 +348,7 @@ public:
             return load_scalar(at_, detail_, value_, path_);
         case Form::scalars:
         case Form::numbers:
-            return each(detail_.element_size, "values", [this](char *at, const Json &value, const std::string &path) {
-                load_scalar(at, detail_, value, path);
-            });
+            return each(detail_.element_size, "values", &MemberLoader::load_one);
         case Form::grid:
             return load_grid();
         case Form::week:
@@ -374,10 +366,10 @@ public:
     }
 
 private:
-    using LoadItem = std::function<void(char *at, const Json &value, const std::string &path)>;
+    using LoadItem = void (MemberLoader::*)(char *at, const Json &value, const std::string &path);
 
     // The items of an array. Those behind them become zero, unless a count tells how many there are.
-    void each(std::size_t size, const std::string &items, const LoadItem &load_item)
+    void each(std::size_t size, const std::string &items, LoadItem load_item)
     {
         const std::size_t capacity = capacity_of(table_, index_);
         array_of(value_, path_, capacity, items);
@@ -387,7 +379,7 @@ private:
         else
             std::memset(at_ + value_.size() * size, 0, (capacity - value_.size()) * size);
         for (std::size_t i = 0; i < value_.size(); ++i)
-            load_item(at_ + i * size, value_[i], item_path(path_, i));
+            (this->*load_item)(at_ + i * size, value_[i], item_path(path_, i));
     }
 
     // Where the count is a member that the object names, too, both must agree.
@@ -414,6 +406,11 @@ private:
             store(at, word_of<std::uint8_t>(words, value, path));
         else
             store(at, word_of<std::int32_t>(words, value, path));
+    }
+
+    void load_one(char *at, const Json &value, const std::string &path)
+    {
+        load_scalar(at, detail_, value, path);
     }
 
     void load_mask(char *at, const Json &value, const std::string &path)
@@ -486,7 +483,7 @@ private:
         });
     }
 
-    const View &view_;
+    const Target &view_;
     const Table &table_;
     const unsigned index_;
     const Row &row_;
@@ -503,7 +500,7 @@ bool is_late(const Table &table, unsigned index)
     return form == Form::grid || count_of(table, table.row(index)) != nullptr;
 }
 
-std::vector<std::string> names_in(const View &view)
+std::vector<std::string> names_in(const Target &view)
 {
     std::vector<std::string> names;
     for (unsigned i = 0; i < view.table.rows; ++i)
@@ -512,7 +509,7 @@ std::vector<std::string> names_in(const View &view)
     return names;
 }
 
-unsigned find_row(const View &view, const std::string &name)
+unsigned find_row(const Target &view, const std::string &name)
 {
     for (unsigned i = 0; i < view.table.rows; ++i)
         if (view.holds(view.table.row(i)) && is_shown(view.table, i) && name == name_of(view.table, i))
@@ -520,7 +517,7 @@ unsigned find_row(const View &view, const std::string &name)
     return view.table.rows;
 }
 
-void load_rows(const View &view, const Json &object, const std::string &path)
+void load_rows(const Target &view, const Json &object, const std::string &path)
 {
     if (!object.is_object())
         refuse(path, object, "this is no object", "an object with any of: " + joined(names_in(view), ", "));
@@ -529,9 +526,7 @@ void load_rows(const View &view, const Json &object, const std::string &path)
             const std::string at = path.empty() ? name : path + "/" + name;
             const unsigned index = find_row(view, name);
             if (index == view.table.rows) {
-                const auto near = nearest(name, names_in(view), 1);
-                refuse(at, value,
-                       "there is no such member" + (near.empty() ? "" : "; did you mean " + near.front() + "?"),
+                refuse(at, value, "there is no such member" + meant(name, names_in(view)),
                        joined(names_in(view), ", "));
             }
             if (value == hidden && is_secret(name))

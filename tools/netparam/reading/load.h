@@ -3,8 +3,7 @@
 #define NETPARAM_LOAD_H
 
 #include "engine/table.h"
-
-#include <nlohmann/json.hpp>
+#include "model/json.h"
 
 #include <stdexcept>
 #include <string>
@@ -28,8 +27,7 @@ bool alarm_type_code(const std::string &word, int &code);
 
 // Members that the object does not name keep what they hold; an array replaces its member as a whole.
 // Any number that fits the C type is taken: the message's writer decides about it. Throws a Misfit.
-void load_record(const netpublic::Table &table, void *record, const nlohmann::ordered_json &object,
-                 const std::string &path = "");
+void load_record(const netpublic::Table &table, void *record, const Json &object, const std::string &path = "");
 
 } // namespace netparam
 

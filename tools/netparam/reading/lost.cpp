@@ -94,12 +94,6 @@ private:
     bool comparable_;
 };
 
-bool lies_within(const std::string &path, const std::string &outer)
-{
-    return path.compare(0, outer.size(), outer) == 0 &&
-           (path.size() == outer.size() || path[outer.size()] == '/' || path[outer.size()] == '[');
-}
-
 } // namespace
 
 std::vector<Lost> lost_members(const Session &session, const Entry &entry, const Options &options,

@@ -12,8 +12,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 // Of the byte at this place, from 0 on.
 Spot spot_at(const std::string &text, std::size_t at)
 {

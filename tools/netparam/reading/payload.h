@@ -2,10 +2,9 @@
 #ifndef NETPARAM_PAYLOAD_H
 #define NETPARAM_PAYLOAD_H
 
+#include "model/json.h"
 #include "reading/dump.h"
 #include "reading/session.h"
-
-#include <nlohmann/json.hpp>
 
 #include <string>
 
@@ -14,7 +13,7 @@ namespace netparam {
 // The payload in a JSON text: its "payload" member, as "parse --json" prints it, or the whole.
 struct PayloadFile {
     std::string name, text; // of the file
-    nlohmann::ordered_json payload;
+    Json payload;
 
     // Where the member's value stands in the text; no place where it does not.
     Spot spot_of(const std::string &member) const;
@@ -27,7 +26,7 @@ PayloadFile read_payload(const std::string &path, const Entry &entry);
 std::vector<Item> payload_items(const Session &session, const Entry &entry, const Options &options);
 
 // Into the prepared payload. Throws a Misfit.
-void load_payload(Session &session, const Entry &entry, const nlohmann::ordered_json &payload);
+void load_payload(Session &session, const Entry &entry, const Json &payload);
 
 // The payload's bytes as this machine's memory holds them. Fails with exit_file.
 void save_bytes(const Session &session, const std::string &path);

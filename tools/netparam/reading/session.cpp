@@ -122,9 +122,20 @@ std::string wrong_element(const Entry &entry)
     return "is the root, " + entry.name() + "'s is " + entry.element();
 }
 
+const Document *Session::read(bool &accepted)
+{
+    accepted = read_extension();
+    if (!accepted)
+        return extension_document();
+    prepare();
+    accepted = parse();
+    return body_document();
+}
+
 bool Session::write()
 {
     stops_.clear();
+    reply_.Clear();
     const auto stop = [](void *self, netpublic::Event event, const netpublic::Table &table, const netpublic::Row *row,
                          void *record, netpublic::Node /*element*/) {
         if (event == netpublic::Event::unwritten)

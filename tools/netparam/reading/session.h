@@ -60,6 +60,9 @@ public:
     // The body; false when it is refused. Another one than the file's must outlive the trace.
     bool parse();
     bool parse(const TiXmlElement &body);
+    // The extension header, if there is one, the initialiser, and the body. The document that was read last, which is
+    // the refused one if `accepted` is false.
+    const Document *read(bool &accepted);
     // The reply, under a parent of its own; false when the writer refuses.
     bool write();
     // What was written; null when the writer has nothing to say.

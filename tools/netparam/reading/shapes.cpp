@@ -18,8 +18,6 @@ namespace {
 
 using netpublic::Detail;
 using netpublic::Shape;
-using Json = nlohmann::ordered_json;
-
 std::string number_text(float value)
 {
     char text[32];

@@ -11,7 +11,7 @@ namespace netparam {
 
 bool all_zero(const char *bytes, std::size_t size);
 
-void set(Item &item, const std::string &text, nlohmann::ordered_json value);
+void set(Item &item, const std::string &text, Json value);
 void set_text(Item &item, const char *text, std::size_t size);
 // One element of a member.
 void set_scalar(Item &item, const char *at, const netpublic::Detail &detail);

@@ -37,12 +37,12 @@ bool is_known(const Table &table, const TiXmlNode &node)
 Refusal of_value(const Table &table, const Row &row, const void *record, const TiXmlNode &node, bool show_secrets)
 {
     const Verdict verdict = judge(table, row, record, node);
-    Refusal refusal;
-    refusal.spot = verdict.text_is_to_blame ? spot_of_text(node) : spot_of(node);
-    refusal.path = path_of(node);
-    refusal.key = table.key(row);
-    refusal.reason = verdict.reason;
-    refusal.accepted = verdict.accepted;
+    Refusal refusal = {verdict.text_is_to_blame ? spot_of_text(node) : spot_of(node),
+                       path_of(node),
+                       table.key(row),
+                       "",
+                       verdict.reason,
+                       verdict.accepted};
     const char *text = node.ToElement() != nullptr ? node.ToElement()->GetText() : nullptr;
     if (text != nullptr) {
         const bool hide = !show_secrets && (is_secret(refusal.key) || may_be_secret(node.ValueStr()));
@@ -53,43 +53,39 @@ Refusal of_value(const Table &table, const Row &row, const void *record, const T
 
 Refusal of_placeless(const Table &table, const Row &row, const TiXmlNode &node)
 {
-    Refusal refusal;
-    refusal.spot = spot_of(node);
-    refusal.path = path_of(node);
-    refusal.key = table.key(row);
-    refusal.reason = "the child that chooses the item's record must come first";
-    refusal.accepted = accepted_by(table, row);
-    return refusal;
+    return {spot_of(node),
+            path_of(node),
+            table.key(row),
+            "",
+            "the child that chooses the item's record must come first",
+            accepted_by(table, row)};
 }
 
 Refusal of_missing(const Table &table, const Row &row, const TiXmlNode &element)
 {
-    Refusal refusal;
-    refusal.spot = spot_of(element);
-    refusal.path = path_of(element);
-    refusal.key = table.key(row);
-    refusal.reason = "the child \"" + refusal.key + "\" is missing";
+    const std::string key = table.key(row);
+    std::string reason = "the child \"" + key + "\" is missing";
     if (netpublic::is_list(row.kind) && (row.flags & netpublic::list_exact) != 0) {
         int items = 0;
         for (const TiXmlNode *child = element.FirstChild(); child != nullptr; child = child->NextSibling())
             items +=
                 netpublic::find_key(table, child->Value(), 0) == static_cast<unsigned>(&row - &table.row(0)) ? 1 : 0;
-        refusal.reason = "there are only " + std::to_string(items) + " of \"" + refusal.key + "\"";
+        reason = "there are only " + std::to_string(items) + " of \"" + key + "\"";
     }
-    refusal.accepted = refusal.key + ": " + accepted_by(table, row);
-    return refusal;
+    return {spot_of(element), path_of(element), key, "", reason, key + ": " + accepted_by(table, row)};
 }
 
 Refusal of_stranger(const Table &table, const TiXmlNode &node)
 {
-    Refusal refusal;
-    refusal.spot = spot_of(node);
-    refusal.path = path_of(node);
-    refusal.reason = node.ToElement() == nullptr ? "this is no element; a comment or text is refused here"
-                     : table.names == netpublic::Names::in_order ? "another child is expected here"
-                                                                 : "no such child is accepted here";
-    refusal.accepted = joined(keys_of(table), table.names == netpublic::Names::in_order ? ", then " : ", ");
-    return refusal;
+    const std::string reason = node.ToElement() == nullptr ? "this is no element; a comment or text is refused here"
+                               : table.names == netpublic::Names::in_order ? "another child is expected here"
+                                                                           : "no such child is accepted here";
+    return {spot_of(node),
+            path_of(node),
+            "",
+            "",
+            reason,
+            joined(keys_of(table), table.names == netpublic::Names::in_order ? ", then " : ", ")};
 }
 
 } // namespace
@@ -163,9 +159,8 @@ void Trace::take(const Table &table, const Row &row, const void *record, const T
         return;
     children_[node.Parent()].emplace_back(key, &node);
     check_words(table, row, node);
-    const auto is_known_grid = [&](const Grid &grid) { return grid.node == &node; };
-    if (row.kind == netpublic::Kind::grid && std::none_of(grids_.begin(), grids_.end(), is_known_grid))
-        grids_.push_back({&node, &table, &row});
+    if (row.kind == netpublic::Kind::grid)
+        grids_.push_back(&node);
     const char *member = static_cast<const char *>(record) + row.offset;
     Origin &origin = origins_[{member, key}];
     if (origin.parent != node.Parent())

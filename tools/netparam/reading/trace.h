@@ -82,12 +82,7 @@ public:
     // The children of an element that were taken by a row of this key; code of the message's own may have read them.
     std::vector<const TiXmlNode *> children(const TiXmlNode *element, const std::string &key) const;
     // The elements that hold the cells of grids.
-    struct Grid {
-        const TiXmlNode *node;
-        const netpublic::Table *table;
-        const netpublic::Row *row;
-    };
-    const std::vector<Grid> &grids() const
+    const std::vector<const TiXmlNode *> &grids() const
     {
         return grids_;
     }
@@ -118,7 +113,7 @@ private:
     const TiXmlNode *outermost_ = nullptr; // element of the latest refusal in the chain
     Refusal refusal_;
     std::vector<Note> notes_;
-    std::vector<Grid> grids_;
+    std::vector<const TiXmlNode *> grids_;
     std::map<Note::Kind, std::size_t> told_in_all_;
     std::set<const TiXmlNode *> taken_;
     std::map<const TiXmlNode *, std::vector<std::pair<std::string, const TiXmlNode *>>> children_; // with their keys

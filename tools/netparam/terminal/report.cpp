@@ -11,18 +11,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-std::size_t widest(const std::vector<Item> &items, const std::string &path)
-{
-    std::size_t width = 0;
-    for (const Item &item : items) {
-        const std::string name = path + item.name;
-        width = std::max(width, item.items.empty() ? name.size() : widest(item.items, item.list ? path : name + "/"));
-    }
-    return width;
-}
-
 void print_level(std::ostream &out, const std::vector<Item> &items, const std::string &path, std::size_t width,
                  const Style &style)
 {
@@ -104,46 +92,18 @@ std::string from_text(const std::vector<Spot> &origins)
     return place_text(origins.front()) + (origins.size() > 1 ? "..." + place_text(origins.back()) : "");
 }
 
-Place place_of(const Item &item, const std::string &path)
-{
-    return {std::to_string(item.offset), std::to_string(item.bytes), item.type,
-            from_text(item.origins),     path + item.name,           item.text};
-}
-
-void add_places(std::vector<std::pair<Place, const Item *>> &places, const std::vector<Item> &items,
-                const std::string &path)
-{
-    for (const Item &item : items) {
-        if (item.items.empty() || !item.drawing.lines.empty())
-            places.emplace_back(place_of(item, path), &item);
-        add_places(places, item.items, item.list ? path : path + item.name + "/");
-    }
-}
-
-void add_rows(Json &rows, const std::vector<Item> &items, const std::string &path)
-{
-    for (const Item &item : items) {
-        add_rows(rows, item.items, item.list ? path : path + item.name + "/");
-        if (!item.items.empty())
-            continue;
-        Json from = Json::array();
-        for (const Spot &spot : item.origins)
-            from.push_back({{"line", spot.row}, {"column", spot.column}});
-        rows.push_back({{"path", path + item.name},
-                        {"offset", item.offset},
-                        {"bytes", item.bytes},
-                        {"type", item.type},
-                        {"from", from}});
-    }
-}
-
 } // namespace
 
 void print_memory(std::ostream &out, const std::vector<Item> &items, const Style &style)
 {
     std::vector<std::pair<Place, const Item *>> places = {
         {{"OFFSET", "BYTES", "TYPE", "FROM", "PATH", "VALUE"}, nullptr}};
-    add_places(places, items, "");
+    for_items(items, [&](const std::string &path, const Item &item) {
+        if (item.items.empty() || !item.drawing.lines.empty())
+            places.push_back({{std::to_string(item.offset), std::to_string(item.bytes), item.type,
+                               from_text(item.origins), path, item.text},
+                              &item});
+    });
     constexpr std::size_t widest_type = 26, widest_path = 40;
     std::size_t type = 0, from = 0, path = 0, bytes = 5;
     for (const auto &[place, item] : places) {
@@ -176,36 +136,44 @@ std::string json_text(const Json &json)
 Json rows_json(const std::vector<Item> &items)
 {
     Json rows = Json::array();
-    add_rows(rows, items, "");
+    for_items(items, [&](const std::string &path, const Item &item) {
+        if (!item.items.empty())
+            return;
+        Json from = Json::array();
+        for (const Spot &spot : item.origins)
+            from.push_back({{"line", spot.row}, {"column", spot.column}});
+        rows.push_back(
+            {{"path", path}, {"offset", item.offset}, {"bytes", item.bytes}, {"type", item.type}, {"from", from}});
+    });
     return rows;
 }
 
 void print_items(std::ostream &out, const std::vector<Item> &items, const Style &style)
 {
     constexpr std::size_t widest_column = 44;
-    print_level(out, items, "", std::min(widest(items, ""), widest_column), style);
+    std::size_t widest = 0;
+    for_items(items, [&](const std::string &path, const Item &item) {
+        widest = std::max(widest, item.items.empty() ? path.size() : 0);
+    });
+    print_level(out, items, "", std::min(widest, widest_column), style);
 }
 
 Refusal refusal_of(const Session &session, const Document &document)
 {
     if (const Refusal *refusal = session.trace()->refusal())
         return *refusal;
-    Refusal refusal;
     const TiXmlElement *root = document.tree().RootElement();
     if (&document == session.extension_document() && root != nullptr &&
-        !netpublic::answers_to(root->Value(), "Extension")) {
-        refusal.spot = spot_of(*root);
-        refusal.path = root->ValueStr();
-        refusal.reason = "this is no extension header";
-        refusal.accepted = "a root element called Extension";
-        return refusal;
-    }
-    refusal.spot = spot_of(document.body());
-    refusal.path = path_of(document.body());
-    refusal.reason = session.trace()->taken() != 0
-                         ? "the message as a whole is refused, although each of its elements was read"
-                         : "the message as a whole is refused; none of its elements was read";
-    return refusal;
+        !netpublic::answers_to(root->Value(), "Extension"))
+        return {
+            spot_of(*root), root->ValueStr(), "", "", "this is no extension header", "a root element called Extension"};
+    return {spot_of(document.body()),
+            path_of(document.body()),
+            "",
+            "",
+            session.trace()->taken() != 0 ? "the message as a whole is refused, although each of its elements was read"
+                                          : "the message as a whole is refused; none of its elements was read",
+            ""};
 }
 
 std::string read_text(const Refusal &refusal)
@@ -288,6 +256,12 @@ void print_log(std::ostream &out, const Session &session, const Style &style)
     out << style.heading("The library's log") << '\n';
     for (const std::string &line : lines)
         out << "  " << line << '\n';
+}
+
+void print_refused(std::ostream &out, const Session &session, const Document &document, const Options &options)
+{
+    print_refusal(out, session, document, options);
+    print_log(out, session, options.style);
 }
 
 Json refusal_json(const Session &session, const Document &document)

@@ -28,19 +28,21 @@ void print_unwritten(std::ostream &out, const Refusal &refusal, const std::strin
 // What was accepted, but may have been meant otherwise.
 void print_notes(std::ostream &out, const Trace &trace, const Document &document, const Options &options);
 // The library's own lines, if there are any.
+// The refusal and the library's log.
+void print_refused(std::ostream &out, const Session &session, const Document &document, const Options &options);
 void print_log(std::ostream &out, const Session &session, const Style &style);
 
 // For output; what is no UTF-8 is replaced, as names and texts of a body may hold any bytes.
-std::string json_text(const nlohmann::ordered_json &json);
+std::string json_text(const Json &json);
 
-nlohmann::ordered_json refusal_json(const Session &session, const Document &document);
-nlohmann::ordered_json refusal_json(const Refusal &refusal, const std::string &file);
+Json refusal_json(const Session &session, const Document &document);
+Json refusal_json(const Refusal &refusal, const std::string &file);
 // What was read, as "parse --json" prints it.
-nlohmann::ordered_json reading_json(const Entry &entry, const Session &session, const Document *document, bool accepted,
-                                    const std::vector<Item> &items);
-nlohmann::ordered_json notes_json(const Trace &trace);
-nlohmann::ordered_json rows_json(const std::vector<Item> &items);
-nlohmann::ordered_json log_json(const Session &session);
+Json reading_json(const Entry &entry, const Session &session, const Document *document, bool accepted,
+                  const std::vector<Item> &items);
+Json notes_json(const Trace &trace);
+Json rows_json(const std::vector<Item> &items);
+Json log_json(const Session &session);
 
 // Without members that are zero; lists keep the places of their items.
 std::vector<Item> nonzero(const std::vector<Item> &items, const Session &session);

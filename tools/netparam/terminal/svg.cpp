@@ -18,18 +18,10 @@
 namespace netparam {
 namespace {
 
-constexpr char ink[] = "#222222", faint[] = "#8a8a8a", lines[] = "#d8d8d8", paper[] = "#ffffff", blank[] = "#f4f4f4";
+constexpr char ink[] = "#222222", faint[] = "#8a8a8a", net[] = "#d8d8d8", paper[] = "#ffffff", blank[] = "#f4f4f4";
 constexpr std::array<const char *, 12> colours = {"#3b7dc4", "#e08a2e", "#4c9f5a", "#c14d4d", "#8666b3", "#8c6a52",
                                                   "#d684ba", "#6f8f99", "#b0ad3a", "#40b0b8", "#5a5fc0", "#a34f7d"};
 constexpr double margin = 24, label_width = 86, text_size = 12, title_size = 14, swatch = 12;
-
-std::string escaped(const std::string &text)
-{
-    std::string out;
-    for (const char c : printable(text))
-        out += c == '<' ? "&lt;" : c == '>' ? "&gt;" : c == '&' ? "&amp;" : c == '"' ? "&quot;" : std::string(1, c);
-    return out;
-}
 
 struct Point {
     double x, y;
@@ -54,7 +46,7 @@ public:
     void line(Point from, Point to)
     {
         out_ << "<line x1=\"" << from.x << "\" y1=\"" << from.y << "\" x2=\"" << to.x << "\" y2=\"" << to.y
-             << "\" stroke=\"" << lines << "\" stroke-width=\"0.6\"/>\n";
+             << "\" stroke=\"" << net << "\" stroke-width=\"0.6\"/>\n";
     }
     // `anchor` is start, middle or end.
     void text(Point at, const std::string &words, const char *anchor = "start", const char *colour = ink,
@@ -63,8 +55,8 @@ public:
         const double width = static_cast<double>(words.size()) * size * 0.6;
         reach(std::strcmp(anchor, "start") == 0 ? at.x + width : at.x);
         out_ << "<text x=\"" << at.x << "\" y=\"" << at.y << "\" font-size=\"" << size << "\" text-anchor=\"" << anchor
-             << "\" fill=\"" << colour << '"' << (bold ? " font-weight=\"bold\"" : "") << '>' << escaped(words)
-             << "</text>\n";
+             << "\" fill=\"" << colour << '"' << (bold ? " font-weight=\"bold\"" : "") << '>'
+             << in_xml(printable(words)) << "</text>\n";
     }
     void polygon(const std::vector<Point> &points, bool closed)
     {
@@ -333,31 +325,6 @@ void draw(Page &page, const Drawing &drawing)
     }
 }
 
-bool is_picture(const Item &item)
-{
-    return item.drawing.kind > Drawing::Kind::note && !item.drawing.lines.empty();
-}
-
-bool draw_items(Page &page, const std::vector<Item> &items, const std::string &path)
-{
-    bool drawn = false;
-    for (const Item &item : items) {
-        if (is_picture(item)) {
-            page.y += 22;
-            page.text({margin, page.y}, path + item.name, "start", ink, title_size, true);
-            if (item.items.empty() && item.text.size() <= 100) {
-                page.y += 18;
-                page.text({margin, page.y}, item.text, "start", faint);
-            }
-            page.y += 12;
-            draw(page, item.drawing);
-            drawn = true;
-        }
-        drawn = draw_items(page, item.items, item.list ? path : path + item.name + "/") || drawn;
-    }
-    return drawn;
-}
-
 } // namespace
 
 std::string svg_of(const std::vector<Item> &items, const std::string &title)
@@ -365,7 +332,21 @@ std::string svg_of(const std::vector<Item> &items, const std::string &title)
     Page page;
     page.y += title_size;
     page.text({margin, page.y}, title, "start", ink, title_size + 2, true);
-    return draw_items(page, items, "") ? page.document() : "";
+    bool drawn = false;
+    for_items(items, [&](const std::string &path, const Item &item) {
+        if (item.drawing.kind <= Drawing::Kind::note || item.drawing.lines.empty())
+            return;
+        page.y += 22;
+        page.text({margin, page.y}, path, "start", ink, title_size, true);
+        if (item.items.empty() && item.text.size() <= 100) {
+            page.y += 18;
+            page.text({margin, page.y}, item.text, "start", faint);
+        }
+        page.y += 12;
+        draw(page, item.drawing);
+        drawn = true;
+    });
+    return drawn ? page.document() : "";
 }
 
 void save_svg(const std::vector<Item> &items, const std::string &title, const std::string &path)

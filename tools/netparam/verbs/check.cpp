@@ -14,8 +14,6 @@ namespace netparam {
 namespace {
 
 namespace fs = std::filesystem;
-using Json = nlohmann::ordered_json;
-
 struct CheckOptions : Options {
     std::vector<std::string> paths;
     std::vector<std::string> messages; // NAME or PATTERN=NAME
@@ -103,10 +101,7 @@ public:
             const std::size_t equals = message.rfind('=');
             const std::string name = equals == std::string::npos ? message : message.substr(equals + 1);
             const std::string pattern = equals == std::string::npos ? "*" : message.substr(0, equals);
-            const Entry &entry = find_message(name);
-            if (!entry.parses())
-                throw Failure(exit_usage, entry.name() + " has no parser: it is only written");
-            chosen_.push_back({pattern, &entry});
+            chosen_.push_back({pattern, &find_parsed(name)});
         }
     }
 
@@ -273,9 +268,7 @@ private:
         } else if (options_.format == format_text) {
             print_notes(out_, trace, document, options_);
             if (!good)
-                print_refusal(out_, session, document, options_);
-            if (!good)
-                print_log(out_, session, options_.style);
+                print_refused(out_, session, document, options_);
         }
         if (good && ignores && options_.strict)
             throw Failure(exit_refused, printable(path) + ": has parts that are not read");
@@ -357,30 +350,28 @@ ExitCode check(std::ostream &out, std::ostream & /*errors*/, const CheckOptions 
 
 void add_check(CommandLine &line)
 {
-    const auto options = std::make_shared<CheckOptions>();
-    options->style = line.style;
-    CLI::App &verb =
-        line.add_verb("check", "Reads many bodies and says which of them the library accepts", options, check);
+    auto [verb, options] =
+        line.add_verb("check", "Reads many bodies and says which of them the library accepts", check);
     verb.add_option(
-            "PATH", options->paths,
+            "PATH", options.paths,
             "Files, logs with bodies in them, and folders whose .xml files are meant, those in inner folders, too")
         ->required();
-    verb.add_option("--message", options->messages,
+    verb.add_option("--message", options.messages,
                     "Which message the files hold, or those whose path or name fits a shell pattern: "
                     "'alarm_*.xml=alarm-report'")
         ->type_name("MESSAGE")
         ->allow_extra_args(false);
-    options->add_format(verb, true);
-    verb.add_flag("--json", options->json, "The same as --format json")->excludes("--format");
-    verb.add_flag("--strict", options->strict,
+    options.add_format(verb, true);
+    verb.add_flag("--json", options.json, "The same as --format json")->excludes("--format");
+    verb.add_flag("--strict", options.strict,
                   "Count files as refused that hold children, words of a set or elements that nothing reads");
-    verb.add_flag("--any-root", options->any_element,
+    verb.add_flag("--any-root", options.any_element,
                   "Let bodies of another message's root element pass, as the library's parsers do");
-    verb.add_flag("-v,--verbose", options->verbose, "A line for every file");
-    verb.add_option("--ext", options->extension, "XML text of the extension header that comes with each body")
+    verb.add_flag("-v,--verbose", options.verbose, "A line for every file");
+    verb.add_option("--ext", options.extension, "XML text of the extension header that comes with each body")
         ->type_name("FILE");
-    verb.add_flag("--show-secrets", options->show_secrets, "Do not hide passwords, tokens, keys, signatures and codes");
-    options->device.add_options(verb);
+    verb.add_flag("--show-secrets", options.show_secrets, "Do not hide passwords, tokens, keys, signatures and codes");
+    options.device.add_options(verb);
     line.explain(
         verb,
         "The message of a file is the one that --message gives for it, or the one that the file is called "

@@ -83,8 +83,7 @@ std::string meant_options(const CLI::App &app)
         names.insert(names.end(), parameter.names.begin(), parameter.names.end());
     std::string text;
     for (const std::string &typed : app.remaining())
-        if (const auto near = nearest(typed.substr(0, typed.find('=')), names, 1); typed[0] == '-' && !near.empty())
-            text += "; did you mean " + near.front() + "?";
+        text += typed[0] == '-' ? meant(typed.substr(0, typed.find('=')), names) : "";
     return text;
 }
 

@@ -5,6 +5,7 @@
 
 #include "model/failure.h"
 #include "model/text.h"
+#include "reading/session.h"
 
 #include <CLI/CLI.hpp>
 
@@ -13,6 +14,8 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace netparam {
@@ -34,17 +37,21 @@ struct CommandLine {
 
     explicit CommandLine(Style for_both);
 
-    // A subcommand whose options are `options`: they live as long as the command line does.
+    // A subcommand and its options, which live as long as the command line does.
     template <class Options>
-    CLI::App &add_verb(const char *name, const char *description, const std::shared_ptr<Options> &options,
-                       ExitCode (*run)(std::ostream &out, std::ostream &errors, const Options &options))
+    std::pair<CLI::App &, Options &> add_verb(const char *name, const char *description,
+                                              ExitCode (*run)(std::ostream &out, std::ostream &errors,
+                                                              const Options &options))
     {
+        const auto options = std::make_shared<Options>();
+        if constexpr (std::is_base_of_v<netparam::Options, Options>)
+            options->style = style;
         CLI::App &verb = *app.add_subcommand(name, description);
         verb.group("Verbs");
         verb.callback([this, options, run] {
             action = [options, run](std::ostream &out, std::ostream &errors) { return run(out, errors, *options); };
         });
-        return verb;
+        return {verb, *options};
     }
     // Sentences and example command lines.
     void explain(CLI::App &verb, const std::string &text, const std::vector<std::string> &examples);

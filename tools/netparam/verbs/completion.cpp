@@ -9,18 +9,18 @@ struct CompletionOptions {
     std::string shell;
 };
 
-enum class Kind { nothing, choices, message, file };
+enum class Argument { nothing, choices, message, file };
 
-Kind kind_of(const Parameter &parameter)
+Argument kind_of(const Parameter &parameter)
 {
     const std::string &value = parameter.positional ? parameter.names.front() : parameter.value;
     if (!parameter.choices.empty())
-        return Kind::choices;
+        return Argument::choices;
     if (value == "MESSAGE")
-        return Kind::message;
+        return Argument::message;
     // Positional arguments are files unless they say otherwise.
     const bool other = value == "TEXT" || value == "NUMBER" || value == "NAME" || value == "FLOAT";
-    return !other && (parameter.positional || value == "FILE" || value == "PATH") ? Kind::file : Kind::nothing;
+    return !other && (parameter.positional || value == "FILE" || value == "PATH") ? Argument::file : Argument::nothing;
 }
 
 std::string replaced(std::string text, const std::string &old, const std::string &with)
@@ -103,16 +103,16 @@ constexpr char bash_tail[] = R"(    if [[ $cur == -?* || $cur == - ]]; then
 void print_bash_action(std::ostream &out, const Parameter &parameter)
 {
     switch (kind_of(parameter)) {
-    case Kind::choices:
+    case Argument::choices:
         out << "_netparam_reply '" << joined(parameter.choices, " ") << "'";
         break;
-    case Kind::message:
+    case Argument::message:
         out << "_netparam_reply \"$(\"$program\" list --names 2>/dev/null)\"";
         break;
-    case Kind::file:
+    case Argument::file:
         out << "_netparam_files";
         break;
-    case Kind::nothing:
+    case Argument::nothing:
         out << ":";
         break;
     }
@@ -175,11 +175,11 @@ std::string zsh_text(const std::string &text)
 std::string zsh_action(const Parameter &parameter)
 {
     switch (kind_of(parameter)) {
-    case Kind::choices:
+    case Argument::choices:
         return "(" + joined(parameter.choices, " ") + ")";
-    case Kind::message:
+    case Argument::message:
         return "_netparam_messages";
-    case Kind::file:
+    case Argument::file:
         return "_files";
     default:
         return " ";
@@ -245,11 +245,10 @@ ExitCode completion(std::ostream &out, std::ostream & /*errors*/, const Completi
 
 void add_completion(CommandLine &line)
 {
-    const auto options = std::make_shared<CompletionOptions>();
-    options->line = &line;
-    CLI::App &verb = line.add_verb("completion", "Prints a shell's completions", options, completion);
+    auto [verb, options] = line.add_verb("completion", "Prints a shell's completions", completion);
+    options.line = &line;
     verb.group("");
-    verb.add_option("SHELL", options->shell, "bash or zsh")->required()->check(CLI::IsMember({"bash", "zsh"}));
+    verb.add_option("SHELL", options.shell, "bash or zsh")->required()->check(CLI::IsMember({"bash", "zsh"}));
 }
 
 } // namespace netparam

@@ -13,7 +13,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using netpublic::Kind;
 using netpublic::Row;
 using netpublic::Table;
@@ -247,7 +246,7 @@ Json row_json(const Table &table, const RowFacts &facts)
 Json table_json(const Table &table, bool writes)
 {
     Json json = {{"type", table.record},
-                 {"size", table.record_size},
+                 {"size", in_payload(table) ? Json(table.record_size) : Json()}, // another one is each machine's own
                  {"names", names_rule(table.names)},
                  {"others_fail", (table.flags & netpublic::table_others_fail) != 0},
                  {"first_only", (table.flags & netpublic::table_first_only) != 0},
@@ -281,22 +280,25 @@ Json members_json(const Table &table)
 
 } // namespace
 
-Json message_json(const Entry &entry)
+Json entry_json(const Entry &entry)
 {
     const auto optional = [](const std::string &text) { return text.empty() ? Json() : Json(text); };
+    return {{"name", optional(entry.message != nullptr ? entry.name() : "")},
+            {"title", optional(entry.title())},
+            {"summary", optional(entry.summary())},
+            {"id", id_text(entry) == "-" ? Json() : Json(entry.initialiser->id)},
+            {"size", entry.size()},
+            {"initialiser", optional(entry.initialiser != nullptr ? entry.initialiser->name : "")},
+            {"parser", optional(entry.parser())},
+            {"writer", optional(entry.writer())},
+            {"root", optional(entry.root())},
+            {"element", optional(entry.element())}};
+}
+
+Json message_json(const Entry &entry)
+{
     const Table *read = entry.message->read, *written = entry.message->written;
-    Json json;
-    json["name"] = entry.name();
-    json["title"] = entry.title();
-    json["summary"] = entry.summary();
-    json["id"] = id_text(entry) == "-" ? Json() : Json(entry.initialiser->id);
-    json["size"] = entry.size();
-    json["initialiser"] = optional(entry.initialiser != nullptr ? entry.initialiser->name : "");
-    json["parser"] = optional(entry.parser());
-    json["writer"] = optional(entry.writer());
-    json["root"] = optional(entry.root());
-    json["element"] = optional(entry.element());
-    json["element"] = optional(entry.element());
+    Json json = entry_json(entry);
     json["domain"] = entry.domain();
     json["read_check"] = read != nullptr ? Json(plain(read_check(*read))) : Json();
     json["write_check"] = written != nullptr ? Json(plain(write_check(*written))) : Json();
@@ -355,25 +357,22 @@ ExitCode describe(std::ostream &out, std::ostream & /*errors*/, const DescribeOp
 
 void add_describe(CommandLine &line)
 {
-    const auto options = std::make_shared<DescribeOptions>();
-    options->style = line.style;
-    CLI::App &verb =
-        line.add_verb("describe", "What a message's keys accept, and how it is written", options, describe);
-    verb.add_option("MESSAGE", options->message,
+    auto [verb, options] = line.add_verb("describe", "What a message's keys accept, and how it is written", describe);
+    verb.add_option("MESSAGE", options.message,
                     "Its name, or that of its initialiser, parser, writer or root element; see \"netparam list\"");
-    CLI::Option *all = verb.add_flag("--all", options->all, "All messages");
-    CLI::Option *json = verb.add_flag("--json", options->json, "As JSON");
-    verb.add_option("--schema", options->schema,
+    CLI::Option *all = verb.add_flag("--all", options.all, "All messages");
+    CLI::Option *json = verb.add_flag("--json", options.json, "As JSON");
+    verb.add_option("--schema", options.schema,
                     "Of the payload in JSON as a JSON Schema, or of the bodies as an XML Schema")
         ->check(CLI::IsMember({"json", "xsd"}))
         ->excludes(all)
         ->excludes(json);
-    CLI::Option *page = verb.add_flag("--markdown", options->page, "All messages as a page in Markdown")->needs(all);
-    verb.add_option("--examples", options->examples,
+    CLI::Option *page = verb.add_flag("--markdown", options.page, "All messages as a page in Markdown")->needs(all);
+    verb.add_option("--examples", options.examples,
                     "A folder with a list of examples, messages.txt: one of each message goes into the page")
         ->type_name("FOLDER")
         ->needs(page);
-    verb.add_flag("--rows", options->rows, "All tables, a line a row, for comparisons")
+    verb.add_flag("--rows", options.rows, "All tables, a line a row, for comparisons")
         ->needs(all)
         ->excludes(json)
         ->excludes(page);

@@ -10,9 +10,7 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-constexpr std::size_t margin = 6; // of drawings
+constexpr std::size_t drawing_indent = 6; // of drawings
 
 struct DiffOptions : Options {
     std::string other; // the second file
@@ -27,17 +25,12 @@ struct Side {
     Side(const Entry &entry, const Options &shared, const std::string &file, std::ostream &errors)
         : options(with_file(shared, file)), session(entry, options)
     {
-        const Document *document = session.extension_document();
-        bool accepted = session.read_extension();
-        if (accepted) {
-            session.prepare();
-            document = session.body_document();
-            accepted = session.parse();
+        bool accepted;
+        const Document *document = session.read(accepted);
+        if (document == session.body_document())
             print_notes(errors, *session.trace(), *document, options);
-        }
         if (!accepted) {
-            print_refusal(errors, session, *document, options);
-            print_log(errors, session, options.style);
+            print_refused(errors, session, *document, options);
             throw Failure(exit_malformed, printable(document->name()) + " is refused, so there is nothing to compare");
         }
         Options everything = options;
@@ -70,7 +63,7 @@ bool has_room(const std::vector<std::string> &drawing, const Style &style)
     std::size_t width = 0;
     for (const std::string &line : drawing)
         width = std::max(width, line.size());
-    return margin + width <= style.width || isatty(STDOUT_FILENO) == 0;
+    return drawing_indent + width <= style.width || isatty(STDOUT_FILENO) == 0;
 }
 
 void print_difference(std::ostream &out, const Difference &difference, std::size_t width, const Options &options)
@@ -89,13 +82,13 @@ void print_difference(std::ostream &out, const Difference &difference, std::size
     if (cells.overlay.empty())
         return;
     const bool drawn = has_room(cells.overlay, options.style);
-    out << std::string(margin, ' ') << cells.cells << (cells.cells == 1 ? " cell differs" : " cells differ")
+    out << std::string(drawing_indent, ' ') << cells.cells << (cells.cells == 1 ? " cell differs" : " cells differ")
         << (drawn ? ": - set in the first only, + in the second only, ! in both, but differently"
                   : "; the terminal is too narrow to draw them")
         << '\n';
     if (drawn)
         for (const std::string &line : cells.overlay)
-            out << std::string(margin, ' ') << options.style.faint(line) << '\n';
+            out << std::string(drawing_indent, ' ') << options.style.faint(line) << '\n';
 }
 
 Json difference_json(const Difference &difference, const Options &options)
@@ -115,9 +108,7 @@ ExitCode diff(std::ostream &out, std::ostream &errors, const DiffOptions &option
     options.settle();
     if (options.other == "-" && (options.file == "-" || options.extension == "-"))
         throw Failure(exit_usage, "only one of FILE, OTHER and --ext can be standard input");
-    const Entry &entry = find_message(options.message);
-    if (!entry.parses())
-        throw Failure(exit_usage, entry.name() + " has no parser: it is only written");
+    const Entry &entry = find_parsed(options.message);
     if (entry.table() == nullptr)
         throw Failure(exit_usage, "no rows describe the payload of " + entry.name());
     const Side a(entry, options, options.file, errors), b(entry, options, options.other, errors);
@@ -150,13 +141,11 @@ ExitCode diff(std::ostream &out, std::ostream &errors, const DiffOptions &option
 
 void add_diff(CommandLine &line)
 {
-    const auto options = std::make_shared<DiffOptions>();
-    options->style = line.style;
-    CLI::App &verb =
-        line.add_verb("diff", "Compares what the firmware gets from two bodies, field by field", options, diff);
-    options->add_options(verb).get_option("FILE")->required();
-    verb.add_option("OTHER", options->other, "The body to compare with")->required();
-    verb.add_flag("--json", options->json, "As JSON");
+    auto [verb, options] =
+        line.add_verb("diff", "Compares what the firmware gets from two bodies, field by field", diff);
+    options.add_options(verb).get_option("FILE")->required();
+    verb.add_option("OTHER", options.other, "The body to compare with")->required();
+    verb.add_flag("--json", options.json, "As JSON");
     line.explain(verb,
                  "Exit code 0 says that the payloads are the same, 1 that they differ. A body that is not well-formed "
                  "or that the library refuses is exit code 4: then nothing was compared.",

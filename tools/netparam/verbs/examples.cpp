@@ -54,10 +54,9 @@ Options options_for(const std::string &path, const std::string &extension)
 std::string read_body(const Entry &entry, const Options &options)
 {
     Session session(entry, options);
-    if (!session.read_extension())
-        refuse(options.file, entry);
-    session.prepare();
-    if (!session.parse())
+    bool accepted;
+    session.read(accepted);
+    if (!accepted)
         refuse(options.file, entry);
     TiXmlElement body = session.body_document()->body();
     std::string text = printed(body);

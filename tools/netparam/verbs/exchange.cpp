@@ -11,8 +11,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 // As the host logs it: through the library's filter, and without what the filter lets pass.
 std::string logged_form(const std::string &xml, const Options &options)
 {
@@ -74,8 +72,8 @@ void tell_notes(std::ostream &errors, const Session &session, const Document &do
         print_notes(errors, *session.trace(), document, options);
 }
 
-ExitCode refused(std::ostream &out, std::ostream &errors, const Session &session, const Document &document,
-                 const Options &options)
+ExitCode report_refused(std::ostream &out, std::ostream &errors, const Session &session, const Document &document,
+                        const Options &options)
 {
     out.flush();
     tell_notes(errors, session, document, options);
@@ -102,7 +100,7 @@ ExitCode play(std::ostream &result, std::ostream &errors, const Options &options
     if (const Document *document = session.extension_document()) {
         print_xml(out, "Request, extension header", *document->tree().RootElement(), options);
         if (!session.read_extension())
-            return refused(out, errors, session, *document, options);
+            return report_refused(out, errors, session, *document, options);
     }
     if (Document *document = session.body_document())
         print_xml(out, "Request, body", *document->tree().RootElement(), options);
@@ -116,7 +114,7 @@ ExitCode play(std::ostream &result, std::ostream &errors, const Options &options
             return exit_refused;
         }
         if (!accepted)
-            return refused(out, errors, session, *document, options);
+            return report_refused(out, errors, session, *document, options);
         tell_notes(errors, session, *document, options);
     }
     const std::vector<Item> items = payload_items(session, entry, options);
@@ -164,15 +162,12 @@ ExitCode exchange(std::ostream &out, std::ostream &errors, const Options &option
 
 void add_exchange(CommandLine &line)
 {
-    const auto options = std::make_shared<Options>();
-    options->style = line.style;
-    CLI::App &verb =
-        line.add_verb("exchange", "Plays a whole exchange: header, request, payload, reply", options, exchange);
-    options->add_options(verb).add_flag("--full", options->full, "Do not shorten long texts");
-    options->add_picture(verb);
-    options->add_format(verb, false);
-    verb.add_flag("--json", options->json, "As JSON: what \"parse --json\" prints, and the reply")
-        ->excludes("--format");
+    auto [verb, options] =
+        line.add_verb("exchange", "Plays a whole exchange: header, request, payload, reply", exchange);
+    options.add_options(verb).add_flag("--full", options.full, "Do not shorten long texts");
+    options.add_picture(verb);
+    options.add_format(verb, false);
+    verb.add_flag("--json", options.json, "As JSON: what \"parse --json\" prints, and the reply")->excludes("--format");
     line.explain(verb,
                  "Texts are shown as the firmware would log them. Without a FILE the payload is what the initialiser "
                  "leaves.",

@@ -90,11 +90,10 @@ ExitCode filter(std::ostream &out, std::ostream &errors, const FilterOptions &op
 
 void add_filter(CommandLine &line)
 {
-    const auto options = std::make_shared<FilterOptions>();
-    CLI::App &verb =
-        line.add_verb("filter", "Hides passwords, keys, tokens and addresses in the XML of a log", options, filter);
-    verb.add_option("FILE", options->files, "Texts with XML in them; none, or -, is standard input");
-    verb.add_option("--also", options->also, "A further element or attribute to hide")
+    auto [verb, options] =
+        line.add_verb("filter", "Hides passwords, keys, tokens and addresses in the XML of a log", filter);
+    verb.add_option("FILE", options.files, "Texts with XML in them; none, or -, is standard input");
+    verb.add_option("--also", options.also, "A further element or attribute to hide")
         ->check(name_fault)
         ->type_name("NAME")
         ->allow_extra_args(false);

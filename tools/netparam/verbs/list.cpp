@@ -1,10 +1,10 @@
 #include "model/facts.h"
+#include "model/json.h"
 #include "model/nearest.h"
 #include "model/rows.h"
 #include "model/text.h"
 #include "verbs/command_line.h"
-
-#include <nlohmann/json.hpp>
+#include "verbs/describe.h"
 
 #include <algorithm>
 
@@ -16,25 +16,6 @@ struct ListOptions {
     bool json = false;
     bool names = false;
 };
-
-using Json = nlohmann::ordered_json;
-
-// An initialiser that does nothing has no id.
-bool has_id(const Entry &entry)
-{
-    return entry.initialiser != nullptr && entry.initialiser->id >= 0;
-}
-
-std::string id_of(const Entry &entry)
-{
-    return has_id(entry) ? std::to_string(entry.initialiser->id) : "-";
-}
-
-// Absent texts are null.
-Json optional(const std::string &text)
-{
-    return text.empty() ? Json() : Json(text);
-}
 
 std::string initialiser_of(const Entry &entry)
 {
@@ -65,35 +46,19 @@ bool matches(const Entry &entry, const std::string &filter, bool by_name)
             add_names(table, texts);
     }
     const auto contains = [&](const std::string &text) { return lower(text).find(lower(filter)) != std::string::npos; };
-    return (by_name && id_of(entry) == filter) || std::any_of(texts.begin(), texts.end(), contains);
+    return (by_name && id_text(entry) == filter) || std::any_of(texts.begin(), texts.end(), contains);
 }
 
-Json to_json(const Entry &entry)
-{
-    Json row;
-    row["name"] = optional(entry.message != nullptr ? entry.name() : "");
-    row["title"] = optional(entry.title());
-    row["summary"] = optional(entry.summary());
-    row["id"] = has_id(entry) ? Json(entry.initialiser->id) : Json();
-    row["size"] = entry.size();
-    row["initialiser"] = optional(entry.initialiser != nullptr ? entry.initialiser->name : "");
-    row["parser"] = optional(entry.parser());
-    row["writer"] = optional(entry.writer());
-    row["root"] = optional(entry.root());
-    row["element"] = optional(entry.element());
-    return row;
-}
+using Cells = std::vector<std::string>;
 
-using Line = std::vector<std::string>;
-
-void print(std::ostream &out, const std::vector<Line> &lines)
+void print(std::ostream &out, const std::vector<Cells> &lines)
 {
-    Line::size_type columns = lines.front().size();
+    Cells::size_type columns = lines.front().size();
     std::vector<std::size_t> widths(columns);
-    for (const Line &line : lines)
+    for (const Cells &line : lines)
         for (std::size_t i = 0; i < columns; ++i)
             widths[i] = std::max(widths[i], line[i].size());
-    for (const Line &line : lines) {
+    for (const Cells &line : lines) {
         std::string text;
         for (std::size_t i = 0; i < columns; ++i) {
             const std::string padding(widths[i] - line[i].size(), ' ');
@@ -121,23 +86,21 @@ std::vector<const Entry *> matching(const std::string &filter)
     std::vector<std::string> names;
     for (const Entry &entry : entries())
         names.insert(names.end(), {entry.name(), initialiser_of(entry), entry.parser(), entry.writer()});
-    const auto near = nearest(filter, names, 1);
-    throw Failure(exit_usage, "nothing in the catalogue matches " + in_quotes(filter) +
-                                  (near.empty() ? "" : "; did you mean " + near.front() + "?"));
+    throw Failure(exit_usage, "nothing in the catalogue matches " + in_quotes(filter) + meant(filter, names));
 }
 
 ExitCode list(std::ostream &out, std::ostream & /*errors*/, const ListOptions &options)
 {
-    std::vector<Line> lines = {{"NAME", "ID", "SIZE", "DIRECTIONS", "TITLE", "INITIALISER"}};
+    std::vector<Cells> lines = {{"NAME", "ID", "SIZE", "DIRECTIONS", "TITLE", "INITIALISER"}};
     Json rows = Json::array();
     std::vector<std::string> names; // what can be typed for MESSAGE, for completions and scripts
     for (const Entry *found : matching(options.filter)) {
         const Entry &entry = *found;
         if (entry.message != nullptr)
             names.push_back(entry.name() + '\n');
-        lines.push_back({entry.name(), id_of(entry), entry.size() > 0 ? std::to_string(entry.size()) : "-",
+        lines.push_back({entry.name(), id_text(entry), entry.size() > 0 ? std::to_string(entry.size()) : "-",
                          entry.directions(), entry.title().empty() ? "-" : entry.title(), initialiser_of(entry)});
-        rows.push_back(to_json(entry));
+        rows.push_back(entry_json(entry));
     }
     if (options.names)
         out << joined(names, "");
@@ -154,13 +117,12 @@ ExitCode list(std::ostream &out, std::ostream & /*errors*/, const ListOptions &o
 
 void add_list(CommandLine &line)
 {
-    const auto options = std::make_shared<ListOptions>();
-    CLI::App &verb = line.add_verb("list", "The catalogue of messages", options, list);
+    auto [verb, options] = line.add_verb("list", "The catalogue of messages", list);
     verb.add_option(
-        "TEXT", options->filter,
+        "TEXT", options.filter,
         "Only messages with this text in their names, functions, description, structures or keys, or with this id");
-    verb.add_flag("--json", options->json, "As JSON");
-    verb.add_flag("--names", options->names, "Only the names of messages that can be parsed or written")
+    verb.add_flag("--json", options.json, "As JSON");
+    verb.add_flag("--names", options.names, "Only the names of messages that can be parsed or written")
         ->excludes("--json");
     line.explain(verb, "", {"netparam list", "netparam list motion", "netparam list 1903 --json"});
 }

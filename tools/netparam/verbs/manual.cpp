@@ -168,9 +168,9 @@ ExitCode manual(std::ostream &out, std::ostream & /*errors*/, const ManualOption
 
 void add_manual(CommandLine &line)
 {
-    const auto options = std::make_shared<ManualOptions>();
-    options->line = &line;
-    line.add_verb("manual", "Prints the manual page", options, manual).group("");
+    auto [verb, options] = line.add_verb("manual", "Prints the manual page", manual);
+    verb.group("");
+    options.line = &line;
 }
 
 } // namespace netparam

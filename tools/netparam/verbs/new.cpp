@@ -25,13 +25,6 @@ std::string comment(std::string text)
     return "<!-- " + text + " -->";
 }
 
-std::string encoded(const std::string &text)
-{
-    std::string out;
-    TiXmlBase::EncodeString(text, &out);
-    return out;
-}
-
 // An example with what may be there instead. The remarks stand behind the texts, where no walk over children meets
 // them; what is to be said of elements with children stands above the body.
 class Draft {
@@ -84,7 +77,7 @@ private:
         if (element.FirstChildElement() == nullptr) {
             const char *text = element.GetText();
             const auto remark = remarks_.find(&element);
-            out << (text != nullptr ? encoded(text) : "");
+            out << (text != nullptr ? in_xml(text) : "");
             // An element without a text would be left with the comment as its first child.
             if (text != nullptr && !options_.bare && remark != remarks_.end() && !remark->second.empty())
                 out << comment(remark->second);
@@ -115,11 +108,10 @@ ExitCode make_new(std::ostream &out, std::ostream & /*errors*/, const NewOptions
 
 void add_new(CommandLine &line)
 {
-    const auto options = std::make_shared<NewOptions>();
-    CLI::App &verb = line.add_verb("new", "Prints a body to start from", options, make_new);
-    verb.add_option("MESSAGE", options->message, "Its name; see \"netparam list\"")->required();
-    verb.add_flag("--minimal", options->minimal, "Only what is required");
-    verb.add_flag("--bare", options->bare, "Without comments");
+    auto [verb, options] = line.add_verb("new", "Prints a body to start from", make_new);
+    verb.add_option("MESSAGE", options.message, "Its name; see \"netparam list\"")->required();
+    verb.add_flag("--minimal", options.minimal, "Only what is required");
+    verb.add_flag("--bare", options.bare, "Without comments");
     line.explain(
         verb,
         "Every child that the message reads stands there with a text that it accepts, lists with two items or as "

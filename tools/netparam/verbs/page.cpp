@@ -14,8 +14,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 struct PageOptions {};
 
 std::string_view embedded(const std::string &name)
@@ -111,8 +109,7 @@ ExitCode page(std::ostream &out, std::ostream & /*errors*/, const PageOptions & 
 
 void add_page(CommandLine &line)
 {
-    const auto options = std::make_shared<PageOptions>();
-    CLI::App &verb = line.add_verb("page", "All messages as a page for a browser", options, page);
+    auto [verb, options] = line.add_verb("page", "All messages as a page for a browser", page);
     line.explain(
         verb,
         "Prints one HTML file that needs no network: every message with its elements, accepted values, payload "

@@ -22,7 +22,7 @@ struct ParseOptions : Options {
 const Entry &entry_for(ParseOptions &options)
 {
     if (!options.file.empty())
-        return find_message(options.message);
+        return find_parsed(options.message);
     options.file = options.message;
     if (parsed_message(options.file) != nullptr && !std::ifstream(options.file).good())
         throw Failure(exit_usage, "parse " + options.file + " needs a FILE");
@@ -33,16 +33,9 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, ParseOptions option
 {
     const Entry &entry = entry_for(options);
     options.settle();
-    if (!entry.parses())
-        throw Failure(exit_usage, entry.name() + " has no parser: it is only written");
     Session session(entry, options);
-    const Document *document = session.extension_document();
-    bool accepted = session.read_extension();
-    if (accepted) {
-        session.prepare();
-        document = session.body_document();
-        accepted = session.parse();
-    }
+    bool accepted;
+    const Document *document = session.read(accepted);
     if (accepted && !options.bytes.empty())
         save_bytes(session, options.bytes);
     if (accepted && !options.drawing.empty())
@@ -99,27 +92,24 @@ ExitCode parse(std::ostream &out, std::ostream &errors, const ParseOptions &opti
 
 void add_parse(CommandLine &line)
 {
-    const auto options = std::make_shared<ParseOptions>();
-    options->style = line.style;
-    CLI::App &verb =
-        line.add_verb("parse", "Reads a body and shows the payload that the firmware gets", options, parse);
-    options->add_options(verb);
-    options->add_format(verb, true);
-    verb.add_flag("--json", options->json, "The same as --format json")->excludes("--format");
-    verb.add_flag("--memory", options->memory,
+    auto [verb, options] = line.add_verb("parse", "Reads a body and shows the payload that the firmware gets", parse);
+    options.add_options(verb);
+    options.add_format(verb, true);
+    verb.add_flag("--json", options.json, "The same as --format json")->excludes("--format");
+    verb.add_flag("--memory", options.memory,
                   "Also show each value's offset, bytes and C type, and the line and column of the text that it came "
                   "from, where there is one");
-    options->add_picture(verb);
+    options.add_picture(verb);
     const auto for_people = [&](CLI::Option *option) { option->excludes("--format")->excludes("--json"); };
-    for_people(verb.add_option("--only", options->only, "Only what lies at this path, as in timeBlockList")
-                   ->type_name("PATH"));
-    for_people(verb.add_flag("--nonzero", options->nonzero, "Only members that are not 0"));
-    for_people(verb.add_flag("--flat", options->flat, "A line \"path = value\" for each member, without drawings"));
-    for_people(verb.add_flag("--quiet", options->quiet, "Only whether the body is accepted"));
-    verb.add_option("--grid-out", options->drawing,
+    for_people(
+        verb.add_option("--only", options.only, "Only what lies at this path, as in timeBlockList")->type_name("PATH"));
+    for_people(verb.add_flag("--nonzero", options.nonzero, "Only members that are not 0"));
+    for_people(verb.add_flag("--flat", options.flat, "A line \"path = value\" for each member, without drawings"));
+    for_people(verb.add_flag("--quiet", options.quiet, "Only whether the body is accepted"));
+    verb.add_option("--grid-out", options.drawing,
                     "Also save a drawn grid or schedule for --grid; which one, if there are several: PATH=FILE")
         ->type_name("FILE");
-    verb.add_option("--raw", options->bytes, "Also save the payload's bytes, as this machine's memory holds them")
+    verb.add_option("--raw", options.bytes, "Also save the payload's bytes, as this machine's memory holds them")
         ->type_name("FILE");
     line.explain(verb,
                  "With a FILE alone, its root element and its children's names say which message it is. "

@@ -184,9 +184,9 @@ What the library reads and writes, message by message, as its tables say it. Thi
   envelope, with a zeroed payload of that size.
 )";
 
-class Page {
+class Reference {
 public:
-    Page(std::ostream &out, const Examples &examples) : out_(out), examples_(examples) {}
+    Reference(std::ostream &out, const Examples &examples) : out_(out), examples_(examples) {}
 
     void print()
     {
@@ -384,7 +384,7 @@ void print_table_rows(std::ostream &out, const Survey &survey, const Table &tabl
 
 void print_page(std::ostream &out, const Examples &examples)
 {
-    Page(out, examples).print();
+    Reference(out, examples).print();
 }
 
 void print_rows(std::ostream &out)

@@ -1,5 +1,6 @@
 #include "verbs/schema.h"
 
+#include "drawing/drawing.h"
 #include "model/accept.h"
 #include "model/facts.h"
 #include "model/rows.h"
@@ -12,7 +13,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using netpublic::Detail;
 using netpublic::Kind;
 using netpublic::Row;
@@ -80,11 +80,9 @@ Json row_of_cells(const Json &cell, std::size_t width)
     return one_of({{{"type", "string"}, {"pattern", "^[01]*$"}, {"maxLength", width}}, array_of(cell, width)});
 }
 
-constexpr std::size_t days = 7, hours = 24;
-
 Json week_of_sets()
 {
-    return array_of(array_of(set_of_words(), hours, hours), days, days);
+    return array_of(array_of(set_of_words(), day_hours, day_hours), week_days, week_days);
 }
 
 Json scalar(const Detail &detail)
@@ -164,9 +162,9 @@ Json member(const Table &table, unsigned index)
                         static_cast<std::size_t>(layout.rows));
     }
     case Form::week:
-        return array_of(row_of_cells(whole<std::int32_t>(), hours), days, days);
+        return array_of(row_of_cells(whole<std::int32_t>(), day_hours), week_days, week_days);
     case Form::hours:
-        return array_of({{"type", "string"}, {"pattern", "^[01]{24}$"}}, days, days);
+        return array_of({{"type", "string"}, {"pattern", "^[01]{24}$"}}, week_days, week_days);
     case Form::sets:
         return week_of_sets();
     case Form::none:
@@ -194,13 +192,6 @@ Json record(const View &view)
 
 // Bodies ------------------------------------------------------------------------------------------
 
-std::string escaped(const std::string &text)
-{
-    std::string out;
-    TiXmlBase::EncodeString(text, &out);
-    return out;
-}
-
 constexpr char rule[] =
     "The library takes more than a schema can say: names in any case, beginnings of a name where no earlier one begins "
     "like that, children that it does not know, words in any case. It takes children in any order; where one may occur "
@@ -215,7 +206,7 @@ public:
         const std::string root = entry.element();
         out_ << "<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n"
                 "<xs:schema xmlns:xs=\"http://www.w3.org/2001/XMLSchema\">\n  <xs:annotation><xs:documentation>"
-             << escaped(entry.name() + ": " + entry.title() + ". " + entry.summary() + ' ' + rule)
+             << in_xml(entry.name() + ": " + entry.title() + ". " + entry.summary() + ' ' + rule)
              << "</xs:documentation></xs:annotation>\n"
              << "  <xs:element name=\"body\"><xs:complexType><xs:sequence><xs:element ref=\"" << root
              << "\"/></xs:sequence></xs:complexType></xs:element>\n"
@@ -278,7 +269,7 @@ private:
         const std::vector<const Table *> inner = inner_tables(*child.table, child.index);
         out_ << indent << "<xs:element name=\"" << child.table->key(row) << '"'
              << (once || required ? "" : " minOccurs=\"0\"") << ">\n"
-             << indent << "  <xs:annotation><xs:documentation>" << escaped(accepted_by(*child.table, row))
+             << indent << "  <xs:annotation><xs:documentation>" << in_xml(accepted_by(*child.table, row))
              << "</xs:documentation></xs:annotation>\n";
         if (!inner.empty() && (row.flags & netpublic::row_skipped) == 0)
             print_type(inner, indent + "  ");
@@ -295,7 +286,9 @@ private:
                  << "</xs:restriction></xs:simpleType>\n";
         };
         const auto facet = [](const char *name, const std::string &value) {
-            return std::string("<xs:") + name + " value=\"" + escaped(value) + "\"/>";
+            std::string text; // with its quotes encoded
+            TiXmlBase::EncodeString(value, &text);
+            return std::string("<xs:") + name + " value=\"" + text + "\"/>";
         };
         const bool tolerant = (row.flags & netpublic::number_tolerant) != 0;
         if ((row.flags & netpublic::row_skipped) != 0 || row.kind == Kind::byte || tolerant)

@@ -2,9 +2,8 @@
 #ifndef NETPARAM_SCHEMA_H
 #define NETPARAM_SCHEMA_H
 
+#include "model/json.h"
 #include "reading/session.h"
-
-#include <nlohmann/json.hpp>
 
 #include <ostream>
 
@@ -12,7 +11,7 @@ namespace netparam {
 
 // JSON Schema of the payload in JSON, as "parse --json" prints it and "write" takes it. Fails with exit_usage when no
 // rows describe the payload.
-nlohmann::ordered_json payload_schema(const Entry &entry);
+Json payload_schema(const Entry &entry);
 
 // XML Schema of the bodies that are read, or else written: what it finds valid, the library accepts as far as the
 // tables tell, but not only that. Fails with exit_usage when no rows describe them.

@@ -102,17 +102,15 @@ ExitCode watch(std::ostream &out, std::ostream & /*errors*/, const WatchOptions 
 
 void add_watch(CommandLine &line)
 {
-    const auto options = std::make_shared<WatchOptions>();
-    options->style = line.style;
-    options->file = "-";
-    CLI::App &verb = line.add_verb("watch", "Shows the messages in a log, one line each, as they come", options, watch);
-    verb.add_option("FILE", options->file,
+    auto [verb, options] = line.add_verb("watch", "Shows the messages in a log, one line each, as they come", watch);
+    options.file = "-";
+    verb.add_option("FILE", options.file,
                     "A log or a capture with bodies in it; it is read on as it grows. None, or -, is standard input");
-    verb.add_flag("--details", options->details, "Also the payload's members that are not 0, notes and refusals");
-    verb.add_option("--message", options->message, "Which message all bodies are; otherwise their root elements say it")
+    verb.add_flag("--details", options.details, "Also the payload's members that are not 0, notes and refusals");
+    verb.add_option("--message", options.message, "Which message all bodies are; otherwise their root elements say it")
         ->type_name("MESSAGE");
-    verb.add_flag("--show-secrets", options->show_secrets, "Do not hide passwords, tokens, keys, signatures and codes");
-    options->device.add_options(verb);
+    verb.add_flag("--show-secrets", options.show_secrets, "Do not hide passwords, tokens, keys, signatures and codes");
+    options.device.add_options(verb);
     line.explain(verb,
                  "A body begins with a message's root element or with one called \"body\" and ends with its close tag, "
                  "wherever that stands. A line tells where in the log it begins, the time if the log's line names one, "

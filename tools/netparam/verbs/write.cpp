@@ -8,8 +8,6 @@
 namespace netparam {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 constexpr std::size_t most_told = 20;
 
 struct WriteOptions : Options {
@@ -25,9 +23,9 @@ std::string place_of(const PayloadFile &file, const std::string &member)
 }
 
 // How the writing went, for people or as JSON.
-class Outcome {
+class Report {
 public:
-    Outcome(std::ostream &out, std::ostream &errors, const WriteOptions &options, const PayloadFile &file)
+    Report(std::ostream &out, std::ostream &errors, const WriteOptions &options, const PayloadFile &file)
         : out_(out), errors_(errors), options_(options), file_(file)
     {
         json_ = {{"message", nullptr}, {"body", nullptr}, {"refused", nullptr}, {"lost", Json::array()}};
@@ -108,7 +106,7 @@ void load_drawing(Session &session, const Entry &entry, Options options, const s
 {
     options.show_secrets = true;
     const std::vector<Item> items = payload_items(session, entry, options);
-    nlohmann::ordered_json payload = to_json(items);
+    Json payload = to_json(items);
     put_drawing(payload, items, drawing);
     load_payload(session, entry, payload);
 }
@@ -123,13 +121,12 @@ ExitCode write(std::ostream &out, std::ostream &errors, const WriteOptions &opti
     without_body.file.clear();
     Session session(entry, without_body);
     if (!session.read_extension()) {
-        print_refusal(errors, session, *session.extension_document(), options);
-        print_log(errors, session, options.style);
+        print_refused(errors, session, *session.extension_document(), options);
         return exit_refused;
     }
     session.prepare();
     const PayloadFile file = read_payload(options.file, entry);
-    Outcome outcome(out, errors, options, file);
+    Report outcome(out, errors, options, file);
     try {
         load_payload(session, entry, file.payload);
         for (const std::string &drawing : options.drawings)
@@ -146,23 +143,21 @@ ExitCode write(std::ostream &out, std::ostream &errors, const WriteOptions &opti
 
 void add_write(CommandLine &line)
 {
-    const auto options = std::make_shared<WriteOptions>();
-    options->style = line.style;
-    CLI::App &verb = line.add_verb("write", "Builds a body from a payload in JSON", options, write);
-    options->add_options(verb)
+    auto [verb, options] = line.add_verb("write", "Builds a body from a payload in JSON", write);
+    options.add_options(verb)
         .get_option("FILE")
         ->description(
             "JSON of the payload: the output of \"parse --json\" or its \"payload\" alone; - is standard input")
         ->required();
     verb.add_option(
-            "--grid", options->drawings,
+            "--grid", options.drawings,
             "A grid or schedule as \"parse\" draws it, read back in; which one, if there are several: PATH=FILE")
         ->type_name("FILE")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    verb.add_flag("--strict", options->strict, "Refuse to print a body that does not hold the whole payload");
-    verb.add_flag("--json", options->json, "Body, refusal and what is lost as JSON");
-    verb.add_option("--raw", options->bytes, "Also save the payload's bytes, as this machine's memory holds them")
+    verb.add_flag("--strict", options.strict, "Refuse to print a body that does not hold the whole payload");
+    verb.add_flag("--json", options.json, "Body, refusal and what is lost as JSON");
+    verb.add_option("--raw", options.bytes, "Also save the payload's bytes, as this machine's memory holds them")
         ->type_name("FILE");
     line.explain(
         verb,
