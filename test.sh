@@ -208,8 +208,8 @@ section_asan() {
 
 # What one thread could spoil for another: the tests that run threads.
 section_tsan() {
-    build tsan netpublic_tests &&
-        check_tests "tests (thread sanitizer)" build/tsan/tests/netpublic_tests --gtest_filter='*Thread*'
+    build tsan netpublic_thread_tests &&
+        check_tests "tests (thread sanitizer)" build/tsan/tests/netpublic_thread_tests
 }
 
 # Uninitialised reads. What replaces operator new, and what only runs for long, is left out.

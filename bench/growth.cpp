@@ -102,7 +102,7 @@ std::unique_ptr<Work> encode_cells(std::size_t size)
     });
 }
 
-// An extension header, whose text is guarded before it is parsed. The guard takes 64 KiB at most.
+// An extension header, of 64 KiB at most: a longer one is not looked at.
 std::unique_ptr<Work> read_header(const std::string &text)
 {
     const auto header = std::make_shared<std::string>(text);

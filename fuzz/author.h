@@ -5,7 +5,6 @@
 
 #include "engine/registry.h"
 
-#include <cstdint>
 #include <random>
 #include <string>
 #include <vector>

@@ -2,7 +2,6 @@
 #include "oracle.h"
 #include "targets.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>

@@ -262,36 +262,6 @@ void check_view(const View &view, const void *exempt)
             check_row(view, i, exempt);
 }
 
-struct Extent {
-    unsigned levels = 0;
-    unsigned attributes = 0; // the most of one element
-};
-
-// Without recursion: a tree may be deep.
-Extent extent_of(const TiXmlNode &tree)
-{
-    Extent extent;
-    unsigned level = 0;
-    for (const TiXmlNode *node = &tree; node != nullptr;) {
-        if (const TiXmlElement *element = node->ToElement()) {
-            extent.levels = std::max(extent.levels, level);
-            unsigned own = 0;
-            for (const TiXmlAttribute *at = element->FirstAttribute(); at != nullptr; at = at->Next())
-                ++own;
-            extent.attributes = std::max(extent.attributes, own);
-        }
-        if (const TiXmlNode *child = node->FirstChild()) {
-            node = child;
-            ++level;
-            continue;
-        }
-        for (; node != &tree && node->NextSibling() == nullptr; --level)
-            node = node->Parent();
-        node = node == &tree ? nullptr : node->NextSibling();
-    }
-    return extent;
-}
-
 // A numeric reference that is more, or less, than its digits.
 bool has_bad_reference(const std::string &text)
 {
@@ -463,6 +433,31 @@ void check_header(const std::string &text, const char *refusal)
     else
         require((why != "nested too deeply" || deep) && (why != "too many attributes" || many), "P15",
                 "a header within the limits was refused");
+}
+
+// Without recursion: a tree may be deep.
+Extent extent_of(const TiXmlNode &tree)
+{
+    Extent extent;
+    unsigned level = 0;
+    for (const TiXmlNode *node = &tree; node != nullptr;) {
+        if (const TiXmlElement *element = node->ToElement()) {
+            extent.levels = std::max(extent.levels, level);
+            unsigned own = 0;
+            for (const TiXmlAttribute *at = element->FirstAttribute(); at != nullptr; at = at->Next())
+                ++own;
+            extent.attributes = std::max(extent.attributes, own);
+        }
+        if (const TiXmlNode *child = node->FirstChild()) {
+            node = child;
+            ++level;
+            continue;
+        }
+        for (; node != &tree && node->NextSibling() == nullptr; --level)
+            node = node->Parent();
+        node = node == &tree ? nullptr : node->NextSibling();
+    }
+    return extent;
 }
 
 std::uint64_t fingerprint(const TiXmlNode &tree)

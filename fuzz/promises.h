@@ -89,6 +89,13 @@ const char *header_refusal(std::string_view log);
 // what was refused for a reason must give that reason.
 void check_header(const std::string &text, const char *refusal);
 
+// How deep a tree's elements are nested, and the most attributes that one of them has.
+struct Extent {
+    unsigned levels = 0;
+    unsigned attributes = 0;
+};
+Extent extent_of(const TiXmlNode &tree);
+
 // A number that changes with any node, name, text or attribute of a tree. P7 and P8.
 std::uint64_t fingerprint(const TiXmlNode &tree);
 

@@ -68,7 +68,7 @@ void run_header(const std::uint8_t *data, std::size_t size)
     Bytes input(data, size);
     host.play(input);
     modulemask = 0x400;
-    loglevel |= 1; // the lines tell what the XML library saw
+    loglevel |= 1; // the lines tell why a header is refused
     Guarded record(sizeof(net_ext_t));
     std::memset(record.as<>(), 0, sizeof(net_ext_t));
     Guarded text(sizeof(char) * (input.left() + 1));
@@ -299,7 +299,7 @@ void schedule_seeds(const Sink &sink)
 {
     const auto put = [&sink](char form, const char *text) {
         TiXmlDocument document;
-        document.Parse((std::string(text) + std::string(8, '\0')).c_str());
+        document.Parse((std::string(text) + std::string(xml_padding, '\0')).c_str());
         sink("tree", form + encode_tree(*document.RootElement()));
     };
     const std::string hours(168, '1');

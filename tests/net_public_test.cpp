@@ -1065,23 +1065,6 @@ TEST_F(ConversionTest, RangedValues)
 
 class StandInTest : public test::HostTest {};
 
-TEST_F(StandInTest, CountsExactlyAcrossThreads)
-{
-    constexpr int rounds = 20000;
-    const auto work = [] {
-        for (int i = 0; i < rounds; ++i) {
-            void *block = bc_malloc(8);
-            bc_free(block);
-        }
-    };
-    const long live = net_host_memory().live;
-    std::thread one(work), two(work);
-    one.join();
-    two.join();
-    EXPECT_EQ(net_host_memory().live, live);
-    EXPECT_EQ(net_host_memory().total, 2ul * rounds);
-}
-
 TEST_F(StandInTest, TickRuns)
 {
     const unsigned long long before = get_tick_count(0);

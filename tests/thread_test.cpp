@@ -1,9 +1,10 @@
-// P14: every message on several threads at once, each with envelopes and trees of its own. What the threads
+// P14: every message on several threads at once, each with envelopes, trees and texts of its own. What the threads
 // must not share shows under the thread sanitizer; what they would spoil for one another shows here.
 #include "messages.h"
 
 #include <net_public.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 #include <thread>
@@ -18,8 +19,11 @@ constexpr int rounds = 3;
 
 class ThreadTest : public test::HostTest {};
 
+enum class Route { tree, text };
+
 struct Exchange {
     Message message;
+    Route route;
     std::string request;
     std::string reply; // "-1" when the writer fails
 };
@@ -30,7 +34,32 @@ std::string parsed_text(const std::string &text)
 }
 
 // A whole exchange as a host does it, without anything that the test's thread alone may use.
-std::string reply_to(const Message &message, const std::string &request)
+std::string text_of(const Message &message, net_param_t &param)
+{
+    const int length = net_text_s2x(message.write, &param, nullptr, 0);
+    std::string text(static_cast<std::size_t>(std::max(length, 0)) + 1, '\0');
+    const int written = net_text_s2x(message.write, &param, text.data(), static_cast<unsigned int>(text.size()));
+    return written == length ? std::to_string(length) + text : "two lengths";
+}
+
+std::string tree_of(const Message &message, net_param_t &param)
+{
+    TiXmlElement parent("body");
+    return message.write(&param, &parent) == 0 ? test::print_children(parent) : "-1";
+}
+
+bool reads(const Message &message, Route route, net_param_t &param, std::string request)
+{
+    if (message.parse == nullptr)
+        return true;
+    if (route == Route::text)
+        return net_text_x2s(message.parse, &param, request.data(), static_cast<unsigned int>(request.size())) == 0;
+    TiXmlDocument document;
+    document.Parse(request.c_str());
+    return message.parse(&param, document.RootElement()) == 0;
+}
+
+std::string reply_to(const Message &message, Route route, const std::string &request)
 {
     char header[] = "<ExtenSion><channelId>3</channelId><streamType>subStream</streamType></ExtenSion>";
     net_ext_t ext = {};
@@ -41,14 +70,11 @@ std::string reply_to(const Message &message, const std::string &request)
                                                        : net_param_init_size_id(&param, &ext, message.size, 1);
     if (prepared != 0)
         return "no payload";
-    TiXmlDocument document;
-    document.Parse(request.c_str());
-    TiXmlElement parent("body");
     std::string reply = "no writer";
-    if (message.parse != nullptr && message.parse(&param, document.RootElement()) != 0)
+    if (!reads(message, route, param, request))
         reply = "refused";
     else if (message.write != nullptr)
-        reply = message.write(&param, &parent) == 0 ? test::print_children(parent) : "-1";
+        reply = route == Route::text ? text_of(message, param) : tree_of(message, param);
     TiXmlPrinter printer;
     net_get_exten_xml(printer, ext.channelId);
     net_free(&param.data);
@@ -90,6 +116,23 @@ std::string toolkit_texts(int number)
     return all + test::print_children(parent);
 }
 
+TEST_F(ThreadTest, TheStandInCountsExactly)
+{
+    constexpr int blocks = 20000;
+    const auto work = [] {
+        for (int i = 0; i < blocks; ++i) {
+            void *block = bc_malloc(8);
+            bc_free(block);
+        }
+    };
+    const long live = net_host_memory().live;
+    std::thread one(work), two(work);
+    one.join();
+    two.join();
+    EXPECT_EQ(net_host_memory().live, live);
+    EXPECT_EQ(net_host_memory().total, 2ul * blocks);
+}
+
 TEST_F(ThreadTest, TheToolkitOnAllThreads)
 {
     std::vector<std::string> expected, faults(threads);
@@ -117,14 +160,15 @@ TEST_F(ThreadTest, EveryMessageOnAllThreads)
     std::vector<Exchange> exchanges;
     for (const Message &message : test::all_messages()) {
         const std::string request = parsed_text(test::best_example(message));
-        exchanges.push_back({message, request, reply_to(message, request)});
+        for (const Route route : {Route::tree, Route::text})
+            exchanges.push_back({message, route, request, reply_to(message, route, request)});
     }
     std::vector<std::string> faults(threads);
     const auto work = [&](std::size_t which) {
         for (std::size_t i = 0; i < rounds * exchanges.size(); ++i) {
             // Two threads at a time start at the same place.
             const Exchange &exchange = exchanges[(i + which / 2 * exchanges.size() / threads) % exchanges.size()];
-            if (reply_to(exchange.message, exchange.request) != exchange.reply)
+            if (reply_to(exchange.message, exchange.route, exchange.request) != exchange.reply)
                 faults[which] += exchange.message.name + std::string(" ");
         }
     };

@@ -19,7 +19,7 @@ extern unsigned int modulemask;
 /** Bit set of the levels that are printed: 1 errors, 4 and 8 traces. */
 extern unsigned int loglevel;
 
-/** Allocates @p size bytes. @return the block, owned by the caller, or null. */
+/** Allocates @p size bytes. @return the block, aligned as malloc() does and owned by the caller, or null. */
 void *bc_malloc(unsigned int size);
 /** Releases a block of bc_malloc(). */
 void bc_free(void *block);
@@ -66,7 +66,7 @@ int sc_get_channel_num(void);
 int sc_get_default_alarmin_num(void);
 /** @return the number of alarm outputs. */
 int sc_get_default_alarmout_num(void);
-/** @return non-zero for a Wi-Fi kit. */
+/** @return non-zero for a Wi-Fi kit. The library itself does not ask. */
 int sc_get_is_wifi_kit(void);
 
 #ifdef __cplusplus

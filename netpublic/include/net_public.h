@@ -175,7 +175,10 @@ NETPUBLIC_API int net_cert_remove(char *name);
  */
 NETPUBLIC_API int net_random_string(char *buf, int bufLen, int strLen);
 
-/** @return a number of 0 to n - 1, the same one for all calls within a second; 0 for 0. @p n must not be negative. */
+/**
+ * @return a number of 0 to n - 1, the same one for all calls within a second, with which the process-wide rand() is
+ *         seeded; 0 for 0. @p n must not be negative.
+ */
 NETPUBLIC_API int net_random_num_get(int n);
 
 /** @return the host's tick in milliseconds. */

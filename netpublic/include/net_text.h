@@ -34,8 +34,9 @@
  * refused. Nothing behind `text[length]` is looked at; a text that ends inside a UTF-8 sequence is refused.
  *
  * One block is allocated by net_malloc() and released before the call returns: for ordinary texts at most as large as
- * the text on a 32-bit system (half again as large on a 64-bit one), up to 3.5 times (7 times) for texts of little but
- * tags.
+ * the text on a 32-bit system (half again as large on a 64-bit one). Where it does not do, for texts of little but
+ * tags, a larger one takes its place; the two together have up to 6.5 times (13 times) the size of a text of some
+ * length.
  *
  * @param x2s    One of this library's message parsers, such as net_md_x2s(). Nothing else: see above.
  * @param param  The envelope, handed to the parser as it is.
@@ -84,7 +85,10 @@ inline int net_text_ptz_param_s2x(tag_net_ptz_param_v20_t *record, char *text, u
         &envelope, text, size);
 }
 
-/** net_text_s2x() for xml_enc_info_list_s2x(), which writes the list page by page and takes no envelope. */
+/**
+ * net_text_s2x() for xml_enc_info_list_s2x(), which writes the list page by page and takes no envelope. The cursor
+ * moves on, too, where the page is cut or only its length is asked for.
+ */
 inline int net_text_enc_info_list_s2x(net_stream_info_v20_t *entries, int count, int *cursor, int budget, char *text,
                                       unsigned int size)
 {

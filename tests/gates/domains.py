@@ -68,10 +68,6 @@ def main():
                 faults.append(f"{path}:{line}: {function} {what}")
         faults += [f"{path}: {message} has a parser and no table" for message in unread(path)]
     faults += [f"the exception {name} is not needed" for name in sorted(exceptions - used)]
-    tools = directory.parent.parent / "tools"
-    for path in sorted(tools.rglob("*.cpp")) if tools.is_dir() else []:
-        if "own_readers" in path.read_text():
-            faults.append(f"{path}: knows readers by name; what a row accepts stands in its description")
     if not domains or not functions:
         faults.append("no domain files")
     print("\n".join(faults) or f"{functions} functions of {len(domains)} domain files hand their XML on")

@@ -8,19 +8,22 @@ theirs. Two kinds of calls are not in the compiler's graph: calls through pointe
 the engine is walking. Both are taken from the objects' relocations, which say what every function and
 every constant table refers to. RULES_FILE holds lines with patterns for whole demangled names:
 
-    engine FUNCTION           is handed a table: what it calls through pointers is what that table, or the
-                              function itself, refers to; other functions hand it a table they refer to
-    nested FUNCTION           an engine function that others call again with a table nested in theirs
-    call CALLER -> CALLEE     calls through pointers in CALLER reach functions like CALLEE only
-    key CALLER -> CALLEE      calls through pointers in CALLER reach every function like CALLEE: the host passes them
-    kinds FUNCTION -> N ...   FUNCTION is entered only for tables with rows of these kinds, numbered as in table.h
-    recursion FUNCTION N      FUNCTION is entered at most N times on one path
+    engine FUNCTION              is handed a table: what it calls through pointers is what that table, or the
+                                 function itself, refers to; other functions hand it a table they refer to
+    nested CALLER => CALLEE -> ROLE ...
+                                 the engine function CALLER hands CALLEE not its own table, but those that its
+                                 table refers to in these roles
+    roles FUNCTION -> ROLE ...   the engine function enters what its table refers to in these roles only
+    call CALLER -> CALLEE        calls through pointers in CALLER reach functions like CALLEE only
+    key CALLER -> CALLEE         calls through pointers in CALLER reach every function like CALLEE: the host passes them
+    kinds FUNCTION -> KIND ...   FUNCTION is entered only for tables with rows of these kinds, by their names in table.h
 
-A function that ends by jumping to another one has freed its own frame by then; relocations tell jumps from calls.
+The roles are those of Table.roles(). A function that ends by jumping to another one has freed its own frame by then;
+relocations tell jumps from calls.
 
-A caller through pointers without a rule may reach every function whose address is taken. Recursion that is
-not listed is a fault, tables that contain themselves included, and so is stack of a size that only shows
-at run time.
+A caller through pointers without a rule may reach every function whose address is taken. Recursion is a fault,
+tables that contain themselves included, but for the engine's descent from a table to those nested in it; and so is
+stack of a size that only shows at run time.
 """
 import pathlib
 import re
@@ -271,9 +274,6 @@ class Rules:
                 argument = set(argument.split())
                 if kind == "kinds" and argument - set(KINDS):
                     sys.exit(f"{path}: no such kind: {line}")
-            elif kind == "recursion":
-                pattern, _, argument = rest.rpartition(" ")
-                argument = int(argument)
             elif kind == "nested":
                 pattern, _, argument = rest.rpartition(" -> ")
                 argument = set(argument.split())
@@ -377,29 +377,15 @@ class Graph:
 
 
 class Deepest:
-    """The longest path from a function on, by function, table, and how often each listed recursion was entered."""
+    """The longest path from a function on, by function and table."""
 
     def __init__(self, graph):
         self.graph, self.functions = graph, graph.functions
-        self.recursion = [(pattern, most, line) for kind, pattern, most, line in graph.rules.lines if kind == "recursion"]
         self.known, self.path, self.faults = {}, [], {}
 
-    def entered(self, name, counts):
-        """The counts after entering a function; None when its recursion is used up."""
-        for i, (pattern, most, line) in enumerate(self.recursion):
-            if pattern.fullmatch(name):
-                self.graph.rules.used.add(line)
-                if counts[i] == most:
-                    return None
-                counts = counts[:i] + (counts[i] + 1,) + counts[i + 1:]
-        return counts
-
-    def of(self, key, table=None, counts=None):
+    def of(self, key, table=None):
         function = self.functions[key]
-        counts = self.entered(function.name, counts or (0,) * len(self.recursion))
-        if counts is None:
-            return 0, ()
-        state = key, table, counts
+        state = key, table
         if state in self.known:
             return self.known[state]
         if state in self.path:
@@ -412,7 +398,7 @@ class Deepest:
         here = (key, table),
         best = function.own, here
         for callee, choice in self.graph.calls(key, table):
-            depth, path = self.of(callee, choice, counts)
+            depth, path = self.of(callee, choice)
             if callee not in function.jumps_to - function.returns_from:
                 depth, path = depth + function.own, here + path
             best = max(best, (depth, path), key=lambda found: found[0])

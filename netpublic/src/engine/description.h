@@ -51,7 +51,8 @@ template <class Record> constexpr Member<Record, Record> itself(const char *name
 }
 
 #ifdef NETPUBLIC_DESCRIBED
-// A type's name without its namespace, as the compiler shows it: "... [with Type = net_motion_t]".
+// A type's name without its namespace, as the compiler shows it: "... [with Type = net_motion_t]". Of a template's
+// argument, the argument's name.
 template <class Type> constexpr auto spelled_type()
 {
     std::array<char, 64> name{};
@@ -65,7 +66,7 @@ template <class Type> constexpr auto spelled_type()
         if (before[same] == '\0' && !found) {
             found = true;
             at += same - 1;
-        } else if (found && (*at == ']' || *at == ';')) {
+        } else if (found && (*at == ']' || *at == ';' || *at == '>')) {
             break;
         } else if (found && *at == ':') {
             length = 0;

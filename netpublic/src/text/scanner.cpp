@@ -242,6 +242,21 @@ private:
         fault_at_ = at;
         return nullptr;
     }
+    // The line that reading has come to, for faults that lie in front of it.
+    struct Line {
+        unsigned int number;
+        const char *start;
+    };
+    Line line() const
+    {
+        return {line_, line_start_};
+    }
+    std::nullptr_t fail(Fault fault, const char *at, const Line &line)
+    {
+        line_ = line.number;
+        line_start_ = line.start;
+        return fail(fault, at);
+    }
     // To be told of every byte that may be a line break.
     void pass(const char *at)
     {
@@ -298,14 +313,21 @@ bool Scanner::allocate(unsigned int tokens)
     return true;
 }
 
-// What is behind `at` has at most so many tokens, if no '>' ends a text: one for each opening tag or the like, one
-// for each text in front of a tag. Where that is too few, this is asked again.
+// What is behind `at` has about so many tokens: one for each opening tag or the like, one for each text in front of a
+// tag. Where that is too few, this is asked again.
 bool Scanner::grow(const char *at)
 {
     unsigned int more = 16 + count_ / 8;
-    for (; at < end_; ++at)
-        if (*at == '<')
-            more += (at[1] != '/') + (at[-1] != '>');
+    bool in_tag = true;
+    for (const char *behind_tag = at; at < end_; ++at) {
+        if (*at == '<') {
+            more += (at[1] != '/') + (at != behind_tag);
+            in_tag = true;
+        } else if (*at == '>' && in_tag) {
+            behind_tag = at + 1;
+            in_tag = false;
+        }
+    }
     return allocate(count_ + more);
 }
 
@@ -368,6 +390,8 @@ char *Scanner::decode_reference(char *&to, char *at, Fault fault)
     }
     if (limits_.strict && (digit != mark || mark + 1 == end))
         return fail(Fault::reference, at);
+    for (const char *skipped = mark; skipped != digit; ++skipped)
+        pass(skipped);
     if (encoding_ != Encoding::utf8 || code < 0x80) {
         *to++ = static_cast<char>(code);
         return end + 1;
@@ -449,18 +473,19 @@ char *Scanner::read_attributes(char *at)
         if (*at == '/')
             return at[1] == '>' ? at : fail(Fault::empty_tag, at);
         const char *name = at;
+        const Line begun = line();
         Span value;
         at = read_attribute(at, value);
         if (at == nullptr)
             return nullptr;
         if (count == limits_.attributes)
-            return fail(Fault::too_many_attributes, name);
+            return fail(Fault::too_many_attributes, name, begun);
         names[count] = name;
         if (*at == '\0')
-            return fail(Fault::element, name);
+            return fail(Fault::element, name, begun);
         for (unsigned int i = 0; i < count; ++i)
             if (same_name(name, names[i]))
-                return fail(Fault::element, name);
+                return fail(Fault::element, name, begun);
     }
 }
 
@@ -595,11 +620,12 @@ char *Scanner::read_other(char *at)
     std::uint32_t kind = Token::other;
     char *behind;
     if (begins_folded(at + 1, "?xml")) {
+        const Line begun = line();
         behind = read_declaration(at + 5);
         if (behind == nullptr && is_limit(fault_))
             return nullptr;
         if (behind == nullptr && open_ != 0)
-            return fail(Fault::element_value, at);
+            return fail(Fault::element_value, at, begun);
         if (behind == nullptr) {
             fault_ = Fault::none;
             return end_;
