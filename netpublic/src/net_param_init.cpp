@@ -27,7 +27,7 @@ constexpr unsigned int list_records = 20;
 // A row as the catalogue gives it.
 struct Source {
     int id;
-    std::size_t size;
+    unsigned int size;
     unsigned int extra;
     const char *failure; // "X" stands for the line "init param X failed"; null for no line
 };

@@ -14,6 +14,7 @@ import tempfile
 
 import stack
 
+NAMES = (".gnu.hash", ".dynsym", ".dynstr", ".gnu.version")  # of the exported functions
 COLUMNS = ("code", "tables", "constants", "texts", "pointers")
 
 
@@ -80,7 +81,7 @@ def library_sections(strip, library):
     with tempfile.NamedTemporaryFile() as stripped:
         subprocess.run([strip, "--strip-unneeded", "-o", stripped.name, library], check=True)
         path = pathlib.Path(stripped.name)
-        return path.stat().st_size, [(name, len(contents)) for name, contents in stack.sections(path)]
+        return path.read_bytes(), [(name, len(contents)) for name, contents in stack.sections(path) if name != ".bss"]
 
 
 def main():
@@ -94,9 +95,13 @@ def main():
         total += sizes
         print(f"| {path.name[:-6]:24} |" + "".join(f" {sizes[column]:9} |" for column in COLUMNS))
     print(f"| {'all':24} |" + "".join(f" {total[column]:9} |" for column in COLUMNS))
-    size, parts = library_sections(strip, library)
-    print("\n" + ", ".join(f"{name} {length}" for name, length in parts if length >= 256 and name != ".bss"))
-    print(f"{size} bytes stripped")
+    file, parts = library_sections(strip, library)
+    print("\n" + ", ".join(f"{name} {length}" for name, length in parts if length >= 256))
+    lengths = collections.Counter(dict(parts))
+    names = sum(lengths[name] for name in NAMES)
+    headers = 52 + 32 * struct.unpack_from("<H", file, 44)[0] + 40 * struct.unpack_from("<H", file, 48)[0]
+    print(f"{len(file)} bytes stripped; names {names}; {lengths['.rel.dyn'] // 8} relocations; "
+          f"padding {len(file) - lengths.total() - headers}")
     for part, tables in repeated.most_common():
         if tables > 1:
             print(f"not in common.h: {part!r}, kept by {tables} tables")
