@@ -266,15 +266,11 @@ Element append_root(Element parent, const char *name, const char *version)
 {
     if (!parent)
         return {};
-    if (parent.is_text()) {
-        const Element root = parent.writer()->open(parent.level(), name);
-        if (root)
-            parent.writer()->add_attribute(version, "1.1");
-        return root;
-    }
-    TiXmlElement *root = new_element(name, version);
-    if (root != nullptr)
-        parent.tree()->LinkEndChild(root);
+    if (!parent.is_text())
+        return link_element(parent.tree(), name, version);
+    const Element root = parent.writer()->open(parent.level(), name);
+    if (root)
+        parent.writer()->add_attribute(version, "1.1");
     return root;
 }
 

@@ -9,7 +9,7 @@ TiXmlElement *new_element(const char * /*name*/, const char * /*version*/) noexc
     return nullptr;
 }
 
-TiXmlElement *link_element(TiXmlNode * /*parent*/, const char * /*name*/) noexcept
+TiXmlElement *link_element(TiXmlNode * /*parent*/, const char * /*name*/, const char * /*version*/) noexcept
 {
     return nullptr;
 }

@@ -16,9 +16,9 @@ TiXmlElement *new_element(const char *name, const char *version) noexcept
     }
 }
 
-TiXmlElement *link_element(TiXmlNode *parent, const char *name) noexcept
+TiXmlElement *link_element(TiXmlNode *parent, const char *name, const char *version) noexcept
 {
-    TiXmlElement *element = parent != nullptr ? new_element(name) : nullptr;
+    TiXmlElement *element = parent != nullptr ? new_element(name, version) : nullptr;
     if (element != nullptr)
         parent->LinkEndChild(element);
     return element;

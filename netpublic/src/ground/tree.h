@@ -30,7 +30,7 @@ template <class Type> Type *pointer_in(std::uintptr_t word)
 
 // Link a new last child. A null parent fails, so that the result of one link_element() can go into the
 // next call unchecked; null or -1 for a failure.
-[[nodiscard]] TiXmlElement *link_element(TiXmlNode *parent, const char *name) noexcept;
+[[nodiscard]] TiXmlElement *link_element(TiXmlNode *parent, const char *name, const char *version = nullptr) noexcept;
 [[nodiscard]] int link_text(TiXmlNode *parent, const char *name, const char *text) noexcept;
 [[nodiscard]] int link_text(TiXmlNode *parent, const char *name, const char *text, std::size_t length) noexcept;
 
