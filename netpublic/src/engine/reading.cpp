@@ -437,17 +437,10 @@ int read_item(Walk &walk, const Row &row, Node child)
 NETPUBLIC_LEAF int follow(Walk &walk, const Row &row)
 {
     const Table &table = walk.table;
-    const Row *first = &table.row(0), *mark = nullptr;
-    for (const Row *row_behind = first + table.rows - 1; row_behind->kind > Kind::preset; --row_behind) {
-        if (first + row_behind->ref != &row)
-            continue;
-        if (row_behind->kind == Kind::mark)
-            mark = row_behind;
-        else if (row_behind->kind == Kind::hook && static_cast<Moment>(row_behind->limits) == Moment::then &&
-                 table.ref(row_behind->offset).then(walk.record, {table.key(row), walk.items, 0, 0}) != 0)
+    if (const Row *hook = table.hook(row, Moment::then))
+        if (table.ref(hook->offset).then(walk.record, {table.key(row), walk.items, 0, 0}) != 0)
             return -1;
-    }
-    if (mark != nullptr)
+    if (const Row *mark = table.attachment(row, Kind::mark))
         member<int>(walk.record, *mark) = table.limit(mark->limits).low;
     return 0;
 }
@@ -481,9 +474,10 @@ NETPUBLIC_LEAF void prepare(const Table &table, void *record)
         table.ref(0).before(record);
     if ((table.flags & table_presets) == 0)
         return;
-    for (unsigned index = table.keys; index < table.rows; ++index)
-        if (table.row(index).kind == Kind::preset)
-            member<int>(record, table.row(index)) = table.limit(table.row(index).limits).low;
+    const Row *const end = &table.row(table.rows);
+    for (const Row *row = &table.row(table.keys); row != end && row->kind <= Kind::preset; ++row)
+        if (row->kind == Kind::preset)
+            member<int>(record, *row) = table.limit(row->limits).low;
 }
 
 // The row of a child whose table has a rule of its own for names.
@@ -721,13 +715,18 @@ int read_component_value(void *record, Node node, const char *key, const Table &
     return read_row(walk, 0, node) != 0 ? refuse(walk, table.row(0), node) : 0;
 }
 
+// The line for a parser's bad arguments. -1.
+NETPUBLIC_LEAF static int refuse_call(const Table &table)
+{
+    log_line(table.source().entry, table.place(), table.parser());
+    return -1;
+}
+
 int check_parser(const Table &message, const net_param_t *param, Node body, std::size_t size)
 {
-    if (param != nullptr && body && param->data != nullptr &&
-        ((message.flags & table_read_any) != 0 || param->dataSize == size))
-        return 0;
-    log_line(message.source().entry, message.place(), message.parser());
-    return -1;
+    const bool good = param != nullptr && body && param->data != nullptr &&
+                      ((message.flags & table_read_any) != 0 || param->dataSize == size);
+    return good ? 0 : refuse_call(message);
 }
 
 int parse_message(net_param_t *param, Node body, const Table &message)

@@ -49,15 +49,16 @@ enum class Kind : std::uint8_t {
     wires,             // elements of one name that do so
     constant,          // written only: a fixed number
     named,             // neither read nor written: a member that the tools show
-    // Rows behind the keys; no child answers to them.
+    // Rows behind the keys; no child answers to them. They stand in this order, and are looked for from the last one
+    // on: first what reading wants.
     preset,      // int: a number stored before the walk
-    count,       // int: how many items the list holds
-    mark,        // int: a number stored once the row has been read
-    condition,   // int: decides whether the row is written
-    hook,        // a function around reading the row
-    again,       // another table that reads the same element once more
-    shows,       // int: what the row's own line shows instead of its member
     second_line, // a further line of the row's own: see Field::code_line(), item_line() and too_large()
+    shows,       // int: what the row's own line shows instead of its member
+    condition,   // int: decides whether the row is written
+    again,       // another table that reads the same element once more
+    mark,        // int: a number stored once the row has been read
+    hook,        // a function around reading the row
+    count,       // int: how many items the list holds
 };
 
 // Rows of elements of one name that fill one after another, and of elements whose children a table describes.
@@ -321,7 +322,11 @@ struct Table {
     {
         return reinterpret_cast<const Ref *>(bytes(refs))[index];
     }
-    const Limits &limit(unsigned index) const;
+    const Limits &limit(unsigned index) const
+    {
+        return index < common_limit_count ? common_limits[index]
+                                          : reinterpret_cast<const Limits *>(&row(rows))[index - common_limit_count];
+    }
     // How many items a list holds.
     int capacity(const Row &of) const
     {

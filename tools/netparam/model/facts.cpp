@@ -378,8 +378,8 @@ std::string kind_name(Kind kind)
     constexpr const char *names[] = {"integer", "flag",  "byte", "unsigned",  "int64",  "uint64", "real",      "text",
                                      "counted", "view",  "word", "mask",      "events", "ints",   "converted", "grid",
                                      "place",   "group", "list", "items",     "wire",   "wires",  "constant",  "named",
-                                     "preset",  "count", "mark", "condition", "hook",   "again",  "shows",     "line"};
-    static_assert(std::size(names) == static_cast<std::size_t>(Kind::second_line) + 1, "a name each");
+                                     "preset",  "line",  "shows", "condition", "again",  "mark",  "hook",     "count"};
+    static_assert(std::size(names) == static_cast<std::size_t>(Kind::count) + 1, "a name each");
     return names[static_cast<std::size_t>(kind)];
 }
 
