@@ -625,7 +625,7 @@ TEST_F(EngineTest, ToolsCanWatchAWalk)
     std::string heard;
     const Watch listener = {
         &heard, [](void *context, Event event, const Table &table, const Row *row, void *, Node node) {
-            const char *const names[] = {"taken", "ignored", "refused", "missing"};
+            const char *const names[] = {"taken", "ignored", "refused", "placeless", "missing"};
             *static_cast<std::string *>(context) += std::string(names[static_cast<int>(event)]) + " " + node.name() +
                                                     ":" + (row != nullptr ? table.key(*row) : "") + "; ";
         }};

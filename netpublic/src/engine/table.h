@@ -55,10 +55,10 @@ enum class Kind : std::uint8_t {
     second_line, // a further line of the row's own: see Field::code_line(), item_line() and too_large()
     shows,       // int: what the row's own line shows instead of its member
     condition,   // int: decides whether the row is written
-    again,       // another table that reads the same element once more
-    mark,        // int: a number stored once the row has been read
     hook,        // a function around reading the row
+    mark,        // int: a number stored once the row has been read
     count,       // int: how many items the list holds
+    again,       // another table that reads the same element once more
 };
 
 // Rows of elements of one name that fill one after another, and of elements whose children a table describes.
