@@ -28,10 +28,9 @@ const char *Node::text_of(Node node)
     return first != nullptr && first->Type() == TiXmlNode::TINYXML_TEXT ? first->Value() : nullptr;
 }
 
-const char *Node::token_name(Node node)
+const char *Node::token_text_name(Node node)
 {
-    const Token *own = node.token();
-    return node.is_token_text() ? own->at + own->distance() : own->at;
+    return node.token()->at + node.token()->distance();
 }
 
 bool Node::is_token_element(Node node)

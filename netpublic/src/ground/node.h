@@ -53,7 +53,7 @@ public:
     // An element's name, a text, a comment's inside; what the XML library calls the value. Never null.
     const char *name() const
     {
-        return is_token() ? token_name(*this) : tree()->Value();
+        return !is_token() ? tree()->Value() : is_token_text() ? token_text_name(*this) : token()->at;
     }
     bool is_element() const
     {
@@ -98,7 +98,7 @@ private:
     }
     // They take nodes by value: one whose address is taken would have to lie in memory wherever it is used.
     static const char *text_of(Node node);
-    static const char *token_name(Node node);
+    static const char *token_text_name(Node node);
     static bool is_token_element(Node node);
     static Node first_child_of(Node token);
     static Node token_behind(Node node);
