@@ -33,11 +33,6 @@ const char *Node::token_text_name(Node node)
     return node.token()->at + node.token()->distance();
 }
 
-bool Node::is_token_element(Node node)
-{
-    return !node.is_token_text() && (node.token()->link & (Token::text | Token::other)) == 0;
-}
-
 Node Node::first_child_of(Node token)
 {
     const Token *own = token.token();

@@ -57,7 +57,8 @@ public:
     }
     bool is_element() const
     {
-        return is_token() ? is_token_element(*this) : tree()->Type() == TiXmlNode::TINYXML_ELEMENT;
+        return is_token() ? !is_token_text() && (token()->link & (Token::text | Token::other)) == 0
+                          : tree()->Type() == TiXmlNode::TINYXML_ELEMENT;
     }
     Node first_child() const
     {
@@ -99,7 +100,6 @@ private:
     // They take nodes by value: one whose address is taken would have to lie in memory wherever it is used.
     static const char *text_of(Node node);
     static const char *token_text_name(Node node);
-    static bool is_token_element(Node node);
     static Node first_child_of(Node token);
     static Node token_behind(Node node);
 
