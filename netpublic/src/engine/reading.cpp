@@ -257,6 +257,12 @@ bool fills_grid(int count, int columns, int rows)
     return count == (wanted < most_cells ? wanted : most_cells);
 }
 
+NETPUBLIC_LEAF int refuse_grid(const Walk &walk, const Row &row, int count, int columns, int rows)
+{
+    complain(walk, row, walk.place().line, count, columns, rows);
+    return -1;
+}
+
 NETPUBLIC_LEAF int read_grid(Walk &walk, const Row &row, Node child)
 {
     const Limits &sides = walk.table.limit(row.limits);
@@ -269,10 +275,8 @@ NETPUBLIC_LEAF int read_grid(Walk &walk, const Row &row, Node child)
         return -1;
     }
     const int count = count_cells(text, static_cast<int>(std::strlen(text)), grid_columns * grid_rows);
-    if (!fills_grid(count, columns, rows)) {
-        complain(walk, row, walk.place().line, count, columns, rows);
-        return -1;
-    }
+    if (!fills_grid(count, columns, rows))
+        return refuse_grid(walk, row, count, columns, rows);
     auto *cells = &member<unsigned char>(walk.record, row);
     if ((row.flags & grid_behind_pointer) != 0)
         cells = member<unsigned char *>(walk.record, row);
@@ -673,6 +677,13 @@ int read_indexed(const Table &table, void *first, int capacity, Node element, st
     return result;
 }
 
+// The line for a parser's bad arguments. -1.
+NETPUBLIC_LEAF static int refuse_call(const Table &table)
+{
+    log_line(table.source().entry, table.place(), table.parser());
+    return -1;
+}
+
 #ifdef NETPUBLIC_DESCRIBED
 int read_child(const Table &table, void *record, unsigned row, Node child)
 {
@@ -695,8 +706,7 @@ int read_component_logged(void *record, Node node, const char *key, const Table 
 {
     if (is_component(record, node, key))
         return read_record(table, record, node);
-    log_line(table.source().entry, table.place(), table.parser());
-    return -1;
+    return refuse_call(table);
 }
 
 int read_component_noting_null(void *record, Node node, const char *key, const Table &table, const char *function)
@@ -713,13 +723,6 @@ int read_component_value(void *record, Node node, const char *key, const Table &
         return -1;
     Walk walk = {table, record, 0, false, 0};
     return read_row(walk, 0, node) != 0 ? refuse(walk, table.row(0), node) : 0;
-}
-
-// The line for a parser's bad arguments. -1.
-NETPUBLIC_LEAF static int refuse_call(const Table &table)
-{
-    log_line(table.source().entry, table.place(), table.parser());
-    return -1;
 }
 
 int check_parser(const Table &message, const net_param_t *param, Node body, std::size_t size)

@@ -202,17 +202,16 @@ void read_columns(const char *text, unsigned char *cells, int columns, int rows,
     std::uint64_t lines[2][band_words];
     const int words = (columns + 7) / 8;
     lines[0][words - 1] = lines[1][words - 1] = 0; // what is behind the last column
-    const auto read_line = [&](int row) { reader.next(reinterpret_cast<unsigned char *>(lines[row % 2]), columns); };
     for (int row = 0; row < rows; row += band) {
         const int height = rows - row < band ? rows - row : band;
         std::uint64_t turned[band_words];
         std::fill_n(turned, words, 0);
-        read_line(0);
-        for (int i = 1; i < height; ++i) {
-            read_line(i);
-            add_row(turned, words, lines[(i - 1) % 2], i - 1);
+        for (int i = 0; i <= height; ++i) {
+            if (i < height)
+                reader.next(reinterpret_cast<unsigned char *>(lines[i % 2]), columns);
+            if (i > 0)
+                add_row(turned, words, lines[(i - 1) % 2], i - 1);
         }
-        add_row(turned, words, lines[(height - 1) % 2], height - 1);
         store_columns(cells + row, stride, reinterpret_cast<const unsigned char *>(turned), columns, height);
     }
 }
