@@ -92,7 +92,10 @@ void log_own_line(const Walk &walk, const Row &row, Node child)
         complain(walk, row, member<int>(walk.record, shown != nullptr ? *shown : row), walk.place().line);
         break;
     case Kind::text:
-        complain(walk, row, &member<const char>(walk.record, row), walk.place().line);
+        // Nothing has been stored of a comment, and what the host has there may have no end.
+        if (child.is_element())
+            text = &member<const char>(walk.record, row);
+        complain(walk, row, text, walk.place().line);
         break;
     case Kind::view:
     case Kind::word:
