@@ -43,9 +43,9 @@ enum class Kind : std::uint8_t {
     grid,              // unsigned char[][]: a cell a byte, base64 in the text
     place,             // int: the item's place in its list, which chooses the item's record when it is read
     group,             // a record: an element with children of its own
+    wire,              // an element that says something in another form than the payload keeps it
     list,              // record[]: the elements of this name fill one after another
     int_items,         // int[]: the same with plain numbers
-    wire,              // an element that says something in another form than the payload keeps it
     wires,             // elements of one name that do so
     constant,          // written only: a fixed number
     named,             // neither read nor written: a member that the tools show
@@ -64,7 +64,7 @@ enum class Kind : std::uint8_t {
 // Rows of elements of one name that fill one after another, and of elements whose children a table describes.
 constexpr bool is_list(Kind kind)
 {
-    return kind == Kind::list || kind == Kind::int_items || kind == Kind::wires;
+    return kind >= Kind::list && kind <= Kind::wires;
 }
 constexpr bool has_table(Kind kind)
 {
