@@ -134,7 +134,7 @@ bool in_limits(const Walk &walk, const Row &row, int value)
 int read_integer(Walk &walk, const Row &row, Node child)
 {
     int &value = member<int>(walk.record, row);
-    if (read_int(&value, child) != 0)
+    if (to_int(&value, child.text()) != 0)
         return row.kind == Kind::integer && (row.flags & number_tolerant) != 0 ? 0 : -1;
     return in_limits(walk, row, value) ? 0 : -1;
 }
