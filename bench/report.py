@@ -66,6 +66,13 @@ def text_rows(times):
         yield [what, ""] + values[:5] + [""] + values[5:]
 
 
+def hostile_rows(times):
+    for name, time in sorted(times.items()):
+        if name.startswith("text_hostile/"):
+            _, what, size = name.split("/")
+            yield [what, size, number(time / int(size), "{:.2f}", results.HOSTILE_GOAL)]
+
+
 def other_rows(times):
     for what, peer, goal in (("grid_decode", "openssl", 0), ("grid_encode", "openssl", 0),
                              ("filter", "pass_per_element", results.FILTER_GOAL), ("filter", "memcpy", 0)):
@@ -104,6 +111,8 @@ def main(path):
                 "(median, worst)".format(*results.READ_BY_TEXT_GOALS, *results.PUGIXML_GOALS, *results.WRITE_BY_TEXT_GOALS),
                 ["", "read us", "tree/read", "read/pugi in place", "read/pugi", "scan/pugi in place", "nanopb/read", "write us",
                  "tree/write", "nanopb/write"], list(text_rows(times)))
+    print_table(f"Hostile texts; goal: {results.HOSTILE_GOAL:.0f} ns a byte", ["", "bytes", "ns a byte"],
+                list(hostile_rows(times)))
     print_table("nanopb, the same record (above 1: netpublic is faster)", ["", "decode/read", "encode/write"],
                 list(nanopb_rows(times)))
     print_table(f"Codecs and log filter; goal: {results.FILTER_GOAL:.0f} times a pass per element", ["", "ratio"],

@@ -3,6 +3,7 @@
 #include "work.h"
 
 #include <net_public.h>
+#include <net_xml_alarm.h>
 #include <tinyxml.h>
 
 #ifdef NETPUBLIC_HAVE_PUGIXML
@@ -197,6 +198,61 @@ protected:
     }
 };
 
+// A text that wants to cost more than its length, read as a motion message that it says nothing to.
+class ReadHostile : public Work {
+public:
+    explicit ReadHostile(const std::string &inside)
+        : Work(1), sample_{"", "hostile", nets_param_md_init, 0, net_md_x2s, nullptr, "<MD>" + inside + "</MD>", ""},
+          envelope_(sample_)
+    {
+        prepare();
+        require(read() == 0, "refused", "hostile");
+    }
+    void prepare() override
+    {
+        text_ = sample_.text;
+    }
+    void run() override
+    {
+        read();
+    }
+
+private:
+    int read()
+    {
+        return net_text_x2s(sample_.parse, envelope_.param(), text_.data(), static_cast<unsigned int>(text_.size()));
+    }
+
+    Sample sample_;
+    Envelope envelope_;
+    std::string text_;
+};
+
+std::string repeated(std::size_t count, const std::string &text)
+{
+    std::string all;
+    while (count-- > 0)
+        all += text;
+    return all;
+}
+
+void add_hostile(Entries &entries)
+{
+    constexpr std::size_t levels = 1000000, elements = 100000, attributed = 10000, entities = 200000;
+    std::string attributes;
+    for (int i = 0; i < 64; ++i)
+        attributes += " a" + std::to_string(i) + "=\"\"";
+    const std::pair<const char *, std::string> texts[] = {
+        {"levels", repeated(levels, "<a>") + repeated(levels, "</a>")},
+        {"empty_elements", repeated(elements, "<a/>")},
+        {"attributes", repeated(attributed, "<a" + attributes + "/>")},
+        {"entities", "<a>" + repeated(entities, "&amp;") + "</a>"},
+    };
+    for (const auto &[what, text] : texts)
+        entries.push_back({std::string("text_hostile/") + what + "/" + std::to_string(text.size()),
+                           [inside = text] { return std::make_unique<ReadHostile>(inside); }});
+}
+
 template <class Made> void add(Entries &entries, const char *what, const Sample &sample)
 {
     entries.push_back({std::string(what) + sample.name, [&sample] { return std::make_unique<Made>(sample); }});
@@ -218,6 +274,7 @@ void add_text(Entries &entries)
             add<WriteTree>(entries, "tree_write/", sample);
         }
     }
+    add_hostile(entries);
 }
 
 } // namespace bench

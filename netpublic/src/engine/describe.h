@@ -330,6 +330,18 @@ template <class Draft> constexpr void add_field(Draft &draft, const Field &field
 #endif
 }
 
+// The attachments, in the order of their kinds; those of a kind stay as they are.
+template <class Draft> constexpr void sort_attachments(Draft &draft, std::size_t first)
+{
+    for (std::size_t i = first + 1; i < draft.row_count; ++i) {
+        const Row row = draft.rows[i];
+        std::size_t to = i;
+        for (; to > first && draft.rows[to - 1].kind > row.kind; --to)
+            draft.rows[to] = draft.rows[to - 1];
+        draft.rows[to] = row;
+    }
+}
+
 // The written order: as given, or the fields as they stand.
 template <class D, class Draft> constexpr void add_order(Draft &draft)
 {
@@ -394,6 +406,7 @@ template <class D> constexpr auto draft_of()
     for (const Field &field : D::also_shown) // neither read nor written
         add_field(draft, field, draft.row_count++, false);
 #endif
+    const std::size_t first_attachment = draft.row_count;
     for (std::size_t i = 0; i < std::size(D::fields); ++i) {
         const Field &field = D::fields[i];
         if (field.record_size != 0 && field.record_size != sizeof(typename D::T))
@@ -401,6 +414,7 @@ template <class D> constexpr auto draft_of()
         draft.key_count += is_key(field) ? 1 : 0;
         add_field(draft, field, row_of<D>(i), is_shadowed<D>(i));
     }
+    sort_attachments(draft, first_attachment);
     add_order<D>(draft);
     return draft;
 }

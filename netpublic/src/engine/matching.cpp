@@ -52,26 +52,14 @@ struct Order {
     }
 };
 
-bool answers(Names rule, const char *name, std::size_t length, const char *key)
-{
-    switch (rule) {
-    case Names::whole:
-        return is_named(name, key);
-    case Names::longer:
-        return same_folded(name, key, std::strlen(key));
-    case Names::any:
-        return true;
-    default:
-        // The first characters tell most names apart.
-        return length == 0 || (alike(*name, *key) && same_folded(name, key, length));
-    }
-}
-
 } // namespace
 
 bool answers_to(const char *name, const char *key)
 {
-    return same_folded(name, key, std::strlen(name));
+    for (; *name != '\0'; ++name, ++key)
+        if (*name != *key && fold(*name) != fold(*key))
+            return false;
+    return true;
 }
 
 bool is_named(const char *name, const char *key)
@@ -82,10 +70,19 @@ bool is_named(const char *name, const char *key)
 unsigned find_key(const Table &table, const char *name, unsigned from)
 {
     const Order order(table);
-    const std::size_t length = std::strlen(name);
-    for (unsigned index = from; index < order.keys; ++index)
-        if (answers(table.names, name, length, order.key(order.rows[index])))
+    const Names rule = table.names;
+    if (rule == Names::any)
+        return from < order.keys ? from : no_row;
+    for (unsigned index = from; index < order.keys; ++index) {
+        const char *key = order.key(order.rows[index]);
+        // The first characters tell most names apart.
+        if (!alike(*name, *key) && *name != '\0')
+            continue;
+        if (rule == Names::whole    ? is_named(name, key)
+            : rule == Names::longer ? answers_to(key, name)
+                                    : answers_to(name, key))
             return index;
+    }
     return no_row;
 }
 

@@ -92,7 +92,10 @@ void log_own_line(const Walk &walk, const Row &row, Node child)
         complain(walk, row, member<int>(walk.record, shown != nullptr ? *shown : row), walk.place().line);
         break;
     case Kind::text:
-        complain(walk, row, &member<const char>(walk.record, row), walk.place().line);
+        // Nothing has been stored of a comment, and what the host has there may have no end.
+        if (child.is_element())
+            text = &member<const char>(walk.record, row);
+        complain(walk, row, text, walk.place().line);
         break;
     case Kind::view:
     case Kind::word:
@@ -131,7 +134,7 @@ bool in_limits(const Walk &walk, const Row &row, int value)
 int read_integer(Walk &walk, const Row &row, Node child)
 {
     int &value = member<int>(walk.record, row);
-    if (read_int(&value, child) != 0)
+    if (to_int(&value, child.text()) != 0)
         return row.kind == Kind::integer && (row.flags & number_tolerant) != 0 ? 0 : -1;
     return in_limits(walk, row, value) ? 0 : -1;
 }
@@ -257,6 +260,12 @@ bool fills_grid(int count, int columns, int rows)
     return count == (wanted < most_cells ? wanted : most_cells);
 }
 
+NETPUBLIC_LEAF int refuse_grid(const Walk &walk, const Row &row, int count, int columns, int rows)
+{
+    complain(walk, row, walk.place().line, count, columns, rows);
+    return -1;
+}
+
 NETPUBLIC_LEAF int read_grid(Walk &walk, const Row &row, Node child)
 {
     const Limits &sides = walk.table.limit(row.limits);
@@ -269,10 +278,8 @@ NETPUBLIC_LEAF int read_grid(Walk &walk, const Row &row, Node child)
         return -1;
     }
     const int count = count_cells(text, static_cast<int>(std::strlen(text)), grid_columns * grid_rows);
-    if (!fills_grid(count, columns, rows)) {
-        complain(walk, row, walk.place().line, count, columns, rows);
-        return -1;
-    }
+    if (!fills_grid(count, columns, rows))
+        return refuse_grid(walk, row, count, columns, rows);
     auto *cells = &member<unsigned char>(walk.record, row);
     if ((row.flags & grid_behind_pointer) != 0)
         cells = member<unsigned char *>(walk.record, row);
@@ -437,17 +444,10 @@ int read_item(Walk &walk, const Row &row, Node child)
 NETPUBLIC_LEAF int follow(Walk &walk, const Row &row)
 {
     const Table &table = walk.table;
-    const Row *first = &table.row(0), *mark = nullptr;
-    for (const Row *row_behind = first + table.rows - 1; row_behind->kind > Kind::preset; --row_behind) {
-        if (first + row_behind->ref != &row)
-            continue;
-        if (row_behind->kind == Kind::mark)
-            mark = row_behind;
-        else if (row_behind->kind == Kind::hook && static_cast<Moment>(row_behind->limits) == Moment::then &&
-                 table.ref(row_behind->offset).then(walk.record, {table.key(row), walk.items, 0, 0}) != 0)
+    if (const Row *hook = table.hook(row, Moment::then))
+        if (table.ref(hook->offset).then(walk.record, {table.key(row), walk.items, 0, 0}) != 0)
             return -1;
-    }
-    if (mark != nullptr)
+    if (const Row *mark = table.attachment(row, Kind::mark))
         member<int>(walk.record, *mark) = table.limit(mark->limits).low;
     return 0;
 }
@@ -481,9 +481,10 @@ NETPUBLIC_LEAF void prepare(const Table &table, void *record)
         table.ref(0).before(record);
     if ((table.flags & table_presets) == 0)
         return;
-    for (unsigned index = table.keys; index < table.rows; ++index)
-        if (table.row(index).kind == Kind::preset)
-            member<int>(record, table.row(index)) = table.limit(table.row(index).limits).low;
+    const Row *const end = &table.row(table.rows);
+    for (const Row *row = &table.row(table.keys); row != end && row->kind <= Kind::preset; ++row)
+        if (row->kind == Kind::preset)
+            member<int>(record, *row) = table.limit(row->limits).low;
 }
 
 // The row of a child whose table has a rule of its own for names.
@@ -679,6 +680,13 @@ int read_indexed(const Table &table, void *first, int capacity, Node element, st
     return result;
 }
 
+// The line for a parser's bad arguments. -1.
+NETPUBLIC_LEAF static int refuse_call(const Table &table)
+{
+    log_line(table.source().entry, table.place(), table.parser());
+    return -1;
+}
+
 #ifdef NETPUBLIC_DESCRIBED
 int read_child(const Table &table, void *record, unsigned row, Node child)
 {
@@ -701,8 +709,7 @@ int read_component_logged(void *record, Node node, const char *key, const Table 
 {
     if (is_component(record, node, key))
         return read_record(table, record, node);
-    log_line(table.source().entry, table.place(), table.parser());
-    return -1;
+    return refuse_call(table);
 }
 
 int read_component_noting_null(void *record, Node node, const char *key, const Table &table, const char *function)
@@ -723,11 +730,9 @@ int read_component_value(void *record, Node node, const char *key, const Table &
 
 int check_parser(const Table &message, const net_param_t *param, Node body, std::size_t size)
 {
-    if (param != nullptr && body && param->data != nullptr &&
-        ((message.flags & table_read_any) != 0 || param->dataSize == size))
-        return 0;
-    log_line(message.source().entry, message.place(), message.parser());
-    return -1;
+    const bool good = param != nullptr && body && param->data != nullptr &&
+                      ((message.flags & table_read_any) != 0 || param->dataSize == size);
+    return good ? 0 : refuse_call(message);
 }
 
 int parse_message(net_param_t *param, Node body, const Table &message)

@@ -12,19 +12,12 @@ const char *behind(const char *text)
 
 } // namespace
 
-const Limits &Table::limit(unsigned index) const
-{
-    if (index < common_limit_count)
-        return common_limits[index];
-    return reinterpret_cast<const Limits *>(&row(rows))[index - common_limit_count];
-}
-
 const Row *Table::find_attachment(const Row &of, Kind kind, unsigned limits_column) const
 {
     const Row *first = &row(0);
     const auto index = static_cast<std::uint32_t>(&of - first);
-    // The attachments are the last rows.
-    for (const Row *row = first + rows - 1; row->kind > Kind::preset; --row)
+    // The attachments are the last rows, in the order of their kinds.
+    for (const Row *row = first + rows - 1; row->kind >= kind; --row)
         if (row->kind == kind && row->ref == index && (limits_column == any_column || row->limits == limits_column))
             return row;
     return nullptr;

@@ -43,27 +43,28 @@ enum class Kind : std::uint8_t {
     grid,              // unsigned char[][]: a cell a byte, base64 in the text
     place,             // int: the item's place in its list, which chooses the item's record when it is read
     group,             // a record: an element with children of its own
+    wire,              // an element that says something in another form than the payload keeps it
     list,              // record[]: the elements of this name fill one after another
     int_items,         // int[]: the same with plain numbers
-    wire,              // an element that says something in another form than the payload keeps it
     wires,             // elements of one name that do so
     constant,          // written only: a fixed number
     named,             // neither read nor written: a member that the tools show
-    // Rows behind the keys; no child answers to them.
+    // Rows behind the keys; no child answers to them. They stand in this order, and are looked for from the last one
+    // on: first what reading wants.
     preset,      // int: a number stored before the walk
-    count,       // int: how many items the list holds
-    mark,        // int: a number stored once the row has been read
+    second_line, // a further line of the row's own: see Field::code_line(), item_line() and too_large()
+    shows,       // int: what the row's own line shows instead of its member
     condition,   // int: decides whether the row is written
     hook,        // a function around reading the row
+    mark,        // int: a number stored once the row has been read
+    count,       // int: how many items the list holds
     again,       // another table that reads the same element once more
-    shows,       // int: what the row's own line shows instead of its member
-    second_line, // a further line of the row's own: see Field::code_line(), item_line() and too_large()
 };
 
 // Rows of elements of one name that fill one after another, and of elements whose children a table describes.
 constexpr bool is_list(Kind kind)
 {
-    return kind == Kind::list || kind == Kind::int_items || kind == Kind::wires;
+    return kind >= Kind::list && kind <= Kind::wires;
 }
 constexpr bool has_table(Kind kind)
 {
@@ -321,7 +322,11 @@ struct Table {
     {
         return reinterpret_cast<const Ref *>(bytes(refs))[index];
     }
-    const Limits &limit(unsigned index) const;
+    const Limits &limit(unsigned index) const
+    {
+        return index < common_limit_count ? common_limits[index]
+                                          : reinterpret_cast<const Limits *>(&row(rows))[index - common_limit_count];
+    }
     // How many items a list holds.
     int capacity(const Row &of) const
     {

@@ -12,54 +12,46 @@ Node Node::child(const char *name) const
     return found;
 }
 
-const char *Node::tree_text() const
+const char *Node::text_of(Node node)
 {
-    if (!is_element())
+    if (node.is_token()) {
+        const Token *own = node.token();
+        if (node.is_token_text())
+            return nullptr;
+        if ((own->link & Token::has_text) != 0)
+            return own->at + own->distance();
+        return (own->link & Token::has_children) != 0 && (own[1].link & Token::text) != 0 ? own[1].at : nullptr;
+    }
+    if (!node.is_element())
         return nullptr;
-    const TiXmlNode *first = tree()->FirstChild();
+    const TiXmlNode *first = node.tree()->FirstChild();
     return first != nullptr && first->Type() == TiXmlNode::TINYXML_TEXT ? first->Value() : nullptr;
 }
 
-const char *Node::token_name() const
+const char *Node::token_text_name(Node node)
 {
-    const Token *own = token();
-    return is_token_text() ? own->at + own->distance() : own->at;
+    return node.token()->at + node.token()->distance();
 }
 
-bool Node::token_is_element() const
+Node Node::first_child_of(Node token)
 {
-    return !is_token_text() && (token()->link & (Token::text | Token::other)) == 0;
-}
-
-Node Node::token_first_child() const
-{
-    const Token *own = token();
+    const Token *own = token.token();
     Node child;
-    if (is_token_text())
+    if (token.is_token_text())
         return child;
     if ((own->link & Token::has_text) != 0)
-        child.word_ = word_ | text_tag;
+        child.word_ = token.word_ | text_tag;
     else if ((own->link & Token::has_children) != 0)
         child = Node(own + 1);
     return child;
 }
 
-Node Node::token_next_sibling() const
+Node Node::token_behind(Node node)
 {
-    const Token *own = token();
-    if (is_token_text() || (own->link & Token::has_sibling) == 0)
+    const Token *own = node.token();
+    if (node.is_token_text() || (own->link & Token::has_sibling) == 0)
         return {};
     return Node(own + ((own->link & Token::has_children) != 0 ? own->distance() : 1));
-}
-
-const char *Node::token_text() const
-{
-    const Token *own = token();
-    if (is_token_text())
-        return nullptr;
-    if ((own->link & Token::has_text) != 0)
-        return own->at + own->distance();
-    return (own->link & Token::has_children) != 0 && (own[1].link & Token::text) != 0 ? own[1].at : nullptr;
 }
 
 } // namespace netpublic

@@ -53,24 +53,25 @@ public:
     // An element's name, a text, a comment's inside; what the XML library calls the value. Never null.
     const char *name() const
     {
-        return is_token() ? token_name() : tree()->Value();
+        return !is_token() ? tree()->Value() : is_token_text() ? token_text_name(*this) : token()->at;
     }
     bool is_element() const
     {
-        return is_token() ? token_is_element() : tree()->Type() == TiXmlNode::TINYXML_ELEMENT;
+        return is_token() ? !is_token_text() && (token()->link & (Token::text | Token::other)) == 0
+                          : tree()->Type() == TiXmlNode::TINYXML_ELEMENT;
     }
     Node first_child() const
     {
-        return is_token() ? token_first_child() : Node(tree()->FirstChild());
+        return is_token() ? first_child_of(*this) : Node(tree()->FirstChild());
     }
     Node next_sibling() const
     {
-        return is_token() ? token_next_sibling() : Node(tree()->NextSibling());
+        return is_token() ? token_behind(*this) : Node(tree()->NextSibling());
     }
     // The text of an element whose first child is one; else null.
     const char *text() const
     {
-        return is_token() ? token_text() : tree_text();
+        return text_of(*this);
     }
     // The first child of exactly this name, case included, or a null node.
     Node child(const char *name) const;
@@ -96,12 +97,11 @@ private:
     {
         return pointer_in<const Token>(word_ & ~(token_tag | text_tag));
     }
-    const char *tree_text() const;
-    const char *token_name() const;
-    bool token_is_element() const;
-    Node token_first_child() const;
-    Node token_next_sibling() const;
-    const char *token_text() const;
+    // They take nodes by value: one whose address is taken would have to lie in memory wherever it is used.
+    static const char *text_of(Node node);
+    static const char *token_text_name(Node node);
+    static Node first_child_of(Node token);
+    static Node token_behind(Node node);
 
     std::uintptr_t word_ = 0;
 };

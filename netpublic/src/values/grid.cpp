@@ -2,6 +2,7 @@
 
 #include "ground/base64.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -53,29 +54,32 @@ constexpr int band_words = (grid_columns + 7) / 8;
 
 // Adds a row of cells to the columns' bytes, eight columns at a time. A cell is 0 or 1, so that no
 // column spills into the next.
-void add_row(std::uint64_t *columns, int words, const unsigned char *cells, int bit)
+void add_row(std::uint64_t *columns, int words, const std::uint64_t *cells, int bit)
 {
-    for (; words > 0; --words, cells += sizeof(std::uint64_t)) {
-        std::uint64_t row;
-        std::memcpy(&row, cells, sizeof(row));
-        *columns++ |= row << bit;
-    }
+    for (; words > 0; --words)
+        *columns++ |= *cells++ << bit;
 }
 
-void store_column(unsigned char *out, unsigned int bits, int height)
+// The columns' bytes of a band of so many rows, as cells.
+void store_columns(unsigned char *out, int stride, const unsigned char *columns, int count, int height)
 {
-    if (height >= half_band) {
-        std::memcpy(out, column_cells[bits & 15], half_band);
-        bits >>= half_band;
-        height -= half_band;
-        out += half_band;
-    }
-    if (height == half_band) {
-        std::memcpy(out, column_cells[bits], half_band);
+    const unsigned char *const end = columns + count;
+    if (height == band) {
+        for (; columns != end; ++columns, out += stride) {
+            std::memcpy(out, column_cells[*columns & 15], half_band);
+            std::memcpy(out + half_band, column_cells[*columns >> half_band], half_band);
+        }
         return;
     }
-    for (; height > 0; --height, bits >>= 1)
-        *out++ = bits & 1;
+    for (; columns != end; ++columns, out += stride) {
+        int row = 0;
+        if (height >= half_band) {
+            std::memcpy(out, column_cells[*columns & 15], half_band);
+            row = half_band;
+        }
+        for (; row < height; ++row)
+            out[row] = *columns >> row & 1;
+    }
 }
 
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the first cell is the low byte of a word");
@@ -194,18 +198,21 @@ void read_rows(const char *text, unsigned char *cells, int columns, int rows, in
 void read_columns(const char *text, unsigned char *cells, int columns, int rows, int stride)
 {
     CellReader reader(text);
-    unsigned char line[band_words * sizeof(std::uint64_t)] = {};
+    // A row is added when the next one has been read: loading words from bytes that have just been stored would wait.
+    std::uint64_t lines[2][band_words];
     const int words = (columns + 7) / 8;
+    lines[0][words - 1] = lines[1][words - 1] = 0; // what is behind the last column
     for (int row = 0; row < rows; row += band) {
         const int height = rows - row < band ? rows - row : band;
-        std::uint64_t turned[band_words] = {};
-        for (int i = 0; i < height; ++i) {
-            reader.next(line, columns);
-            add_row(turned, words, line, i);
+        std::uint64_t turned[band_words];
+        std::fill_n(turned, words, 0);
+        for (int i = 0; i <= height; ++i) {
+            if (i < height)
+                reader.next(reinterpret_cast<unsigned char *>(lines[i % 2]), columns);
+            if (i > 0)
+                add_row(turned, words, lines[(i - 1) % 2], i - 1);
         }
-        const auto *bits = reinterpret_cast<const unsigned char *>(turned);
-        for (int column = 0; column < columns; ++column)
-            store_column(cells + column * stride + row, bits[column], height);
+        store_columns(cells + row, stride, reinterpret_cast<const unsigned char *>(turned), columns, height);
     }
 }
 
