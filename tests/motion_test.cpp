@@ -131,6 +131,9 @@ TEST_F(MotionTest, SmallGridsAreWrittenAs96x64)
     message->width = 155;
     message->height = 101;
     EXPECT_EQ(message.write(net_md_s2x), "failed");
+    message->width = 0; // only small grids have 96 columns for none
+    message->height = 65;
+    EXPECT_NE(message.write(net_md_s2x).find("<columns>0</columns><rows>65</rows>"), std::string::npos);
 }
 
 // Sensitivity --------------------------------------------------------------------------------------

