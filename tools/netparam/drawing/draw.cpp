@@ -13,12 +13,12 @@ namespace {
 constexpr char beyond_legend = '+';
 constexpr std::size_t letters = 26;
 
-} // namespace
-
 char cell_mark(int value)
 {
     return value == 0 ? '.' : value == 1 ? '#' : '?'; // only 0 and 1 mean something
 }
+
+} // namespace
 
 char hour_mark(int value)
 {

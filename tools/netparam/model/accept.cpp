@@ -3,6 +3,7 @@
 #include "engine/matching.h"
 #include "engine/member.h"
 #include "model/nearest.h"
+#include "model/rows.h"
 #include "model/text.h"
 #include "values/grid.h"
 
@@ -36,7 +37,7 @@ constexpr char ordinary_number[] = "a whole number of at most 12 characters";
 // What a function of the message accepts, in words; empty where the row says it all.
 std::string own_words(const Table &table, const Row &row)
 {
-    return table.detail(static_cast<unsigned>(&row - &table.row(0))).accepts;
+    return table.detail(index_of(table, row)).accepts;
 }
 
 // Characters that the number readers take, a sign among them.
@@ -75,16 +76,9 @@ std::size_t longest_text(const Table &table, const Row &row)
     return row.limits != netpublic::no_limits ? static_cast<std::size_t>(table.limit(row.limits).low) : SIZE_MAX;
 }
 
-// Those of a conversion stand beside the row.
-const netpublic::WordTable *words_behind(const Table &table, const Row &row)
-{
-    const bool own = row.kind == Kind::word || row.kind == Kind::mask || row.kind == Kind::events;
-    return own ? table.ref(row.ref).words : table.detail(static_cast<unsigned>(&row - &table.row(0))).words;
-}
-
 std::string words_of(const Table &table, const Row &row)
 {
-    return joined(spellings(*words_behind(table, row), Use::read), ", ");
+    return joined(spellings(*row_words(table, row), Use::read), ", ");
 }
 
 // Another table may read the same elements once more.
@@ -143,8 +137,7 @@ std::string word_fault(const Table &table, const Row &row, const char *text)
 {
     if (std::strlen(text) > longest_text(table, row))
         return "the word is too long";
-    const auto near = nearest(text, spellings(*words_behind(table, row), Use::read), 1);
-    return near.empty() ? "no such word" : "no such word; did you mean \"" + near.front() + "\"?";
+    return no_such_word(text, spellings(*row_words(table, row), Use::read));
 }
 
 } // namespace
@@ -177,6 +170,15 @@ std::vector<std::string> spellings(const netpublic::WordTable &words, Use direct
     return texts;
 }
 
+std::vector<std::string> all_words(const netpublic::WordTable &words)
+{
+    std::vector<std::string> texts;
+    for (const auto &entry : words)
+        if (std::find(texts.begin(), texts.end(), words.text(entry)) == texts.end())
+            texts.emplace_back(words.text(entry));
+    return texts;
+}
+
 std::vector<std::string> keys_of(const Table &table)
 {
     std::vector<std::string> keys;
@@ -185,12 +187,12 @@ std::vector<std::string> keys_of(const Table &table)
     return keys;
 }
 
-namespace {
-
 std::string bounded_text(const Table &table, const Row &row)
 {
     return longest_text(table, row) == INT_MAX ? "a text" : "a text of at most " + at_most(longest_text(table, row));
 }
+
+namespace {
 
 // What the row itself accepts.
 std::string accepted_by_row(const Table &table, const Row &row)
@@ -214,7 +216,7 @@ std::string accepted_by_row(const Table &table, const Row &row)
     case Kind::view:
         return bounded_text(table, row);
     case Kind::converted:
-        return words_behind(table, row) != nullptr && own_words(table, row).empty()
+        return row_words(table, row) != nullptr && own_words(table, row).empty()
                    ? "one of these words: " + words_of(table, row)
                    : bounded_text(table, row);
     case Kind::word:
@@ -303,7 +305,7 @@ Verdict judge(const Table &table, const Row &row, const void *record, const TiXm
     } else if (is_number(row.kind)) {
         verdict.reason = number_fault(table, row, text);
     } else if (row.kind == Kind::word ||
-               (row.kind == Kind::converted && words_behind(table, row) != nullptr && own_words(table, row).empty())) {
+               (row.kind == Kind::converted && row_words(table, row) != nullptr && own_words(table, row).empty())) {
         verdict.reason = word_fault(table, row, text);
     } else if (std::strlen(text) >
                (row.kind == Kind::grid || row.kind == Kind::int_list ? table.longest(row) : longest_text(table, row))) {

@@ -20,6 +20,8 @@ std::string joined(const std::vector<std::string> &texts, std::string_view separ
 std::string lower(std::string text);
 // The parts between the separators; one more than there are of these.
 std::vector<std::string> split(const std::string &text, char separator);
+// With every occurrence of the one text replaced by the other, which is not looked into.
+std::string replaced(std::string text, std::string_view old, std::string_view with);
 // Without white space around it.
 std::string trimmed(const std::string &text);
 

@@ -107,10 +107,10 @@ void set_row(Item &item, const View &view, unsigned index)
                                    view.trace});
     };
     const auto spelled = [&](Item &element, const char *value) {
-        set_spelled(element, value, detail, row_words(table, index));
+        set_spelled(element, value, detail, *row_words(table, row));
     };
     const auto mask = [&](Item &element, const char *value) {
-        set_mask(element, row_words(table, index), load<std::uint32_t>(value));
+        set_mask(element, *row_words(table, row), load<std::uint32_t>(value));
     };
     switch (form_of(table, index)) {
     case Form::word:
@@ -122,7 +122,7 @@ void set_row(Item &item, const View &view, unsigned index)
     case Form::masks:
         return each(detail.element_size, mask);
     case Form::month:
-        return set_month(item, row_words(table, index), at, static_cast<int>(capacity));
+        return set_month(item, *row_words(table, row), at, static_cast<int>(capacity));
     case Form::group: {
         const Table &inner = *table.ref(row.ref).table;
         item.items = dump_rows({{inner, at, 0, inner.record_size}, view.show_secrets, view.payload, view.trace});

@@ -3,6 +3,7 @@
 #include "engine/matching.h"
 #include "model/accept.h"
 #include "model/facts.h"
+#include "model/rows.h"
 #include "reading/secrets.h"
 
 #include <algorithm>
@@ -65,11 +66,10 @@ const Item *item_at(const std::vector<Item> &items, std::size_t offset, const st
 // What the writer makes a text of.
 std::string writable(const netpublic::Table &table, const netpublic::Row &row)
 {
-    const auto index = static_cast<unsigned>(&row - &table.row(0));
-    for (const std::string &note : row_notes(table, index, true))
+    for (const std::string &note : row_notes(table, index_of(table, row), true))
         if (note.find("writing fails unless") == 0)
             return "what its condition wants: " + note;
-    const netpublic::WordTable *words = words_beside(table, index);
+    const netpublic::WordTable *words = row_words(table, row);
     return words != nullptr ? "one of these words: " + joined(spellings(*words, netpublic::Use::write), ", ")
                             : accepted_by(table, row);
 }

@@ -86,7 +86,7 @@ private:
         order_.push_back(&table);
         for (const unsigned i : described_rows(table)) {
             const std::string key = name_of(table, i);
-            if (const WordTable *words = words_beside(table, i)) {
+            if (const WordTable *words = row_words(table, table.row(i))) {
                 if (++word_uses_[words] == 1)
                     word_order_.push_back(words);
                 word_keys_.emplace(words, key);
@@ -232,7 +232,7 @@ private:
             if (survey_.uses(*table) > 1 && table->rows >= least_rows && roots.count(table) == 0)
                 give_name(names_, *table, table->record);
             for (const unsigned i : described_rows(*table))
-                if (const WordTable *words = words_beside(*table, i))
+                if (const WordTable *words = row_words(*table, table->row(i)))
                     mask_words_[words] = is_mask(*table, i);
         }
         for (const WordTable *words : survey_.words())
