@@ -8,7 +8,7 @@
 namespace netparam {
 namespace {
 
-// How many letters must be changed, added, left out or swapped with their neighbour.
+// How many letters must be changed, added, left out or swapped with their neighbour; case counts.
 std::size_t edit_distance(const std::string &a, const std::string &b)
 {
     using Line = std::vector<std::size_t>;

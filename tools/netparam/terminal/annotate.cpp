@@ -58,7 +58,7 @@ void annotate_notes(std::ostream &out, const Trace &trace, const std::string &pa
 void annotate_failure(std::ostream &out, const Failure &failure)
 {
     if (const auto *malformed = dynamic_cast<const Malformed *>(&failure))
-        annotate(out, "error", malformed->path(), malformed->spot(), "malformed", malformed->reason());
+        annotate(out, "error", malformed->path, malformed->spot, "malformed", malformed->reason);
     else
         annotate(out, "error", "", {}, "netparam", failure.what());
 }

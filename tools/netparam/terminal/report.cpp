@@ -5,6 +5,7 @@
 #include "model/facts.h"
 #include "model/rows.h"
 #include "reading/secrets.h"
+#include "reading/shapes.h"
 
 #include <algorithm>
 #include <map>
@@ -27,26 +28,6 @@ void print_level(std::ostream &out, const std::vector<Item> &items, const std::s
         for (const std::string &line : item.drawing.lines)
             out << "      " << style.faint(line) << '\n';
     }
-}
-
-// The library's lines without their colours; a line break ends each.
-std::vector<std::string> log_lines(const Session &session)
-{
-    std::vector<std::string> lines(1);
-    const std::string log = session.log();
-    for (std::size_t at = 0; at < log.size(); ++at) {
-        if (log[at] == '\033' && at + 1 < log.size() && log[at + 1] == '[')
-            at = std::min(log.find('m', at), log.size());
-        else if (log[at] == '\n')
-            lines.emplace_back();
-        else
-            lines.back() += log[at];
-    }
-    if (lines.back().empty())
-        lines.pop_back();
-    for (std::string &line : lines)
-        line = printable(line);
-    return lines;
 }
 
 // The member at this place, the innermost one.
@@ -199,7 +180,7 @@ void print_refusal(std::ostream &out, const Session &session, const Document &do
         out << "  accepted  " << refusal.accepted << '\n';
 }
 
-Refusal unwritten(const Session &session, const Entry &entry, const std::vector<Item> &items)
+Refusal unwritten(const Session &session, const std::vector<Item> &items)
 {
     Refusal refusal;
     refusal.reason = "the payload cannot be written";
@@ -220,7 +201,7 @@ Refusal unwritten(const Session &session, const Entry &entry, const std::vector<
     if (refusal.path.empty())
         refusal.path = refusal.key;
     if (refusal.path.empty())
-        refusal.reason += ": " + entry.writer() + "() refuses it as a whole";
+        refusal.reason += ": " + session.entry().writer() + "() refuses it as a whole";
     return refusal;
 }
 
@@ -282,9 +263,9 @@ Json refusal_json(const Refusal &refusal, const std::string &file)
             {"reason", refusal.reason}};
 }
 
-Json reading_json(const Entry &entry, const Session &session, const Document *document, bool accepted,
-                  const std::vector<Item> &items)
+Json reading_json(const Session &session, const Document *document, bool accepted, const std::vector<Item> &items)
 {
+    const Entry &entry = session.entry();
     const net_param_t &param = session.envelope();
     Json json;
     json["message"] = entry.name();
@@ -295,7 +276,7 @@ Json reading_json(const Entry &entry, const Session &session, const Document *do
     json["inited"] = param.inited;
     json["refused"] = accepted ? Json() : refusal_json(session, *document);
     json["notes"] = session.trace() != nullptr ? notes_json(*session.trace()) : Json::array();
-    json["log"] = log_json(session);
+    json["log"] = log_lines(session);
     json["payload"] = to_json(items);
     json["rows"] = rows_json(items);
     return json;
@@ -314,9 +295,23 @@ Json notes_json(const Trace &trace)
     return list;
 }
 
-Json log_json(const Session &session)
+std::vector<std::string> log_lines(const Session &session)
 {
-    return log_lines(session);
+    std::vector<std::string> lines(1);
+    const std::string log = session.log();
+    for (std::size_t at = 0; at < log.size(); ++at) {
+        if (log[at] == '\033' && at + 1 < log.size() && log[at + 1] == '[')
+            at = std::min(log.find('m', at), log.size());
+        else if (log[at] == '\n')
+            lines.emplace_back();
+        else
+            lines.back() += log[at];
+    }
+    if (lines.back().empty())
+        lines.pop_back();
+    for (std::string &line : lines)
+        line = printable(line);
+    return lines;
 }
 
 std::vector<Item> nonzero(const std::vector<Item> &items, const Session &session)
@@ -327,15 +322,15 @@ std::vector<Item> nonzero(const std::vector<Item> &items, const Session &session
         const bool inner = !item.items.empty();
         item.items = nonzero(item.items, session);
         const char *at = data + item.offset;
-        if (inner ? !item.items.empty()
-                  : item.bytes == 0 || std::any_of(at, at + item.bytes, [](char byte) { return byte != 0; }))
+        if (inner ? !item.items.empty() : item.bytes == 0 || !all_zero(at, item.bytes))
             kept.push_back(item);
     }
     return kept;
 }
 
-std::string title(const Entry &entry, const Session &session)
+std::string title(const Session &session)
 {
+    const Entry &entry = session.entry();
     const net_param_t &param = session.envelope();
     std::string text = entry.name() + ": ";
     if (entry.initialiser != nullptr)

@@ -18,12 +18,11 @@ struct DiffOptions : Options {
 
 // A body that has become a payload, secrets and all.
 struct Side {
-    Options options;
     Session session;
     std::vector<Item> items;
 
-    Side(const Entry &entry, const Options &shared, const std::string &file, std::ostream &errors)
-        : options(with_file(shared, file)), session(entry, options)
+    Side(const Entry &entry, const Options &options, const std::string &file, std::ostream &errors)
+        : session(entry, options, file)
     {
         bool accepted;
         const Document *document = session.read(accepted);
@@ -33,16 +32,7 @@ struct Side {
             print_refused(errors, session, *document, options);
             throw Failure(exit_malformed, printable(document->name()) + " is refused, so there is nothing to compare");
         }
-        Options everything = options;
-        everything.show_secrets = true;
-        items = payload_items(session, entry, everything);
-    }
-
-private:
-    static Options with_file(Options options, const std::string &file)
-    {
-        options.file = file;
-        return options;
+        items = payload_items(session, true);
     }
 };
 
