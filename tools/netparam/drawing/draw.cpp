@@ -20,11 +20,6 @@ char cell_mark(int value)
 
 } // namespace
 
-char hour_mark(int value)
-{
-    return value == 0 ? '.' : value == 1 ? '#' : value > 1 && value < 10 ? static_cast<char>('0' + value) : '+';
-}
-
 Drawing draw_grid(int columns, int rows, const std::function<int(int column, int row)> &cell)
 {
     Drawing drawing;

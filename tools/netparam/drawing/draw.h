@@ -25,9 +25,6 @@ std::string alarm_types_of(const time_section_t &set);
 // A weekly table of alarm types: a letter for each set that occurs, explained below the table.
 Drawing draw_schedule(const time_section_t (&section)[7][24]);
 
-// The character of draw_week() for a number.
-char hour_mark(int value);
-
 } // namespace netparam
 
 #endif

@@ -4,6 +4,7 @@
 #include "reading/compare.h"
 #include "reading/payload.h"
 #include "reading/secrets.h"
+#include "reading/shapes.h"
 
 #include <net_public.h>
 
@@ -63,9 +64,7 @@ public:
 private:
     bool is_set(const Item &item) const
     {
-        const char *at = data_ + item.offset;
-        return item.bytes > 0 && item.offset + item.bytes <= size_ &&
-               std::any_of(at, at + item.bytes, [](char byte) { return byte != 0; }) &&
+        return item.bytes > 0 && item.offset + item.bytes <= size_ && !all_zero(data_ + item.offset, item.bytes) &&
                !(comparable_ && same_bytes(data_, initial_, item));
     }
     bool reaches_body(const Item &item) const

@@ -51,14 +51,17 @@ Refusal of_value(const Table &table, const Row &row, const void *record, const T
     return refusal;
 }
 
+// Of an element whose text is not to blame.
+Refusal of_element(const TiXmlNode &node, const std::string &key, const std::string &reason,
+                   const std::string &accepted)
+{
+    return {spot_of(node), path_of(node), key, "", reason, accepted};
+}
+
 Refusal of_placeless(const Table &table, const Row &row, const TiXmlNode &node)
 {
-    return {spot_of(node),
-            path_of(node),
-            table.key(row),
-            "",
-            "the child that chooses the item's record must come first",
-            accepted_by(table, row)};
+    return of_element(node, table.key(row), "the child that chooses the item's record must come first",
+                      accepted_by(table, row));
 }
 
 Refusal of_missing(const Table &table, const Row &row, const TiXmlNode &element)
@@ -71,7 +74,7 @@ Refusal of_missing(const Table &table, const Row &row, const TiXmlNode &element)
             items += netpublic::find_key(table, child->Value(), 0) == index_of(table, row) ? 1 : 0;
         reason = "there are only " + std::to_string(items) + " of \"" + key + "\"";
     }
-    return {spot_of(element), path_of(element), key, "", reason, key + ": " + accepted_by(table, row)};
+    return of_element(element, key, reason, key + ": " + accepted_by(table, row));
 }
 
 Refusal of_stranger(const Table &table, const TiXmlNode &node)
@@ -79,12 +82,8 @@ Refusal of_stranger(const Table &table, const TiXmlNode &node)
     const std::string reason = node.ToElement() == nullptr ? "this is no element; a comment or text is refused here"
                                : table.names == netpublic::Names::in_order ? "another child is expected here"
                                                                            : "no such child is accepted here";
-    return {spot_of(node),
-            path_of(node),
-            "",
-            "",
-            reason,
-            joined(keys_of(table), table.names == netpublic::Names::in_order ? ", then " : ", ")};
+    return of_element(node, "", reason,
+                      joined(keys_of(table), table.names == netpublic::Names::in_order ? ", then " : ", "));
 }
 
 } // namespace

@@ -32,13 +32,10 @@ std::string shortened(const std::string &line)
 
 void print_xml(std::ostream &out, const std::string &heading, const TiXmlNode &node, const Options &options)
 {
-    const std::string xml = logged_form(printed(node), options);
+    std::istringstream xml(logged_form(printed(node), options));
     out << options.style.heading(heading) << '\n';
-    for (std::size_t at = 0; at < xml.size();) {
-        const std::size_t end = std::min(xml.find('\n', at), xml.size());
-        out << "  " << printable(options.full ? xml.substr(at, end - at) : shortened(xml.substr(at, end - at))) << '\n';
-        at = end + 1;
-    }
+    for (std::string line; std::getline(xml, line);)
+        out << "  " << printable(options.full ? line : shortened(line)) << '\n';
 }
 
 void print_extension(std::ostream &out, const net_ext_t &extension, const Options &options)
