@@ -23,13 +23,6 @@ using netpublic::Row;
 using netpublic::Table;
 using netpublic::Use;
 
-bool is_number(Kind kind)
-{
-    return kind == Kind::integer || kind == Kind::byte || kind == Kind::place || kind == Kind::flag ||
-           kind == Kind::unsigned_integer || kind == Kind::int64 || kind == Kind::unsigned_longlong ||
-           kind == Kind::int_items;
-}
-
 constexpr char no_text[] = "the element has no text", refused_number[] = "the number is refused";
 
 constexpr char ordinary_number[] = "a whole number of at most 12 characters";
@@ -40,7 +33,7 @@ std::string own_words(const Table &table, const Row &row)
     return table.detail(index_of(table, row)).accepts;
 }
 
-// Characters that the number readers take, a sign among them.
+// Characters that the number readers take, a sign among them; 0 for what is no number.
 std::size_t longest_number(Kind kind)
 {
     switch (kind) {
@@ -51,8 +44,13 @@ std::size_t longest_number(Kind kind)
     case Kind::int64:
     case Kind::unsigned_longlong:
         return 20;
-    default:
+    case Kind::integer:
+    case Kind::byte:
+    case Kind::place:
+    case Kind::int_items:
         return 12;
+    default:
+        return 0;
     }
 }
 
@@ -157,7 +155,7 @@ std::size_t longest_of(const Table &table, const Row &row)
     case Kind::converted:
         return longest_text(table, row) < INT_MAX ? longest_text(table, row) : 0;
     default:
-        return is_number(row.kind) ? longest_number(row.kind) : 0;
+        return longest_number(row.kind);
     }
 }
 
@@ -302,7 +300,7 @@ Verdict judge(const Table &table, const Row &row, const void *record, const TiXm
         verdict.reason = grid_fault(table, row, record, text != nullptr ? text : "");
     } else if (text == nullptr) {
         verdict.reason = no_text;
-    } else if (is_number(row.kind)) {
+    } else if (longest_number(row.kind) > 0) {
         verdict.reason = number_fault(table, row, text);
     } else if (row.kind == Kind::word ||
                (row.kind == Kind::converted && row_words(table, row) != nullptr && own_words(table, row).empty())) {

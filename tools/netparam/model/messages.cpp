@@ -169,6 +169,15 @@ const netpublic::Table *Entry::table() const
     return message == nullptr ? nullptr : netpublic::payload_table(*message);
 }
 
+std::vector<const netpublic::Table *> Entry::tables() const
+{
+    std::vector<const netpublic::Table *> all;
+    for (const netpublic::Table *one : {read(), written(), table()})
+        if (one != nullptr && std::find(all.begin(), all.end(), one) == all.end())
+            all.push_back(one);
+    return all;
+}
+
 unsigned int Entry::size() const
 {
     return initialiser != nullptr && initialiser->size > 0 ? initialiser->size : message != nullptr ? message->size : 0;
