@@ -107,6 +107,12 @@ std::string replaced(std::string text, std::string_view old, std::string_view wi
     return text;
 }
 
+std::string padded(std::string text, std::size_t width)
+{
+    text.resize(std::max(text.size(), width), ' ');
+    return text;
+}
+
 std::string trimmed(const std::string &text)
 {
     constexpr char white[] = " \t\r\n";

@@ -23,7 +23,7 @@ void print_level(std::ostream &out, const std::vector<Item> &items, const std::s
             if (!item.drawing.lines.empty())
                 out << "  " << name << '\n';
         } else {
-            out << "  " << name << std::string(width - std::min(width, name.size()) + 2, ' ') << item.text << '\n';
+            out << "  " << padded(name, width) << "  " << item.text << '\n';
         }
         for (const std::string &line : item.drawing.lines)
             out << "      " << style.faint(line) << '\n';
@@ -93,16 +93,13 @@ void print_memory(std::ostream &out, const std::vector<Item> &items, const Style
         path = std::max(path, std::min(place.path.size(), widest_path));
         bytes = std::max(bytes, place.bytes.size());
     }
-    const auto left = [](const std::string &text, std::size_t width) {
-        return text + std::string(width - std::min(width, text.size()), ' ');
-    };
     const auto right = [](const std::string &text, std::size_t width) {
         return std::string(width - std::min(width, text.size()), ' ') + text;
     };
     for (const auto &[place, item] : places) {
         const std::string line = "  " + right(place.offset, 7) + "  " + right(place.bytes, bytes) + "  " +
-                                 left(place.type, type) + "  " + left(place.from, from) + "  " +
-                                 left(place.path, path) + "  " + place.value;
+                                 padded(place.type, type) + "  " + padded(place.from, from) + "  " +
+                                 padded(place.path, path) + "  " + place.value;
         out << (item == nullptr ? style.faint(line) : line) << '\n';
         for (std::size_t i = 0; item != nullptr && i < item->drawing.lines.size(); ++i)
             out << "      " << style.faint(item->drawing.lines[i]) << '\n';

@@ -270,10 +270,6 @@ private:
         progress_.clear();
         const Json &message = json_["message"];
         constexpr std::size_t widest_outcome = 10, usual_message = 24;
-        const auto padded = [](std::string text, std::size_t width) {
-            text.resize(std::max(text.size(), width), ' ');
-            return text;
-        };
         out_ << padded(outcome_names[outcome], widest_outcome) << "  "
              << padded(message.is_null() ? "-" : message.get<std::string>(), usual_message) << "  " << printable(path)
              << '\n';

@@ -61,7 +61,7 @@ void print_difference(std::ostream &out, const Difference &difference, std::size
     const bool hide = is_hidden(difference, options);
     const std::string a = text_of(difference.a, hide), b = text_of(difference.b, hide);
     const CellDifference cells = hide ? CellDifference() : compare_cells(difference);
-    const std::string name = difference.path + std::string(width - std::min(width, difference.path.size()) + 2, ' ');
+    const std::string name = padded(difference.path, width) + "  ";
     constexpr char arrow[] = "  ->  ";
     if (hide)
         out << "  " << name << hidden << "  (differ)\n";

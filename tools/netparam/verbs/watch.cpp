@@ -67,13 +67,10 @@ private:
     {
         constexpr std::size_t line_width = 6, name_width = 20;
         const std::string line = std::to_string(body.line);
-        const auto padded = [](const std::string &one, std::size_t width) {
-            return one + std::string(width - std::min(width, one.size()), ' ') + "  ";
-        };
         time_width_ = std::max(time_width_, body.time.size());
         out_ << std::string(line_width - std::min(line_width, line.size()), ' ') << line << "  "
-             << (time_width_ > 0 ? padded(body.time, time_width_) : "") << padded(message, name_width) << text
-             << std::endl;
+             << (time_width_ > 0 ? padded(body.time, time_width_) + "  " : "") << padded(message, name_width) << "  "
+             << text << std::endl;
         if (!out_)
             throw Failure(exit_file, "the output cannot be written");
     }
