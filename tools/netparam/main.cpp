@@ -23,10 +23,9 @@ void check_verb(const CLI::App &app, const std::string &typed)
     }
     if (typed[0] == '-' || is_verb)
         return;
-    const std::vector<std::string> near = nearest(typed, verbs, 1);
+    const std::string near = meant(typed, verbs);
     throw Failure(exit_usage,
-                  "there is no verb " + in_quotes(typed) +
-                      (near.empty() ? ", only " + joined(verbs, ", ") : "; did you mean " + near.front() + "?"));
+                  "there is no verb " + in_quotes(typed) + (near.empty() ? ", only " + joined(verbs, ", ") : near));
 }
 
 ExitCode flushed(ExitCode code)

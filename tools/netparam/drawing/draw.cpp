@@ -13,17 +13,12 @@ namespace {
 constexpr char beyond_legend = '+';
 constexpr std::size_t letters = 26;
 
-} // namespace
-
 char cell_mark(int value)
 {
     return value == 0 ? '.' : value == 1 ? '#' : '?'; // only 0 and 1 mean something
 }
 
-char hour_mark(int value)
-{
-    return value == 0 ? '.' : value == 1 ? '#' : value > 1 && value < 10 ? static_cast<char>('0' + value) : '+';
-}
+} // namespace
 
 Drawing draw_grid(int columns, int rows, const std::function<int(int column, int row)> &cell)
 {

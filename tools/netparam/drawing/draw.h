@@ -25,10 +25,6 @@ std::string alarm_types_of(const time_section_t &set);
 // A weekly table of alarm types: a letter for each set that occurs, explained below the table.
 Drawing draw_schedule(const time_section_t (&section)[7][24]);
 
-// The characters of draw_grid() and draw_week() for numbers.
-char cell_mark(int value);
-char hour_mark(int value);
-
 } // namespace netparam
 
 #endif

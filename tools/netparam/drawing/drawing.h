@@ -39,6 +39,7 @@ struct Drawing {
     std::vector<point_t> points;
     bool closed = false; // the figure surrounds an area
     std::vector<Rectangle> rectangles;
+    long long width = 0, height = 0; // that the rectangles reach
 };
 
 } // namespace netparam

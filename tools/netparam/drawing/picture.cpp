@@ -101,28 +101,28 @@ Drawing draw_points(const net_smart_ai_points_t &points, bool closed)
 
 Drawing draw_rectangles(const std::vector<Rectangle> &rectangles)
 {
-    long long width = 0, height = 0;
+    Drawing drawing;
     for (const Rectangle &each : rectangles)
         if (each.width > 0 && each.height > 0) {
-            width = std::max(width, each.left + each.width);
-            height = std::max(height, each.top + each.height);
+            drawing.width = std::max(drawing.width, each.left + each.width);
+            drawing.height = std::max(drawing.height, each.top + each.height);
         }
-    if (width <= 0 || height <= 0)
+    if (drawing.width <= 0 || drawing.height <= 0)
         return {};
     Frame frame;
     for (const Rectangle &each : rectangles) {
         if (each.width <= 0 || each.height <= 0)
             continue;
-        const auto [left, right] = stretch(each.left, each.left + each.width, width, frame_columns);
-        const auto [top, bottom] = stretch(each.top, each.top + each.height, height, frame_rows);
+        const auto [left, right] = stretch(each.left, each.left + each.width, drawing.width, frame_columns);
+        const auto [top, bottom] = stretch(each.top, each.top + each.height, drawing.height, frame_rows);
         for (int row = top; row < bottom; ++row)
             for (int column = left; column < right; ++column)
                 frame.mark({column, row}, each.mark);
     }
-    Drawing drawing;
     drawing.kind = Drawing::Kind::masks;
     drawing.lines = frame.lines();
-    drawing.lines.push_back("scaled to the largest extent, " + std::to_string(width) + " x " + std::to_string(height));
+    drawing.lines.push_back("scaled to the largest extent, " + std::to_string(drawing.width) + " x " +
+                            std::to_string(drawing.height));
     drawing.rectangles = rectangles;
     return drawing;
 }

@@ -3,6 +3,7 @@
 #include "engine/matching.h"
 #include "engine/member.h"
 #include "model/nearest.h"
+#include "model/rows.h"
 #include "model/text.h"
 #include "values/grid.h"
 
@@ -22,13 +23,6 @@ using netpublic::Row;
 using netpublic::Table;
 using netpublic::Use;
 
-bool is_number(Kind kind)
-{
-    return kind == Kind::integer || kind == Kind::byte || kind == Kind::place || kind == Kind::flag ||
-           kind == Kind::unsigned_integer || kind == Kind::int64 || kind == Kind::unsigned_longlong ||
-           kind == Kind::int_items;
-}
-
 constexpr char no_text[] = "the element has no text", refused_number[] = "the number is refused";
 
 constexpr char ordinary_number[] = "a whole number of at most 12 characters";
@@ -36,10 +30,10 @@ constexpr char ordinary_number[] = "a whole number of at most 12 characters";
 // What a function of the message accepts, in words; empty where the row says it all.
 std::string own_words(const Table &table, const Row &row)
 {
-    return table.detail(static_cast<unsigned>(&row - &table.row(0))).accepts;
+    return table.detail(index_of(table, row)).accepts;
 }
 
-// Characters that the number readers take, a sign among them.
+// Characters that the number readers take, a sign among them; 0 for what is no number.
 std::size_t longest_number(Kind kind)
 {
     switch (kind) {
@@ -50,8 +44,13 @@ std::size_t longest_number(Kind kind)
     case Kind::int64:
     case Kind::unsigned_longlong:
         return 20;
-    default:
+    case Kind::integer:
+    case Kind::byte:
+    case Kind::place:
+    case Kind::int_items:
         return 12;
+    default:
+        return 0;
     }
 }
 
@@ -75,16 +74,9 @@ std::size_t longest_text(const Table &table, const Row &row)
     return row.limits != netpublic::no_limits ? static_cast<std::size_t>(table.limit(row.limits).low) : SIZE_MAX;
 }
 
-// Those of a conversion stand beside the row.
-const netpublic::WordTable *words_behind(const Table &table, const Row &row)
-{
-    const bool own = row.kind == Kind::word || row.kind == Kind::mask || row.kind == Kind::events;
-    return own ? table.ref(row.ref).words : table.detail(static_cast<unsigned>(&row - &table.row(0))).words;
-}
-
 std::string words_of(const Table &table, const Row &row)
 {
-    return joined(spellings(*words_behind(table, row), Use::read), ", ");
+    return joined(spellings(*row_words(table, row), Use::read), ", ");
 }
 
 // Another table may read the same elements once more.
@@ -143,8 +135,7 @@ std::string word_fault(const Table &table, const Row &row, const char *text)
 {
     if (std::strlen(text) > longest_text(table, row))
         return "the word is too long";
-    const auto near = nearest(text, spellings(*words_behind(table, row), Use::read), 1);
-    return near.empty() ? "no such word" : "no such word; did you mean \"" + near.front() + "\"?";
+    return no_such_word(text, spellings(*row_words(table, row), Use::read));
 }
 
 } // namespace
@@ -164,7 +155,7 @@ std::size_t longest_of(const Table &table, const Row &row)
     case Kind::converted:
         return longest_text(table, row) < INT_MAX ? longest_text(table, row) : 0;
     default:
-        return is_number(row.kind) ? longest_number(row.kind) : 0;
+        return longest_number(row.kind);
     }
 }
 
@@ -177,6 +168,15 @@ std::vector<std::string> spellings(const netpublic::WordTable &words, Use direct
     return texts;
 }
 
+std::vector<std::string> all_words(const netpublic::WordTable &words)
+{
+    std::vector<std::string> texts;
+    for (const auto &entry : words)
+        if (std::find(texts.begin(), texts.end(), words.text(entry)) == texts.end())
+            texts.emplace_back(words.text(entry));
+    return texts;
+}
+
 std::vector<std::string> keys_of(const Table &table)
 {
     std::vector<std::string> keys;
@@ -185,12 +185,12 @@ std::vector<std::string> keys_of(const Table &table)
     return keys;
 }
 
-namespace {
-
 std::string bounded_text(const Table &table, const Row &row)
 {
     return longest_text(table, row) == INT_MAX ? "a text" : "a text of at most " + at_most(longest_text(table, row));
 }
+
+namespace {
 
 // What the row itself accepts.
 std::string accepted_by_row(const Table &table, const Row &row)
@@ -214,7 +214,7 @@ std::string accepted_by_row(const Table &table, const Row &row)
     case Kind::view:
         return bounded_text(table, row);
     case Kind::converted:
-        return words_behind(table, row) != nullptr && own_words(table, row).empty()
+        return row_words(table, row) != nullptr && own_words(table, row).empty()
                    ? "one of these words: " + words_of(table, row)
                    : bounded_text(table, row);
     case Kind::word:
@@ -300,10 +300,10 @@ Verdict judge(const Table &table, const Row &row, const void *record, const TiXm
         verdict.reason = grid_fault(table, row, record, text != nullptr ? text : "");
     } else if (text == nullptr) {
         verdict.reason = no_text;
-    } else if (is_number(row.kind)) {
+    } else if (longest_number(row.kind) > 0) {
         verdict.reason = number_fault(table, row, text);
     } else if (row.kind == Kind::word ||
-               (row.kind == Kind::converted && words_behind(table, row) != nullptr && own_words(table, row).empty())) {
+               (row.kind == Kind::converted && row_words(table, row) != nullptr && own_words(table, row).empty())) {
         verdict.reason = word_fault(table, row, text);
     } else if (std::strlen(text) >
                (row.kind == Kind::grid || row.kind == Kind::int_list ? table.longest(row) : longest_text(table, row))) {

@@ -138,22 +138,14 @@ std::string int_at(const Table &table, std::uint32_t offset)
 // How names are compared, where that is not by their beginnings.
 const char *names_text(netpublic::Names names)
 {
-    using netpublic::Names;
-    switch (names) {
-    case Names::whole:
-        return "names are compared as a whole, case aside: a shorter one answers to no key";
-    case Names::longer:
-        return "a name answers when it begins with the key, case aside; it may go on behind it";
-    case Names::any:
-        return "every element is taken, whatever its name; comments and texts are not";
-    case Names::in_order:
-        return "the children come in this order; what stands behind them is ignored";
-    case Names::looked_up:
-        return "the first child of exactly this name is read, case included";
-    case Names::beginnings:
-        break;
-    }
-    return "";
+    constexpr const char *texts[] = {"",
+                                     "names are compared as a whole, case aside: a shorter one answers to no key",
+                                     "a name answers when it begins with the key, case aside; it may go on behind it",
+                                     "every element is taken, whatever its name; comments and texts are not",
+                                     "the children come in this order; what stands behind them is ignored",
+                                     "the first child of exactly this name is read, case included"};
+    static_assert(std::size(texts) == static_cast<std::size_t>(netpublic::Names::looked_up) + 1, "a text each");
+    return texts[static_cast<std::size_t>(names)];
 }
 
 bool answers(const Table &table, const char *name, const char *key)
@@ -216,7 +208,7 @@ void add_attached(std::vector<std::string> &notes, const Table &table, const Row
 
 void add_hooks(std::vector<std::string> &notes, const Table &table, const Row &row)
 {
-    const bool told = *table.detail(static_cast<unsigned>(&row - &table.row(0))).accepts != '\0';
+    const bool told = *table.detail(index_of(table, row)).accepts != '\0';
     if (table.hook(row, netpublic::Moment::ahead) != nullptr)
         notes.emplace_back("code of its own runs in front of reading it");
     if (table.hook(row, netpublic::Moment::then) != nullptr)
@@ -381,13 +373,6 @@ std::vector<const Table *> inner_tables(const Table &table, unsigned index)
     return tables;
 }
 
-const WordTable *words_beside(const Table &table, unsigned index)
-{
-    const Row &row = table.row(index);
-    return row.kind == Kind::word || row.kind == Kind::mask || row.kind == Kind::events ? table.ref(row.ref).words
-                                                                                        : table.detail(index).words;
-}
-
 bool is_mask(const Table &table, unsigned index)
 {
     const Kind kind = table.row(index).kind;
@@ -428,7 +413,6 @@ std::vector<unsigned> readers_of(const Table &table, const char *name)
 std::string limits_text(const Table &table, unsigned index)
 {
     const Row &row = table.row(index);
-    const auto longest = [&] { return "at most " + std::to_string(table.limit(row.limits).low) + " characters"; };
     const auto list = [&](const std::string &items) {
         const std::string capacity = std::to_string(table.capacity(row));
         return table.capacity(row) == INT_MAX             ? "a list" + items
@@ -441,11 +425,9 @@ std::string limits_text(const Table &table, unsigned index)
     case Kind::word:
         return "a word" + more;
     case Kind::mask:
-        return (table.limit(row.limits).low == INT_MAX ? "words that occur in a text"
-                                                       : "words that occur in a text of " + longest()) +
-               more;
+        return "words that occur in " + bounded_text(table, row) + more;
     case Kind::events:
-        return "alarm types that occur in a text of " + longest() + more;
+        return "alarm types that occur in " + bounded_text(table, row) + more;
     case Kind::byte:
         return is_bit(row) ? "a bit, 0x" + hexadecimal(table.limit(row.limits).low) + more : accepted_by(table, row);
     case Kind::group:
@@ -657,7 +639,7 @@ std::vector<RowFacts> facts_of(const Table &table, bool writes)
         facts.bytes = bytes_of(table, index);
         facts.written = writes && is_in_order(table, index);
         facts.accepts = limits_text(table, index);
-        facts.words = words_beside(table, index);
+        facts.words = row_words(table, table.row(index));
         facts.spelled = facts.words != nullptr ? words_text(*facts.words, is_mask(table, index)) : "";
         facts.notes = row_notes(table, index, writes);
         if (facts.written)

@@ -50,7 +50,6 @@ std::string type_of(const netpublic::Table &table, unsigned index);
 std::size_t bytes_of(const netpublic::Table &table, unsigned index);
 std::string kind_name(netpublic::Kind kind);
 std::vector<const netpublic::Table *> inner_tables(const netpublic::Table &table, unsigned index);
-const netpublic::WordTable *words_beside(const netpublic::Table &table, unsigned index);
 std::string words_text(const netpublic::WordTable &words, bool bits);
 // The code of the spellings is a set of bits.
 bool is_mask(const netpublic::Table &table, unsigned index);

@@ -41,13 +41,6 @@ std::vector<Entry> join()
     return all;
 }
 
-// "CoverPreview", "cover-preview" and "cover_preview" are the same.
-std::string simplified(std::string name)
-{
-    name.erase(std::remove_if(name.begin(), name.end(), [](char c) { return c == '-' || c == '_'; }), name.end());
-    return lower(name);
-}
-
 std::string without_suffix(const std::string &name)
 {
     const std::size_t length = name.size();
@@ -176,6 +169,15 @@ const netpublic::Table *Entry::table() const
     return message == nullptr ? nullptr : netpublic::payload_table(*message);
 }
 
+std::vector<const netpublic::Table *> Entry::tables() const
+{
+    std::vector<const netpublic::Table *> all;
+    for (const netpublic::Table *one : {read(), written(), table()})
+        if (one != nullptr && std::find(all.begin(), all.end(), one) == all.end())
+            all.push_back(one);
+    return all;
+}
+
 unsigned int Entry::size() const
 {
     return initialiser != nullptr && initialiser->size > 0 ? initialiser->size : message != nullptr ? message->size : 0;
@@ -225,15 +227,20 @@ bool has_keys(const Entry &entry, const TiXmlElement &body)
     return fits;
 }
 
-// ": md, user", if there are only a few.
-std::string candidates(const std::vector<const Entry *> &messages)
+std::string names_of(const std::vector<const Entry *> &messages)
 {
-    constexpr std::size_t few = 6;
     std::vector<std::string> names;
     names.reserve(messages.size());
     for (const Entry *entry : messages)
         names.push_back(entry->name());
-    return names.empty() || names.size() > few ? "" : ": " + joined(names, ", ");
+    return joined(names, ", ");
+}
+
+// ": md, user", if there are only a few.
+std::string candidates(const std::vector<const Entry *> &messages)
+{
+    constexpr std::size_t few = 6;
+    return messages.empty() || messages.size() > few ? "" : ": " + names_of(messages);
 }
 
 } // namespace
@@ -270,13 +277,8 @@ const Entry &find_message(const std::string &name)
     if (found.size() == 1 && found.front()->message == nullptr)
         throw Failure(exit_usage, std::string(found.front()->initialiser->name) +
                                       " stands in the catalogue, but the library has neither parser nor writer for it");
-    if (found.size() > 1) {
-        std::vector<std::string> names;
-        names.reserve(found.size());
-        for (const Entry *entry : found)
-            names.push_back(entry->name());
-        throw Failure(exit_usage, in_quotes(name) + " may be any of these messages: " + joined(names, ", "));
-    }
+    if (found.size() > 1)
+        throw Failure(exit_usage, in_quotes(name) + " may be any of these messages: " + names_of(found));
     return *found.front();
 }
 

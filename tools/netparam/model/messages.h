@@ -40,6 +40,8 @@ struct Entry {
     const netpublic::Table *written() const;
     // The rows that describe the payload; null without any.
     const netpublic::Table *table() const;
+    // These three, each once; empty without a message.
+    std::vector<const netpublic::Table *> tables() const;
     // Size of the payload; 0 without one.
     unsigned int size() const;
 };

@@ -100,6 +100,19 @@ std::vector<std::string> split(const std::string &text, char separator)
     return parts;
 }
 
+std::string replaced(std::string text, std::string_view old, std::string_view with)
+{
+    for (std::size_t at = text.find(old); at != std::string::npos; at = text.find(old, at + with.size()))
+        text.replace(at, old.size(), with);
+    return text;
+}
+
+std::string padded(std::string text, std::size_t width)
+{
+    text.resize(std::max(text.size(), width), ' ');
+    return text;
+}
+
 std::string trimmed(const std::string &text)
 {
     constexpr char white[] = " \t\r\n";

@@ -20,6 +20,10 @@ std::string joined(const std::vector<std::string> &texts, std::string_view separ
 std::string lower(std::string text);
 // The parts between the separators; one more than there are of these.
 std::vector<std::string> split(const std::string &text, char separator);
+// With every occurrence of the one text replaced by the other, which is not looked into.
+std::string replaced(std::string text, std::string_view old, std::string_view with);
+// With blanks behind it, up to this many bytes.
+std::string padded(std::string text, std::size_t width);
 // Without white space around it.
 std::string trimmed(const std::string &text);
 

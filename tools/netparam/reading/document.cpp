@@ -222,10 +222,10 @@ std::string excerpt_of(const std::string &text, Spot spot, const Style &style, s
            std::string(columns(ahead), ' ') + style.error("^") + "\n";
 }
 
-std::string printed(const TiXmlNode &node)
+std::string printed(const TiXmlNode &node, const char *indent)
 {
     TiXmlPrinter printer;
-    printer.SetIndent("  ");
+    printer.SetIndent(indent);
     node.Accept(&printer);
     return printer.Str();
 }

@@ -8,6 +8,7 @@
 #include <tinyxml.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace netparam {
@@ -27,30 +28,15 @@ std::string read_text(const std::string &path);
 std::string file_name(const std::string &path);
 
 // A text that is not well formed, or not fit to be parsed.
-class Malformed : public Failure {
-public:
-    Malformed(const std::string &path, Spot spot, const std::string &reason, const std::string &text)
-        : Failure(exit_malformed, text), path_(path), spot_(spot), reason_(reason)
-    {
-    }
+struct Malformed : Failure {
+    std::string path;
+    Spot spot;
+    std::string reason;
 
-    const std::string &path() const
+    Malformed(std::string file, Spot place, std::string why, const std::string &text)
+        : Failure(exit_malformed, text), path(std::move(file)), spot(place), reason(std::move(why))
     {
-        return path_;
     }
-    Spot spot() const
-    {
-        return spot_;
-    }
-    const std::string &reason() const
-    {
-        return reason_;
-    }
-
-private:
-    std::string path_;
-    Spot spot_;
-    std::string reason_;
 };
 
 class Document {
@@ -64,10 +50,6 @@ public:
 
     // The message's body element: the root or, when that is called "body", the element in it that choose() has chosen,
     // otherwise the first.
-    TiXmlElement &body()
-    {
-        return *body_;
-    }
     const TiXmlElement &body() const
     {
         return *body_;
@@ -118,7 +100,7 @@ private:
 };
 
 // The element's text, indented.
-std::string printed(const TiXmlNode &node);
+std::string printed(const TiXmlNode &node, const char *indent = "  ");
 // The line of that place in a text and a caret below it.
 std::string excerpt_of(const std::string &text, Spot spot, const Style &style, std::size_t first_line);
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <optional>
 
 namespace netparam {
@@ -21,6 +22,12 @@ struct View : RecordView<const char> {
     bool show_secrets;
     const char *payload;
     const Trace *trace;
+
+    // Another record of the same payload.
+    View at(const RecordView<const char> &other) const
+    {
+        return {other, show_secrets, payload, trace};
+    }
 };
 
 std::vector<Item> dump_rows(const View &view);
@@ -100,17 +107,18 @@ void set_row(Item &item, const View &view, unsigned index)
     const auto each = [&](std::size_t size, const std::function<void(Item &, const char *)> &fill) {
         set_elements(item, at, size, count, stored >= 0, fill);
     };
+    const auto inner = [&](Item &element, const char *record) {
+        const Table &of = *table.ref(row.ref).table;
+        element.items = dump_rows(view.at({of, record, 0, of.record_size}));
+    };
     const auto shown = [&](Item &element, const char *record) {
-        element.items = dump_rows({{*detail.shown, record, detail.shown_offset, detail.element_size},
-                                   view.show_secrets,
-                                   view.payload,
-                                   view.trace});
+        element.items = dump_rows(view.at({*detail.shown, record, detail.shown_offset, detail.element_size}));
     };
     const auto spelled = [&](Item &element, const char *value) {
-        set_spelled(element, value, detail, row_words(table, index));
+        set_spelled(element, value, detail, *row_words(table, row));
     };
     const auto mask = [&](Item &element, const char *value) {
-        set_mask(element, row_words(table, index), load<std::uint32_t>(value));
+        set_mask(element, *row_words(table, row), load<std::uint32_t>(value));
     };
     switch (form_of(table, index)) {
     case Form::word:
@@ -122,21 +130,14 @@ void set_row(Item &item, const View &view, unsigned index)
     case Form::masks:
         return each(detail.element_size, mask);
     case Form::month:
-        return set_month(item, row_words(table, index), at, static_cast<int>(capacity));
-    case Form::group: {
-        const Table &inner = *table.ref(row.ref).table;
-        item.items = dump_rows({{inner, at, 0, inner.record_size}, view.show_secrets, view.payload, view.trace});
+        return set_month(item, *row_words(table, row), at, static_cast<int>(capacity));
+    case Form::group:
+        inner(item, at);
         if (detail.shape == Shape::points)
             item.drawing = draw_points(load<net_smart_ai_points_t>(at), !is_line(table));
         return;
-    }
-    case Form::list: {
-        const Table &inner = *table.ref(row.ref).table;
-        return each(inner.record_size, [&](Item &element, const char *record) {
-            element.items =
-                dump_rows({{inner, record, 0, inner.record_size}, view.show_secrets, view.payload, view.trace});
-        });
-    }
+    case Form::list:
+        return each(table.ref(row.ref).table->record_size, inner);
     case Form::record:
         return shown(item, at);
     case Form::records:
@@ -153,15 +154,13 @@ void set_row(Item &item, const View &view, unsigned index)
     case Form::numbers:
         return set_numbers(item, at, detail, count);
     case Form::grid:
-        return set_grid(item, at, detail, [&view](const char *key, const char *other, int limit) {
-            return size_beside(view, key, other, limit);
-        });
+        return set_grid(item, view, index);
     case Form::week:
         return set_week(item, at);
     case Form::hours:
         return set_hours(item, at);
     case Form::sets:
-        return set_schedule(item, at);
+        return set_schedule(item, *reinterpret_cast<const time_section_t(*)[7][24]>(at));
     case Form::none:
         break;
     }

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <fstream>
 #include <map>
+#include <sstream>
 
 namespace netparam {
 namespace {
@@ -26,19 +27,10 @@ class Text {
 public:
     explicit Text(const std::string &path) : name_(printable(file_name(path)))
     {
-        const std::string text = read_text(path);
-        int row = 0;
-        for (std::size_t at = 0; at < text.size();) {
-            const std::size_t end = std::min(text.find('\n', at), text.size());
-            const std::string line = text.substr(at, end - at);
-            const std::size_t first = line.find_first_not_of(" \t\r");
-            ++row;
-            if (first != std::string::npos)
-                lines_.push_back(
-                    {row, static_cast<int>(first) + 1, line.substr(first, line.find_last_not_of(" \t\r") + 1 - first)});
-            at = end + 1;
-        }
-        end_ = row + 1;
+        std::istringstream lines(read_text(path));
+        for (std::string line; std::getline(lines, line); ++end_)
+            if (const std::size_t first = line.find_first_not_of(" \t\r"); first != std::string::npos)
+                lines_.push_back({end_, static_cast<int>(first) + 1, trimmed(line)});
     }
 
     const std::vector<Line> &lines() const
@@ -59,7 +51,7 @@ public:
 private:
     std::string name_;
     std::vector<Line> lines_;
-    int end_;
+    int end_ = 1; // the row behind the last one
 };
 
 // "Monday", and where the day's marks begin.

@@ -100,20 +100,9 @@ float real_of(const Json &value, const std::string &path)
 }
 
 [[noreturn]] void refuse_word(const std::string &path, const Json &value, const std::string &word,
-                              std::vector<std::string> words, const std::string &more)
+                              const std::vector<std::string> &words, const std::string &more)
 {
-    const auto near = nearest(word, words, 1);
-    refuse(path, value, near.empty() ? "no such word" : "no such word; did you mean " + in_quotes(near.front()) + "?",
-           more + joined(words, ", "));
-}
-
-std::vector<std::string> all_words(const WordTable &words)
-{
-    std::vector<std::string> texts;
-    for (const auto &entry : words)
-        if (std::find(texts.begin(), texts.end(), words.text(entry)) == texts.end())
-            texts.emplace_back(words.text(entry));
-    return texts;
+    refuse(path, value, no_such_word(word, words), more + joined(words, ", "));
 }
 
 template <class Type> Type word_of(const WordTable &words, const Json &value, const std::string &path)
@@ -401,7 +390,7 @@ private:
 
     void load_word(char *at, const Json &value, const std::string &path)
     {
-        const WordTable &words = row_words(table_, index_);
+        const WordTable &words = *row_words(table_, row_);
         if (detail_.shape == Shape::u8)
             store(at, word_of<std::uint8_t>(words, value, path));
         else
@@ -415,7 +404,7 @@ private:
 
     void load_mask(char *at, const Json &value, const std::string &path)
     {
-        store(at, mask_of(row_words(table_, index_), value, path));
+        store(at, mask_of(*row_words(table_, row_), value, path));
     }
 
     void load_inner(char *record, const Json &value, const std::string &path)

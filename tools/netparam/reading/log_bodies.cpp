@@ -190,12 +190,21 @@ void BodyFinder::drop(std::size_t size)
     at_ += size;
 }
 
-void read_log(const std::string &path, bool follow, BodyFinder &finder)
+void read_pieces(const std::string &path, bool follow, const std::function<bool(std::string_view piece)> &take)
 {
     Input input(path);
     char buffer[65536];
     for (std::size_t length; (length = input.read(buffer, sizeof buffer)) > 0 || (follow && input.wait());)
-        finder.feed({buffer, length});
+        if (!take({buffer, length}))
+            return;
+}
+
+void read_log(const std::string &path, bool follow, BodyFinder &finder)
+{
+    read_pieces(path, follow, [&](std::string_view piece) {
+        finder.feed(piece);
+        return true;
+    });
     finder.finish();
 }
 

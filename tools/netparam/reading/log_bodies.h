@@ -43,7 +43,10 @@ private:
     std::string ahead_; // the current line up to at_, or its end
 };
 
-// Everything that the file has to say or, while `follow` is set, will have. Fails with exit_file.
+// Calls take(piece) for all that the file has to say or, while `follow` is set, will have, as long as it returns true.
+// Fails with exit_file.
+void read_pieces(const std::string &path, bool follow, const std::function<bool(std::string_view piece)> &take);
+// Feeds all of them to the finder.
 void read_log(const std::string &path, bool follow, BodyFinder &finder);
 // Does the text begin with something else than markup?
 bool is_log(const std::string &path);

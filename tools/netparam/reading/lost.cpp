@@ -4,6 +4,7 @@
 #include "reading/compare.h"
 #include "reading/payload.h"
 #include "reading/secrets.h"
+#include "reading/shapes.h"
 
 #include <net_public.h>
 
@@ -12,14 +13,6 @@
 
 namespace netparam {
 namespace {
-
-// The same exchange without its body: the payload as the initialiser leaves it.
-Options without_body(Options options)
-{
-    options.file.clear();
-    options.show_secrets = true;
-    return options;
-}
 
 bool same_bytes(const void *a, const void *b, const Item &item)
 {
@@ -71,9 +64,7 @@ public:
 private:
     bool is_set(const Item &item) const
     {
-        const char *at = data_ + item.offset;
-        return item.bytes > 0 && item.offset + item.bytes <= size_ &&
-               std::any_of(at, at + item.bytes, [](char byte) { return byte != 0; }) &&
+        return item.bytes > 0 && item.offset + item.bytes <= size_ && !all_zero(data_ + item.offset, item.bytes) &&
                !(comparable_ && same_bytes(data_, initial_, item));
     }
     bool reaches_body(const Item &item) const
@@ -96,12 +87,11 @@ private:
 
 } // namespace
 
-std::vector<Lost> lost_members(const Session &session, const Entry &entry, const Options &options,
-                               const std::vector<Item> &items, const TiXmlElement &body)
+std::vector<Lost> lost_members(const Session &session, const Options &options, const TiXmlElement &body)
 {
+    const std::vector<Item> items = payload_items(session, true);
     std::vector<Lost> lost;
-    const Options again = without_body(options);
-    Session back(entry, again);
+    Session back(session.entry(), options); // with the payload as the initialiser leaves it
     if (!back.read_extension())
         return lost;
     back.prepare();
@@ -110,9 +100,9 @@ std::vector<Lost> lost_members(const Session &session, const Entry &entry, const
         const std::string text = session.body_text();
         Search(session, options, text, back).collect(items, "", lost);
     }
-    if (!entry.parses() || !back.parse(body))
+    if (!back.entry().parses() || !back.parse(body))
         return lost;
-    const std::vector<Item> read = payload_items(back, entry, again);
+    const std::vector<Item> read = payload_items(back, true);
     const std::vector<Difference> different = differences(items, read);
     // What the parser sets by itself, or makes of other members, is not lost.
     const auto comes_back = [&](const Lost &one) {

@@ -17,10 +17,8 @@ struct Lost {
 };
 
 // Of a payload whose body has been written: members that differ from what the initialiser leaves and do not show in
-// the body, and those that the parser makes something else of, if there is one that accepts the body. `items` is the
-// payload with its secrets.
-std::vector<Lost> lost_members(const Session &session, const Entry &entry, const Options &options,
-                               const std::vector<Item> &items, const TiXmlElement &body);
+// the body, and those that the parser makes something else of, if there is one that accepts the body.
+std::vector<Lost> lost_members(const Session &session, const Options &options, const TiXmlElement &body);
 
 } // namespace netparam
 

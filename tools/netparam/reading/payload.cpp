@@ -2,6 +2,7 @@
 
 #include "model/failure.h"
 #include "reading/load.h"
+#include "reading/shapes.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -139,8 +140,9 @@ static std::string counted_list(const Entry &entry)
     return read != nullptr && read->parsed == netpublic::ParsedAs::envelope ? read->key(read->row(0)) : "";
 }
 
-void load_payload(Session &session, const Entry &entry, const Json &payload)
+void load_payload(Session &session, const Json &payload)
 {
+    const Entry &entry = session.entry();
     const netpublic::Table *table = entry.table();
     const net_param_t &param = session.envelope();
     if (table == nullptr || param.data == nullptr || table->record_size > session.allocated())
@@ -164,20 +166,20 @@ void load_payload(Session &session, const Entry &entry, const Json &payload)
     std::memset(first + records.size() * size, 0, (session.records() - records.size()) * size);
 }
 
-std::vector<Item> payload_items(const Session &session, const Entry &entry, const Options &options)
+std::vector<Item> payload_items(const Session &session, bool show_secrets)
 {
-    const netpublic::Table *table = entry.table();
+    const netpublic::Table *table = session.entry().table();
     const net_param_t &param = session.envelope();
     const std::size_t records = session.records();
     if (table == nullptr || param.data == nullptr || table->record_size > session.allocated())
         return {};
     const char *data = static_cast<const char *>(param.data);
     if (!session.is_list(*table))
-        return dump(*table, data, options.show_secrets, data, session.trace());
+        return dump(*table, data, show_secrets, data, session.trace());
     // A list of records; those behind the last used one are left out.
     const std::size_t size = session.record_size();
     std::size_t used = records;
-    while (used > 1 && std::all_of(data + (used - 1) * size, data + used * size, [](char byte) { return byte == 0; }))
+    while (used > 1 && all_zero(data + (used - 1) * size, size))
         --used;
     Item list;
     list.name = "record";
@@ -185,7 +187,7 @@ std::vector<Item> payload_items(const Session &session, const Entry &entry, cons
     for (std::size_t i = 0; i < used; ++i) {
         Item record;
         record.name = "record[" + std::to_string(i) + "]";
-        record.items = dump(*table, data + i * size, options.show_secrets, data, session.trace());
+        record.items = dump(*table, data + i * size, show_secrets, data, session.trace());
         list.items.push_back(record);
     }
     return {list};

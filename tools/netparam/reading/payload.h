@@ -23,10 +23,10 @@ struct PayloadFile {
 PayloadFile read_payload(const std::string &path, const Entry &entry);
 
 // The payload by its rows; nothing when no rows say what it is.
-std::vector<Item> payload_items(const Session &session, const Entry &entry, const Options &options);
+std::vector<Item> payload_items(const Session &session, bool show_secrets);
 
 // Into the prepared payload. Throws a Misfit.
-void load_payload(Session &session, const Entry &entry, const Json &payload);
+void load_payload(Session &session, const Json &payload);
 
 // The payload's bytes as this machine's memory holds them. Fails with exit_file.
 void save_bytes(const Session &session, const std::string &path);

@@ -97,10 +97,7 @@ std::vector<std::string> secrets_in(const TiXmlNode &tree)
 std::string without(std::string text, const std::vector<std::string> &secrets)
 {
     for (const std::string &secret : secrets)
-        for (std::size_t at = text.find(secret); at != std::string::npos; at = text.find(secret, at)) {
-            text.replace(at, secret.size(), hidden);
-            at += sizeof hidden - 1;
-        }
+        text = replaced(text, secret, hidden);
     return text;
 }
 

@@ -28,16 +28,16 @@ void Options::settle() const
     device.play();
 }
 
-Session::Session(const Entry &entry, const Options &options) : entry_(entry), options_(options)
+Session::Session(const Entry &entry, const Options &options, const std::string &file) : entry_(entry), options_(options)
 {
     modulemask = own_module | (options.traces ? wifi_module : 0);
     loglevel = errors | (options.traces ? traces : 0);
     if (!options.extension.empty())
         extension_document_.emplace(options.extension);
-    if (!options.file.empty())
-        body_document_.emplace(options.file);
-    if (body_document_)
-        body_document_->choose(entry.element());
+    if (file.empty())
+        return;
+    body_document_.emplace(file);
+    body_document_->choose(entry.element());
 }
 
 Session::~Session()

@@ -46,12 +46,13 @@ std::string wrong_element(const Entry &entry);
 
 class Session {
 public:
-    Session(const Entry &entry, const Options &options);
+    // `file` holds the body; empty where none is read, or another one is taken.
+    Session(const Entry &entry, const Options &options, const std::string &file = "");
     ~Session();
     Session(const Session &) = delete;
     Session &operator=(const Session &) = delete;
 
-    // Another body than the options' file.
+    // Another body than the file's.
     void take_body(const Document &document);
     // The extension header of the request, if there is one; false when it is refused.
     bool read_extension();
@@ -71,6 +72,10 @@ public:
         return reply_.FirstChildElement();
     }
 
+    const Entry &entry() const
+    {
+        return entry_;
+    }
     const net_param_t &envelope() const
     {
         return param_;
@@ -100,7 +105,7 @@ public:
     {
         return extension_document_ ? &*extension_document_ : nullptr;
     }
-    Document *body_document()
+    const Document *body_document() const
     {
         return body_document_ ? &*body_document_ : nullptr;
     }

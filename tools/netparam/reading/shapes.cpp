@@ -11,6 +11,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <functional>
 #include <map>
 
 namespace netparam {
@@ -51,19 +52,6 @@ void set_points(Item &item, const net_smart_ai_points_t &points)
     item.drawing = draw_points(points, true);
 }
 
-void fill_schedule(Item &item, const time_section_t (&section)[7][24])
-{
-    Json days = Json::array();
-    for (const auto &day : section) {
-        Json hours = Json::array();
-        for (const time_section_t &hour : day)
-            hours.push_back(alarm_types_of(hour));
-        days.push_back(hours);
-    }
-    item.value = days;
-    item.drawing = draw_schedule(section);
-}
-
 // A record whose members nobody names.
 void set_unnamed(Item &item, const char *bytes, std::size_t size)
 {
@@ -97,6 +85,21 @@ Json cells_json(int columns, int rows, const std::function<int(int, int)> &cell)
     return lines;
 }
 
+char hour_mark(int value)
+{
+    return value == 0 ? '.' : value == 1 ? '#' : value > 1 && value < 10 ? static_cast<char>('0' + value) : '+';
+}
+
+// Seven days of 24 numbers each.
+void fill_week(Item &item, const std::function<int(int hour, int day)> &cell)
+{
+    int armed = 0;
+    for (int slot = 0; slot < 7 * 24; ++slot)
+        armed += cell(slot % 24, slot / 24) != 0;
+    set(item, std::to_string(armed) + " of 168 hours", cells_json(24, 7, cell));
+    item.drawing = draw_week([&](int day, int hour) { return hour_mark(cell(hour, day)); });
+}
+
 } // namespace
 
 bool all_zero(const char *bytes, std::size_t size)
@@ -125,26 +128,19 @@ void set_scalar(Item &item, const char *at, const Detail &detail)
 {
     switch (detail.shape) {
     case Shape::i32:
-        set(item, std::to_string(load<std::int32_t>(at)), load<std::int32_t>(at));
-        break;
+        return set(item, std::to_string(load<std::int32_t>(at)), load<std::int32_t>(at));
     case Shape::u32:
-        set(item, std::to_string(load<std::uint32_t>(at)), load<std::uint32_t>(at));
-        break;
+        return set(item, std::to_string(load<std::uint32_t>(at)), load<std::uint32_t>(at));
     case Shape::i64:
-        set(item, std::to_string(load<std::int64_t>(at)), load<std::int64_t>(at));
-        break;
+        return set(item, std::to_string(load<std::int64_t>(at)), load<std::int64_t>(at));
     case Shape::u64:
-        set(item, std::to_string(load<std::uint64_t>(at)), load<std::uint64_t>(at));
-        break;
+        return set(item, std::to_string(load<std::uint64_t>(at)), load<std::uint64_t>(at));
     case Shape::f32:
-        set(item, number_text(load<float>(at)), real_json(load<float>(at)));
-        break;
+        return set(item, number_text(load<float>(at)), real_json(load<float>(at)));
     case Shape::u8:
-        set(item, std::to_string(load<std::uint8_t>(at)), load<std::uint8_t>(at));
-        break;
+        return set(item, std::to_string(load<std::uint8_t>(at)), load<std::uint8_t>(at));
     case Shape::characters:
-        set_text(item, at, 1);
-        break;
+        return set_text(item, at, 1);
     case Shape::counted: {
         const auto text = load<net_counted_text_t>(at);
         set_text(item, text.text, sizeof text.text);
@@ -153,21 +149,18 @@ void set_scalar(Item &item, const char *at, const Detail &detail)
         break;
     }
     case Shape::section:
-        set(item, alarm_types_of(load<time_section_t>(at)), alarm_types_of(load<time_section_t>(at)));
-        break;
+        return set(item, alarm_types_of(load<time_section_t>(at)), alarm_types_of(load<time_section_t>(at)));
     case Shape::points:
-        set_points(item, load<net_smart_ai_points_t>(at));
-        break;
+        return set_points(item, load<net_smart_ai_points_t>(at));
     case Shape::schedule: {
         const auto schedule = load<net_schedule_t>(at);
-        fill_schedule(item, schedule.section);
+        set_schedule(item, schedule.section);
         item.text = alarm_types_of(schedule.types);
         item.value = Json{{"types", item.text}, {"section", item.value}};
         break;
     }
     case Shape::record:
-        set_unnamed(item, at, detail.element_size);
-        break;
+        return set_unnamed(item, at, detail.element_size);
     case Shape::hours:
     case Shape::none:
         break;
@@ -198,14 +191,15 @@ void set_numbers(Item &item, const char *at, const Detail &detail, std::size_t c
     set(item, text, values);
 }
 
-void set_grid(Item &item, const char *at, const Detail &detail, const SizeLimit &size)
+void set_grid(Item &item, const RecordView<const char> &view, unsigned index)
 {
-    const GridLayout layout(detail);
+    const GridLayout layout(view.table.detail(index));
+    const char *at = view.member(view.table.row(index));
     const auto cell = [=](int column, int row) {
         return static_cast<int>(static_cast<unsigned char>(at[layout.index(column, row)]));
     };
-    const int columns = size("width", "columns", layout.columns);
-    const int rows = size("height", "rows", layout.rows);
+    const int columns = size_beside(view, "width", "columns", layout.columns);
+    const int rows = size_beside(view, "height", "rows", layout.rows);
     int set_cells = 0;
     for (int row = 0; row < rows; ++row)
         for (int column = 0; column < columns; ++column)
@@ -224,15 +218,9 @@ void set_grid(Item &item, const char *at, const Detail &detail, const SizeLimit 
 
 void set_week(Item &item, const char *at)
 {
-    const auto cell = [at](int hour, int day) {
+    fill_week(item, [at](int hour, int day) {
         return load<std::int32_t>(at + (static_cast<std::size_t>(day) * 24 + static_cast<std::size_t>(hour)) * 4);
-    };
-    int armed = 0;
-    for (int slot = 0; slot < 7 * 24; ++slot)
-        armed += cell(slot % 24, slot / 24) != 0;
-    item.text = std::to_string(armed) + " of 168 hours";
-    item.value = cells_json(24, 7, cell);
-    item.drawing = draw_week([&](int day, int hour) { return hour_mark(cell(hour, day)); });
+    });
 }
 
 void set_word(Item &item, const netpublic::WordTable &words, int code)
@@ -263,14 +251,9 @@ void set_mask(Item &item, const netpublic::WordTable &words, unsigned int mask)
 
 void set_hours(Item &item, const char *at)
 {
-    const auto cell = [at](int hour, int day) {
+    fill_week(item, [at](int hour, int day) {
         return static_cast<int>(load<std::uint32_t>(at + static_cast<std::size_t>(day) * 4) >> hour & 1U);
-    };
-    int set_hours = 0;
-    for (int slot = 0; slot < 7 * 24; ++slot)
-        set_hours += cell(slot % 24, slot / 24);
-    set(item, std::to_string(set_hours) + " of 168 hours", cells_json(24, 7, cell));
-    item.drawing = draw_week([&](int day, int hour) { return cell(hour, day) != 0 ? '#' : '.'; });
+    });
 }
 
 void set_month(Item &item, const netpublic::WordTable &words, const char *at, int days)
@@ -303,9 +286,17 @@ void set_month(Item &item, const netpublic::WordTable &words, const char *at, in
         item.drawing.lines.clear();
 }
 
-void set_schedule(Item &item, const char *section)
+void set_schedule(Item &item, const time_section_t (&section)[7][24])
 {
-    fill_schedule(item, *reinterpret_cast<const time_section_t(*)[7][24]>(section));
+    Json days = Json::array();
+    for (const auto &day : section) {
+        Json hours = Json::array();
+        for (const time_section_t &hour : day)
+            hours.push_back(alarm_types_of(hour));
+        days.push_back(hours);
+    }
+    item.value = days;
+    item.drawing = draw_schedule(section);
 }
 
 } // namespace netparam

@@ -5,8 +5,6 @@
 #include "model/rows.h"
 #include "reading/item.h"
 
-#include <functional>
-
 namespace netparam {
 
 bool all_zero(const char *bytes, std::size_t size);
@@ -18,13 +16,11 @@ void set_scalar(Item &item, const char *at, const netpublic::Detail &detail);
 // Numbers in one line; zeros at the end are only counted.
 void set_numbers(Item &item, const char *at, const netpublic::Detail &detail, std::size_t count);
 
-// What the record says of a grid's size under either key, or the limit.
-using SizeLimit = std::function<int(const char *key, const char *other, int limit)>;
-// Grids are stored row after row or column after column; they always have more columns than rows.
-void set_grid(Item &item, const char *at, const netpublic::Detail &detail, const SizeLimit &size);
+// The cells of a row's member, as many as the record says.
+void set_grid(Item &item, const RecordView<const char> &view, unsigned index);
 // 7 x 24 numbers, and 7 x 24 sets of alarm types.
 void set_week(Item &item, const char *at);
-void set_schedule(Item &item, const char *section);
+void set_schedule(Item &item, const time_section_t (&section)[7][24]);
 // The hours of seven days as the bits of a number each.
 void set_hours(Item &item, const char *at);
 // A code for each day of a month, as the first letter of its word; "none" is a dot.

@@ -51,14 +51,17 @@ Refusal of_value(const Table &table, const Row &row, const void *record, const T
     return refusal;
 }
 
+// Of an element whose text is not to blame.
+Refusal of_element(const TiXmlNode &node, const std::string &key, const std::string &reason,
+                   const std::string &accepted)
+{
+    return {spot_of(node), path_of(node), key, "", reason, accepted};
+}
+
 Refusal of_placeless(const Table &table, const Row &row, const TiXmlNode &node)
 {
-    return {spot_of(node),
-            path_of(node),
-            table.key(row),
-            "",
-            "the child that chooses the item's record must come first",
-            accepted_by(table, row)};
+    return of_element(node, table.key(row), "the child that chooses the item's record must come first",
+                      accepted_by(table, row));
 }
 
 Refusal of_missing(const Table &table, const Row &row, const TiXmlNode &element)
@@ -68,11 +71,10 @@ Refusal of_missing(const Table &table, const Row &row, const TiXmlNode &element)
     if (netpublic::is_list(row.kind) && (row.flags & netpublic::list_exact) != 0) {
         int items = 0;
         for (const TiXmlNode *child = element.FirstChild(); child != nullptr; child = child->NextSibling())
-            items +=
-                netpublic::find_key(table, child->Value(), 0) == static_cast<unsigned>(&row - &table.row(0)) ? 1 : 0;
+            items += netpublic::find_key(table, child->Value(), 0) == index_of(table, row) ? 1 : 0;
         reason = "there are only " + std::to_string(items) + " of \"" + key + "\"";
     }
-    return {spot_of(element), path_of(element), key, "", reason, key + ": " + accepted_by(table, row)};
+    return of_element(element, key, reason, key + ": " + accepted_by(table, row));
 }
 
 Refusal of_stranger(const Table &table, const TiXmlNode &node)
@@ -80,12 +82,8 @@ Refusal of_stranger(const Table &table, const TiXmlNode &node)
     const std::string reason = node.ToElement() == nullptr ? "this is no element; a comment or text is refused here"
                                : table.names == netpublic::Names::in_order ? "another child is expected here"
                                                                            : "no such child is accepted here";
-    return {spot_of(node),
-            path_of(node),
-            "",
-            "",
-            reason,
-            joined(keys_of(table), table.names == netpublic::Names::in_order ? ", then " : ", ")};
+    return of_element(node, "", reason,
+                      joined(keys_of(table), table.names == netpublic::Names::in_order ? ", then " : ", "));
 }
 
 } // namespace
@@ -187,10 +185,10 @@ void Trace::take(const Table &table, const Row &row, const void *record, const T
 // The words of a set are found wherever they stand in its text, and nothing complains about the rest.
 void Trace::check_words(const Table &table, const Row &row, const TiXmlNode &node)
 {
-    const auto index = static_cast<unsigned>(&row - &table.row(0));
-    const netpublic::WordTable *words = words_beside(table, index);
+    const netpublic::WordTable *words = row_words(table, row);
     const char *text = node.ToElement() != nullptr ? node.ToElement()->GetText() : nullptr;
-    if (words == nullptr || text == nullptr || (row.kind != netpublic::Kind::events && !is_mask(table, index)))
+    if (words == nullptr || text == nullptr ||
+        (row.kind != netpublic::Kind::events && !is_mask(table, index_of(table, row))))
         return;
     const std::vector<std::string> known = spellings(*words, netpublic::Use::read);
     for (const std::string &part : split(text, ',')) {
@@ -201,12 +199,10 @@ void Trace::check_words(const Table &table, const Row &row, const TiXmlNode &nod
             !told_.insert({&node, word}).second)
             continue;
         const auto within = std::find_if(known.begin(), known.end(), occurs);
-        const auto near = nearest(word, known, 1);
         add({Note::Kind::word, spot_of_text(node), path_of(node),
              in_quotes(word, 40) + (within != known.end()
                                         ? " is read as " + *within
-                                        : " is no word of the set and is ignored" +
-                                              (near.empty() ? "" : "; did you mean " + near.front() + "?")),
+                                        : " is no word of the set and is ignored" + meant(word, known)),
              table.key(row)});
     }
 }
@@ -244,9 +240,8 @@ void Trace::ignore(const Table &table, const TiXmlNode &node)
         !told_.insert({&node, ""}).second)
         return;
     const bool told = in_all(Note::Kind::ignored) < most_told; // to look for the nearest takes its time
-    const auto near = told ? nearest(node.ValueStr(), keys_of(table), 1) : std::vector<std::string>();
     add({Note::Kind::ignored, told ? spot_of(node) : Spot(), told ? path_of(node) : "",
-         "is ignored: no key answers to it" + (near.empty() ? "" : "; did you mean " + near.front() + "?")});
+         "is ignored: no key answers to it" + (told ? meant(node.ValueStr(), keys_of(table)) : "")});
 }
 
 void Trace::add(const Note &note)

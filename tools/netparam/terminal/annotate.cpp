@@ -2,6 +2,9 @@
 
 #include "terminal/report.h"
 
+#include <array>
+#include <string_view>
+
 namespace netparam {
 namespace {
 
@@ -10,25 +13,10 @@ std::string escaped(const std::string &text, bool is_property)
 {
     std::string out;
     for (const char c : text)
-        switch (c) {
-        case '%':
-            out += "%25";
-            break;
-        case '\r':
-            out += "%0D";
-            break;
-        case '\n':
-            out += "%0A";
-            break;
-        case ':':
-            out += is_property ? "%3A" : ":";
-            break;
-        case ',':
-            out += is_property ? "%2C" : ",";
-            break;
-        default:
+        if (const std::size_t mark = std::string_view("%\r\n:,").find(c); mark < (is_property ? 5U : 3U))
+            out += std::array{"%25", "%0D", "%0A", "%3A", "%2C"}[mark];
+        else
             out += c;
-        }
     return out;
 }
 
@@ -70,7 +58,7 @@ void annotate_notes(std::ostream &out, const Trace &trace, const std::string &pa
 void annotate_failure(std::ostream &out, const Failure &failure)
 {
     if (const auto *malformed = dynamic_cast<const Malformed *>(&failure))
-        annotate(out, "error", malformed->path(), malformed->spot(), "malformed", malformed->reason());
+        annotate(out, "error", malformed->path, malformed->spot, "malformed", malformed->reason);
     else
         annotate(out, "error", "", {}, "netparam", failure.what());
 }

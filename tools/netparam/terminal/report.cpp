@@ -3,7 +3,9 @@
 #include "engine/matching.h"
 #include "model/accept.h"
 #include "model/facts.h"
+#include "model/rows.h"
 #include "reading/secrets.h"
+#include "reading/shapes.h"
 
 #include <algorithm>
 #include <map>
@@ -21,31 +23,11 @@ void print_level(std::ostream &out, const std::vector<Item> &items, const std::s
             if (!item.drawing.lines.empty())
                 out << "  " << name << '\n';
         } else {
-            out << "  " << name << std::string(width - std::min(width, name.size()) + 2, ' ') << item.text << '\n';
+            out << "  " << padded(name, width) << "  " << item.text << '\n';
         }
         for (const std::string &line : item.drawing.lines)
             out << "      " << style.faint(line) << '\n';
     }
-}
-
-// The library's lines without their colours; a line break ends each.
-std::vector<std::string> log_lines(const Session &session)
-{
-    std::vector<std::string> lines(1);
-    const std::string log = session.log();
-    for (std::size_t at = 0; at < log.size(); ++at) {
-        if (log[at] == '\033' && at + 1 < log.size() && log[at + 1] == '[')
-            at = std::min(log.find('m', at), log.size());
-        else if (log[at] == '\n')
-            lines.emplace_back();
-        else
-            lines.back() += log[at];
-    }
-    if (lines.back().empty())
-        lines.pop_back();
-    for (std::string &line : lines)
-        line = printable(line);
-    return lines;
 }
 
 // The member at this place, the innermost one.
@@ -65,11 +47,10 @@ const Item *item_at(const std::vector<Item> &items, std::size_t offset, const st
 // What the writer makes a text of.
 std::string writable(const netpublic::Table &table, const netpublic::Row &row)
 {
-    const auto index = static_cast<unsigned>(&row - &table.row(0));
-    for (const std::string &note : row_notes(table, index, true))
+    for (const std::string &note : row_notes(table, index_of(table, row), true))
         if (note.find("writing fails unless") == 0)
             return "what its condition wants: " + note;
-    const netpublic::WordTable *words = words_beside(table, index);
+    const netpublic::WordTable *words = row_words(table, row);
     return words != nullptr ? "one of these words: " + joined(spellings(*words, netpublic::Use::write), ", ")
                             : accepted_by(table, row);
 }
@@ -112,16 +93,13 @@ void print_memory(std::ostream &out, const std::vector<Item> &items, const Style
         path = std::max(path, std::min(place.path.size(), widest_path));
         bytes = std::max(bytes, place.bytes.size());
     }
-    const auto left = [](const std::string &text, std::size_t width) {
-        return text + std::string(width - std::min(width, text.size()), ' ');
-    };
     const auto right = [](const std::string &text, std::size_t width) {
         return std::string(width - std::min(width, text.size()), ' ') + text;
     };
     for (const auto &[place, item] : places) {
         const std::string line = "  " + right(place.offset, 7) + "  " + right(place.bytes, bytes) + "  " +
-                                 left(place.type, type) + "  " + left(place.from, from) + "  " +
-                                 left(place.path, path) + "  " + place.value;
+                                 padded(place.type, type) + "  " + padded(place.from, from) + "  " +
+                                 padded(place.path, path) + "  " + place.value;
         out << (item == nullptr ? style.faint(line) : line) << '\n';
         for (std::size_t i = 0; item != nullptr && i < item->drawing.lines.size(); ++i)
             out << "      " << style.faint(item->drawing.lines[i]) << '\n';
@@ -199,7 +177,7 @@ void print_refusal(std::ostream &out, const Session &session, const Document &do
         out << "  accepted  " << refusal.accepted << '\n';
 }
 
-Refusal unwritten(const Session &session, const Entry &entry, const std::vector<Item> &items)
+Refusal unwritten(const Session &session, const std::vector<Item> &items)
 {
     Refusal refusal;
     refusal.reason = "the payload cannot be written";
@@ -220,7 +198,7 @@ Refusal unwritten(const Session &session, const Entry &entry, const std::vector<
     if (refusal.path.empty())
         refusal.path = refusal.key;
     if (refusal.path.empty())
-        refusal.reason += ": " + entry.writer() + "() refuses it as a whole";
+        refusal.reason += ": " + session.entry().writer() + "() refuses it as a whole";
     return refusal;
 }
 
@@ -282,9 +260,9 @@ Json refusal_json(const Refusal &refusal, const std::string &file)
             {"reason", refusal.reason}};
 }
 
-Json reading_json(const Entry &entry, const Session &session, const Document *document, bool accepted,
-                  const std::vector<Item> &items)
+Json reading_json(const Session &session, const Document *document, bool accepted, const std::vector<Item> &items)
 {
+    const Entry &entry = session.entry();
     const net_param_t &param = session.envelope();
     Json json;
     json["message"] = entry.name();
@@ -295,7 +273,7 @@ Json reading_json(const Entry &entry, const Session &session, const Document *do
     json["inited"] = param.inited;
     json["refused"] = accepted ? Json() : refusal_json(session, *document);
     json["notes"] = session.trace() != nullptr ? notes_json(*session.trace()) : Json::array();
-    json["log"] = log_json(session);
+    json["log"] = log_lines(session);
     json["payload"] = to_json(items);
     json["rows"] = rows_json(items);
     return json;
@@ -314,9 +292,23 @@ Json notes_json(const Trace &trace)
     return list;
 }
 
-Json log_json(const Session &session)
+std::vector<std::string> log_lines(const Session &session)
 {
-    return log_lines(session);
+    std::vector<std::string> lines(1);
+    const std::string log = session.log();
+    for (std::size_t at = 0; at < log.size(); ++at) {
+        if (log[at] == '\033' && at + 1 < log.size() && log[at + 1] == '[')
+            at = std::min(log.find('m', at), log.size());
+        else if (log[at] == '\n')
+            lines.emplace_back();
+        else
+            lines.back() += log[at];
+    }
+    if (lines.back().empty())
+        lines.pop_back();
+    for (std::string &line : lines)
+        line = printable(line);
+    return lines;
 }
 
 std::vector<Item> nonzero(const std::vector<Item> &items, const Session &session)
@@ -327,15 +319,15 @@ std::vector<Item> nonzero(const std::vector<Item> &items, const Session &session
         const bool inner = !item.items.empty();
         item.items = nonzero(item.items, session);
         const char *at = data + item.offset;
-        if (inner ? !item.items.empty()
-                  : item.bytes == 0 || std::any_of(at, at + item.bytes, [](char byte) { return byte != 0; }))
+        if (inner ? !item.items.empty() : item.bytes == 0 || !all_zero(at, item.bytes))
             kept.push_back(item);
     }
     return kept;
 }
 
-std::string title(const Entry &entry, const Session &session)
+std::string title(const Session &session)
 {
+    const Entry &entry = session.entry();
     const net_param_t &param = session.envelope();
     std::string text = entry.name() + ": ";
     if (entry.initialiser != nullptr)

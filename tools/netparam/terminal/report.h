@@ -23,13 +23,13 @@ std::string read_text(const Refusal &refusal);
 void print_refusal(std::ostream &out, const Session &session, const Document &document, const Options &options);
 // Why the writer has failed: the member in whose row it gave up, its value, and what it takes. The message as a whole
 // where its own code refuses. A payload's file says where the member stands.
-Refusal unwritten(const Session &session, const Entry &entry, const std::vector<Item> &items);
+Refusal unwritten(const Session &session, const std::vector<Item> &items);
 void print_unwritten(std::ostream &out, const Refusal &refusal, const std::string &place, const Style &style);
 // What was accepted, but may have been meant otherwise.
 void print_notes(std::ostream &out, const Trace &trace, const Document &document, const Options &options);
-// The library's own lines, if there are any.
 // The refusal and the library's log.
 void print_refused(std::ostream &out, const Session &session, const Document &document, const Options &options);
+// The library's own lines, if there are any.
 void print_log(std::ostream &out, const Session &session, const Style &style);
 
 // For output; what is no UTF-8 is replaced, as names and texts of a body may hold any bytes.
@@ -38,17 +38,17 @@ std::string json_text(const Json &json);
 Json refusal_json(const Session &session, const Document &document);
 Json refusal_json(const Refusal &refusal, const std::string &file);
 // What was read, as "parse --json" prints it.
-Json reading_json(const Entry &entry, const Session &session, const Document *document, bool accepted,
-                  const std::vector<Item> &items);
+Json reading_json(const Session &session, const Document *document, bool accepted, const std::vector<Item> &items);
 Json notes_json(const Trace &trace);
 Json rows_json(const std::vector<Item> &items);
-Json log_json(const Session &session);
+// The library's lines without their colours.
+std::vector<std::string> log_lines(const Session &session);
 
 // Without members that are zero; lists keep the places of their items.
 std::vector<Item> nonzero(const std::vector<Item> &items, const Session &session);
 
 // "md: nets_param_md_init, id 1903, 17056 bytes"; a parser may have made the envelope's size another one.
-std::string title(const Entry &entry, const Session &session);
+std::string title(const Session &session);
 
 } // namespace netparam
 

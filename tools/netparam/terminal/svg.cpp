@@ -163,9 +163,10 @@ private:
     std::vector<std::pair<char, std::string>> entries_;
 };
 
-// Rows of cells, equal neighbours in one piece, under a net of lines.
-void draw_cells(Page &page, const Drawing &drawing, const Key &key, double width, double height, bool lettered)
+// Rows of cells, equal neighbours in one piece, under a net of lines; below them what their colours mean.
+void draw_cells(Page &page, const Drawing &drawing, double width, double height, bool lettered)
 {
+    const Key key(drawing);
     const std::size_t columns = drawing.cells[0].size(), rows = drawing.cells.size();
     const auto x_of = [width](std::size_t column) { return label_width + static_cast<double>(column) * width; };
     const double top = page.y;
@@ -191,6 +192,7 @@ void draw_cells(Page &page, const Drawing &drawing, const Key &key, double width
                 page.text({x_of(column) + width / 2, y_of(row) + height / 2 + 4},
                           std::string(1, drawing.cells[row][column]), "middle", paper);
     page.y = y_of(rows) + 10;
+    key.draw(page);
 }
 
 void draw_grid(Page &page, const Drawing &drawing)
@@ -198,7 +200,6 @@ void draw_grid(Page &page, const Drawing &drawing)
     const std::size_t columns = drawing.cells[0].size(), rows = drawing.cells.size();
     const double cell = std::clamp(840.0 / static_cast<double>(columns), 4.0, 14.0);
     constexpr std::size_t step = 10;
-    const Key key(drawing);
     page.y += text_size;
     page.text({label_width - 8, page.y - 4}, "row \\ column", "end", faint, 10);
     for (std::size_t column = 0; column < columns; column += step)
@@ -207,36 +208,31 @@ void draw_grid(Page &page, const Drawing &drawing)
     for (std::size_t row = 0; row < rows; row += step)
         page.text({label_width - 8, page.y + static_cast<double>(row) * cell + 9}, std::to_string(row), "end", faint,
                   10);
-    draw_cells(page, drawing, key, cell, cell, false);
-    key.draw(page);
+    draw_cells(page, drawing, cell, cell, false);
 }
 
 void draw_week(Page &page, const Drawing &drawing)
 {
     constexpr double width = 26, height = 22;
     constexpr int hours = 24, step = 3;
-    const Key key(drawing);
     page.y += text_size;
     page.text({label_width - 8, page.y - 4}, "day \\ hour", "end", faint, 10);
     for (int hour = 0; hour <= hours; hour += step)
         page.text({label_width + hour * width, page.y - 4}, std::to_string(hour), "middle", faint, 10);
     for (int day = 0; day < 7; ++day)
         page.text({label_width - 8, page.y + day * height + 15}, netpublic::word_of(netpublic::weekdays, day), "end");
-    draw_cells(page, drawing, key, width, height, drawing.kind == Drawing::Kind::sets);
-    key.draw(page);
+    draw_cells(page, drawing, width, height, drawing.kind == Drawing::Kind::sets);
 }
 
 void draw_month(Page &page, const Drawing &drawing)
 {
     constexpr double cell = 22;
-    const Key key(drawing);
     page.y += text_size;
     page.text({label_width - 8, page.y - 4}, "day", "end", faint, 10);
     for (std::size_t day = 0; day < drawing.cells[0].size(); ++day)
         page.text({label_width + (static_cast<double>(day) + 0.5) * cell, page.y - 4}, std::to_string(day + 1),
                   "middle", faint, 10);
-    draw_cells(page, drawing, key, cell, cell, true);
-    key.draw(page);
+    draw_cells(page, drawing, cell, cell, true);
 }
 
 // A frame for what lies in the camera's picture; its axes reach from 0 to `right` and `bottom`.
@@ -276,17 +272,11 @@ void draw_figure(Page &page, const Drawing &drawing)
 
 void draw_masks(Page &page, const Drawing &drawing)
 {
-    long long right = 1, bottom = 1;
-    for (const Rectangle &each : drawing.rectangles)
-        if (each.width > 0 && each.height > 0) {
-            right = std::max(right, each.left + each.width);
-            bottom = std::max(bottom, each.top + each.height);
-        }
     constexpr double width = 480;
-    const double scale = width / static_cast<double>(right);
-    const double height = std::clamp(static_cast<double>(bottom) * scale, 40.0, 480.0);
-    const double down = height / static_cast<double>(bottom);
-    draw_frame(page, width, height, std::to_string(right), std::to_string(bottom));
+    const double scale = width / static_cast<double>(drawing.width);
+    const double height = std::clamp(static_cast<double>(drawing.height) * scale, 40.0, 480.0);
+    const double down = height / static_cast<double>(drawing.height);
+    draw_frame(page, width, height, std::to_string(drawing.width), std::to_string(drawing.height));
     for (std::size_t i = 0; i < drawing.rectangles.size(); ++i) {
         const Rectangle &each = drawing.rectangles[i];
         if (each.width <= 0 || each.height <= 0)

@@ -44,52 +44,38 @@ Outcome outcome_of(const Failure &failure)
 }
 
 // What is to be checked: files as they are given, and the files of a folder and its folders.
-class Files {
-public:
+struct Files {
+    std::vector<std::string> all;
+    std::vector<Failure> failures; // folders that cannot be read
+
     explicit Files(const std::vector<std::string> &paths)
     {
         for (const std::string &path : paths) {
             std::error_code error;
             if (!fs::is_directory(path, error))
-                all_.push_back(path);
+                all.push_back(path);
             else
                 add_folder(path);
         }
     }
-    const std::vector<std::string> &all() const
-    {
-        return all_;
-    }
-    // Folders that cannot be read.
-    const std::vector<Failure> &failures() const
-    {
-        return failures_;
-    }
 
 private:
-    static bool is_xml(const fs::path &path)
-    {
-        return lower(path.extension().string()) == ".xml";
-    }
     void add_folder(const std::string &path)
     {
         std::vector<std::string> found;
         std::error_code error;
         for (fs::recursive_directory_iterator at(path, error), end; !error && at != end; at.increment(error)) {
             std::error_code ignored;
-            if (is_xml(at->path()) && !at->is_directory(ignored))
+            if (lower(at->path().extension().string()) == ".xml" && !at->is_directory(ignored))
                 found.push_back(at->path().string());
         }
         if (error)
-            failures_.emplace_back(exit_file, printable(path) + ": " + error.message());
+            failures.emplace_back(exit_file, printable(path) + ": " + error.message());
         else if (found.empty())
-            failures_.emplace_back(exit_file, printable(path) + ": there is no .xml file in this folder");
+            failures.emplace_back(exit_file, printable(path) + ": there is no .xml file in this folder");
         std::sort(found.begin(), found.end());
-        all_.insert(all_.end(), found.begin(), found.end());
+        all.insert(all.end(), found.begin(), found.end());
     }
-
-    std::vector<std::string> all_;
-    std::vector<Failure> failures_;
 };
 
 class Check {
@@ -202,7 +188,6 @@ private:
     {
         Options options = options_;
         options.extension = path;
-        options.file.clear();
         json_["message"] = "extension header";
         Session session(entries().front(), options);
         const bool good = session.read_extension();
@@ -285,10 +270,6 @@ private:
         progress_.clear();
         const Json &message = json_["message"];
         constexpr std::size_t widest_outcome = 10, usual_message = 24;
-        const auto padded = [](std::string text, std::size_t width) {
-            text.resize(std::max(text.size(), width), ' ');
-            return text;
-        };
         out_ << padded(outcome_names[outcome], widest_outcome) << "  "
              << padded(message.is_null() ? "-" : message.get<std::string>(), usual_message) << "  " << printable(path)
              << '\n';
@@ -338,10 +319,10 @@ ExitCode check(std::ostream &out, std::ostream & /*errors*/, const CheckOptions 
         options.format = format_json;
     options.settle();
     const Files files(options.paths);
-    Check check(out, options, files.all().size());
-    for (const Failure &failure : files.failures())
+    Check check(out, options, files.all.size());
+    for (const Failure &failure : files.failures)
         check.fail(failure);
-    for (const std::string &file : files.all())
+    for (const std::string &file : files.all)
         check.examine(file);
     return check.finish();
 }

@@ -52,15 +52,6 @@ std::vector<Parameter> parameters_of(const CLI::App &app)
     return parameters;
 }
 
-std::string Verb::usage() const
-{
-    std::string text = "netparam " + name + " [OPTIONS]";
-    for (const Parameter &parameter : parameters)
-        if (parameter.positional)
-            text += parameter.required ? " " + parameter.synopsis() : " [" + parameter.synopsis() + "]";
-    return text;
-}
-
 std::vector<Verb> verbs_of(const CommandLine &line)
 {
     std::vector<Verb> verbs;

@@ -25,9 +25,6 @@ struct Verb {
     std::string name, description;
     Explanation explanation;
     std::vector<Parameter> parameters;
-
-    // "netparam parse [OPTIONS] MESSAGE FILE"
-    std::string usage() const;
 };
 
 Parameter parameter_of(const CLI::Option &option);

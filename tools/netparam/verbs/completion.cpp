@@ -23,13 +23,6 @@ Argument kind_of(const Parameter &parameter)
     return !other && (parameter.positional || value == "FILE" || value == "PATH") ? Argument::file : Argument::nothing;
 }
 
-std::string replaced(std::string text, const std::string &old, const std::string &with)
-{
-    for (std::size_t at = text.find(old); at != std::string::npos; at = text.find(old, at + with.size()))
-        text.replace(at, old.size(), with);
-    return text;
-}
-
 std::string option_names(const std::vector<Parameter> &parameters, bool with_value, const std::string &separator)
 {
     std::vector<std::string> names;
@@ -100,23 +93,18 @@ constexpr char bash_tail[] = R"(    if [[ $cur == -?* || $cur == - ]]; then
     case $verb,$place in
 )";
 
-void print_bash_action(std::ostream &out, const Parameter &parameter)
+std::string bash_action(const Parameter &parameter)
 {
     switch (kind_of(parameter)) {
     case Argument::choices:
-        out << "_netparam_reply '" << joined(parameter.choices, " ") << "'";
-        break;
+        return "_netparam_reply '" + joined(parameter.choices, " ") + "'";
     case Argument::message:
-        out << "_netparam_reply \"$(\"$program\" list --names 2>/dev/null)\"";
-        break;
+        return "_netparam_reply \"$(\"$program\" list --names 2>/dev/null)\"";
     case Argument::file:
-        out << "_netparam_files";
-        break;
-    case Argument::nothing:
-        out << ":";
-        break;
+        return "_netparam_files";
+    default:
+        return ":";
     }
-    out << " ;;\n";
 }
 
 void print_bash(std::ostream &out, const CommandLine &line)
@@ -137,8 +125,7 @@ void print_bash(std::ostream &out, const CommandLine &line)
             std::vector<std::string> patterns;
             for (const std::string &name : parameter.names)
                 patterns.push_back(verb.name + "," + name);
-            out << "    " << joined(patterns, " | ") << ") ";
-            print_bash_action(out, parameter);
+            out << "    " << joined(patterns, " | ") << ") " << bash_action(parameter) << " ;;\n";
         }
     out << "    esac\n    [[ $valued == *\" $before \"* ]] && return\n" << bash_tail;
     for (const Verb &verb : verbs) {
@@ -146,8 +133,8 @@ void print_bash(std::ostream &out, const CommandLine &line)
         for (const Parameter &parameter : verb.parameters) {
             if (!parameter.positional)
                 continue;
-            out << "    " << verb.name << ',' << (parameter.repeated ? "*" : std::to_string(place++)) << ") ";
-            print_bash_action(out, parameter);
+            out << "    " << verb.name << ',' << (parameter.repeated ? "*" : std::to_string(place++)) << ") "
+                << bash_action(parameter) << " ;;\n";
         }
     }
     out << "    esac\n}\n\ncomplete -F _netparam netparam\n";

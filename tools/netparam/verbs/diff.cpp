@@ -18,12 +18,11 @@ struct DiffOptions : Options {
 
 // A body that has become a payload, secrets and all.
 struct Side {
-    Options options;
     Session session;
     std::vector<Item> items;
 
-    Side(const Entry &entry, const Options &shared, const std::string &file, std::ostream &errors)
-        : options(with_file(shared, file)), session(entry, options)
+    Side(const Entry &entry, const Options &options, const std::string &file, std::ostream &errors)
+        : session(entry, options, file)
     {
         bool accepted;
         const Document *document = session.read(accepted);
@@ -33,16 +32,7 @@ struct Side {
             print_refused(errors, session, *document, options);
             throw Failure(exit_malformed, printable(document->name()) + " is refused, so there is nothing to compare");
         }
-        Options everything = options;
-        everything.show_secrets = true;
-        items = payload_items(session, entry, everything);
-    }
-
-private:
-    static Options with_file(Options options, const std::string &file)
-    {
-        options.file = file;
-        return options;
+        items = payload_items(session, true);
     }
 };
 
@@ -71,7 +61,7 @@ void print_difference(std::ostream &out, const Difference &difference, std::size
     const bool hide = is_hidden(difference, options);
     const std::string a = text_of(difference.a, hide), b = text_of(difference.b, hide);
     const CellDifference cells = hide ? CellDifference() : compare_cells(difference);
-    const std::string name = difference.path + std::string(width - std::min(width, difference.path.size()) + 2, ' ');
+    const std::string name = padded(difference.path, width) + "  ";
     constexpr char arrow[] = "  ->  ";
     if (hide)
         out << "  " << name << hidden << "  (differ)\n";

@@ -1,8 +1,6 @@
 #include "verbs/examples.h"
 
-#include "reading/load.h"
 #include "reading/payload.h"
-#include "reading/session.h"
 
 #include <algorithm>
 #include <fstream>
@@ -40,24 +38,13 @@ void shorten(TiXmlElement &element)
     throw Failure(exit_refused, path + " is refused by " + entry.name());
 }
 
-// The options of an exchange with the file; an extension header may lie beside it.
-Options options_for(const std::string &path, const std::string &extension)
+std::string read_body(const Entry &entry, const Options &options, const std::string &path)
 {
-    Options options;
-    options.file = path;
-    if (std::ifstream(extension).good())
-        options.extension = extension;
-    options.settle();
-    return options;
-}
-
-std::string read_body(const Entry &entry, const Options &options)
-{
-    Session session(entry, options);
+    Session session(entry, options, path);
     bool accepted;
     session.read(accepted);
     if (!accepted)
-        refuse(options.file, entry);
+        refuse(path, entry);
     TiXmlElement body = session.body_document()->body();
     std::string text = printed(body);
     if (std::count(text.begin(), text.end(), '\n') > long_example) {
@@ -67,19 +54,17 @@ std::string read_body(const Entry &entry, const Options &options)
     return text;
 }
 
-std::string write_payload(const Entry &entry, Options options)
+} // namespace
+
+TiXmlElement written_example(const Entry &entry, const Options &options, const Json &payload, const std::string &name)
 {
-    const std::string path = options.file;
-    options.file.clear(); // it is no XML
     Session session(entry, options);
     session.prepare();
-    load_payload(session, entry, read_payload(path, entry).payload);
+    load_payload(session, payload);
     if (!session.write() || session.reply() == nullptr)
-        refuse(path, entry);
-    return printed(*session.reply());
+        refuse(name, entry);
+    return *session.reply();
 }
-
-} // namespace
 
 Examples read_examples(const std::string &directory)
 {
@@ -88,11 +73,17 @@ Examples read_examples(const std::string &directory)
     for (std::string file, name; lines >> file >> name;) {
         const Entry &entry = find_message(name);
         const std::string path = directory + "/" + file;
-        const Options options = options_for(path, path.substr(0, path.rfind('.')) + "_extension.xml");
+        const std::string extension = path.substr(0, path.rfind('.')) + "_extension.xml"; // may lie beside it
+        Options options;
+        if (std::ifstream(extension).good())
+            options.extension = extension;
+        options.settle();
         if (examples.count(entry.name()) == 0)
-            examples[entry.name()] = "Example, `examples/" + file + "`:\n\n```xml\n" +
-                                     (entry.parses() ? read_body(entry, options) : write_payload(entry, options)) +
-                                     "```\n";
+            examples[entry.name()] =
+                "Example, `examples/" + file + "`:\n\n```xml\n" +
+                (entry.parses() ? read_body(entry, options, path)
+                                : printed(written_example(entry, options, read_payload(path, entry).payload, path))) +
+                "```\n";
     }
     return examples;
 }

@@ -32,13 +32,10 @@ std::string shortened(const std::string &line)
 
 void print_xml(std::ostream &out, const std::string &heading, const TiXmlNode &node, const Options &options)
 {
-    const std::string xml = logged_form(printed(node), options);
+    std::istringstream xml(logged_form(printed(node), options));
     out << options.style.heading(heading) << '\n';
-    for (std::size_t at = 0; at < xml.size();) {
-        const std::size_t end = std::min(xml.find('\n', at), xml.size());
-        out << "  " << printable(options.full ? xml.substr(at, end - at) : shortened(xml.substr(at, end - at))) << '\n';
-        at = end + 1;
-    }
+    for (std::string line; std::getline(xml, line);)
+        out << "  " << printable(options.full ? line : shortened(line)) << '\n';
 }
 
 void print_extension(std::ostream &out, const net_ext_t &extension, const Options &options)
@@ -95,21 +92,21 @@ ExitCode play(std::ostream &result, std::ostream &errors, const Options &options
         throw Failure(exit_usage, entry.name() + " is only parsed: it needs a FILE");
     if (!entry.parses() && !options.file.empty())
         throw Failure(exit_usage, entry.name() + " has no parser: leave out the FILE");
-    Session session(entry, options);
+    Session session(entry, options, options.file);
 
     if (const Document *document = session.extension_document()) {
         print_xml(out, "Request, extension header", *document->tree().RootElement(), options);
         if (!session.read_extension())
             return report_refused(out, errors, session, *document, options);
     }
-    if (Document *document = session.body_document())
+    if (const Document *document = session.body_document())
         print_xml(out, "Request, body", *document->tree().RootElement(), options);
     print_extension(out, session.extension(), options);
     session.prepare();
-    if (Document *document = session.body_document()) {
+    if (const Document *document = session.body_document()) {
         const bool accepted = session.parse();
         if (!accepted && options.json) {
-            result << json_text(reading_json(entry, session, document, false, payload_items(session, entry, options)))
+            result << json_text(reading_json(session, document, false, payload_items(session, options.show_secrets)))
                    << '\n';
             return exit_refused;
         }
@@ -117,22 +114,22 @@ ExitCode play(std::ostream &result, std::ostream &errors, const Options &options
             return report_refused(out, errors, session, *document, options);
         tell_notes(errors, session, *document, options);
     }
-    const std::vector<Item> items = payload_items(session, entry, options);
+    const std::vector<Item> items = payload_items(session, options.show_secrets);
     if (!options.picture.empty())
-        save_svg(items, title(entry, session), options.picture);
-    out << options.style.heading("Payload, " + title(entry, session)) << '\n';
+        save_svg(items, title(session), options.picture);
+    out << options.style.heading("Payload, " + title(session)) << '\n';
     print_items(out, items, options.style);
 
     ExitCode code = exit_ok;
     if (options.json) {
-        Json json = reading_json(entry, session, nullptr, true, items);
+        Json json = reading_json(session, nullptr, true, items);
         if (entry.writes() && !session.write()) {
-            json["unwritten"] = refusal_json(unwritten(session, entry, items), "");
+            json["unwritten"] = refusal_json(unwritten(session, items), "");
             code = exit_refused;
         }
         const TiXmlElement *reply = session.reply();
         json["reply"] = reply != nullptr ? Json(logged_form(printed(*reply), options)) : Json();
-        json["log"] = log_json(session);
+        json["log"] = log_lines(session);
         result << json_text(json) << '\n';
         return code;
     }
@@ -145,7 +142,7 @@ ExitCode play(std::ostream &result, std::ostream &errors, const Options &options
             out << options.style.heading("Reply") << "\n  none: " << entry.writer() << "() writes nothing\n";
     } else {
         out.flush();
-        print_unwritten(errors, unwritten(session, entry, items), entry.writer(), options.style);
+        print_unwritten(errors, unwritten(session, items), entry.writer(), options.style);
         code = exit_refused;
     }
     out.flush();

@@ -1,13 +1,11 @@
 // netparam filter: hides the secrets in a log.
 #include "reading/document.h"
+#include "reading/log_bodies.h"
 #include "reading/masker.h"
 #include "verbs/command_line.h"
 
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
+#include <string_view>
+#include <utility>
 
 namespace netparam {
 namespace {
@@ -23,42 +21,6 @@ struct FilterOptions {
     std::vector<std::string> also;
 };
 
-// Every piece leaves as soon as it has come, so that a log can be followed. False with errno when reading fails.
-bool filter_stream(int file, Masker &masker, std::ostream &out)
-{
-    char buffer[65536];
-    std::string masked;
-    for (;;) {
-        const ssize_t length = read(file, buffer, sizeof buffer);
-        if (length < 0 && errno == EINTR)
-            continue;
-        const int error = errno;
-        masked.clear();
-        if (length > 0)
-            masker.feed(std::string_view(buffer, static_cast<std::size_t>(length)), masked);
-        else
-            masker.finish(masked);
-        if (!(out << masked).flush())
-            throw Failure(exit_file, "the output cannot be written");
-        errno = error;
-        if (length <= 0)
-            return length == 0;
-    }
-}
-
-bool filter_file(const std::string &path, Masker &masker, std::ostream &out)
-{
-    const int file = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0)
-        return false;
-    const bool whole = filter_stream(file, masker, out);
-    const int error = errno;
-    if (file != STDIN_FILENO)
-        close(file);
-    errno = error;
-    return whole;
-}
-
 // Empty for what can be the name of an element or attribute.
 std::string name_fault(const std::string &name)
 {
@@ -72,14 +34,24 @@ ExitCode filter(std::ostream &out, std::ostream &errors, const FilterOptions &op
     names.insert(names.end(), options.also.begin(), options.also.end());
     ExitCode code = exit_ok;
     for (const std::string &path : options.files) {
-        const std::string name = printable(file_name(path));
         Masker masker(names, longest_secret);
-        if (!filter_file(path, masker, out)) {
-            errors << "netparam: " << name << ": " << std::strerror(errno) << '\n';
+        std::string masked;
+        // Every piece leaves as soon as it has come, so that a log can be followed.
+        const auto leave = [&] { return static_cast<bool>((out << std::exchange(masked, {})).flush()); };
+        try {
+            read_pieces(path, false, [&](std::string_view piece) {
+                masker.feed(piece, masked);
+                return leave();
+            });
+        } catch (const Failure &failure) {
+            errors << "netparam: " << failure.what() << '\n';
             code = exit_file;
         }
+        masker.finish(masked);
+        if (!leave())
+            throw Failure(exit_file, "the output cannot be written");
         if (masker.given_up() > 0)
-            errors << "netparam: " << name << ": note: " << masker.given_up() << " open "
+            errors << "netparam: " << printable(file_name(path)) << ": note: " << masker.given_up() << " open "
                    << (masker.given_up() == 1 ? "tag has" : "tags have") << " no close tag within " << longest_secret
                    << " bytes; masking ended with the line\n";
     }

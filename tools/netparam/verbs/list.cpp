@@ -23,15 +23,13 @@ std::string initialiser_of(const Entry &entry)
 }
 
 // Its structures and keys, those of its records, too.
-void add_names(const netpublic::Table *table, std::vector<std::string> &names)
+void add_names(const netpublic::Table &table, std::vector<std::string> &names)
 {
-    if (table == nullptr)
-        return;
-    names.emplace_back(table->record);
-    for (const unsigned i : described_rows(*table)) {
-        names.push_back(name_of(*table, i));
-        for (const netpublic::Table *inner : inner_tables(*table, i))
-            add_names(inner, names);
+    names.emplace_back(table.record);
+    for (const unsigned i : described_rows(table)) {
+        names.push_back(name_of(table, i));
+        for (const netpublic::Table *inner : inner_tables(table, i))
+            add_names(*inner, names);
     }
 }
 
@@ -42,8 +40,8 @@ bool matches(const Entry &entry, const std::string &filter, bool by_name)
                                       entry.parser(), entry.writer(), entry.element()};
     if (!by_name) {
         texts = {entry.summary()};
-        for (const netpublic::Table *table : {entry.read(), entry.written(), entry.table()})
-            add_names(table, texts);
+        for (const netpublic::Table *table : entry.tables())
+            add_names(*table, texts);
     }
     const auto contains = [&](const std::string &text) { return lower(text).find(lower(filter)) != std::string::npos; };
     return (by_name && id_text(entry) == filter) || std::any_of(texts.begin(), texts.end(), contains);

@@ -1,9 +1,8 @@
 // The reference as a page for a browser: a template, filled with the descriptions and the examples as data.
-#include "reading/payload.h"
-#include "reading/session.h"
 #include "verbs/command_line.h"
 #include "verbs/describe.h"
 #include "verbs/embedded.h"
+#include "verbs/examples.h"
 
 #include <net_version.h>
 
@@ -24,33 +23,26 @@ std::string_view embedded(const std::string &name)
     return found->second;
 }
 
-// What the message's writer makes of a payload in JSON.
-std::string written_from(const Entry &entry, std::string_view payload)
+// The complete text of an example: one that clients send, or what the writer makes of a payload in JSON.
+std::string example_text(const Entry &entry, const std::string &file)
 {
+    const std::string_view text = embedded(file);
+    if (entry.parses())
+        return std::string(text);
     Options options;
     options.settle();
-    Session session(entry, options);
-    session.prepare();
-    const Json json = Json::parse(payload);
-    load_payload(session, entry, json.contains("payload") ? json["payload"] : json);
-    if (!session.write() || session.reply() == nullptr)
-        throw std::logic_error("the example of " + entry.name() + " cannot be written");
-    TiXmlPrinter printer;
-    printer.SetIndent("    ");
-    session.reply()->Accept(&printer);
-    return printer.Str();
+    const Json json = Json::parse(text);
+    return printed(written_example(entry, options, json.contains("payload") ? json["payload"] : json, file), "    ");
 }
 
-// The complete texts that clients send, or that are written; by message.
-std::map<std::string, Json> read_examples()
+// By message.
+std::map<std::string, Json> embedded_examples()
 {
     std::map<std::string, Json> examples;
     std::istringstream lines{std::string(embedded("messages.txt"))};
     for (std::string file, name; lines >> file >> name;) {
         const Entry &entry = find_message(name);
-        const std::string_view text = embedded(file);
-        examples[entry.name()].push_back(
-            {{"file", file}, {"text", entry.parses() ? std::string(text) : written_from(entry, text)}});
+        examples[entry.name()].push_back({{"file", file}, {"text", example_text(entry, file)}});
     }
     return examples;
 }
@@ -58,19 +50,13 @@ std::map<std::string, Json> read_examples()
 // JSON that no HTML parser takes for the end of the element around it.
 std::string for_script(const Json &json)
 {
-    std::string safe;
-    for (const char c : json.dump())
-        if (c == '<')
-            safe += "\\u003c";
-        else
-            safe += c;
-    return safe;
+    return replaced(json.dump(), "<", "\\u003c");
 }
 
 // A message a line: changes show line by line.
 std::string page_data()
 {
-    std::map<std::string, Json> examples = read_examples();
+    std::map<std::string, Json> examples = embedded_examples();
     std::string text = R"({"version": ")" NETPUBLIC_VERSION_STRING R"(", "messages": [)", separator = "\n";
     for (const Entry &entry : entries()) {
         if (entry.message == nullptr)

@@ -33,17 +33,17 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, ParseOptions option
 {
     const Entry &entry = entry_for(options);
     options.settle();
-    Session session(entry, options);
+    Session session(entry, options, options.file);
     bool accepted;
     const Document *document = session.read(accepted);
     if (accepted && !options.bytes.empty())
         save_bytes(session, options.bytes);
     if (accepted && !options.drawing.empty())
-        save_drawing(payload_items(session, entry, options), options.drawing);
+        save_drawing(payload_items(session, options.show_secrets), options.drawing);
     const bool body_was_read = document == session.body_document();
-    std::vector<Item> items = body_was_read ? payload_items(session, entry, options) : std::vector<Item>();
+    std::vector<Item> items = body_was_read ? payload_items(session, options.show_secrets) : std::vector<Item>();
     if (body_was_read && !options.picture.empty())
-        save_svg(items, title(entry, session), options.picture);
+        save_svg(items, title(session), options.picture);
 
     if (options.format == format_github) {
         annotate_notes(out, *session.trace(), document->name());
@@ -52,7 +52,7 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, ParseOptions option
         return accepted ? exit_ok : exit_refused;
     }
     if (options.json || options.format == format_json) {
-        out << json_text(reading_json(entry, session, document, accepted, items)) << '\n';
+        out << json_text(reading_json(session, document, accepted, items)) << '\n';
         return accepted ? exit_ok : exit_refused;
     }
     if (options.quiet) {
@@ -67,7 +67,7 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, ParseOptions option
     if (options.flat)
         print_flat(out, items);
     else if (body_was_read) {
-        out << options.style.heading(title(entry, session)) << (accepted ? "" : ", as far as it was read") << '\n';
+        out << options.style.heading(title(session)) << (accepted ? "" : ", as far as it was read") << '\n';
         if (options.memory)
             print_memory(out, items, options.style);
         else

@@ -15,18 +15,6 @@ namespace {
 using netpublic::Table;
 using netpublic::WordTable;
 
-std::vector<const Table *> tables_of(const Entry &entry)
-{
-    std::vector<const Table *> tables;
-    if (entry.message->read != nullptr)
-        tables.push_back(entry.message->read);
-    if (entry.message->written != nullptr && entry.message->written != entry.message->read)
-        tables.push_back(entry.message->written);
-    if (const Table *payload = entry.table(); payload != entry.message->read && payload != entry.message->written)
-        tables.push_back(payload);
-    return tables;
-}
-
 std::vector<const Entry *> messages()
 {
     std::vector<const Entry *> found;
@@ -43,9 +31,9 @@ public:
     Survey()
     {
         for (const Entry *entry : messages())
-            for (const Table *table : tables_of(*entry)) {
+            for (const Table *table : entry->tables()) {
                 ++uses_[table];
-                // tables_of() leaves out null, but the analyser takes the comparison with `read` for a sign of it.
+                // tables() leaves out null, but the analyser takes the comparison with `read` for a sign of it.
                 // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker)
                 visit(*table, entry->name() + (table == entry->message->read || !entry->parses() ? ""
                                                : table == entry->message->written                ? "(written)"
@@ -86,7 +74,7 @@ private:
         order_.push_back(&table);
         for (const unsigned i : described_rows(table)) {
             const std::string key = name_of(table, i);
-            if (const WordTable *words = words_beside(table, i)) {
+            if (const WordTable *words = row_words(table, table.row(i))) {
                 if (++word_uses_[words] == 1)
                     word_order_.push_back(words);
                 word_keys_.emplace(words, key);
@@ -226,13 +214,13 @@ private:
         constexpr unsigned least_rows = 2, least_words = 9;
         std::set<const Table *> roots;
         for (const Entry *entry : messages())
-            for (const Table *table : tables_of(*entry))
+            for (const Table *table : entry->tables())
                 roots.insert(table);
         for (const Table *table : survey_.tables()) {
             if (survey_.uses(*table) > 1 && table->rows >= least_rows && roots.count(table) == 0)
                 give_name(names_, *table, table->record);
             for (const unsigned i : described_rows(*table))
-                if (const WordTable *words = words_beside(*table, i))
+                if (const WordTable *words = row_words(*table, table->row(i)))
                     mask_words_[words] = is_mask(*table, i);
         }
         for (const WordTable *words : survey_.words())

@@ -49,11 +49,7 @@ Json array_of(const Json &items, std::size_t most, std::size_t least = 0)
 
 Json word(const netpublic::WordTable &words)
 {
-    Json spelled = Json::array();
-    for (const auto &entry : words)
-        if (std::find(spelled.begin(), spelled.end(), words.text(entry)) == spelled.end())
-            spelled.push_back(words.text(entry));
-    return one_of({{{"enum", spelled}}, whole<std::int32_t>()});
+    return one_of({{{"enum", all_words(words)}}, whole<std::int32_t>()});
 }
 
 // Joined by commas, or a list.
@@ -131,10 +127,10 @@ Json member(const Table &table, unsigned index)
     const auto shown = [&] { return record({*detail.shown, nullptr, detail.shown_offset, detail.element_size}); };
     switch (form_of(table, index)) {
     case Form::word:
-        return word(row_words(table, index));
+        return word(*row_words(table, row));
     case Form::words:
     case Form::month:
-        return array_of(word(row_words(table, index)), capacity);
+        return array_of(word(*row_words(table, row)), capacity);
     case Form::mask:
         return mask();
     case Form::masks:
@@ -181,7 +177,7 @@ Json record(const View &view)
             continue;
         Json schema = member(view.table, i);
         std::string said = limits_text(view.table, i);
-        if (const netpublic::WordTable *words = words_beside(view.table, i))
+        if (const netpublic::WordTable *words = row_words(view.table, view.table.row(i)))
             said += (said.empty() ? "" : ": ") + words_text(*words, is_mask(view.table, i));
         if (!said.empty() && i < view.table.keys)
             schema["description"] = "in a body: " + said;

@@ -261,17 +261,18 @@ void find_weeks(std::map<std::string, const TiXmlElement *> &weeks, const TiXmlE
 }
 
 // How a list of hours or days is spelled is the writer's to say: where its reply changes, so does the body.
-void replace_list(std::vector<Edit> &edits, const Body &body, Session &session, const Entry &entry, const Json &payload,
-                  const Drawn &drawn, const std::string &others)
+void replace_list(std::vector<Edit> &edits, const Body &body, Session &session, const Json &payload, const Drawn &drawn,
+                  const std::string &others)
 {
     const auto write = [&] {
+        const Entry &entry = session.entry();
         if (!entry.writes() || !session.write() || session.reply() == nullptr)
             throw Failure(exit_usage, entry.name() + " has no reply that spells " + drawn.path +
                                           (others.empty() ? "" : ", but the body has " + others));
         return session.reply();
     };
     const TiXmlElement before = *write();
-    load_payload(session, entry, payload);
+    load_payload(session, payload);
     const TiXmlElement *after = changed_in(before, *write(), drawn);
     if (after == session.reply())
         throw Failure(exit_usage, drawn.path + " has no element of its own");
@@ -282,17 +283,15 @@ void replace_list(std::vector<Edit> &edits, const Body &body, Session &session, 
 }
 
 // Weeks that are one text have its path in the body, too.
-void replace_drawing(std::vector<Edit> &edits, const Body &body, Session &session, const Entry &entry, Options options,
-                     const std::string &argument)
+void replace_drawing(std::vector<Edit> &edits, const Body &body, Session &session, const std::string &argument)
 {
-    options.show_secrets = true;
     const std::size_t equals = std::min(argument.find('='), argument.size());
     std::map<std::string, const TiXmlElement *> weeks;
     std::vector<std::string> paths;
     find_weeks(weeks, session.body_document()->body());
     if (const auto week = weeks.find(argument.substr(0, equals)); week != weeks.end())
         return edits.push_back(body.replace(*week->second, read_flags(argument.substr(equals + 1))));
-    const std::vector<Item> items = payload_items(session, entry, options);
+    const std::vector<Item> items = payload_items(session, true);
     Json payload = to_json(items);
     const Drawn drawn = put_drawing(payload, items, argument);
     for (const TiXmlNode *grid : session.trace()->grids()) {
@@ -303,7 +302,7 @@ void replace_drawing(std::vector<Edit> &edits, const Body &body, Session &sessio
     paths.reserve(weeks.size());
     for (const auto &week : weeks)
         paths.push_back(week.first);
-    replace_list(edits, body, session, entry, payload, drawn, joined(paths, ", "));
+    replace_list(edits, body, session, payload, drawn, joined(paths, ", "));
 }
 
 std::string applied(const std::string &text, const std::vector<Edit> &edits, std::size_t begin, std::size_t end)
@@ -348,7 +347,7 @@ void print_difference(std::ostream &out, const std::string &name, const std::str
     }
 }
 
-std::vector<Edit> edits_of(Session &session, const Entry &entry, const Document &document, const SetOptions &options)
+std::vector<Edit> edits_of(Session &session, const Document &document, const SetOptions &options)
 {
     const Body body(session, document);
     std::vector<Edit> edits;
@@ -359,7 +358,7 @@ std::vector<Edit> edits_of(Session &session, const Entry &entry, const Document 
         edits.push_back(body.replace(body.find(value.substr(0, equals)), value.substr(equals + 1)));
     }
     for (const std::string &drawing : options.drawings)
-        replace_drawing(edits, body, session, entry, options, drawing);
+        replace_drawing(edits, body, session, drawing);
     std::sort(edits.begin(), edits.end(), [](const Edit &a, const Edit &b) { return a.begin < b.begin; });
     for (std::size_t i = 1; i < edits.size(); ++i)
         if (edits[i].begin < edits[i - 1].end || edits[i].begin == edits[i - 1].begin)
@@ -375,13 +374,13 @@ ExitCode set_values(std::ostream &out, std::ostream &errors, const SetOptions &o
         throw Failure(exit_usage, "nothing is to be set: PATH=VALUE or --grid PATH=FILE");
     if (options.in_place && options.file == "-")
         throw Failure(exit_usage, "standard input cannot be changed in place");
-    Session before(entry, options), after(entry, options);
+    Session before(entry, options, options.file), after(entry, options);
     if (!before.read_extension() || !after.read_extension())
         throw Failure(exit_refused, "the extension header is refused");
     before.prepare();
     before.parse(); // refused or not: what is set may make it good
     const Document &document = *before.body_document();
-    const std::vector<Edit> edits = edits_of(before, entry, document, options);
+    const std::vector<Edit> edits = edits_of(before, document, options);
     const std::string changed = applied(document.text(), edits, 0, document.text().size());
 
     after.take_body(Document(document.name(), changed));

@@ -13,10 +13,8 @@ struct WatchOptions : Options {
 class Watcher {
 public:
     Watcher(std::ostream &out, const WatchOptions &options)
-        : out_(out), options_(options), chosen_(options.message.empty() ? nullptr : &find_message(options.message))
+        : out_(out), options_(options), chosen_(options.message.empty() ? nullptr : &find_parsed(options.message))
     {
-        if (chosen_ != nullptr && !chosen_->parses())
-            throw Failure(exit_usage, chosen_->name() + " has no parser: it is only written");
     }
 
     void show(const LoggedBody &body)
@@ -28,13 +26,10 @@ public:
             Document document(file_name(options_.file), body.text);
             document.shift(body.line);
             const Entry &entry = chosen_ != nullptr ? *chosen_ : identify(document.body(), "");
-            Options options = options_;
-            options.file.clear();
-            Session session(entry, options);
-            session.read_extension();
+            Session session(entry, options_);
             session.take_body(document);
             session.prepare();
-            verdict(body, entry, session, session.parse());
+            verdict(body, session, session.parse());
         } catch (const Failure &failure) {
             const std::string what = failure.what();
             print(body, "-",
@@ -49,18 +44,18 @@ private:
         return body.text.substr(0, std::min(body.text.find_first_of(" \r\n>"), body.text.size()));
     }
 
-    void verdict(const LoggedBody &body, const Entry &entry, Session &session, bool accepted)
+    void verdict(const LoggedBody &body, const Session &session, bool accepted)
     {
         const Document &document = *session.body_document();
         const std::size_t notes = session.trace()->notes().size();
         const Refusal refusal = accepted ? Refusal() : refusal_of(session, document);
-        print(body, entry.name(),
+        print(body, session.entry().name(),
               !accepted   ? options_.style.error("refused:") + ' ' + refusal.path + ": " + refusal.reason
               : notes > 0 ? "accepted, " + std::to_string(notes) + (notes > 1 ? " notes" : " note")
                           : "accepted");
         if (!options_.details)
             return;
-        print_items(out_, nonzero(payload_items(session, entry, options_), session), options_.style);
+        print_items(out_, nonzero(payload_items(session, options_.show_secrets), session), options_.style);
         print_notes(out_, *session.trace(), document, options_);
         if (!accepted)
             print_refusal(out_, session, document, options_);
@@ -72,13 +67,10 @@ private:
     {
         constexpr std::size_t line_width = 6, name_width = 20;
         const std::string line = std::to_string(body.line);
-        const auto padded = [](const std::string &one, std::size_t width) {
-            return one + std::string(width - std::min(width, one.size()), ' ') + "  ";
-        };
         time_width_ = std::max(time_width_, body.time.size());
         out_ << std::string(line_width - std::min(line_width, line.size()), ' ') << line << "  "
-             << (time_width_ > 0 ? padded(body.time, time_width_) : "") << padded(message, name_width) << text
-             << std::endl;
+             << (time_width_ > 0 ? padded(body.time, time_width_) + "  " : "") << padded(message, name_width) << "  "
+             << text << std::endl;
         if (!out_)
             throw Failure(exit_file, "the output cannot be written");
     }

@@ -43,27 +43,23 @@ public:
         return exit_refused;
     }
 
-    ExitCode write(Session &session, const Entry &entry)
+    ExitCode write(Session &session)
     {
-        Options everything = options_;
-        everything.show_secrets = true;
-        json_["message"] = entry.name();
+        json_["message"] = session.entry().name();
         if (!session.write()) {
-            Refusal refusal = unwritten(session, entry, payload_items(session, entry, options_));
+            Refusal refusal = unwritten(session, payload_items(session, options_.show_secrets));
             refusal.spot = file_.spot_of(refusal.path);
             if (!options_.json)
                 print_unwritten(errors_, refusal, place_of(file_, refusal.path), options_.style);
             return finish(session, refused(refusal));
         }
         const TiXmlElement *body = session.reply();
-        const std::vector<Lost> lost =
-            body != nullptr ? lost_members(session, entry, options_, payload_items(session, entry, everything), *body)
-                            : std::vector<Lost>();
+        const std::vector<Lost> lost = body != nullptr ? lost_members(session, options_, *body) : std::vector<Lost>();
         const bool good = lost.empty() || !options_.strict;
         if (good && body != nullptr && !options_.json)
             (out_ << printed(*body)).flush();
         if (body == nullptr && !options_.json)
-            errors_ << options_.style.note("note:") << ' ' << entry.writer() << "() writes nothing\n";
+            errors_ << options_.style.note("note:") << ' ' << session.entry().writer() << "() writes nothing\n";
         json_["body"] = body != nullptr ? Json(printed(*body)) : Json();
         for (const Lost &one : lost) {
             json_["lost"].push_back({{"member", one.path}, {"value", one.value}, {"text", one.text}});
@@ -88,7 +84,7 @@ private:
     }
     ExitCode finish(const Session &session, ExitCode code)
     {
-        json_["log"] = log_json(session);
+        json_["log"] = log_lines(session);
         if (options_.json)
             out_ << json_text(json_) << '\n';
         else
@@ -102,13 +98,12 @@ private:
     Json json_;
 };
 
-void load_drawing(Session &session, const Entry &entry, Options options, const std::string &drawing)
+void load_drawing(Session &session, const std::string &drawing)
 {
-    options.show_secrets = true;
-    const std::vector<Item> items = payload_items(session, entry, options);
+    const std::vector<Item> items = payload_items(session, true);
     Json payload = to_json(items);
     put_drawing(payload, items, drawing);
-    load_payload(session, entry, payload);
+    load_payload(session, payload);
 }
 
 ExitCode write(std::ostream &out, std::ostream &errors, const WriteOptions &options)
@@ -117,9 +112,7 @@ ExitCode write(std::ostream &out, std::ostream &errors, const WriteOptions &opti
     const Entry &entry = find_message(options.message);
     if (!entry.writes() && options.bytes.empty())
         throw Failure(exit_usage, entry.name() + " has no writer: it is only parsed");
-    Options without_body = options; // the FILE is no XML
-    without_body.file.clear();
-    Session session(entry, without_body);
+    Session session(entry, options); // without a body: the FILE is no XML
     if (!session.read_extension()) {
         print_refused(errors, session, *session.extension_document(), options);
         return exit_refused;
@@ -128,15 +121,15 @@ ExitCode write(std::ostream &out, std::ostream &errors, const WriteOptions &opti
     const PayloadFile file = read_payload(options.file, entry);
     Report outcome(out, errors, options, file);
     try {
-        load_payload(session, entry, file.payload);
+        load_payload(session, file.payload);
         for (const std::string &drawing : options.drawings)
-            load_drawing(session, entry, options, drawing);
+            load_drawing(session, drawing);
     } catch (const Misfit &misfit) {
         return outcome.misfit(misfit);
     }
     if (!options.bytes.empty())
         save_bytes(session, options.bytes);
-    return entry.writes() ? outcome.write(session, entry) : exit_ok;
+    return entry.writes() ? outcome.write(session) : exit_ok;
 }
 
 } // namespace
