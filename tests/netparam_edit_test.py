@@ -291,6 +291,7 @@ class Watch(WithFolder):
         self.assertEqual(4, done.returncode)
         self.assertIn("7 files: 3 accepted, 1 refused, 2 malformed, 1 unknown", done.stdout.replace("messages", "files"))
         self.assertIn(f"{path}:3:10: refused: the number is out of range", done.stdout)
+        self.assertRegex(done.stdout, re.escape(path) + ":8:[0-9]+: not well-formed XML")
         self.assertEqual(5, run("check", self.path("empty.log", "nothing\n")).returncode)
 
 

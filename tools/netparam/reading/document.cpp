@@ -89,7 +89,8 @@ Document::Document(const std::string &path) : name_(file_name(path)), text_(read
     parse();
 }
 
-Document::Document(const std::string &name, const std::string &text) : name_(name), text_(text)
+Document::Document(const std::string &name, const std::string &text, std::size_t first_line)
+    : name_(name), text_(text), first_line_(first_line)
 {
     parse();
 }

@@ -43,8 +43,8 @@ class Document {
 public:
     // Reads and parses a file, or standard input for "-". Fails with exit_file, and as Malformed.
     explicit Document(const std::string &path);
-    // The same of a text; `name` is its file's.
-    Document(const std::string &name, const std::string &text);
+    // The same of a text, which begins in this line of its file, whose name is given.
+    Document(const std::string &name, const std::string &text, std::size_t first_line = 1);
     Document(const Document &) = delete;
     Document &operator=(const Document &) = delete;
 
@@ -71,11 +71,6 @@ public:
         return name_;
     }
 
-    // The text is a part of its file and begins in this line.
-    void shift(std::size_t first_line)
-    {
-        first_line_ = first_line;
-    }
     std::size_t first_line() const
     {
         return first_line_;

@@ -48,8 +48,7 @@ Session::~Session()
 
 void Session::take_body(const Document &document)
 {
-    body_document_.emplace(document.name(), document.text());
-    body_document_->shift(document.first_line());
+    body_document_.emplace(document.name(), document.text(), document.first_line());
     body_document_->choose(entry_.element());
 }
 

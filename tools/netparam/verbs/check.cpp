@@ -119,8 +119,7 @@ public:
         try {
             if (body != nullptr && body->cut)
                 throw Failure(exit_malformed, printable(path) + ": the body has no end");
-            Document document = body != nullptr ? Document(file, body->text) : Document(file);
-            document.shift(body != nullptr ? body->line : 1);
+            Document document = body != nullptr ? Document(file, body->text, body->line) : Document(file);
             const bool is_header = body == nullptr && lower(document.body().ValueStr()) == "extension";
             settle(path, is_header ? read_extension(path) : read_body(path, document));
         } catch (const Failure &failure) {

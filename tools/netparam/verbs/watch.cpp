@@ -23,8 +23,7 @@ public:
             if (body.cut)
                 return print(body, "-",
                              options_.style.error("cut:") + " the end of " + printable(head_of(body)) + "> is lost");
-            Document document(file_name(options_.file), body.text);
-            document.shift(body.line);
+            Document document(file_name(options_.file), body.text, body.line);
             const Entry &entry = chosen_ != nullptr ? *chosen_ : identify(document.body(), "");
             Session session(entry, options_);
             session.take_body(document);
