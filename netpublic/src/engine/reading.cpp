@@ -7,7 +7,6 @@
 
 #include <net_xml_public.h>
 
-#include <climits>
 #include <cstring>
 
 namespace netpublic {

@@ -7,7 +7,6 @@
 
 #include <net_public.h>
 
-#include <climits>
 #include <cstring>
 
 namespace netpublic {
@@ -49,12 +48,6 @@ int is_written(const Table &table, const void *record, const Row &row)
         met = test == When::nonzero ? value != 0 : test == When::nonnegative ? value >= 0 : value > 0;
     }
     return met ? 1 : (condition->limits & demanded) != 0 ? -1 : 0;
-}
-
-// A text member; the host may have filled it to the last byte.
-int write_text(Element parent, const char *key, const char *text, std::size_t size)
-{
-    return append_text(parent, key, text, size);
 }
 
 int write_word(const Table &table, const Row &row, int code, Element parent)
@@ -206,11 +199,12 @@ int write_row(const Table &table, const Row &row, const void *record, Element pa
     case Kind::real:
         return append_float(parent, key, member<float>(record, row));
     case Kind::text:
-        return write_text(parent, key, &member<char>(record, row),
-                          static_cast<std::size_t>(table.limit(row.limits).high));
+        // The host may have filled it to the last byte.
+        return append_text(parent, key, &member<char>(record, row),
+                           static_cast<std::size_t>(table.limit(row.limits).high));
     case Kind::counted_text: {
         const auto &text = member<net_counted_text_t>(record, row);
-        return write_text(parent, key, text.text, sizeof text.text);
+        return append_text(parent, key, text.text, sizeof text.text);
     }
     case Kind::view: {
         const char *text = member<const char *>(record, row);

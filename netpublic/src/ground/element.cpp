@@ -1,28 +1,27 @@
 #include "ground/element.h"
 
+#include "ground/chunk.h"
+
 #include <cstring>
 
 namespace netpublic {
 namespace {
 
-using Word = std::uintptr_t;
-constexpr Word each_byte = ~Word{0} / 255; // 0x01 in each
-
 // To be used where a call would take longer than the copying.
 inline char *copy(char *to, const char *from, std::size_t length)
 {
-    if (length < sizeof(Word)) {
+    if (length < sizeof(Chunk)) {
         for (std::size_t i = 0; i < length; ++i)
             to[i] = from[i];
         return to + length;
     }
-    Word word;
-    for (std::size_t i = 0; i + sizeof(Word) < length; i += sizeof(Word)) {
-        std::memcpy(&word, from + i, sizeof(Word));
-        std::memcpy(to + i, &word, sizeof(Word));
+    Chunk chunk;
+    for (std::size_t i = 0; i + sizeof(Chunk) < length; i += sizeof(Chunk)) {
+        chunk = load_chunk(from + i);
+        std::memcpy(to + i, &chunk, sizeof(Chunk));
     }
-    std::memcpy(&word, from + length - sizeof(Word), sizeof(Word));
-    std::memcpy(to + length - sizeof(Word), &word, sizeof(Word));
+    chunk = load_chunk(from + length - sizeof(Chunk));
+    std::memcpy(to + length - sizeof(Chunk), &chunk, sizeof(Chunk));
     return to + length;
 }
 
@@ -38,23 +37,20 @@ inline bool is_plain(char character)
     return c >= 64 || (c >= ' ' && (marks >> (c - ' ') & 1) == 0);
 }
 
-// Has the word nothing but letters, digits and the like? Not every word that has is seen.
-inline bool is_plain_word(Word word)
+// Has the chunk nothing but letters, digits and the like? Not every chunk that has is seen.
+inline bool is_plain_chunk(Chunk chunk)
 {
-    const Word angle = (word | each_byte * 2) ^ each_byte * '>'; // 0 where there is one of the two
-    const Word marks = (word - each_byte * '(') | (angle - each_byte);
-    return ((marks | word) & each_byte * 0x80) == 0;
+    const Chunk angle = (chunk | each_byte * 2) ^ each_byte * '>'; // 0 where there is one of the two
+    const Chunk marks = (chunk - each_byte * '(') | (angle - each_byte);
+    return ((marks | chunk) & each_byte * 0x80) == 0;
 }
 
 // The length of the text, which has at most so many characters, up to what is to be escaped.
 inline std::size_t plain_length(const char *text, std::size_t longest)
 {
     std::size_t length = 0;
-    for (Word word; length + sizeof(Word) <= longest; length += sizeof(Word)) {
-        std::memcpy(&word, text + length, sizeof(Word));
-        if (!is_plain_word(word))
-            break;
-    }
+    while (length + sizeof(Chunk) <= longest && is_plain_chunk(load_chunk(text + length)))
+        length += sizeof(Chunk);
     while (length < longest && is_plain(text[length]))
         ++length;
     return length;

@@ -1,8 +1,9 @@
 #include "text/scanner.h"
 
+#include "ground/chunk.h"
+
 #include <net_public.h>
 
-#include <climits>
 #include <cstring>
 
 // For a test that counts how often bytes are looked at.
@@ -121,46 +122,36 @@ Encoding encoding_of(const Span &value)
     return utf8 ? Encoding::utf8 : Encoding::legacy;
 }
 
-using Word = std::uintptr_t;
-constexpr Word each_byte = ~Word{0} / 255; // 0x01 in each
-
-Word word_at(const char *at)
+// Has the chunk a byte of 0, or none above the first one that looks like it?
+constexpr Chunk zeros(Chunk chunk)
 {
-    Word word;
-    std::memcpy(&word, at, sizeof word);
-    return word;
-}
-
-// Has the word a byte of 0, or none above the first one that looks like it?
-constexpr Word zeros(Word word)
-{
-    return (word - each_byte) & ~word;
+    return (chunk - each_byte) & ~chunk;
 }
 
 // No byte behind the first `length` ones is read.
 bool same_bytes(const char *a, const char *b, std::size_t length)
 {
-    if (length < sizeof(Word)) {
+    if (length < sizeof(Chunk)) {
         while (length > 0 && *a == *b)
             ++a, ++b, --length;
         return length == 0;
     }
     std::size_t i = 0;
-    for (; i < length - sizeof(Word); i += sizeof(Word))
-        if (word_at(a + i) != word_at(b + i))
+    for (; i < length - sizeof(Chunk); i += sizeof(Chunk))
+        if (load_chunk(a + i) != load_chunk(b + i))
             return false;
-    return word_at(a + length - sizeof(Word)) == word_at(b + length - sizeof(Word));
+    return load_chunk(a + length - sizeof(Chunk)) == load_chunk(b + length - sizeof(Chunk));
 }
 
 // What of a long text has nothing in it that could end a run, a word at a time.
 char *skip_words(char *at, const char *end)
 {
-    while (static_cast<std::size_t>(end - at) >= sizeof(Word)) {
-        const Word word = word_at(at);
-        const Word marks = zeros(word ^ each_byte * '<') | zeros(word ^ each_byte * '&');
-        if (((marks | word | (word - each_byte * ('!'))) & each_byte * 0x80) != 0)
+    while (static_cast<std::size_t>(end - at) >= sizeof(Chunk)) {
+        const Chunk chunk = load_chunk(at);
+        const Chunk marks = zeros(chunk ^ each_byte * '<') | zeros(chunk ^ each_byte * '&');
+        if (((marks | chunk | (chunk - each_byte * ('!'))) & each_byte * 0x80) != 0)
             break;
-        at += sizeof(Word);
+        at += sizeof(Chunk);
     }
     return at;
 }
@@ -336,8 +327,8 @@ char *Scanner::skip_blanks(char *at)
     for (;;) {
         while ((classes[*at] & is_blank) != 0) {
             pass(at++);
-            while (static_cast<std::size_t>(end_ - at) >= sizeof(Word) && word_at(at) == each_byte * ' ')
-                at += sizeof(Word);
+            while (static_cast<std::size_t>(end_ - at) >= sizeof(Chunk) && load_chunk(at) == each_byte * ' ')
+                at += sizeof(Chunk);
             while (*at == ' ')
                 ++at;
         }

@@ -1,4 +1,5 @@
 #include "ground/base64.h"
+#include "ground/cells.h"
 #include "values/grid.h"
 
 #include <net_public.h>
@@ -33,29 +34,15 @@ char *put_rest(char *out, const unsigned char *in, unsigned int count)
     return out;
 }
 
-static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the first cell is the low byte of a word");
-
-// Eight cells, zero or not, as the bits of a byte, the first cell on top.
-unsigned char pack_eight(const unsigned char *cells)
-{
-    constexpr std::uint64_t low_bits = 0x7f7f7f7f7f7f7f7f;
-    constexpr std::uint64_t ones = 0x0101010101010101;
-    constexpr std::uint64_t gather = 0x8040201008040201; // moves bit 8 * i to bit 63 - i
-    std::uint64_t word;
-    std::memcpy(&word, cells, sizeof(word));
-    word = (((word & low_bits) + low_bits) | word) >> 7 & ones; // 1 for each cell that is not 0
-    return static_cast<unsigned char>(word * gather >> 56);
-}
-
 void pack(unsigned char *bytes, const unsigned char *cells, int count)
 {
     for (; count >= 8; count -= 8, cells += 8)
-        *bytes++ = pack_eight(cells);
+        *bytes++ = pack_eight(load_cells(cells));
     if (count == 0)
         return;
     unsigned char last[8] = {};
     std::memcpy(last, cells, static_cast<std::size_t>(count));
-    *bytes = pack_eight(last);
+    *bytes = pack_eight(load_cells(last));
 }
 
 char *put_lines(char *out, const unsigned char *bytes, unsigned int groups, long long line_length)

@@ -1,6 +1,7 @@
 #include "values/grid.h"
 
 #include "ground/base64.h"
+#include "ground/cells.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -82,8 +83,6 @@ void store_columns(unsigned char *out, int stride, const unsigned char *columns,
             out[row] = *columns >> row & 1; // NOLINT(clang-analyzer-core.UndefinedBinaryOperatorResult)
     }
 }
-
-static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the first cell is the low byte of a word");
 
 // Hands out the cells of a valid text one run after another.
 class CellReader {
@@ -219,22 +218,6 @@ void read_columns(const char *text, unsigned char *cells, int columns, int rows,
 
 namespace {
 
-constexpr std::uint64_t each_cell = 0x0101010101010101; // of eight
-
-std::uint64_t load_cells(const unsigned char *from)
-{
-    std::uint64_t cells;
-    std::memcpy(&cells, from, sizeof(cells));
-    return cells;
-}
-
-// 1 for each of eight cells that is not 0.
-std::uint64_t ones(std::uint64_t cells)
-{
-    constexpr std::uint64_t low_bits = 0x7f7f7f7f7f7f7f7f;
-    return (((cells & low_bits) + low_bits) | cells) >> 7 & each_cell;
-}
-
 // The bits of eight columns of each of a band's rows, the first cell on top. What is behind the last column may be any
 // bits; three bytes of a row are taken at a time.
 using PackedBand = unsigned char[band_words + 1][band];
@@ -266,14 +249,6 @@ void pack_columns(PackedBand &packed, const Grid &grid, int row)
         const std::uint64_t bits = pack_block(cells, count) >> 8 * (row - from);
         std::memcpy(packed[column / 8], &bits, sizeof(bits));
     }
-}
-
-unsigned char pack_eight(std::uint64_t cells)
-{
-    constexpr std::uint64_t gather = 0x8040201008040201; // moves bit 8 * i to bit 63 - i
-    if ((cells & ~each_cell) != 0)
-        cells = ones(cells);
-    return static_cast<unsigned char>(cells * gather >> 56);
 }
 
 // 24 cells of a row, the first one on top; 0 or any others for those behind its end.
