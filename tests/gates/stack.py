@@ -161,8 +161,8 @@ class Row:
     def __init__(self, index, first, second):
         self.index = index
         self.offset, self.flags = first & 0x3FFFF, first >> 18
-        self.kind, self.key = KINDS[second & 0x1F], second >> 5 & 0x1FFF
-        self.ref, self.limits = second >> 18 & 0x7F, second >> 25
+        self.kind, self.key = KINDS[second & 0x1F], second >> 19
+        self.ref, self.limits = second >> 5 & 0x7F, second >> 12 & 0x7F
 
 
 class Table:

@@ -310,10 +310,12 @@ template <class Draft> constexpr void add_field(Draft &draft, const Field &field
         draft.flags |= table_own_tests;
     if (field.kind == Kind::preset)
         draft.flags |= table_presets;
-    if (field.kind == Kind::grid || (field.kind == Kind::int_list && (field.flags & int_list_late) != 0))
+    if (field.kind == Kind::grid || (field.kind == Kind::int_list && (field.flags & int_list_late) != 0)) {
         draft.rare |= trait_late;
+        draft.flags |= table_finish;
+    }
     if ((field.flags & row_required) != 0 || (is_list(field.kind) && (field.flags & list_exact) != 0)) {
-        draft.flags |= table_required;
+        draft.flags |= table_finish;
         if (index >= required_keys)
             wrong_description("only the first keys can be required");
     }

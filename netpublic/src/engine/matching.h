@@ -38,22 +38,71 @@ inline unsigned place_behind(const Row &row, unsigned place)
     return is_list(row.kind) ? place : place + 1;
 }
 
-// find_key(table, name, 0), which tries the expected row and those behind it first. `expected` is 0 in front of the
-// first child. The name of a row that is only written answers to none.
-unsigned find_further(const Table &table, const char *name, unsigned &expected);
-inline unsigned find_expected(const Table &table, const char *name, unsigned &expected)
-{
-    const unsigned written = table.places();
-    if (expected < written + table.keys) {
-        const unsigned index = expected < written ? table.ordered(expected) : expected - written;
-        const Row &row = table.row(index);
-        if (bears_name(row, table.key(row), name)) {
-            expected = place_behind(row, expected);
-            return index < table.keys ? index : no_row;
+// What find_key(table, name, 0) says, which tries the row at an expected place and those behind it first. The name of
+// a row that is only written answers to none.
+struct Found {
+    std::uint16_t row;      // or none
+    std::uint16_t expected; // the place that is expected next
+
+    static constexpr std::uint16_t none = UINT16_MAX;
+};
+Found find_further(const Table &table, const char *name, unsigned expected);
+
+// The rows of a table in the order in which children are expected: as they are written, where that is another order
+// than that of the keys; behind them the keys as they are tried.
+struct Order {
+    const Table &table;
+    const char *texts; // the table's own; in front of them stand the rows in writing order
+    unsigned written;
+    unsigned places;
+
+    [[gnu::always_inline]] explicit Order(const Table &of)
+        : table(of), texts(of.bytes(of.texts)), written(0), places(of.keys)
+    {
+        if ((of.flags & table_ordered) != 0) {
+            written = of.written;
+            places += written;
         }
     }
-    return find_further(table, name, expected);
-}
+    unsigned keys() const
+    {
+        return places - written;
+    }
+    unsigned row_at(unsigned place) const
+    {
+        return place < written ? static_cast<unsigned char>(*(texts - written + place)) : place - written;
+    }
+    const char *key(const Row &row) const
+    {
+        return (row.key < common_texts.size ? common_texts.pool : texts - common_texts.size) + row.key;
+    }
+};
+
+// The same for the children of an element, one after another. What is inlined is what nearly all of them need.
+class Expectation {
+public:
+    [[gnu::always_inline]] explicit Expectation(const Table &table) : order_(table) {}
+
+    // The row that a child of this name answers to, or null.
+    [[gnu::always_inline]] const Row *find(const char *name)
+    {
+        if (expected_ < order_.places) {
+            const unsigned index = order_.row_at(expected_);
+            const Row &row = order_.table.row(index);
+            if (bears_name(row, order_.key(row), name)) {
+                expected_ = place_behind(row, expected_);
+                return index < order_.keys() ? &row : nullptr;
+            }
+        }
+        const Found found = find_further(order_.table, name, expected_);
+        expected_ = found.expected;
+        return found.row != Found::none ? &order_.table.row(found.row) : nullptr;
+    }
+
+private:
+    const Order order_;
+    unsigned expected_ = 0;
+};
 
 // The first row behind `index` that starts a chain of its own: see Field::own_test().
 unsigned next_chain(const Table &table, unsigned index);

@@ -130,7 +130,7 @@ bool in_limits(const Walk &walk, const Row &row, int value)
     return value >= range.low && value <= range.high;
 }
 
-int read_integer(Walk &walk, const Row &row, Node child)
+NETPUBLIC_LEAF int read_integer(Walk &walk, const Row &row, Node child)
 {
     int &value = member<int>(walk.record, row);
     if (to_int(&value, child.text()) != 0)
@@ -377,6 +377,8 @@ int read_item(Walk &walk, const Row &row, Node child)
     switch (row.kind) {
     case Kind::integer:
     case Kind::place:
+        if ((row.flags & (row_checked | number_tolerant)) == 0)
+            return read_int(&member<int>(record, row), child);
         return read_integer(walk, row, child);
     case Kind::flag:
         return read_flag(&member<int>(record, row), child);
@@ -453,21 +455,26 @@ NETPUBLIC_LEAF int follow(Walk &walk, const Row &row)
 
 // A comment or a text answers to a key like an element, but no row takes it. A part of the walks: a frame of its own
 // would pile up with theirs.
-[[gnu::always_inline]] inline int read_row(Walk &walk, unsigned index, Node child)
+[[gnu::always_inline]] inline int read_row(Walk &walk, const Row &row, Node child)
 {
-    const Row &row = walk.table.row(index);
-    if (index < required_keys)
-        walk.seen |= 1u << index;
-    if ((row.flags & row_skipped) == 0) {
-        if (!child.is_element())
+    if ((row.flags & (row_skipped | row_attached)) == 0) {
+        if (!child.is_element() || read_kind(walk, row, child) != 0)
             return -1;
-        if (read_kind(walk, row, child) != 0)
+    } else {
+        if ((row.flags & row_skipped) == 0 && (!child.is_element() || read_kind(walk, row, child) != 0))
+            return -1;
+        if ((row.flags & row_attached) != 0 && follow(walk, row) != 0)
             return -1;
     }
-    if ((row.flags & row_attached) != 0 && follow(walk, row) != 0)
-        return -1;
     tell(Event::taken, walk.table, &row, walk.record, child);
     return 0;
+}
+
+void note_seen(Walk &walk, const Row &row)
+{
+    const auto index = static_cast<unsigned>(&row - &walk.table.row(0));
+    if (index < required_keys)
+        walk.seen |= 1u << index;
 }
 
 // Walks -------------------------------------------------------------------------------------------
@@ -486,28 +493,41 @@ NETPUBLIC_LEAF void prepare(const Table &table, void *record)
             member<int>(record, *row) = table.limit(row->limits).low;
 }
 
-// The row of a child whose table has a rule of its own for names.
-NETPUBLIC_LEAF unsigned find_by_rule(Walk &walk, Node child, unsigned &expected)
+const Row *find_from(const Table &table, const char *name, unsigned from)
+{
+    const unsigned index = find_key(table, name, from);
+    return index != no_row ? &table.row(index) : nullptr;
+}
+
+// The next row with a test of its own that the name answers to as well; null for none.
+NETPUBLIC_LEAF const Row *find_further_row(const Table &table, const char *name, const Row &row)
+{
+    return find_from(table, name, next_chain(table, static_cast<unsigned>(&row - &table.row(0))));
+}
+
+// The row of a child whose table has a rule of its own for names; null for none.
+NETPUBLIC_LEAF const Row *find_by_rule(Walk &walk, Node child)
 {
     const Table &table = walk.table;
+    const Row *row = &table.row(0);
     switch (table.names) {
     case Names::any:
-        return child.is_element() ? 0 : no_row;
+        return child.is_element() ? row : nullptr;
     case Names::in_order: {
-        const Row &row = table.row(expected);
-        const bool whole = row.kind == Kind::view && (row.flags & view_whole) != 0;
-        if (!(whole ? is_named(child.name(), table.key(row)) : answers_to(child.name(), table.key(row))))
-            return no_row;
-        walk.full = expected + 1 == table.keys;
-        return expected++;
+        row += __builtin_ctz(~walk.seen);
+        const bool whole = row->kind == Kind::view && (row->flags & view_whole) != 0;
+        if (!(whole ? is_named(child.name(), table.key(*row)) : answers_to(child.name(), table.key(*row))))
+            return nullptr;
+        walk.full = row == &table.row(table.keys - 1u);
+        return row;
     }
     case Names::looked_up:
-        for (unsigned index = 0; index < table.keys; ++index)
-            if ((walk.seen >> index & 1) == 0 && std::strcmp(child.name(), table.key(table.row(index))) == 0)
-                return index;
-        return no_row;
+        for (unsigned index = 0; index < table.keys; ++index, ++row)
+            if ((walk.seen >> index & 1) == 0 && std::strcmp(child.name(), table.key(*row)) == 0)
+                return row;
+        return nullptr;
     default:
-        return find_key(table, child.name(), 0);
+        return find_from(table, child.name(), 0);
     }
 }
 
@@ -565,6 +585,9 @@ int check_required(const Walk &walk, Node element)
 {
     const Table &table = walk.table;
     const Row *row = &table.row(0);
+    // Usually nothing is missing. (A list of which all items are wanted has counted those that there are.)
+    if (table.keys < required_keys && walk.seen == (1u << table.keys) - 1 && walk.items == 0)
+        return 0;
     for (unsigned index = 0; index < table.keys && index < required_keys; ++index, ++row) {
         if ((row->flags & row_required) != 0 && (walk.seen >> index & 1) == 0)
             return miss(walk, *row, element);
@@ -604,10 +627,12 @@ NETPUBLIC_LEAF int read_late(Walk &walk, Node element)
 int finish(Walk &walk, Node element)
 {
     const Table &table = walk.table;
-    if ((table.flags & table_required) != 0 && check_required(walk, element) != 0)
-        return -1;
-    if ((table.traits & trait_late) != 0 && read_late(walk, element) != 0)
-        return -1;
+    if ((table.flags & table_finish) != 0) {
+        if (check_required(walk, element) != 0)
+            return -1;
+        if ((table.traits & trait_late) != 0 && read_late(walk, element) != 0)
+            return -1;
+    }
     if ((table.flags & table_after) == 0)
         return 0;
     return table.ref((table.flags & table_before) != 0 ? 1 : 0).after(walk.record, walk.seen);
@@ -618,26 +643,29 @@ int finish(Walk &walk, Node element)
 int read_record(const Table &table, void *record, Node element)
 {
     Walk walk = {table, record, 0, false, 0};
-    if ((table.flags & (table_clears | table_before | table_presets)) != 0)
+    // Two more flags above the table's: one word to keep through the walk.
+    constexpr unsigned by_rule = 0x10000, noting = 0x20000;
+    unsigned flags = table.flags;
+    if ((flags & (table_clears | table_before | table_presets)) != 0)
         prepare(table, record);
-    const unsigned flags = table.flags;
-    // A full name answers to its row under both of these rules.
-    const bool plain = table.names <= Names::whole && (flags & table_own_tests) == 0;
+    // A full name answers to its row under the first two rules.
+    if (table.names > Names::whole)
+        flags |= by_rule | noting;
+    else if ((flags & (table_finish | table_after)) != 0)
+        flags |= noting;
     if ((flags & table_others_fail) != 0 && is_list(table.row(0).kind))
         walk.full = is_full(walk);
-    unsigned expected = 0;
+    Expectation expectation(table);
     for (Node child = element.first_child(); child && !walk.full; child = child.next_sibling()) {
-        unsigned index = plain ? find_expected(table, child.name(), expected) : find_by_rule(walk, child, expected);
-        if (index == no_row) {
-            if (pass_over(walk, child) != 0)
-                return -1;
-        } else {
-            do {
-                if (read_row(walk, index, child) != 0)
-                    return refuse(walk, table.row(index), child);
-                index =
-                    (flags & table_own_tests) != 0 ? find_key(table, child.name(), next_chain(table, index)) : no_row;
-            } while (index != no_row);
+        const Row *row = (flags & by_rule) == 0 ? expectation.find(child.name()) : find_by_rule(walk, child);
+        if (row == nullptr && pass_over(walk, child) != 0)
+            return -1;
+        while (row != nullptr) {
+            if ((flags & noting) != 0)
+                note_seen(walk, *row);
+            if (read_row(walk, *row, child) != 0)
+                return refuse(walk, *row, child);
+            row = (flags & table_own_tests) != 0 ? find_further_row(table, child.name(), *row) : nullptr;
         }
         if ((flags & table_first_only) != 0)
             break;
@@ -648,28 +676,26 @@ int read_record(const Table &table, void *record, Node element)
 int read_indexed(const Table &table, void *first, int capacity, Node element, std::uint32_t *seen)
 {
     Walk walk = {table, nullptr, 0, false, 0};
-    unsigned expected = 0;
+    Expectation expectation(table);
     int result = 0;
     for (Node child = element.first_child(); child && result == 0; child = child.next_sibling()) {
-        const unsigned index = find_expected(table, child.name(), expected);
-        if (index == no_row) {
+        const Row *row = expectation.find(child.name());
+        if (row == nullptr) {
             tell(Event::ignored, table, nullptr, first, child);
             continue;
         }
-        const Row &row = table.row(index);
         int number;
-        if (index < required_keys)
-            walk.seen |= 1u << index;
-        if (row.kind == Kind::place)
+        note_seen(walk, *row);
+        if (row->kind == Kind::place)
             walk.record = read_int(&number, child) == 0 && number >= 0 && number < capacity
                               ? static_cast<char *>(first) + static_cast<std::size_t>(number) * table.record_size
                               : nullptr;
         if (walk.record == nullptr) {
-            tell(row.kind == Kind::place ? Event::refused : Event::placeless, table, &row, first, child);
+            tell(row->kind == Kind::place ? Event::refused : Event::placeless, table, row, first, child);
             log_line(table.failure(), table.place(), table.parser());
             result = -1;
-        } else if (read_row(walk, index, child) != 0) {
-            result = refuse(walk, row, child);
+        } else if (read_row(walk, *row, child) != 0) {
+            result = refuse(walk, *row, child);
         }
     }
     if (seen != nullptr)
@@ -690,7 +716,7 @@ NETPUBLIC_LEAF static int refuse_call(const Table &table)
 int read_child(const Table &table, void *record, unsigned row, Node child)
 {
     Walk walk = {table, record, 0, false, 0};
-    return read_row(walk, row, child) != 0 ? refuse(walk, table.row(row), child) : 0;
+    return read_row(walk, table.row(row), child) != 0 ? refuse(walk, table.row(row), child) : 0;
 }
 #endif
 
@@ -724,7 +750,7 @@ int read_component_value(void *record, Node node, const char *key, const Table &
     if (!is_component(record, node, key))
         return -1;
     Walk walk = {table, record, 0, false, 0};
-    return read_row(walk, 0, node) != 0 ? refuse(walk, table.row(0), node) : 0;
+    return read_row(walk, table.row(0), node) != 0 ? refuse(walk, table.row(0), node) : 0;
 }
 
 int check_parser(const Table &message, const net_param_t *param, Node body, std::size_t size)

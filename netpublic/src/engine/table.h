@@ -191,10 +191,10 @@ struct Row {
     std::uint32_t offset : offset_bits; // of the member in its record
     std::uint32_t flags : flag_bits;
     Kind kind : kind_bits;
-    std::uint32_t key : key_bits;      // a text; behind it stands the row's own log line, if it has one
     std::uint32_t ref : index_bits;    // first of its references, or no_ref; the row that a count, mark or
                                        // condition is attached to
     std::uint32_t limits : index_bits; // which limits, or no_limits; a condition's When
+    std::uint32_t key : key_bits;      // a text; behind it stands the row's own log line, if it has one
 };
 static_assert(sizeof(Row) == 8, "rows are packed");
 
@@ -217,7 +217,7 @@ enum TableFlag : std::uint16_t {
     table_others_fail = 0x20, // a child that answers to no key is refused
     table_first_only = 0x40,  // only the first child is looked at
     table_own_tests = 0x80,   // some row has row_own_test
-    table_required = 0x100,   // some row has row_required or list_exact
+    table_finish = 0x100,     // some row has row_required or list_exact, or is read behind the walk
     table_capital = 0x200,    // the root's attribute is spelled "Version"
     table_before = 0x400,     // the first reference is the hook before the walk
     table_after = 0x800,      // the next one is the hook after the walk

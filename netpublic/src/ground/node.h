@@ -53,7 +53,7 @@ public:
     // An element's name, a text, a comment's inside; what the XML library calls the value. Never null.
     const char *name() const
     {
-        return !is_token() ? tree()->Value() : is_token_text() ? token_text_name(*this) : token()->at;
+        return name_of(*this);
     }
     bool is_element() const
     {
@@ -62,11 +62,11 @@ public:
     }
     Node first_child() const
     {
-        return is_token() ? first_child_of(*this) : Node(tree()->FirstChild());
+        return first_child_of(*this);
     }
     Node next_sibling() const
     {
-        return is_token() ? token_behind(*this) : Node(tree()->NextSibling());
+        return next_sibling_of(*this);
     }
     // The text of an element whose first child is one; else null.
     const char *text() const
@@ -98,13 +98,62 @@ private:
         return pointer_in<const Token>(word_ & ~(token_tag | text_tag));
     }
     // They take nodes by value: one whose address is taken would have to lie in memory wherever it is used.
+    static const char *name_of(Node node);
     static const char *text_of(Node node);
-    static const char *token_text_name(Node node);
-    static Node first_child_of(Node token);
-    static Node token_behind(Node node);
+    static Node first_child_of(Node node);
+    static Node next_sibling_of(Node node);
 
     std::uintptr_t word_ = 0;
 };
+
+inline const char *Node::name_of(Node node)
+{
+    if (!node.is_token())
+        return node.tree()->Value();
+    const Token *own = node.token();
+    return node.is_token_text() ? own->at + own->distance() : own->at;
+}
+
+inline const char *Node::text_of(Node node)
+{
+    if (node.is_token()) {
+        const Token *own = node.token();
+        if (node.is_token_text())
+            return nullptr;
+        if ((own->link & Token::has_text) != 0)
+            return own->at + own->distance();
+        return (own->link & Token::has_children) != 0 && (own[1].link & Token::text) != 0 ? own[1].at : nullptr;
+    }
+    if (!node.is_element())
+        return nullptr;
+    const TiXmlNode *first = node.tree()->FirstChild();
+    return first != nullptr && first->Type() == TiXmlNode::TINYXML_TEXT ? first->Value() : nullptr;
+}
+
+inline Node Node::first_child_of(Node node)
+{
+    if (!node.is_token())
+        return node.tree()->FirstChild();
+    const Token *own = node.token();
+    Node child;
+    if (node.is_token_text())
+        return child;
+    if ((own->link & Token::has_text) != 0)
+        child.word_ = node.word_ | text_tag;
+    else if ((own->link & Token::has_children) != 0)
+        child = Node(own + 1);
+    return child;
+}
+
+inline Node Node::next_sibling_of(Node node)
+{
+    if (!node.is_token())
+        return node.tree()->NextSibling();
+    const Token *own = node.token();
+    if (node.is_token_text() || (own->link & Token::has_sibling) == 0)
+        return {};
+    return Node(own + ((own->link & Token::has_children) != 0 ? own->distance() : 1));
+}
 
 } // namespace netpublic
 

@@ -188,15 +188,21 @@ int append_decimal(Element parent, const char *name, bool negative, std::uint64_
 
 } // namespace
 
-int to_int(int *value, const char *text)
+// Any number that is not short.
+[[gnu::noinline]] static int to_long_int(int *value, const char *text)
 {
-    if (text != nullptr && read_short_int(*value, text))
-        return 0;
     Decimal number;
     if (!read_decimal(number, int_characters, text))
         return -1;
     *value = number.magnitude <= INT32_MAX ? static_cast<int>(number.value()) : std::atoi(number.text);
     return 0;
+}
+
+int to_int(int *value, const char *text)
+{
+    if (text != nullptr && read_short_int(*value, text))
+        return 0;
+    return to_long_int(value, text);
 }
 
 void from_int(char *text, long long value)
