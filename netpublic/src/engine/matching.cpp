@@ -6,7 +6,7 @@
 namespace netpublic {
 namespace {
 
-constexpr unsigned near_rows = 6; // from the expected one on, tried before all keys are
+constexpr unsigned near_rows = 8; // from the expected one on, tried before all keys are
 
 } // namespace
 
@@ -73,10 +73,12 @@ Found found(unsigned row, unsigned expected)
     const Order order(table);
     if (row == no_row)
         return found(Found::none, expected);
-    unsigned place = 0;
-    while (place < order.written && order.row_at(place) != row)
-        ++place;
-    return found(row, place_behind(table.row(row), place < order.written ? place : order.written + row));
+    const char *written = order.texts - order.written;
+    const auto *at = order.written != 0
+                         ? static_cast<const char *>(std::memchr(written, static_cast<int>(row), order.written))
+                         : nullptr;
+    const unsigned place = at != nullptr ? static_cast<unsigned>(at - written) : order.written + row;
+    return found(row, place_behind(table.row(row), place));
 }
 
 } // namespace

@@ -445,10 +445,19 @@ int read_item(Walk &walk, const Row &row, Node child)
 NETPUBLIC_LEAF int follow(Walk &walk, const Row &row)
 {
     const Table &table = walk.table;
-    if (const Row *hook = table.hook(row, Moment::then))
-        if (table.ref(hook->offset).then(walk.record, {table.key(row), walk.items, 0, 0}) != 0)
+    const Row *first = &table.row(0);
+    const auto index = static_cast<std::uint32_t>(&row - first);
+    const Row *mark = nullptr;
+    for (const Row *at = first + table.rows - 1; at->kind >= Kind::hook; --at) {
+        if (at->ref != index)
+            continue;
+        if (at->kind == Kind::mark)
+            mark = at;
+        else if (at->kind == Kind::hook && static_cast<Moment>(at->limits) == Moment::then &&
+                 table.ref(at->offset).then(walk.record, {table.key(row), walk.items, 0, 0}) != 0)
             return -1;
-    if (const Row *mark = table.attachment(row, Kind::mark))
+    }
+    if (mark != nullptr)
         member<int>(walk.record, *mark) = table.limit(mark->limits).low;
     return 0;
 }
@@ -607,11 +616,13 @@ NETPUBLIC_LEAF int read_late(Walk &walk, Node element)
         const bool late = row.kind == Kind::int_list && (row.flags & int_list_late) != 0;
         if (!late && row.kind != Kind::grid)
             continue;
+        const char *key = table.key(row);
         Node last;
         for (Node child = element.first_child(); child; child = child.next_sibling()) {
             const char *name = child.name();
             // The first characters tell most names apart.
-            if ((*name == '\0' || alike(*name, *table.key(row))) && find_key(table, name, 0) == index)
+            if (bears_name(row, key, name) ||
+                ((*name == '\0' || alike(*name, *key)) && find_key(table, name, 0) == index))
                 last = child;
         }
         if (!last)
@@ -648,13 +659,14 @@ int read_record(const Table &table, void *record, Node element)
     unsigned flags = table.flags;
     if ((flags & (table_clears | table_before | table_presets)) != 0)
         prepare(table, record);
+    if ((flags & (table_finish | table_after | table_others_fail)) != 0) {
+        flags |= noting;
+        if ((flags & table_others_fail) != 0 && is_list(table.row(0).kind))
+            walk.full = is_full(walk);
+    }
     // A full name answers to its row under the first two rules.
     if (table.names > Names::whole)
         flags |= by_rule | noting;
-    else if ((flags & (table_finish | table_after)) != 0)
-        flags |= noting;
-    if ((flags & table_others_fail) != 0 && is_list(table.row(0).kind))
-        walk.full = is_full(walk);
     Expectation expectation(table);
     for (Node child = element.first_child(); child && !walk.full; child = child.next_sibling()) {
         const Row *row = (flags & by_rule) == 0 ? expectation.find(child.name()) : find_by_rule(walk, child);
@@ -760,22 +772,31 @@ int check_parser(const Table &message, const net_param_t *param, Node body, std:
     return good ? 0 : refuse_call(message);
 }
 
-int parse_message(net_param_t *param, Node body, const Table &message)
+static int parse_record(net_param_t *param, Node body, const Table &message)
 {
-    if ((message.flags & table_walked) != 0) {
-        if (message.parse_function().parse(message, param, body) != 0)
-            return -1;
-    } else {
-        if (check_parser(message, param, body, message.record_size) != 0)
-            return -1;
-        if ((message.traits & trait_empty_done) != 0 && !body.first_child())
-            return 0;
-        if (read_record(message, param->data, body) != 0)
-            return -1;
-    }
+    if (check_parser(message, param, body, message.record_size) != 0)
+        return -1;
+    if ((message.traits & trait_empty_done) != 0 && !body.first_child())
+        return 0;
+    return read_record(message, param->data, body);
+}
+
+// A message with a walk of its own, or one that tells its envelope what has been read.
+NETPUBLIC_LEAF static int parse_further(net_param_t *param, Node body, const Table &message)
+{
+    const bool walked = (message.flags & table_walked) != 0;
+    if ((walked ? message.parse_function().parse(message, param, body) : parse_record(param, body, message)) != 0)
+        return -1;
     if ((message.flags & table_sets_inited) != 0)
         param->inited = 2;
     return 0;
+}
+
+int parse_message(net_param_t *param, Node body, const Table &message)
+{
+    if ((message.flags & (table_walked | table_sets_inited)) != 0)
+        return parse_further(param, body, message);
+    return parse_record(param, body, message);
 }
 
 } // namespace netpublic
