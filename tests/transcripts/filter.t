@@ -1,6 +1,6 @@
 Passwords, keys, tokens and addresses of a log become asterisks, as many as they have bytes.
 
-  $ filter() { printf "$@" | netparam filter; echo; }
+  $ filter() { printf "$@" | netparam filter && echo; }
   $ filter '12:00 <pass>a\xe9</pass> b'
   12:00 <pass>**</pass> b
   $ filter '<key>\n  abc\n</key>'

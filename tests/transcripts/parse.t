@@ -245,7 +245,9 @@ JSON bears the names of the rows.
 
 Texts cannot steer the terminal.
 
-  $ printf '<MD>\n<width>\x1b[2J&#x1b;]0;x&#7;</width></MD>' | netparam parse md - >/dev/null
+  $ printf '<MD>\n<width>\x1b[2J&#x1b;]0;x&#7;</width></MD>' | netparam parse md - --only width
+  md: nets_param_md_init, id 1903, 17056 bytes, as far as it was read
+    width  0
   standard input:2:8: refused: this is no whole number
       2 | <width>\x1b[2J&#x1b;]0;x&#7;</width></MD>
         |        ^

@@ -40,7 +40,11 @@ In what is malformed or refused:
       1 | <MD><key>****************
         |                    ^
   [4]
-  $ echo "<RecordKey><k>$(printf 's%.0s' {1..600})</k></RecordKey>" | netparam parse record-decrypt-key - >/dev/null
+  $ echo "<RecordKey><k>$(printf 's%.0s' {1..600})</k></RecordKey>" | netparam parse record-decrypt-key -
+  record-decrypt-key: prepared by the host, 324 bytes, as far as it was read
+    key       ********
+    fileName  ""
+    type      0
   standard input:1:12: note: RecordKey/k was read as key
   standard input:1:15: refused: the text is too long: 600 characters
       1 | <RecordKey>*******************************************************...

@@ -24,7 +24,7 @@ Values change where they stand, and nothing else does.
 
 Whatever stands there:
 
-  $ width() { printf "$1" | netparam set md - MD/width=7; echo; }
+  $ width() { printf "$1" | netparam set md - MD/width=7 && echo; }
   $ width "<MD a='>'>\n <!-- <width>9</width> --><width\n x='1' >\n 5 \n</width ></MD>"
   <MD a='>'>
    <!-- <width>9</width> --><width
@@ -96,6 +96,8 @@ A grid, drawn into a file, changed there, and put back:
 
   $ netparam parse md motion_request.xml --grid-out scope=grid.txt --quiet
   motion_request.xml: md accepted
+  $ awk '{ print length }' grid.txt | uniq -c
+       34 60
   $ netparam set md motion_request.xml --grid grid.txt --diff
   --- motion_request.xml
   +++ motion_request.xml

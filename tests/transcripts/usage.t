@@ -27,6 +27,8 @@ The command line: help, version, what was mistyped, exit codes.
   
   "netparam VERB --help" shows a verb's options; man netparam shows everything.
   $ verbs=$(netparam --help | sed -n '/^Verbs:/,/^Exit/ s/^  \([a-z]*\) .*/\1/p')
+  $ echo $verbs
+  list describe page parse exchange new set write diff check watch filter
 
 Each verb explains itself in lines of a terminal, with examples, and the manual tells of all options and exit codes.
 
