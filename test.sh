@@ -334,7 +334,8 @@ section_page() {
         command -v npm >/dev/null || install_packages npm || return
         check "axe-core" npm install --silent --ignore-scripts --no-audit --no-fund --prefix $axe axe-core@4.14.1 || return
     fi
-    check_counted "reference page" python3 tests/page_test.py build/release/tools/netparam/netparam $axe/node_modules/axe-core/axe.min.js
+    # The system's own Python has the packages of Debian.
+    check_counted "reference page" /usr/bin/python3 tests/page_test.py build/release/tools/netparam/netparam $axe/node_modules/axe-core/axe.min.js
 }
 
 # Each benchmark once: they assert what they time. bench/run.sh is for figures.
