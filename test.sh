@@ -115,22 +115,26 @@ check_tests() { # NAME COMMAND...
     fi
 }
 
-# Runs a file of Python's unittest and counts its tests.
-check_python() { # FILE ARGUMENTS...
-    local start=$SECONDS count
-    if python3 "$@" >"$log" 2>&1; then
-        count=$(sed -n 's/^Ran \([0-9]*\) tests*.*/\1/p' "$log")
+# Runs what says how many tests it ran: Python's unittest, or cram.
+check_counted() { # NAME COMMAND...
+    local name=$1 start=$SECONDS count
+    shift
+    if "$@" >"$log" 2>&1; then
+        count=$(sed -nE 's/^(# )?Ran ([0-9]+) tests?.*/\2/p' "$log")
         pass "${count:-0}"
-        good "inspector, ${1#tests/}: ${count:-0} tests ($((SECONDS - start)) s)"
+        good "$name: ${count:-0} tests ($((SECONDS - start)) s)"
     else
-        fail "inspector, ${1#tests/}"
+        fail "$name"
     fi
 }
 
 check_inspector() { # NETPARAM
-    local file
+    local file path
+    path=$(dirname "$top/$1"):$PATH
+    # What came instead of what was expected is left beside a transcript that fails, in NAME.t.err.
+    check_counted "inspector, transcripts" env PATH="$path" cram3 --shell=/bin/bash tests/transcripts
     for file in tests/netparam*_test.py; do
-        check_python "$file" "$1"
+        check_counted "inspector, ${file#tests/}" python3 "$file" "$1"
     done
 }
 
@@ -330,7 +334,8 @@ section_page() {
         command -v npm >/dev/null || install_packages npm || return
         check "axe-core" npm install --silent --ignore-scripts --no-audit --no-fund --prefix $axe axe-core@4.14.1 || return
     fi
-    check_python tests/page_test.py build/release/tools/netparam/netparam $axe/node_modules/axe-core/axe.min.js
+    # The system's own Python has the packages of Debian.
+    check_counted "reference page" /usr/bin/python3 tests/page_test.py build/release/tools/netparam/netparam $axe/node_modules/axe-core/axe.min.js
 }
 
 # Each benchmark once: they assert what they time. bench/run.sh is for figures.

@@ -4,10 +4,10 @@
 build_packages=(g++ cmake ninja-build libtinyxml-dev nlohmann-json3-dev libcli11-dev)
 # shellcheck disable=SC2034 # used by test.sh
 test_packages=("${build_packages[@]}" googletest build-essential pkg-config debhelper devscripts lintian blhc doxygen python3-kconfiglib python3 binutils locales
-    clang-format-14 clang-tidy-14 clang-14 libclang-rt-14-dev cppcheck shellcheck gcovr
+    clang-format-14 clang-tidy-14 clang-14 libclang-rt-14-dev cppcheck shellcheck gcovr python3-cram jq
     g++-arm-linux-gnueabihf qemu-user libtinyxml-dev:armhf libbenchmark-dev)
 # shellcheck disable=SC2034 # used by test.sh, for the reference page
-page_packages=(chromium chromium-driver)
+page_packages=(chromium chromium-driver python3-selenium)
 # shellcheck disable=SC2034 # used by bench/run.sh; the peers and the plot, too
 bench_packages=(libbenchmark-dev libpugixml-dev libxml2-dev libssl-dev nanopb libnanopb-dev protobuf-compiler
     valgrind python3 python3-matplotlib)
