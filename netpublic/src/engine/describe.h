@@ -416,6 +416,8 @@ template <class D> constexpr auto draft_of()
         draft.key_count += is_key(field) ? 1 : 0;
         add_field(draft, field, row_of<D>(i), is_shadowed<D>(i));
     }
+    if ((draft.rare & trait_empty_done) != 0 && (draft.flags & table_sets_inited) == 0)
+        wrong_description("a body that is over at once must be one that else sets `inited`");
     sort_attachments(draft, first_attachment);
     add_order<D>(draft);
     return draft;

@@ -772,21 +772,20 @@ int check_parser(const Table &message, const net_param_t *param, Node body, std:
     return good ? 0 : refuse_call(message);
 }
 
-static int parse_record(net_param_t *param, Node body, const Table &message)
-{
-    if (check_parser(message, param, body, message.record_size) != 0)
-        return -1;
-    if ((message.traits & trait_empty_done) != 0 && !body.first_child())
-        return 0;
-    return read_record(message, param->data, body);
-}
-
 // A message with a walk of its own, or one that tells its envelope what has been read.
 NETPUBLIC_LEAF static int parse_further(net_param_t *param, Node body, const Table &message)
 {
-    const bool walked = (message.flags & table_walked) != 0;
-    if ((walked ? message.parse_function().parse(message, param, body) : parse_record(param, body, message)) != 0)
-        return -1;
+    if ((message.flags & table_walked) != 0) {
+        if (message.parse_function().parse(message, param, body) != 0)
+            return -1;
+    } else {
+        if (check_parser(message, param, body, message.record_size) != 0)
+            return -1;
+        if ((message.traits & trait_empty_done) != 0 && !body.first_child())
+            return 0;
+        if (read_record(message, param->data, body) != 0)
+            return -1;
+    }
     if ((message.flags & table_sets_inited) != 0)
         param->inited = 2;
     return 0;
@@ -796,7 +795,9 @@ int parse_message(net_param_t *param, Node body, const Table &message)
 {
     if ((message.flags & (table_walked | table_sets_inited)) != 0)
         return parse_further(param, body, message);
-    return parse_record(param, body, message);
+    if (check_parser(message, param, body, message.record_size) != 0)
+        return -1;
+    return read_record(message, param->data, body);
 }
 
 } // namespace netpublic

@@ -231,7 +231,7 @@ enum TableFlag : std::uint16_t {
 enum TableTrait : std::uint8_t {
     trait_late = 0x1,       // some row is read behind the walk
     trait_missing = 0x2,    // behind the parser's name (and the line for others) stands one for what is missing
-    trait_empty_done = 0x4, // a body without children is over at once
+    trait_empty_done = 0x4, // a body without children is over at once; only with table_sets_inited
     trait_write_line = 0x8, // a writer that fails behind its check logs as the check does
 };
 
