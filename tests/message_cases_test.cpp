@@ -1,4 +1,4 @@
-// What is special about a message, as data: tests/cases/*.txt, whose form tests/cases/README.md shows.
+// What is special about a message, as data: tests/cases/messages/*.txt, whose form the README.md there shows.
 #include "components.h"
 #include "members.h"
 #include "messages.h"
@@ -151,7 +151,7 @@ std::vector<Case> cases_of(const std::filesystem::path &path)
 std::vector<Case> all_cases()
 {
     std::vector<Case> all;
-    for (const auto &entry : std::filesystem::directory_iterator(NETPUBLIC_CASES_DIR))
+    for (const auto &entry : std::filesystem::directory_iterator(NETPUBLIC_CASES_DIR "/messages"))
         if (entry.path().extension() == ".txt")
             for (const Case &one : cases_of(entry.path()))
                 all.push_back(one);
