@@ -1,28 +1,26 @@
 #include "members.h"
 
-#include <cstdlib>
+#include <algorithm>
 #include <cstring>
 #include <fstream>
-#include <functional>
 #include <map>
 #include <sstream>
 #include <stdexcept>
-#include <vector>
 
 namespace test {
 namespace {
 
 struct Part {
-    std::string name, type;
+    std::string type; // as it stands in the layouts: "int[7][24]", "struct point_t"
     std::size_t offset;
 };
 
 struct Record {
-    std::size_t size = 0;
-    std::vector<Part> parts;
+    std::size_t size;
+    std::vector<std::pair<std::string, Part>> parts; // with their names
 };
 
-const std::map<std::string, Record> &layouts()
+const Record *record_of(const std::string &type)
 {
     static const std::map<std::string, Record> records = [] {
         std::map<std::string, Record> all;
@@ -30,39 +28,21 @@ const std::map<std::string, Record> &layouts()
                                                : NETPUBLIC_GOLDEN_DIR "/layout-armhf.txt");
         Record *record = nullptr;
         for (std::string line; std::getline(file, line);) {
-            if (line.empty())
-                continue;
-            if (line[0] != ' ') {
-                record = &all[line.substr(0, line.find(':'))];
-                record->size = std::stoul(line.substr(line.find(':') + 1));
-                continue;
-            }
-            const std::size_t type = line.find("  ", line.find_first_not_of(' ')) + 2, name_at = line.rfind(' ') + 1;
-            record->parts.push_back({line.substr(name_at), line.substr(type, name_at - 1 - type), std::stoul(line)});
+            const std::size_t colon = line.find(':'), first = line.find("  ", line.find_first_not_of(' ')) + 2,
+                              name = line.rfind(' ') + 1;
+            if (colon != std::string::npos)
+                record = &(all["struct " + line.substr(0, colon)] = {std::stoul(line.substr(colon + 1)), {}});
+            else if (!line.empty())
+                record->parts.push_back({line.substr(name), {line.substr(first, name - 1 - first), std::stoul(line)}});
         }
         return all;
     }();
-    return records;
+    const auto found = records.find(type);
+    return found != records.end() ? &found->second : nullptr;
 }
 
-bool starts(const std::string &text, const std::string &with)
-{
-    return text.compare(0, with.size(), with) == 0;
-}
-
-const Record *record_of(const std::string &type)
-{
-    const auto found = layouts().find(starts(type, "struct ") ? type.substr(7) : type);
-    return found != layouts().end() ? &found->second : nullptr;
-}
-
-bool is_text(const std::string &type)
-{
-    return starts(type, "char[") && type.find('[') == type.rfind('[');
-}
-
-// Of an array, and what is left of its type behind the first dimension; 0 without one.
-std::size_t elements(const std::string &type, std::string &element)
+// Of an array, with its elements' type; 0 of anything else.
+std::size_t count_of(const std::string &type, std::string &element)
 {
     const std::size_t open = type.find('[');
     if (open == std::string::npos)
@@ -73,91 +53,76 @@ std::size_t elements(const std::string &type, std::string &element)
 
 std::size_t size_of(const std::string &type)
 {
+    static const std::map<std::string, std::size_t> numbers = {{"char", 1},
+                                                               {"unsigned char", 1},
+                                                               {"int", 4},
+                                                               {"unsigned int", 4},
+                                                               {"float", 4},
+                                                               {"long long", 8},
+                                                               {"unsigned long long", 8},
+                                                               {"void *", sizeof(void *)}};
     std::string element;
-    if (const std::size_t count = elements(type, element))
+    if (const std::size_t count = count_of(type, element))
         return count * size_of(element);
     if (const Record *record = record_of(type))
         return record->size;
-    return type == "char" || type == "unsigned char"                  ? 1
-           : type == "long long" || type == "unsigned long long"      ? 8
-           : type == "int" || type == "float" || starts(type, "enum") ? 4
-           : type == "unsigned int"                                   ? 4
-                                                                      : sizeof(void *);
+    if (type.compare(0, 5, "enum ") == 0)
+        return sizeof(int);
+    if (numbers.count(type) == 0)
+        throw std::invalid_argument("no layout of " + type + ": ./test.sh --update golden");
+    return numbers.at(type);
 }
 
-// Calls use(type, offset) for each number and text in it.
-using Use = std::function<void(const std::string &type, std::size_t offset)>;
-void for_leaves(const std::string &type, std::size_t offset, const Use &use)
+bool is_text(const std::string &type)
 {
-    std::string element;
+    return type.compare(0, 5, "char[") == 0 && type.find('[') == type.rfind('[');
+}
+
+void store(char *at, const std::string &type, std::size_t size, const std::string &value)
+{
+    if (is_text(type) ? value.size() > size : value.empty())
+        throw std::invalid_argument("\"" + value + "\" is no " + type);
     if (is_text(type)) {
-        use(type, offset);
-    } else if (const std::size_t count = elements(type, element)) {
-        for (std::size_t i = 0; i < count; ++i)
-            for_leaves(element, offset + i * size_of(element), use);
-    } else if (const Record *record = record_of(type)) {
-        for (const Part &part : record->parts)
-            for_leaves(part.type, offset + part.offset, use);
-    } else {
-        use(type, offset);
-    }
-}
-
-template <class Number> Number load(const char *at)
-{
-    Number number;
-    std::memcpy(&number, at, sizeof number);
-    return number;
-}
-
-void store(char *at, const std::string &type, const std::string &value)
-{
-    const std::size_t size = size_of(type);
-    if (is_text(type)) {
-        if (value.size() > size)
-            throw std::invalid_argument("\"" + value + "\" does not fit " + type);
-        std::memcpy(at, value.c_str(), value.size() < size ? value.size() + 1 : size);
+        std::memcpy(at, value.c_str(), std::min(value.size() + 1, size));
     } else if (type == "float") {
         const float number = std::stof(value);
         std::memcpy(at, &number, size);
     } else {
-        const bool hexadecimal = starts(value, "0x");
         std::size_t used = 0;
-        const unsigned long long number = starts(value, "-") ? static_cast<unsigned long long>(std::stoll(value, &used))
-                                                             : std::stoull(value, &used, hexadecimal ? 16 : 10);
+        const unsigned long long number = std::stoull(value, &used, value.compare(0, 2, "0x") == 0 ? 16 : 10);
         if (used != value.size())
             throw std::invalid_argument("\"" + value + "\" is no number");
-        std::memcpy(at, &number, size); // little endian
+        std::memcpy(at, &number, size); // little endian; of -1 all bits
     }
 }
 
-std::string shown(const char *at, const std::string &type)
+std::string shown(const char *at, const std::string &type, std::size_t size)
 {
-    const std::size_t size = size_of(type);
     if (is_text(type))
         return std::string(at, strnlen(at, size));
     std::ostringstream text;
+    float real = 0;
+    long long number = 0;
+    std::memcpy(type == "float" ? static_cast<void *>(&real) : &number, at, size);
     if (type == "float")
-        text << load<float>(at);
-    else if (size == 1)
-        text << static_cast<int>(load<unsigned char>(at));
-    else if (size == 8)
-        text << load<long long>(at);
+        text << real;
     else
-        text << load<int>(at);
+        text << (size == 4 ? static_cast<int>(number) : number);
     return text.str();
 }
 
 } // namespace
 
-Member::Member(const std::string &record, const std::string &path) : type(record)
+Member::Member(const std::string &record, const std::string &path)
 {
+    std::string type = record_of("struct " + record) != nullptr ? "struct " + record : record;
+    std::size_t offset = 0;
     for (std::size_t at = 0; at < path.size();) {
         if (path[at] == '[') {
             std::string element;
             const std::size_t index = std::stoul(path.substr(at + 1));
-            if (index >= elements(type, element))
-                throw std::invalid_argument("no element " + path);
+            if (index >= count_of(type, element))
+                throw std::invalid_argument("no element " + path + " in " + record);
             offset += index * size_of(element);
             type = element;
             at = path.find(']', at) + 1;
@@ -165,60 +130,65 @@ Member::Member(const std::string &record, const std::string &path) : type(record
         }
         at += path[at] == '.';
         const std::size_t end = std::min(path.find_first_of(".[", at), path.size());
-        const std::string name = path.substr(at, end - at);
         const Record *inside = record_of(type);
-        const Part *found = nullptr;
-        if (inside != nullptr)
-            for (const Part &part : inside->parts)
-                if (part.name == name)
-                    found = &part;
-        if (found == nullptr)
-            throw std::invalid_argument("no member \"" + path + "\" in " + record);
-        offset += found->offset;
-        type = found->type;
+        const auto parts = inside != nullptr ? inside->parts : std::vector<std::pair<std::string, Part>>{};
+        const auto found = std::find_if(parts.begin(), parts.end(),
+                                        [&](const auto &part) { return part.first == path.substr(at, end - at); });
+        if (found == parts.end())
+            throw std::invalid_argument("no member " + path + " in " + record);
+        offset += found->second.offset;
+        type = found->second.type;
         at = end;
     }
+    collect(type, offset);
 }
 
-std::size_t Member::size() const
+void Member::collect(const std::string &type, std::size_t offset)
 {
-    return size_of(type);
+    std::string element;
+    const std::size_t count = is_text(type) ? 0 : count_of(type, element);
+    const Record *record = record_of(type);
+    for (std::size_t i = 0; i < count; ++i)
+        collect(element, offset + i * size_of(element));
+    if (record != nullptr)
+        for (const auto &part : record->parts)
+            collect(part.second.type, offset + part.second.offset);
+    if (count == 0 && record == nullptr)
+        leaves_.push_back({type, offset, size_of(type)});
 }
 
 void Member::assign(void *record, const std::string &value) const
 {
-    char *const bytes = static_cast<char *>(record);
-    if (is_text(type))
-        return store(bytes + offset, type, value);
-    std::istringstream words(value);
-    std::string word;
     std::vector<std::string> values;
-    while (words >> word)
+    std::istringstream words(value);
+    for (std::string word; words >> word;)
         values.push_back(word);
-    std::size_t leaves = 0;
-    for_leaves(type, offset, [&](const std::string &leaf, std::size_t at) {
-        store(bytes + at, leaf, values.at(values.size() == 1 ? 0 : leaves));
-        ++leaves;
-    });
-    if (values.size() != 1 && values.size() != leaves)
-        throw std::invalid_argument(std::to_string(values.size()) + " values for " + type);
+    if (leaves_.size() == 1)
+        values = {value};
+    if (values.size() != 1 && values.size() != leaves_.size())
+        throw std::invalid_argument(std::to_string(leaves_.size()) + " values are wanted, not " + value);
+    for (std::size_t i = 0; i < leaves_.size(); ++i)
+        store(static_cast<char *>(record) + leaves_[i].offset, leaves_[i].type, leaves_[i].size,
+              values[values.size() == 1 ? 0 : i]);
 }
 
 std::string Member::print(const void *record) const
 {
     std::string text;
-    for_leaves(type, offset, [&](const std::string &leaf, std::size_t at) {
-        text += (at == offset ? "" : " ") + shown(static_cast<const char *>(record) + at, leaf);
-    });
+    for (const Leaf &leaf : leaves_)
+        text +=
+            (text.empty() ? "" : " ") + shown(static_cast<const char *>(record) + leaf.offset, leaf.type, leaf.size);
     return text;
 }
 
 bool Member::equals(const void *record, const std::string &value) const
 {
-    const char *const bytes = static_cast<const char *>(record);
-    std::string expected(bytes, offset + size());
+    const auto *bytes = static_cast<const char *>(record);
+    std::string expected(bytes, leaves_.back().offset + leaves_.back().size);
     assign(expected.data(), value);
-    return std::memcmp(bytes + offset, expected.data() + offset, size()) == 0;
+    return std::all_of(leaves_.begin(), leaves_.end(), [&](const Leaf &leaf) {
+        return std::memcmp(bytes + leaf.offset, expected.data() + leaf.offset, leaf.size) == 0;
+    });
 }
 
 } // namespace test

@@ -5,20 +5,27 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace test {
 
-// Part of a record: a number, a text, or an array or structure of them.
-struct Member {
-    std::string type; // as in the layouts: "int[7][24]", "struct point_t"
-    std::size_t offset = 0;
-
+// A number, a text, or an array or structure of them; those that there are no such names for throw.
+class Member {
+public:
     Member(const std::string &record, const std::string &path);
-    std::size_t size() const;
-    // A number, or a text. Of arrays and structures: as many as there are, a blank between them, or one for all.
+    // As many values as there are numbers and texts, blanks between them, or one for all.
     void assign(void *record, const std::string &value) const;
     std::string print(const void *record) const;
     bool equals(const void *record, const std::string &value) const;
+
+private:
+    struct Leaf {
+        std::string type;
+        std::size_t offset, size;
+    };
+    void collect(const std::string &type, std::size_t offset);
+
+    std::vector<Leaf> leaves_;
 };
 
 } // namespace test

@@ -56,7 +56,7 @@ MessageEnvelope::MessageEnvelope(const Message &message, net_ext_t request)
     if (message.initialise != nullptr)
         EXPECT_EQ(message.initialise(&param, &request), 0) << message.name;
     else
-        EXPECT_EQ(prepare(&param, &request, message.size), 0) << message.name;
+        EXPECT_EQ(net_param_init_size_id(&param, &request, message.size, 1), 0) << message.name;
     size_ = net_host_memory().last_size;
 }
 

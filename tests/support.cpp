@@ -134,13 +134,6 @@ int AnyEnvelope::read(Parser parser, const std::string &text)
     return parser(&param, body.root());
 }
 
-net_ext_t channel(int id)
-{
-    net_ext_t ext{};
-    ext.channelId = id;
-    return ext;
-}
-
 std::string example(const std::string &name)
 {
     std::ifstream file(NETPUBLIC_EXAMPLES_DIR "/" + name + ".xml");
@@ -156,16 +149,6 @@ std::string repeated(int count, const std::string &text)
     while (count-- > 0)
         all += text;
     return all;
-}
-
-std::string element(const std::string &name, const std::string &inside)
-{
-    return "<" + name + ">" + inside + "</" + name + ">";
-}
-
-int prepare(net_param_t *param, net_ext_t *ext, std::size_t size)
-{
-    return net_param_init_size_id(param, ext, static_cast<unsigned int>(size), 1);
 }
 
 } // namespace test
