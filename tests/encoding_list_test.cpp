@@ -15,11 +15,6 @@ using test::log_of;
 using test::print_children;
 using test::Xml;
 
-bool starts(const std::string &text, const std::string &with)
-{
-    return text.compare(0, with.size(), with) == 0;
-}
-
 class EncodingListWriter : public test::HostTest {
 protected:
     // Entries of different printed sizes.
@@ -95,7 +90,6 @@ TEST_F(EncodingListWriter, NoBudgetLosesOrRepeatsAnEntry)
     int cursor = 0;
     const std::string whole = page(entries, &cursor, 1 << 20);
     const std::string head = "<StreamInfoList version=\"1.1\">", tail = "</StreamInfoList>", more = "<more>1</more>";
-    const std::string empty_page = "<StreamInfoList version=\"1.1\">" + more + tail;
     const int whole_size = static_cast<int>(running_sizes(whole).back());
     for (int budget = 1; budget <= whole_size; ++budget) {
         std::string joined;
@@ -104,21 +98,18 @@ TEST_F(EncodingListWriter, NoBudgetLosesOrRepeatsAnEntry)
         for (bool left = true; left && !stuck;) {
             const int before = cursor;
             std::string text = page(entries, &cursor, budget);
-            ASSERT_TRUE(starts(text, head)) << text;
+            ASSERT_EQ(text.substr(0, head.size()), head);
             text = text.substr(head.size(), text.size() - head.size() - tail.size());
             left = text.size() >= more.size() && text.compare(text.size() - more.size(), more.size(), more) == 0;
             ASSERT_EQ(left, cursor < entries) << budget;
             joined += left ? text.substr(0, text.size() - more.size()) : text;
             stuck = left && cursor == before; // the budget has no room for this entry
         }
-        const std::string written = head + joined + tail;
-        if (!stuck)
-            ASSERT_EQ(written, whole) << budget;
-        else
-            ASSERT_TRUE(starts(whole, head + joined)) << budget;
+        const std::string written = head + joined + (stuck ? "" : tail);
+        ASSERT_EQ(whole.substr(0, written.size()), written) << budget;
     }
     cursor = 2;
-    EXPECT_EQ(page(entries, &cursor, 1), empty_page);
+    EXPECT_EQ(page(entries, &cursor, 1), head + more + tail);
     EXPECT_EQ(cursor, 2);
     cursor = entries;
     EXPECT_EQ(page(entries, &cursor, 1), "<StreamInfoList version=\"1.1\" />");
@@ -126,14 +117,11 @@ TEST_F(EncodingListWriter, NoBudgetLosesOrRepeatsAnEntry)
 
 TEST_F(EncodingListWriter, RefusedArgumentsLeaveTheCursor)
 {
-    TiXmlElement parent("body");
     int cursor = 3;
     EXPECT_EQ(page(2, &cursor, 1000), "failed");
     EXPECT_EQ(page(16, &cursor, 0), "failed");
     EXPECT_EQ(page(16, &cursor, -1), "failed");
     EXPECT_EQ(page(-1, &cursor, 1000), "failed");
-    EXPECT_EQ(page(16, nullptr, 1000), "failed");
-    EXPECT_EQ(xml_enc_info_list_s2x(list_->entries, 16, nullptr, &cursor, 1000), -1);
     EXPECT_EQ(cursor, 3);
     cursor = -1;
     EXPECT_EQ(page(16, &cursor, 1000), "failed");

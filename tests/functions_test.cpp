@@ -3,6 +3,7 @@
 
 #include <net_public.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 #include <string>
@@ -13,12 +14,9 @@ using test::Envelope;
 using test::log_of;
 using test::Xml;
 
-class FunctionTest : public test::HostTest {
-protected:
-    static constexpr auto ro = NET_ABILITY_OPERATION_RO;
-    static constexpr auto rw = NET_ABILITY_OPERATION_RW;
-    static constexpr auto none = NET_ABILITY_OPERATION_NONE;
-};
+class FunctionTest : public test::HostTest {};
+
+constexpr auto ro = NET_ABILITY_OPERATION_RO, rw = NET_ABILITY_OPERATION_RW, none = NET_ABILITY_OPERATION_NONE;
 
 // "type" is tested on its own: a name that is empty answers to it and to "index". No text has such a name.
 TEST_F(FunctionTest, TypeIsTestedApartFromTheRest)
@@ -85,21 +83,15 @@ TEST_F(FunctionTest, AbilityTokensAreAppended)
 
 TEST_F(FunctionTest, AbilityListsAreCutAtTheirSize)
 {
-    struct Case {
-        int size;
-        const char *first, *second;
-    };
-    for (const Case &one :
-         {Case{13, "uid_ro", "uid_ro, norm"}, Case{9, "uid_ro", "uid_ro, "}, Case{8, "uid_ro", "uid_ro,"},
-          Case{7, "uid_ro", "uid_ro"}, Case{5, "uid_", "uid_"}, Case{1, "", ""}}) {
-        SCOPED_TRACE(one.size);
+    const std::string whole = "uid_ro, norm_rw";
+    for (const std::size_t size : {13u, 9u, 8u, 7u, 5u, 1u}) {
         std::string list(20, '#');
         int count = 0;
-        EXPECT_EQ(make_enum_to_string(&list[0], one.size, "uid", ro, &count), 0);
-        EXPECT_STREQ(list.c_str(), one.first);
-        EXPECT_EQ(make_enum_to_string(&list[0], one.size, "norm", rw, &count), 0);
-        EXPECT_STREQ(list.c_str(), one.second);
-        EXPECT_EQ(list[static_cast<std::size_t>(one.size)], '#');
+        EXPECT_EQ(make_enum_to_string(&list[0], static_cast<int>(size), "uid", ro, &count), 0);
+        EXPECT_EQ(list.c_str(), whole.substr(0, std::min<std::size_t>(6, size - 1)));
+        EXPECT_EQ(make_enum_to_string(&list[0], static_cast<int>(size), "norm", rw, &count), 0);
+        EXPECT_EQ(list.c_str(), whole.substr(0, size - 1));
+        EXPECT_EQ(list[size], '#');
     }
 }
 
