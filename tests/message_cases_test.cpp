@@ -209,7 +209,9 @@ public:
         if (envelope_ != nullptr)
             return test::written(&envelope_->param, message_.write);
         TiXmlElement parent("body");
-        return component_.call(payload_, &parent, nullptr) == 0 ? test::print_children(parent) : "failed";
+        const int result = component_.call(payload_, &parent, nullptr);
+        EXPECT_TRUE(result == 0 || parent.NoChildren());
+        return result == 0 ? test::print_children(parent) : "failed";
     }
 
     // Where the member is, and in what.
