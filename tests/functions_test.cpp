@@ -104,6 +104,7 @@ TEST_F(FunctionTest, BadAbilityTokensAreRefused)
     EXPECT_EQ(log_of([&] { EXPECT_EQ(make_enum_to_string(list, 16, nullptr, ro, &count), -1); }), invalid);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(make_enum_to_string(list, 16, "a", ro, nullptr), -1); }), invalid);
     EXPECT_EQ(log_of([&] { EXPECT_EQ(make_enum_to_string(list, 0, "a", none, &count), -1); }), invalid);
+    EXPECT_EQ(make_enum_to_string(list, 16, "a", NET_ABILITY_OPERATION_BUTT, &count), -1);
     EXPECT_STREQ(list, "uid_ro");
 }
 

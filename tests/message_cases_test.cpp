@@ -7,7 +7,6 @@
 #include <net_public.h>
 
 #include <algorithm>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <functional>
