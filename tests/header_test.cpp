@@ -1,5 +1,5 @@
-// P15: the limits of an extension header. Seen from outside, by the result of
-// net_exten_x2s() and the line that gives the reason.
+// P15: the limits of an extension header, against the XML library itself, and on a small stack. What exactly they are
+// is in cases/messages/header.txt.
 #include "support.h"
 
 #include <host.h>
@@ -20,17 +20,9 @@ const std::size_t longest_header = netpublic::header_limits.length;
 
 class HeaderTest : public test::HostTest {};
 
-// Why a header is refused that the XML library would try to read; "" when it is not.
-std::string refusal(std::string text)
+std::string nested(int levels)
 {
-    net_ext_t ext = {};
-    const char *why = fuzz::header_refusal(test::output_of([&] { net_exten_x2s(text.data(), &ext); }));
-    return why != nullptr ? why : "";
-}
-
-std::string nested(int levels, const std::string &inside = "")
-{
-    return repeated(levels, "<z>") + inside + repeated(levels, "</z>");
+    return repeated(levels, "<z>") + repeated(levels, "</z>");
 }
 
 std::string attributes(int count)
@@ -41,153 +33,59 @@ std::string attributes(int count)
     return result;
 }
 
-constexpr char too_deep[] = "nested too deeply";
-constexpr char too_many[] = "too many attributes";
-constexpr char no_utf8[] = "no UTF-8";
 constexpr char declaration[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
 
-TEST_F(HeaderTest, LimitsAreExact)
-{
-    EXPECT_EQ(refusal(nested(64)), "");
-    EXPECT_EQ(refusal(nested(65)), too_deep);
-    EXPECT_EQ(refusal("<a></a>" + nested(64)), "") << "what is closed is no level";
-    EXPECT_EQ(refusal(nested(63, "<b/>")), "");
-    EXPECT_EQ(refusal(nested(64, "<b/>")), too_deep) << "an empty element is a level too";
-    EXPECT_EQ(refusal(nested(63, "<b/><b></b>")), "") << "siblings are no levels";
-    EXPECT_EQ(refusal(repeated(100, "</z>") + nested(65)), too_deep) << "what closes nothing makes no room";
-    EXPECT_EQ(refusal("<a" + attributes(64) + "/>"), "");
-    EXPECT_EQ(refusal("<a" + attributes(65) + "/>"), too_many);
-    EXPECT_EQ(refusal("<a" + attributes(64) + "><b" + attributes(64) + "/></a>"), "");
-    const std::string padding(longest_header - 7, 'x');
-    EXPECT_EQ(refusal("<a>" + padding + "</a>"), "");
-    EXPECT_EQ(refusal("<a>" + padding + "x</a>"), "text too long");
-}
-
-// What looks like markup where the library sees none neither opens nor closes a level.
-TEST_F(HeaderTest, MarkupIsCountedOnlyWhereItIsMarkup)
-{
-    const char *const hidden[] = {
-        "<b x=\"</b>\">",        "<b x='</b>'>",    "<b x=\"/>\">",        "<b x='\"/>'>",      "<b x = '/>' >",
-        "<b><!-- </b> -->",      "<b><!--></b>-->", "<b><![CDATA[</b>]]>", "<b><!ELEMENT </b>", "<_b>",
-        "<b:c x=\"1\"\ty='/>'>", "<b x=1>",         "<b>&#x41;&#65;&lt;&", "<b x='&#62;'>",
-    };
-    for (const char *opening : hidden)
-        EXPECT_EQ(refusal(repeated(200, opening)), too_deep) << opening;
-
-    const char *const balanced[] = {
-        "<b/>",         "<b x='>'/>", "<b x=\"<b>\"/>", "<!-- <b> -->", "<![CDATA[<b>]]>",
-        "<!DOCTYPE b>", "<?pi b?>",   "<b></b >",       "< b>",         "<b><c/></b>",
-    };
-    for (const char *text : balanced)
-        EXPECT_EQ(refusal("<a>" + repeated(200, text) + "</a>"), "") << text;
-}
-
-// The library would read these backwards from the ';' and lose what is in front of the last 'x' or '#'.
-TEST_F(HeaderTest, ReferencesHideNothing)
-{
-    for (const char *text : {"&#x<b>x41;", "&#<!--#65;", "&#xx41;", "&#0#65;", "&#;", "&#x;"})
-        for (const char *around : {"<a>~</a>", "<a b='~'/>", "<a b=\"~\"/>", "<?xml version='~'?><a/>"}) {
-            std::string header = around;
-            EXPECT_EQ(refusal(header.replace(header.find('~'), 1, text)), "bad reference") << header;
-        }
-    for (const char *text : {"&#x<b>x4g;", "&#<!--65;", "&#x41", "&#X41;", "&#-1;"})
-        EXPECT_EQ(refusal("<a>" + std::string(text)), "") << "is the library's to refuse";
-    EXPECT_EQ(refusal("<a><!-- &#x<b>x41; --><![CDATA[&#x<b>x41;]]><?xml a='&#x<b>x41;'?></a>"), "") << "is none";
-}
-
-TEST_F(HeaderTest, DeclarationsEndWhereTheLibraryEndsThem)
-{
-    const std::string bomb = repeated(200, "<b>");
-    // The quotes of unknown attributes and of processing instructions do not count ...
-    EXPECT_EQ(refusal("<?xml a=\">" + bomb), too_deep);
-    EXPECT_EQ(refusal("<?foo a=\">" + bomb), too_deep);
-    EXPECT_EQ(refusal("<?XML a='>" + bomb), too_deep);
-    // ... those of the known ones do.
-    EXPECT_EQ(refusal("<?xml version=\"" + bomb + "\"?><a/>"), "");
-    EXPECT_EQ(refusal("<?XML Encoding = '" + bomb + "'?><a/>"), "");
-    EXPECT_EQ(refusal(repeated(200, "<b><?xml standalone='</b>'?>")), too_deep);
-}
-
-TEST_F(HeaderTest, CutSequencesMustNotHideMarkup)
-{
-    const std::string mark = "\xEF\xBB\xBF";
-    const char *const utf8[] = {declaration, "\xEF\xBB\xBF", "<?XmL?>", "<?xml encoding='utf8x'?>",
-                                "<?xml encoding='&#85;TF-8'?><?xml encoding='x'?>"};
-    for (const std::string start : utf8) {
-        for (const char *lead : {"\xC2", "\xE2", "\xE2\x82", "\xF0\x9F\x98"}) {
-            EXPECT_EQ(refusal(start + "<a><b>" + lead + "</b></a>"), no_utf8) << start;
-            EXPECT_EQ(refusal(start + "<a x=\"" + lead + "\"/>"), no_utf8);
-            EXPECT_EQ(refusal(start + "<a x='" + lead + "'/>"), no_utf8);
-            EXPECT_EQ(refusal(start + "<a x='" + lead + "\"'>" + lead + "\"'--</a>"),
-                      lead == std::string("\xE2") ? no_utf8 : "")
-                << "quotes that are no markup";
-        }
-        EXPECT_EQ(refusal(start + "<a>\xE2\x82\xAC\xC3\xA9\xF0\x9F\x98\x80\xEF\xBB\xBF\xEF\xBF\xBE\xEF\xBF\xBF</a>"),
-                  "");
-        EXPECT_EQ(refusal(start + "<a>\xC0</a>"), "") << "stands for itself";
-        EXPECT_EQ(refusal(start + "<a>\xE2"), "") << "the padding stops the library";
-    }
-    // Where the library takes byte by byte there is nothing to cut.
-    for (const std::string start : {"", "<?xml encoding='ISO-8859-1'?>", "<?xml encoding=\"GB2312\"?>",
-                                    "<?xml encoding=' UTF-8'?>", "<a/><?xml encoding='x'?><?xml encoding='UTF-8'?>"}) {
-        EXPECT_EQ(refusal(start + "<a x='\xE9'><b>caf\xE9</b></a>"), "") << start;
-        EXPECT_EQ(refusal(start + repeated(200, "<b>\xE9</b>")), "") << start;
-    }
-}
-
 // Names whatever a header's refusal rests on, in every order: markup, quotes, sections, references, sequences.
-constexpr const char *pieces[] = {
-    "<b>",
-    "</b>",
-    "<b",
-    "<b/>",
-    ">",
-    "/>",
-    "/",
-    "<",
-    "'",
-    "\"",
-    " x=\"",
-    " x='",
-    " y=",
-    "=",
-    " ",
-    "b",
-    "<!",
-    "<!--",
-    "-->",
-    "--",
-    "->",
-    "]]>",
-    "]",
-    "<![CDATA[",
-    "<?",
-    "<?xml",
-    "<?xml>",
-    "?>",
-    "\xE2",
-    "\xC3",
-    "\xF0",
-    "\xA9",
-    "\xEF\xBB\xBF",
-    "\xEF\xBF\xBF",
-    "&lt;",
-    "&#65;",
-    "&#",
-    "&#x",
-    "x41;",
-    "#65;",
-    "&",
-    " version=\"",
-    "</b >",
-    " encoding='",
-    " standalone='",
-    "\n",
-    "</",
-    ";",
-    "<?xml encoding='x'?>",
-    "<c d='1' e='2'>",
-};
+constexpr const char *pieces[] = {"<b>",
+                                  "</b>",
+                                  "<b",
+                                  "<b/>",
+                                  ">",
+                                  "/>",
+                                  "/",
+                                  "<",
+                                  "'",
+                                  "\"",
+                                  " x=\"",
+                                  " x='",
+                                  " y=",
+                                  "=",
+                                  " ",
+                                  "b",
+                                  "<!",
+                                  "<!--",
+                                  "-->",
+                                  "--",
+                                  "->",
+                                  "]]>",
+                                  "]",
+                                  "<![CDATA[",
+                                  "<?",
+                                  "<?xml",
+                                  "<?xml>",
+                                  "?>",
+                                  "\xE2",
+                                  "\xC3",
+                                  "\xF0",
+                                  "\xA9",
+                                  "\xEF\xBB\xBF",
+                                  "\xEF\xBF\xBF",
+                                  "&lt;",
+                                  "&#65;",
+                                  "&#",
+                                  "&#x",
+                                  "x41;",
+                                  "#65;",
+                                  "&",
+                                  " version=\"",
+                                  "</b >",
+                                  " encoding='",
+                                  " standalone='",
+                                  "\n",
+                                  "</",
+                                  ";",
+                                  "<?xml encoding='x'?>",
+                                  "<c d='1' e='2'>"};
 constexpr const char *starts[] = {"", "<b>", declaration, "\xEF\xBB\xBF<b>", "<?xml encoding='x'?><b>"};
 
 // Whatever is not refused holds no more than the limits allow, however low they are.
@@ -262,9 +160,7 @@ int parse_on_small_stack(const std::string &text)
 // The XML library would need more stack, or seconds, for each of them.
 TEST_F(HeaderTest, BombsAreRefused)
 {
-    std::string many = "<ExtenSion";
-    for (int i = 0; i < 8000; ++i)
-        many += " a" + std::to_string(i) + "=''";
+    const std::string many = "<ExtenSion" + attributes(8000);
     std::vector<std::string> bombs = {
         repeated(50000, "<b>"),
         repeated(21000, "<b>"),

@@ -44,14 +44,19 @@ const std::vector<std::string> &example_bodies()
     return texts;
 }
 
-MessageEnvelope::MessageEnvelope(const Message &message)
+net_ext_t any_request()
 {
     net_ext_t ext = {};
     std::strcpy(ext.token, "system,streaming,PTZ,IO,alarm,image,replay,security,video,disk");
+    return ext;
+}
+
+MessageEnvelope::MessageEnvelope(const Message &message, net_ext_t request)
+{
     if (message.initialise != nullptr)
-        EXPECT_EQ(message.initialise(&param, &ext), 0) << message.name;
+        EXPECT_EQ(message.initialise(&param, &request), 0) << message.name;
     else
-        EXPECT_EQ(prepare(&param, &ext, message.size), 0) << message.name;
+        EXPECT_EQ(net_param_init_size_id(&param, &request, message.size, 1), 0) << message.name;
     size_ = net_host_memory().last_size;
 }
 

@@ -15,10 +15,13 @@ std::vector<netpublic::Message> all_messages();
 // The message bodies of all examples.
 const std::vector<std::string> &example_bodies();
 
+// A request that asks for all that an ability can tell.
+net_ext_t any_request();
+
 // An envelope as the message's initialiser, or the host, prepares it.
 class MessageEnvelope : public AnyEnvelope {
 public:
-    explicit MessageEnvelope(const netpublic::Message &message);
+    explicit MessageEnvelope(const netpublic::Message &message, net_ext_t request = any_request());
 
     // Of the payload, bytes.
     std::size_t size() const

@@ -5,6 +5,7 @@
 
 #include <cstring>
 #include <fstream>
+#include <regex>
 #include <sstream>
 
 namespace test {
@@ -12,61 +13,6 @@ namespace {
 
 constexpr int garbage = 0xA5;
 constexpr std::size_t padding = 8; // the XML library reads past the end of a cut UTF-8 sequence
-
-bool starts(const std::string &text, std::size_t at, const char *with)
-{
-    return text.compare(at, std::strlen(with), with) == 0;
-}
-
-bool is_digit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
-std::size_t skip_digits(const std::string &text, std::size_t at)
-{
-    while (at < text.size() && is_digit(text[at]))
-        ++at;
-    return at;
-}
-
-// The end of a location prefix "ESC[0;3xm[file:line]:ESC[0m" at a position, with its short form.
-std::size_t read_prefix(const std::string &log, std::size_t at, std::string &shortened)
-{
-    const bool red = starts(log, at, "\033[0;31m[");
-    if (!red && !starts(log, at, "\033[0;32m["))
-        return at;
-    const char end[] = "]:\033[0m";
-    const std::size_t file = at + std::strlen("\033[0;31m[");
-    const std::size_t colon = log.find(':', file);
-    if (colon == std::string::npos)
-        return at;
-    const std::size_t close = skip_digits(log, colon + 1);
-    if (close == colon + 1 || !starts(log, close, end))
-        return at;
-    shortened = std::string(red ? "<red " : "<green ") + log.substr(file, colon - file) + ">";
-    return close + std::strlen(end);
-}
-
-// The position of the number after "line" and its separator at a position; 0 when there is none.
-std::size_t find_line_number(const std::string &log, std::size_t at)
-{
-    if (!starts(log, at, "Line") && !starts(log, at, "line"))
-        return 0;
-    const std::size_t separator = at + std::strlen("Line");
-    std::size_t number = separator;
-    for (const char *mark : {":", "(", "[", "\xEF\xBC\x9A"}) {
-        if (starts(log, separator, mark)) {
-            number = separator + std::strlen(mark);
-            break;
-        }
-    }
-    if (number == separator)
-        return 0;
-    while (number < log.size() && log[number] == ' ')
-        ++number;
-    return number < log.size() && is_digit(log[number]) ? number : 0;
-}
 
 } // namespace
 
@@ -149,20 +95,13 @@ const std::string &Output::text()
 
 std::string tidy(const std::string &log)
 {
-    std::string result;
-    for (std::size_t at = 0; at < log.size();) {
-        std::string shortened;
-        const std::size_t behind = read_prefix(log, at, shortened);
-        if (behind != at) {
-            result += shortened;
-            at = behind;
-        } else if (const std::size_t number = find_line_number(log, at); number != 0) {
-            result += log.substr(at, number - at) + "#";
-            at = skip_digits(log, number);
-        } else {
-            result += log[at++];
-        }
-    }
+    const std::pair<const char *, const char *> shortened[] = {
+        {"\033\\[0;31m\\[([^:]*):[0-9]+\\]:\033\\[0m", "<red $1>"},
+        {"\033\\[0;32m\\[([^:]*):[0-9]+\\]:\033\\[0m", "<green $1>"},
+        {"([Ll]ine(?::|\\(|\\[|\xEF\xBC\x9A) *)[0-9]+", "$1#"}};
+    std::string result = log;
+    for (const auto &[pattern, replacement] : shortened)
+        result = std::regex_replace(result, std::regex(pattern), replacement);
     return result;
 }
 
@@ -195,13 +134,6 @@ int AnyEnvelope::read(Parser parser, const std::string &text)
     return parser(&param, body.root());
 }
 
-net_ext_t channel(int id)
-{
-    net_ext_t ext{};
-    ext.channelId = id;
-    return ext;
-}
-
 std::string example(const std::string &name)
 {
     std::ifstream file(NETPUBLIC_EXAMPLES_DIR "/" + name + ".xml");
@@ -217,16 +149,6 @@ std::string repeated(int count, const std::string &text)
     while (count-- > 0)
         all += text;
     return all;
-}
-
-std::string element(const std::string &name, const std::string &inside)
-{
-    return "<" + name + ">" + inside + "</" + name + ">";
-}
-
-int prepare(net_param_t *param, net_ext_t *ext, std::size_t size)
-{
-    return net_param_init_size_id(param, ext, static_cast<unsigned int>(size), 1);
 }
 
 } // namespace test

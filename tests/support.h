@@ -140,18 +140,6 @@ public:
 std::string example(const std::string &name);
 
 std::string repeated(int count, const std::string &text);
-// "<name>inside</name>"
-std::string element(const std::string &name, const std::string &inside);
-
-// An envelope as the host prepares it for a message without an initialiser: prepared<net_preview_v20_t>.
-int prepare(net_param_t *param, net_ext_t *ext, std::size_t size);
-template <class Payload> int prepared(net_param_t *param, net_ext_t *ext)
-{
-    return prepare(param, ext, sizeof(Payload));
-}
-
-// An extension record that is empty but for the channel.
-net_ext_t channel(int id);
 
 } // namespace test
 
