@@ -166,9 +166,12 @@ void check_rectangle(const std::string &text, int columns, int rows, bool by_col
 {
     const int stride = by_columns ? netpublic::grid_rows : netpublic::grid_columns;
     const int count = columns * rows;
-    if (netpublic::count_cells(text.data(), static_cast<int>(text.size()), 15500) < count)
+    const Decoded decoded = plain_bits(text, 15500);
+    const std::string &cells = decoded.bits;
+    const int held = netpublic::count_cells(text.data(), static_cast<int>(text.size()), 15500);
+    require(held == (decoded.valid ? static_cast<int>(cells.size()) : -1), "P9", "how many cells a text holds");
+    if (held < count)
         return;
-    const std::string cells = plain_bits(text, 15500).bits;
     constexpr std::size_t whole = netpublic::grid_columns * netpublic::grid_rows;
     const std::string before(whole, '\x5A');
     Guarded in(text.data(), text.size());
@@ -189,11 +192,13 @@ void check_rectangle(const std::string &text, int columns, int rows, bool by_col
     std::string encoded(static_cast<std::size_t>(count) / 6 + 8, '~');
     const int length = EncodeBinaryArrayToBase64(bits.as<>(), encoded.data(), count, INT_MAX);
     const netpublic::Grid rectangle = {grid.as<>(), columns, rows, by_columns};
-    Guarded made(netpublic::encoded_length(rectangle));
-    netpublic::encode_grid(rectangle, made.as<char>(), netpublic::encoded_length(rectangle));
-    require(std::string(made.as<char>(), netpublic::encoded_length(rectangle)) ==
-                encoded.substr(0, static_cast<std::size_t>(length)),
-            "P9", "the text of a grid");
+    encoded.resize(static_cast<std::size_t>(length));
+    require(netpublic::encoded_length(rectangle) == encoded.size(), "P9", "the length of a grid's text");
+    for (const std::size_t part : {encoded.size(), encoded.size() - 1, encoded.size() / 2, std::size_t{1}}) {
+        Guarded made(part);
+        netpublic::encode_grid(rectangle, made.as<char>(), part);
+        require(std::string(made.as<char>(), part) == encoded.substr(0, part), "P9", "the text of a grid");
+    }
 }
 
 // Word tables
@@ -488,6 +493,11 @@ void base64_seeds(const Sink &sink)
     for (const char *tail :
          {"QQ==", "QUI=", "QUJD", "Q===", "====", "QQ=A", "QQ==QUJD", "Q!==", "QUJ", "//8=", "AAAA\r\nAAAA"})
         sink("tail", std::string("\xFF\x00\x08", 3) + tail);
+    // Of grids, the first bytes are the columns and rows less one.
+    for (const auto &[columns, rows] : {std::pair{1, 1}, {155, 100}, {96, 64}, {155, 1}, {1, 100}, {7, 9}, {8, 8}})
+        for (const char by_columns : {'\0', '\1'})
+            sink("shape",
+                 std::string{static_cast<char>(columns - 1), static_cast<char>(rows - 1), by_columns} + alphabet);
     std::string all(alphabet);
     random_seeds(sink, "good", all, 300);
     random_seeds(sink, "padded", all + "==", 300);
