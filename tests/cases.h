@@ -2,6 +2,7 @@
 //     # a remark
 //     function
 //       argument | argument => what comes of it   # a remark
+// The arrow may lack where nothing is expected but to be read.
 // Blanks around a part do not belong to it; "quoted" parts keep theirs. \n \r \t \0 \\ and \xNN stand for bytes,
 // {31*ab} for 31 times "ab", null for a null pointer.
 #ifndef NETPUBLIC_TESTS_CASES_H
