@@ -20,6 +20,26 @@
 #include <sstream>
 
 namespace fuzz {
+
+const std::vector<Example> &examples()
+{
+    static const std::vector<Example> all = [] {
+        std::vector<Example> read;
+        std::error_code none;
+        for (const auto &entry : std::filesystem::directory_iterator(NETPUBLIC_EXAMPLES_DIR, none)) {
+            if (entry.path().extension() != ".xml")
+                continue;
+            std::ifstream file(entry.path(), std::ios::binary);
+            std::stringstream text;
+            text << file.rdbuf();
+            read.push_back({entry.path().stem().string(), text.str()});
+        }
+        std::sort(read.begin(), read.end(), [](const Example &a, const Example &b) { return a.name < b.name; });
+        return read;
+    }();
+    return all;
+}
+
 namespace {
 
 using namespace netpublic;
@@ -138,27 +158,6 @@ std::vector<TiXmlElement *> bodies_of(TiXmlElement &root)
     if (bodies.empty())
         bodies.push_back(&root);
     return bodies;
-}
-
-struct Example {
-    std::string name;
-    std::string text;
-};
-
-std::vector<Example> examples()
-{
-    std::vector<Example> all;
-    std::error_code none;
-    for (const auto &entry : std::filesystem::directory_iterator(NETPUBLIC_EXAMPLES_DIR, none)) {
-        if (entry.path().extension() != ".xml")
-            continue;
-        std::ifstream file(entry.path());
-        std::stringstream text;
-        text << file.rdbuf();
-        all.push_back({entry.path().stem().string(), text.str()});
-    }
-    std::sort(all.begin(), all.end(), [](const Example &a, const Example &b) { return a.name < b.name; });
-    return all;
 }
 
 // Hands each body of the examples, with the messages that read something of it, to the function.

@@ -1,15 +1,13 @@
 #include "cases.h"
 #include "text/scanner.h"
 
+#include <author.h>
 #include <net_public.h>
 #include <scan.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -56,27 +54,6 @@ public:
 private:
     std::unique_ptr<char[]> copy_;
 };
-
-struct Example {
-    std::string name;
-    std::string text;
-};
-
-const std::vector<Example> &examples()
-{
-    static const std::vector<Example> all = [] {
-        std::vector<Example> read;
-        for (const auto &entry : std::filesystem::directory_iterator(NETPUBLIC_EXAMPLES_DIR)) {
-            std::ifstream file(entry.path(), std::ios::binary);
-            std::stringstream content;
-            content << file.rdbuf();
-            if (entry.path().extension() == ".xml")
-                read.push_back({entry.path().filename().string(), content.str()});
-        }
-        return read;
-    }();
-    return all;
-}
 
 class TextScanner : public test::HostTest {};
 
@@ -146,7 +123,7 @@ TEST_F(TextScanner, ReadsDamagedTextsAsTheLibraryDoes)
             }
             text += "</r>";
         } else {
-            text = examples()[below(examples().size())].text.substr(0, 600 + below(600));
+            text = fuzz::examples()[below(fuzz::examples().size())].text.substr(0, 600 + below(600));
             for (std::size_t left = 1 + below(3); left > 0; --left) {
                 const std::size_t at = below(text.size() + 1);
                 if (round % 2 == 0)
@@ -165,7 +142,7 @@ TEST_F(TextScanner, ReadsDamagedTextsAsTheLibraryDoes)
 TEST_F(TextScanner, ReadsCutTexts)
 {
     const bool all = std::getenv("NETPUBLIC_SCAN_ALL_CUTS") != nullptr;
-    for (const Example &example : examples()) {
+    for (const fuzz::Example &example : fuzz::examples()) {
         ASSERT_EQ(fuzz::scan_difference(example.text), "") << example.name;
         const std::size_t size = example.text.size();
         const std::size_t step = all || size < 2000 ? 1 : size / 200;
@@ -228,7 +205,7 @@ TEST_F(TextScanner, LimitsAreExact)
 // One block for whatever is a message, no larger than its text where a pointer has four bytes.
 TEST_F(TextScanner, TakesOneBlock)
 {
-    for (const Example &example : examples()) {
+    for (const fuzz::Example &example : fuzz::examples()) {
         const unsigned long before = net_host_memory().total;
         const Scanned scanned(example.text);
         EXPECT_EQ(net_host_memory().total - before, 1u) << example.name;

@@ -4,11 +4,10 @@
 #include "toolkit/printed_size.h"
 #include "values/values.h"
 
-#include <filesystem>
-#include <fstream>
+#include <author.h>
+
 #include <functional>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -32,14 +31,7 @@ std::string printed(const Build &build)
 {
     TiXmlElement parent("parent");
     build(Element(&parent));
-    std::string text;
-    for (const TiXmlNode *child = parent.FirstChild(); child != nullptr; child = child->NextSibling()) {
-        TiXmlPrinter printer;
-        printer.SetStreamPrinting();
-        child->Accept(&printer);
-        text += printer.Str();
-    }
-    return text;
+    return test::print_children(parent);
 }
 
 // The same, written into a buffer of this size between other bytes.
@@ -87,16 +79,11 @@ void rebuild(const TiXmlElement &element, Element parent)
 
 TEST(TextWriter, PrintsTheExamples)
 {
-    for (const auto &entry : std::filesystem::directory_iterator(NETPUBLIC_EXAMPLES_DIR)) {
-        if (entry.path().extension() != ".xml")
-            continue;
-        std::ifstream file(entry.path(), std::ios::binary);
-        std::stringstream content;
-        content << file.rdbuf();
-        test::Xml xml(content.str());
+    for (const fuzz::Example &example : fuzz::examples()) {
+        test::Xml xml(example.text);
         const TiXmlElement &root = *xml.root();
         const Build build = [&](Element parent) { rebuild(root, parent); };
-        expect_same(build, content.str().size() < 600);
+        expect_same(build, example.text.size() < 600);
         char text[1000];
         TextWriter writer(text, sizeof text);
         EXPECT_EQ(test::allocations_of([&] { rebuild(root, writer.top()); }), 0);
