@@ -3,6 +3,7 @@
 #include "host.h"
 #include "promises.h"
 #include "targets.h"
+#include "typed.h"
 #include "values/grid.h"
 #include "values/tables.h"
 
@@ -490,9 +491,7 @@ void random_seeds(const Sink &sink, const char *name, const std::string &charact
 void base64_seeds(const Sink &sink)
 {
     sink("alphabet", std::string("\x40\x00\x10", 3) + alphabet);
-    for (const char *tail :
-         {"QQ==", "QUI=", "QUJD", "Q===", "====", "QQ=A", "QQ==QUJD", "Q!==", "QUJ", "//8=", "AAAA\r\nAAAA"})
-        sink("tail", std::string("\xFF\x00\x08", 3) + tail);
+    typed_seeds("base64.txt", sink, std::string("\xFF\x00\x08", 3));
     // Of grids, the first bytes are the columns and rows less one.
     for (const auto &[columns, rows] : {std::pair{1, 1}, {155, 100}, {96, 64}, {155, 1}, {1, 100}, {7, 9}, {8, 8}})
         for (const char by_columns : {'\0', '\1'})
@@ -506,9 +505,7 @@ void base64_seeds(const Sink &sink)
 
 void list_seeds(const Sink &sink)
 {
-    for (const char *list : {"5,,7", "1,2,3,0,0", "-1,-", "2147483647,-2147483648,99999999999", ",", ",,,,",
-                             "1234567890123456789012345678901", "123456789012345678901234567890,1", " 7, 8"})
-        sink("list", std::string("\x20\x00\x04\x00", 4) + list);
+    typed_seeds("lists.txt", sink, std::string("\x20\x00\x04\x00", 4));
     random_seeds(sink, "short", "0123456789999,,,,", 300);
     random_seeds(sink, "long", "0123456789, -+x\n", 300);
 }
@@ -519,10 +516,7 @@ void word_seeds(const Sink &sink)
     const std::string head("\x1D\x03\x02\x10\x20\x02", 6);
     for (const auto &word : netpublic::alarm_type_list)
         sink("type", head + word.text);
-    for (const char *word :
-         {"", "T", "tu", "Sundays", " MDY_CN", "MDY_CN", "eng", "CS8", "mainStream", "externStreams", "io,snap",
-          "iosnap", "none,io", "IO,MD", "videoloss", "crossline", "loitering,cry", "RFSPEAKER", "dog_cat"})
-        sink("word", head + word);
+    typed_seeds("words.txt", sink, head);
     for (int code = -2; code < 50; ++code)
         for (const char room : {'\0', '\1', '\3', '\5', '\11', '\100'})
             sink("code", {static_cast<char>(code), static_cast<char>(code * 37), static_cast<char>(code % 4), room});

@@ -1,14 +1,10 @@
-// Typed cases in tests/cases/*.txt: calls and what is to come of them.
-//     # a remark
-//     function
-//       argument | argument => what comes of it   # a remark
-// The arrow may lack where nothing is expected but to be read.
-// Blanks around a part do not belong to it; "quoted" parts keep theirs. \n \r \t \0 \\ and \xNN stand for bytes,
-// {31*ab} for 31 times "ab", null for a null pointer.
+// Tests whose cases are typed in tests/cases/*.txt, in the form of typed.h; null stands for a null pointer.
 #ifndef NETPUBLIC_TESTS_CASES_H
 #define NETPUBLIC_TESTS_CASES_H
 
 #include "support.h"
+
+#include <typed.h>
 
 #include <functional>
 #include <map>
@@ -22,12 +18,7 @@ using Arguments = std::vector<std::string>;
 // Makes the call, and a text of what came of it.
 using Call = std::function<std::string(Arguments &arguments)>;
 
-struct Case {
-    std::string function;
-    Arguments arguments;
-    std::string expected;
-    std::string place; // file:line
-};
+using fuzz::Case;
 
 std::vector<Case> cases(const std::string &file);
 
