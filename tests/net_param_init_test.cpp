@@ -278,23 +278,4 @@ TEST_F(InitTest, AbilitySections)
         EXPECT_EQ(sections(c.token), c.numbers) << c.token;
 }
 
-// Where the named fields lie that the initialisers fill.
-TEST_F(InitTest, NamedFields)
-{
-    net_ext_t ext = request(7);
-    test::Envelope<tag_net_support_v20_t> features(nets_param_support_init, ext);
-    EXPECT_EQ(features->chnType, 9);
-    EXPECT_EQ(features->channel[63].chnID, -1);
-    test::Envelope<net_find_alarm_video_t> search(net_find_alarm_video_init, ext);
-    EXPECT_EQ(search->channelId, 7);
-    EXPECT_EQ(search->destination, -1);
-    test::Envelope<net_rf_t> radio(nets_param_rf_init, ext);
-    EXPECT_EQ(radio->rfId, 17);
-    test::Envelope<tag_net_shelter_cfg_v20_t> masks(nets_param_pic_shelter_init, ext);
-    EXPECT_EQ(masks->maxNum, -1);
-    test::Envelope<net_alarm_report_t> report(net_param_alarm_init, ext);
-    EXPECT_EQ(report->state[0].channelId, 7);
-    EXPECT_EQ(report->state[1].channelId, 0);
-}
-
 } // namespace

@@ -6,7 +6,6 @@
 #include <ifaddrs.h>
 #include <netinet/in.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -18,8 +17,11 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <iterator>
+#include <regex>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -533,24 +535,42 @@ protected:
         HostTest::SetUp();
         modulemask = 0; // file lines know no switches
         loglevel = 0;
-        std::string name = testing::TempDir() + "net_public_XXXXXX";
-        ASSERT_NE(mkdtemp(&name[0]), nullptr);
-        directory = name;
+        directory = testing::TempDir() + "net_public_XXXXXX";
+        ASSERT_NE(mkdtemp(directory.data()), nullptr);
         path = directory + "/file";
         free_descriptor_ = lowest_free_descriptor();
     }
     void TearDown() override
     {
         EXPECT_EQ(lowest_free_descriptor(), free_descriptor_) << "descriptor left open";
-        unlink(path.c_str());
-        rmdir(directory.c_str());
+        std::filesystem::remove_all(directory);
         HostTest::TearDown();
     }
 
-    std::string content() const
+    static std::string content(const std::string &of)
     {
-        std::ifstream file(path, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
+        std::ifstream file(of, std::ios::binary);
+        return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "none";
+    }
+
+    // A call with paths that begin with DIR, on the files that the cases tell of, and what it logs.
+    template <class Function> test::Call on_files(Function call)
+    {
+        return [this, call](Arguments &arguments) {
+            modulemask = loglevel = 0;
+            unlink(path.c_str());
+            for (const auto &[name, size] : std::initializer_list<std::pair<const char *, std::uintmax_t>>{
+                     {"/one", 1}, {"/empty", 0}, {"/hole", INT_MAX}, {"/beyond", INT_MAX + std::uintmax_t{1}}}) {
+                std::ofstream(directory + name).flush();
+                std::filesystem::resize_file(directory + name, size); // what is not written takes no room
+            }
+            for (std::string &argument : arguments)
+                if (argument.rfind("DIR", 0) == 0)
+                    argument.replace(0, 3, directory);
+            std::string text;
+            const std::string log = log_of([&] { text = call(arguments); });
+            return text + " " + std::regex_replace(log, std::regex(directory), "DIR");
+        };
     }
 
     std::string directory;
@@ -560,36 +580,40 @@ private:
     int free_descriptor_ = 0;
 };
 
-TEST_F(FileTest, WriteReplacesTheContent)
+// A function that writes data to a file of a name.
+template <class Write> auto writing(Write write)
 {
-    char text[] = "one\0two";
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_file_write(path.c_str(), text, 7), 0); }),
-              "<green net_public.cpp>write file(" + path + ")\n");
-    EXPECT_EQ(content(), std::string("one\0two", 7));
-    EXPECT_EQ(net_file_exist(path.c_str()), 1);
-    int size = -5;
-    EXPECT_EQ(nets_get_file_size(&path[0], &size), 0);
-    EXPECT_EQ(size, 7);
-
-    output_of([&] { EXPECT_EQ(net_file_write(path.c_str(), text, 2), 0); });
-    EXPECT_EQ(content(), "on");
+    return [write](Arguments &arguments) {
+        std::string &data = arguments.at(1);
+        return write(pointer(arguments.at(0)), pointer(data), static_cast<unsigned int>(data.size()));
+    };
 }
 
-TEST_F(FileTest, WriteRefusesWhatItCannotWrite)
+TEST_F(FileTest, Cases)
 {
-    char text[] = "text";
-    EXPECT_EQ(output_of([&] {
-                  EXPECT_EQ(net_file_write(nullptr, text, 4), -1);
-                  EXPECT_EQ(net_file_write(path.c_str(), nullptr, 4), -1);
-                  EXPECT_EQ(net_file_write(path.c_str(), text, 0), -1);
-              }),
-              "");
-    EXPECT_EQ(net_file_exist(path.c_str()), 0);
-
-    const std::string nowhere = directory + "/missing/file";
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_file_write(nowhere.c_str(), text, 4), -1); }),
-              "<green net_public.cpp>write file(" + nowhere + ")\n<red net_public.cpp>open file(" + nowhere +
-                  ") failed\n");
+    const auto write = writing(net_file_write);
+    const auto write_cert = writing(net_cert_write);
+    test::run_cases("files.txt",
+                    {{"net_file_write", on_files([=](Arguments &arguments) {
+                          const int result = write(arguments);
+                          return outcome(result, content(arguments[0]));
+                      })},
+                     {"net_file_remove", on_files([](Arguments &arguments) {
+                          const int result = net_file_remove(pointer(arguments.at(0)));
+                          return outcome(result, net_file_exist(pointer(arguments[0])));
+                      })},
+                     {"nets_get_file_size", on_files([](Arguments &arguments) {
+                          int size = -5;
+                          EXPECT_EQ(nets_get_file_size(arguments.at(0).data(), nullptr), -1);
+                          const int result = nets_get_file_size(arguments[0].data(), &size);
+                          return outcome(result, size);
+                      })},
+                     {"net_file_exist",
+                      on_files([](Arguments &arguments) { return outcome(net_file_exist(pointer(arguments.at(0)))); })},
+                     {"net_cert_write", on_files([=](Arguments &arguments) { return outcome(write_cert(arguments)); })},
+                     {"net_cert_remove", on_files([](Arguments &arguments) {
+                          return outcome(net_cert_remove(pointer(arguments.at(0))));
+                      })}});
 }
 
 TEST_F(FileTest, WriteReportsAFullDisk)
@@ -620,82 +644,7 @@ TEST_F(FileTest, WriteReportsAPartialWrite)
     EXPECT_EQ(result, -1);
     EXPECT_EQ(log, "<green net_public.cpp>write file(" + path +
                        ")\n<red net_public.cpp>write file error(65536), ferror(1)\n");
-    EXPECT_EQ(content(), std::string(limit, 'd'));
-}
-
-TEST_F(FileTest, Remove)
-{
-    EXPECT_EQ(output_of([&] {
-                  EXPECT_EQ(net_file_remove(""), 0);
-                  EXPECT_EQ(net_file_remove(path.c_str()), 0);
-                  EXPECT_EQ(net_file_remove(nullptr), -1);
-              }),
-              "");
-    std::ofstream(path) << "x";
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_file_remove(path.c_str()), 0); }),
-              "<green net_public.cpp>delete file:" + path + " success\n");
-    EXPECT_EQ(net_file_exist(path.c_str()), 0);
-
-    std::ofstream(path) << "x"; // a directory that is not empty stays
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_file_remove(directory.c_str()), -1); }),
-              "<red net_public.cpp>delete file:" + directory + " failed\n");
-    EXPECT_EQ(net_file_exist(path.c_str()), 1);
-}
-
-TEST_F(FileTest, SizeAndExistence)
-{
-    int size = -5;
-    EXPECT_EQ(nets_get_file_size(&path[0], &size), -1);
-    std::ofstream(path).flush();
-    EXPECT_EQ(nets_get_file_size(&path[0], nullptr), -1);
-    EXPECT_EQ(size, -5);
-    EXPECT_EQ(nets_get_file_size(&path[0], &size), 0);
-    EXPECT_EQ(size, 0);
-    // A file with a hole takes no room.
-    std::filesystem::resize_file(path, INT_MAX);
-    EXPECT_EQ(nets_get_file_size(&path[0], &size), 0);
-    EXPECT_EQ(size, INT_MAX);
-    std::filesystem::resize_file(path, INT_MAX + std::uintmax_t{1});
-    EXPECT_EQ(nets_get_file_size(&path[0], &size), -1);
-    EXPECT_EQ(net_file_exist(nullptr), 0);
-    EXPECT_EQ(net_file_exist(""), 0);
-    EXPECT_EQ(net_file_exist(directory.c_str()), 1);
-}
-
-TEST_F(FileTest, Certificates)
-{
-    char data[] = "pem";
-    char empty[] = "";
-    char name[] = "no-such-directory/client.pem";
-    EXPECT_EQ(output_of([&] {
-                  EXPECT_EQ(net_cert_write(nullptr, data, 3), -1);
-                  EXPECT_EQ(net_cert_write(name, nullptr, 3), -1);
-                  EXPECT_EQ(net_cert_write(name, data, 0), -1);
-                  EXPECT_EQ(net_cert_write(empty, data, 0), -1);
-                  EXPECT_EQ(net_cert_remove(nullptr), -1);
-              }),
-              "");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_cert_write(empty, data, 3), -1); }),
-              "<green net_public.cpp>need input cert filename\n");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_cert_write(name, data, 3), -1); }),
-              "<green net_public.cpp>write file(/mnt/para/no-such-directory/client.pem)\n"
-              "<red net_public.cpp>open file(/mnt/para/no-such-directory/client.pem) failed\n");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_cert_remove(empty), -1); }), "<green net_public.cpp>remove file()\n");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_cert_remove(name), 0); }),
-              "<green net_public.cpp>remove file(no-such-directory/client.pem)\n");
-}
-
-TEST_F(FileTest, CertificateNameThatDoesNotFitIsRefused)
-{
-    char data[] = "pem";
-    std::string fits(511 - std::strlen("/mnt/para/"), 'n');
-    std::string too_long = fits + 'n';
-    EXPECT_EQ(output_of([&] { EXPECT_EQ(net_cert_write(&too_long[0], data, 3), -1); }), "");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_cert_remove(&too_long[0]), -1); }),
-              "<green net_public.cpp>remove file(" + too_long + ")\n");
-    // The longest name that fits is tried; no file system takes so long a name.
-    EXPECT_NE(log_of([&] { EXPECT_EQ(net_cert_write(&fits[0], data, 3), -1); }).find("open file(/mnt/para/" + fits),
-              std::string::npos);
+    EXPECT_EQ(content(path), std::string(limit, 'd'));
 }
 
 // Random values and time

@@ -1,10 +1,7 @@
 #include "ground/element.h"
-#include "memory.h"
 #include "support.h"
 #include "toolkit/printed_size.h"
 #include "values/values.h"
-
-#include <author.h>
 
 #include <functional>
 #include <random>
@@ -59,34 +56,6 @@ void expect_same(const Build &build, bool all_sizes)
     for (std::size_t size = 0; all_sizes && size <= expected.size() + 1; ++size) {
         ASSERT_EQ(written(build, size, &length), expected.substr(0, size == 0 ? 0 : size - 1));
         ASSERT_EQ(length, expected.size());
-    }
-}
-
-void rebuild(const TiXmlElement &element, Element parent)
-{
-    const char *version = element.FirstAttribute() != nullptr ? element.FirstAttribute()->Name() : nullptr;
-    const TiXmlNode *first = element.FirstChild();
-    if (version == nullptr && first != nullptr && first->ToText() != nullptr) {
-        EXPECT_EQ(append_text(parent, element.Value(), element.GetText()), 0);
-        return;
-    }
-    const Element made =
-        version != nullptr ? append_root(parent, element.Value(), version) : append_element(parent, element.Value());
-    EXPECT_TRUE(made);
-    for (const TiXmlElement *child = element.FirstChildElement(); child != nullptr; child = child->NextSiblingElement())
-        rebuild(*child, made);
-}
-
-TEST(TextWriter, PrintsTheExamples)
-{
-    for (const fuzz::Example &example : fuzz::examples()) {
-        test::Xml xml(example.text);
-        const TiXmlElement &root = *xml.root();
-        const Build build = [&](Element parent) { rebuild(root, parent); };
-        expect_same(build, example.text.size() < 600);
-        char text[1000];
-        TextWriter writer(text, sizeof text);
-        EXPECT_EQ(test::allocations_of([&] { rebuild(root, writer.top()); }), 0);
     }
 }
 
