@@ -130,6 +130,7 @@ void check_byte_decoder(const std::string &text, unsigned size)
     if (text.size() >= 2)
         padding = std::size_t{text[text.size() - 1] == '='} + std::size_t{text[text.size() - 2] == '='};
     int expected = 0;
+    bool ends_early = false; // then the text may decode to more or less than its length says
     std::string bytes;
     if (text.size() % 4 != 0) {
         expected = -2;
@@ -141,26 +142,19 @@ void check_byte_decoder(const std::string &text, unsigned size)
         for (std::size_t at = 0; at < text.size(); at += 4) {
             const Decoded group = plain_bits(text.substr(at, 4), 24);
             bytes += pack_bits(group.bits);
-            if (group.bits.size() < 24 && at + 4 < text.size())
-                return; // padding in the middle: see below
+            ends_early |= group.bits.size() < 24 && at + 4 < text.size();
         }
         expected = static_cast<int>(bytes.size());
     }
     Guarded in(text.data(), text.size());
     Guarded out(size);
     const int count = base64_decode(out.as<>(), size, in.as<>(), static_cast<unsigned>(text.size()));
+    require(count <= static_cast<int>(size), "P2", "more bytes than there is room for");
+    if (ends_early)
+        return;
     require(count == expected, "P9", "the result of decoding bytes");
     if (expected > 0)
         require(std::memcmp(out.as<>(), bytes.data(), bytes.size()) == 0, "P9", "decoded bytes");
-}
-
-// A text whose padding stands in the middle may decode to more or less than its length says.
-void run_byte_decoder(const std::string &text, unsigned size)
-{
-    Guarded in(text.data(), text.size());
-    Guarded out(size);
-    const int count = base64_decode(out.as<>(), size, in.as<>(), static_cast<unsigned>(text.size()));
-    require(count <= static_cast<int>(size), "P2", "more bytes than there is room for");
 }
 
 void check_rectangle(const std::string &text, int columns, int rows, bool by_columns)
@@ -418,7 +412,6 @@ void run_base64(const std::uint8_t *data, std::size_t size)
     check_bit_decoder(text, 15500);
     check_byte_encoder(text, room);
     check_byte_decoder(text, room);
-    run_byte_decoder(text, room);
     check_byte_decoder(plain_encode(text, 1LL << 60), static_cast<unsigned>(text.size()));
 }
 

@@ -214,37 +214,35 @@ TEST_F(TextRoute, AFailingWriterLeavesAnEmptyText)
 }
 
 // Writers of other types have functions of their own.
+template <class Tree, class Text> void expect_same(Tree by_tree, Text by_text)
+{
+    TiXmlElement parent("parent");
+    ASSERT_EQ(by_tree(&parent), 0);
+    const std::string expected = test::print_children(parent);
+    char text[4096];
+    EXPECT_EQ(by_text(text, static_cast<unsigned int>(sizeof text)), static_cast<int>(expected.size()));
+    EXPECT_EQ(text, expected);
+}
+
 TEST_F(TextRoute, WritersOfOtherTypes)
 {
-    const auto compact = test::print_children;
-    char text[4096];
-
     Envelope<net_dst_cfg_v20_t> dst(nets_param_dst_cfg_init);
     std::memset(dst.param.data, 0, dst.param.dataSize);
-    TiXmlElement parent("parent");
-    ASSERT_EQ(nets_dst_cfg_s2x(&dst.param, &parent), 0);
-    EXPECT_EQ(net_text_dst_cfg_s2x(&dst.param, text, sizeof text), static_cast<int>(compact(parent).size()));
-    EXPECT_EQ(text, compact(parent));
+    expect_same([&](TiXmlElement *parent) { return nets_dst_cfg_s2x(&dst.param, parent); },
+                [&](char *text, unsigned int size) { return net_text_dst_cfg_s2x(&dst.param, text, size); });
 
     Envelope<net_ptz_serial_v20_t> serial(net_param_ptz_init);
-    TiXmlElement serial_parent("parent");
-    ASSERT_EQ(net_ptz_param_s2x(&serial->param, &serial_parent), 0);
-    EXPECT_EQ(net_text_ptz_param_s2x(&serial->param, text, sizeof text),
-              static_cast<int>(compact(serial_parent).size()));
-    EXPECT_EQ(text, compact(serial_parent));
+    expect_same([&](TiXmlElement *parent) { return net_ptz_param_s2x(&serial->param, parent); },
+                [&](char *text, unsigned int size) { return net_text_ptz_param_s2x(&serial->param, text, size); });
 
     std::vector<net_stream_info_v20_t> entries(3, net_stream_info_v20_t{});
-    int cursor = 0;
-    TiXmlElement list("parent");
-    ASSERT_EQ(xml_enc_info_list_s2x(entries.data(), 3, &list, &cursor, 2000), 0);
-    const int behind = cursor;
-    ASSERT_GT(behind, 0);
-    ASSERT_LT(behind, 3) << "the budget has no room for all";
-    cursor = 0;
-    EXPECT_EQ(net_text_enc_info_list_s2x(entries.data(), 3, &cursor, 2000, text, sizeof text),
-              static_cast<int>(compact(list).size()));
-    EXPECT_EQ(text, compact(list));
-    EXPECT_EQ(cursor, behind);
+    int by_tree = 0, by_text = 0;
+    expect_same([&](TiXmlElement *parent) { return xml_enc_info_list_s2x(entries.data(), 3, parent, &by_tree, 2000); },
+                [&](char *text, unsigned int size) {
+                    return net_text_enc_info_list_s2x(entries.data(), 3, &by_text, 2000, text, size);
+                });
+    EXPECT_TRUE(by_tree > 0 && by_tree < 3) << "the budget has no room for all: " << by_tree;
+    EXPECT_EQ(by_text, by_tree);
 }
 
 } // namespace

@@ -72,26 +72,17 @@ TEST_F(TextScanner, ReadsShortTextsAsTheLibraryDoes)
     const long part = shard != nullptr ? std::atol(shard) : 0;
     const long parts = shard != nullptr ? std::atol(std::strchr(shard, '/') + 1) : 1;
     long compared = 0;
-    for (int length = 0; length <= longest; ++length) {
-        std::vector<std::size_t> digits(static_cast<std::size_t>(length), 0);
-        bool more = true;
-        for (long index = 0; more; ++index) {
-            if (index % parts == part) {
-                std::string text;
-                for (const std::size_t digit : digits)
-                    text += symbols[digit];
-                for (const auto &[before, behind] : contexts) {
-                    ++compared;
-                    const std::string whole = before + text + behind;
-                    ASSERT_EQ(fuzz::scan_difference(whole), "") << whole;
-                }
-            }
-            more = false;
-            for (std::size_t &digit : digits) {
-                more = ++digit < symbols.size();
-                if (more)
-                    break;
-                digit = 0;
+    long count = 1; // of a length
+    for (int length = 0; length <= longest; ++length, count *= static_cast<long>(symbols.size())) {
+        for (long index = part; index < count; index += parts) {
+            std::string text;
+            auto digits = static_cast<std::size_t>(index);
+            for (int i = 0; i < length; ++i, digits /= symbols.size())
+                text += symbols[digits % symbols.size()];
+            for (const auto &[before, behind] : contexts) {
+                ++compared;
+                const std::string whole = before + text + behind;
+                ASSERT_EQ(fuzz::scan_difference(whole), "") << whole;
             }
         }
     }

@@ -104,18 +104,20 @@ std::string encode_cells(Arguments &arguments)
     return outcome(result, out);
 }
 
-// Of a converter to a buffer of `size` bytes, of which `shown` are shown.
-template <class Convert> std::string converted(Arguments &arguments, std::size_t shown, Convert convert)
+// A converter to a buffer, of which so many bytes are shown, or as many as it may fill.
+template <class Char, class Size, class Text, class Length>
+Call converter(int (*convert)(Char *, Size, Text *, Length), int shown = -1)
 {
-    int result = 0;
-    const int size = number(arguments.at(1));
-    const std::string text = left_in(shown, [&](char *out) { result = convert(out, size, arguments.at(0)); });
-    return outcome(result, text);
-}
-
-const unsigned char *bytes(const std::string &text)
-{
-    return reinterpret_cast<const unsigned char *>(text.data());
+    return [=](Arguments &arguments) {
+        int result = 0;
+        std::string &in = arguments.at(0);
+        const int size = number(arguments.at(1));
+        const std::string out = left_in(static_cast<std::size_t>(shown < 0 ? size : shown), [&](char *to) {
+            result = convert(reinterpret_cast<Char *>(to), static_cast<Size>(size), reinterpret_cast<Text *>(in.data()),
+                             static_cast<Length>(in.size()));
+        });
+        return outcome(result, out);
+    };
 }
 
 // The packed tables themselves, with what the shared ones do not have.
@@ -188,30 +190,9 @@ TEST_F(WordsTest, Cases)
          {"changeIntTableToString", list_of_numbers},
          {"changeStringToIntTable", numbers_of_list},
          {"EncodeBinaryArrayToBase64", encode_cells},
-         {"Base64DecodeToBinaryArray",
-          [](Arguments &arguments) {
-              return converted(arguments, static_cast<std::size_t>(number(arguments.at(1))),
-                               [](char *out, int size, std::string &text) {
-                                   return Base64DecodeToBinaryArray(out, size, text.data(),
-                                                                    static_cast<int>(text.size()));
-                               });
-          }},
-         {"base64_encode",
-          [](Arguments &arguments) {
-              return converted(arguments, static_cast<std::size_t>(number(arguments.at(1))),
-                               [](char *out, int size, std::string &text) {
-                                   return base64_encode(reinterpret_cast<unsigned char *>(out),
-                                                        static_cast<unsigned int>(size), bytes(text),
-                                                        static_cast<unsigned int>(text.size()));
-                               });
-          }},
-         {"base64_decode",
-          [](Arguments &arguments) {
-              return converted(arguments, 6, [](char *out, int size, std::string &text) {
-                  return base64_decode(reinterpret_cast<unsigned char *>(out), static_cast<unsigned int>(size),
-                                       bytes(text), static_cast<unsigned int>(text.size()));
-              });
-          }},
+         {"Base64DecodeToBinaryArray", converter(Base64DecodeToBinaryArray)},
+         {"base64_encode", converter(base64_encode)},
+         {"base64_decode", converter(base64_decode, 6)},
          {"find_whole",
           [](Arguments &arguments) {
               return code_in(netpublic::find_whole(fruits, arguments.at(0).c_str(), arguments.at(1) == "exact"));
