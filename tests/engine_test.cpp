@@ -149,7 +149,7 @@ struct RequiredFields : Description {
     static constexpr Traits traits = HERE.parser("reader").failure(Line::plain_failed);
 };
 
-// Lists: beyond the capacity of two.
+// P3. Lists: beyond the capacity of two.
 template <int policy> struct ListOf : Description {
     using T = Payload;
     static constexpr Field plain =
