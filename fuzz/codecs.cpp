@@ -211,34 +211,31 @@ using netpublic::WordTable;
 
 constexpr int untouched = 0x5A5A5A;
 
-// `lookup` stores a code, or leaves it alone.
-template <class Lookup>
-void check_index(Lookup lookup, const WordTable::Entry *expected, bool lenient, const char *what)
+// The lookup stores a code, or leaves it alone.
+template <class Word>
+void check_index(int (*lookup)(int *, Word *), const WordTable &words, const std::string &text, bool lenient)
 {
+    Guarded word(text.c_str(), text.size() + 1);
     int code = untouched;
-    const int result = lookup(&code);
-    require(result == (expected != nullptr || lenient ? 0 : -1), "P9", what);
-    require(code == (expected != nullptr ? expected->code : untouched), "P9", what);
+    const WordTable::Entry *expected = plain_prefix(words, text);
+    const int result = lookup(&code, word.as<Word>());
+    require(result == (expected != nullptr || lenient ? 0 : -1), "P9", "whether a word has a code");
+    require(code == (expected != nullptr ? expected->code : untouched), "P9", "the code of a word");
 }
 
 void check_word_lookups(const std::string &text, int length)
 {
+    check_index(get_weekday_index, netpublic::weekdays, text, false);
+    check_index(get_osd_format_index, netpublic::date_formats, text, false);
+    check_index(get_language_index, netpublic::languages, text, true);
+    check_index(get_databit_index, netpublic::data_bits, text, false);
     Guarded copy(text.c_str(), text.size() + 1);
-    char *word = copy.as<char>();
-    check_index([&](int *code) { return get_weekday_index(code, word); }, plain_prefix(netpublic::weekdays, text),
-                false, "a weekday");
-    check_index([&](int *code) { return get_osd_format_index(code, word); },
-                plain_prefix(netpublic::date_formats, text), false, "a date format");
-    check_index([&](int *code) { return get_language_index(code, word); }, plain_prefix(netpublic::languages, text),
-                true, "a language");
-    check_index([&](int *code) { return get_databit_index(code, word); }, plain_prefix(netpublic::data_bits, text),
-                false, "data bits");
     int code = untouched, expected = untouched;
     if (length > 0)
         for (const auto &stream : netpublic::stream_type_list)
             if (expected == untouched && strncasecmp(text.c_str(), stream.text, static_cast<std::size_t>(length)) == 0)
                 expected = stream.code;
-    const int result = get_streamtype_from_str(&code, word, length);
+    const int result = get_streamtype_from_str(&code, copy.as<char>(), length);
     require(result == (expected != untouched ? 0 : -1) && code == expected, "P9", "a stream type");
 }
 
@@ -281,11 +278,11 @@ template <class Write> void check_buffer(const std::string &expected, Write writ
     require(std::memcmp(out.as<>(), expected.data(), expected.size()) == 0, "P9", what);
 }
 
-template <class Get> void check_word_of(int code, int size, const char *expected, Get get)
+void check_word_of(int code, int size, const char *expected, int (*get)(int code, char *out, int size))
 {
     const std::string before(static_cast<std::size_t>(size), filling);
     const auto write = [&](char *out) {
-        require(get(code, out, size) == (expected != nullptr), "P9", "whether a code has a word");
+        require((get(code, out, size) == 0) == (expected != nullptr), "P9", "whether a code has a word");
     };
     check_buffer(expected != nullptr ? copied(before, expected) : before, write, "the word of a code");
 }
@@ -294,17 +291,13 @@ void check_words_of(int code, int size)
 {
     const auto word = [code](const WordTable &words) { return netpublic::word_of(words, code); };
     const bool language_beyond = code > netpublic::language_last;
-    check_word_of(code, size, word(netpublic::weekdays),
-                  [](int c, char *dst, int s) { return get_weekday_string(c, dst, s) == 0; });
-    check_word_of(code, size, word(netpublic::date_formats),
-                  [](int c, char *dst, int s) { return get_osd_format_string(c, dst, s) == 0; });
-    check_word_of(code, size, language_beyond ? "English" : word(netpublic::languages),
-                  [](int c, char *dst, int s) { return get_language_string(c, dst, s) == 0; });
-    check_word_of(code, size, word(netpublic::data_bits),
-                  [](int c, char *dst, int s) { return get_databit_string(c, dst, s) == 0; });
+    check_word_of(code, size, word(netpublic::weekdays), get_weekday_string);
+    check_word_of(code, size, word(netpublic::date_formats), get_osd_format_string);
+    check_word_of(code, size, language_beyond ? "English" : word(netpublic::languages), get_language_string);
+    check_word_of(code, size, word(netpublic::data_bits), get_databit_string);
     if (code >= 0 && code <= 7) // what the enumeration can hold
         check_word_of(code, size, word(netpublic::stream_types), [](int c, char *dst, int s) {
-            return get_streamtype_str(static_cast<STREAM_TYPE_E>(c), dst, s) == dst;
+            return get_streamtype_str(static_cast<STREAM_TYPE_E>(c), dst, s) == dst ? 0 : -1;
         });
 }
 
