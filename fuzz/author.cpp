@@ -16,6 +16,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <set>
 #include <sstream>
 
@@ -402,10 +403,10 @@ void Author::change_once(TiXmlElement &body, const Message &message)
     TiXmlElement &around = chosen.Parent() != nullptr && &chosen != &body ? *chosen.Parent()->ToElement() : body;
     const Table *table = table_of(chosen, body, message);
     const Table *outer = table_of(around, body, message);
-    const auto any_row = [this](const Table &of) {
-        for (int attempt = 0; attempt < 16; ++attempt) {
-            const unsigned row = pick(of.rows);
-            if (has_key(of.row(row)))
+    const auto any_row = [this](const Table *of) {
+        for (int attempt = 0; of != nullptr && attempt < 16; ++attempt) {
+            const unsigned row = pick(of->rows);
+            if (has_key(of->row(row)))
                 return row;
         }
         return UINT_MAX;
@@ -413,17 +414,14 @@ void Author::change_once(TiXmlElement &body, const Message &message)
     switch (pick(12)) {
     case 0:
     case 1: // a further child
-        if (table != nullptr)
-            if (const unsigned row = any_row(*table); row != UINT_MAX)
-                chosen.LinkEndChild(make(*table, row, Plan::some, 0));
+        if (const unsigned row = any_row(table); row != UINT_MAX)
+            chosen.LinkEndChild(make(*table, row, Plan::some, 0));
         break;
     case 2: // a child in front
-        if (table != nullptr && chosen.FirstChild() != nullptr)
-            if (const unsigned row = any_row(*table); row != UINT_MAX) {
-                TiXmlElement *made = make(*table, row, Plan::some, 0);
-                chosen.InsertBeforeChild(chosen.FirstChild(), *made);
-                delete made;
-            }
+        if (const unsigned row = any_row(chosen.FirstChild() != nullptr ? table : nullptr); row != UINT_MAX) {
+            const std::unique_ptr<TiXmlElement> made(make(*table, row, Plan::some, 0));
+            chosen.InsertBeforeChild(chosen.FirstChild(), *made);
+        }
         break;
     case 3: // one less
         if (&chosen != &body)
@@ -443,7 +441,7 @@ void Author::change_once(TiXmlElement &body, const Message &message)
         break;
     case 7: // another name
         if (&chosen != &body) {
-            const unsigned row = outer != nullptr ? any_row(*outer) : UINT_MAX;
+            const unsigned row = any_row(outer);
             chosen.SetValue(name(row != UINT_MAX && pick(2) == 0 ? outer->key(outer->row(row)) : chosen.ValueStr()));
             if (chosen.ValueStr().empty() && !anything_)
                 chosen.SetValue("a");

@@ -47,17 +47,11 @@ template <std::size_t Size> struct Buffer {
     }
     bool zero_from(std::size_t at) const
     {
-        for (; at < Size; ++at)
-            if (bytes[at] != '\0')
-                return false;
-        return true;
+        return std::all_of(bytes + at, bytes + Size, [](char byte) { return byte == '\0'; });
     }
     bool untouched_from(std::size_t at) const
     {
-        for (; at < Size; ++at)
-            if (bytes[at] != 0x5A)
-                return false;
-        return true;
+        return std::all_of(bytes + at, bytes + Size, [](char byte) { return byte == 0x5A; });
     }
     char bytes[Size];
 };

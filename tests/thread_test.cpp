@@ -29,11 +29,6 @@ struct Exchange {
     std::string reply; // "-1" when the writer fails
 };
 
-std::string parsed_text(const std::string &text)
-{
-    return text + std::string(8, '\0');
-}
-
 // A whole exchange as a host does it, without anything that the test's thread alone may use.
 std::string text_of(const Message &message, net_param_t &param)
 {
@@ -165,7 +160,7 @@ TEST_F(ThreadTest, EveryMessageOnAllThreads)
     net_host().block_fill = 0; // some writers show what their initialiser has left as it was allocated
     std::vector<Exchange> exchanges;
     for (const Message &message : test::all_messages()) {
-        const std::string request = parsed_text(test::best_example(message));
+        const std::string request = test::best_example(message) + std::string(8, '\0');
         for (const Route route : {Route::tree, Route::text})
             exchanges.push_back({message, route, request, reply_to(message, route, request)});
     }
