@@ -209,13 +209,8 @@ TEST_F(InitTest, TwoCheckTheEnvelope)
     EXPECT_EQ(log_of([&] { EXPECT_EQ(net_param_cert_info_init(nullptr, &ext), -1); }),
               "<red net_param_init.cpp>Func: net_param_cert_info_init, Line\xEF\xBC\x9A #\n");
     EXPECT_EQ(net_host_memory().total, 0u);
-}
-
-TEST_F(InitTest, FailureLinesAreGated)
-{
+    loglevel = 0xFFFFFFFE; // the lines are gated
     test::AnyEnvelope message;
-    net_ext_t ext = request(7);
-    loglevel = 0xFFFFFFFE;
     net_host_fail_allocation(1);
     EXPECT_EQ(test::output_of([&] { EXPECT_EQ(nets_param_version_init(&message.param, &ext), -1); }), "");
     EXPECT_EQ(test::output_of([&] { EXPECT_EQ(net_param_cert_info_init(nullptr, &ext), -1); }), "");

@@ -168,12 +168,7 @@ TEST_F(WordsTest, Cases)
               const int result = get_streamtype_from_str(&code, pointer(arguments[0]), size);
               return outcome(result, code);
           }},
-         {"get_handleType_intValue",
-          [](Arguments &arguments) {
-              int mask = untouched;
-              const int result = get_handleType_intValue(&mask, arguments.at(0).data());
-              return outcome(result, mask);
-          }},
+         {"get_handleType_intValue", code_of_word(get_handleType_intValue)},
          {"get_alarm_in_type_intValue",
           [](Arguments &arguments) {
               int code = untouched;
