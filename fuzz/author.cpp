@@ -16,10 +16,31 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <set>
 #include <sstream>
 
 namespace fuzz {
+
+const std::vector<Example> &examples()
+{
+    static const std::vector<Example> all = [] {
+        std::vector<Example> read;
+        std::error_code none;
+        for (const auto &entry : std::filesystem::directory_iterator(NETPUBLIC_EXAMPLES_DIR, none)) {
+            if (entry.path().extension() != ".xml")
+                continue;
+            std::ifstream file(entry.path(), std::ios::binary);
+            std::stringstream text;
+            text << file.rdbuf();
+            read.push_back({entry.path().stem().string(), text.str()});
+        }
+        std::sort(read.begin(), read.end(), [](const Example &a, const Example &b) { return a.name < b.name; });
+        return read;
+    }();
+    return all;
+}
+
 namespace {
 
 using namespace netpublic;
@@ -138,27 +159,6 @@ std::vector<TiXmlElement *> bodies_of(TiXmlElement &root)
     if (bodies.empty())
         bodies.push_back(&root);
     return bodies;
-}
-
-struct Example {
-    std::string name;
-    std::string text;
-};
-
-std::vector<Example> examples()
-{
-    std::vector<Example> all;
-    std::error_code none;
-    for (const auto &entry : std::filesystem::directory_iterator(NETPUBLIC_EXAMPLES_DIR, none)) {
-        if (entry.path().extension() != ".xml")
-            continue;
-        std::ifstream file(entry.path());
-        std::stringstream text;
-        text << file.rdbuf();
-        all.push_back({entry.path().stem().string(), text.str()});
-    }
-    std::sort(all.begin(), all.end(), [](const Example &a, const Example &b) { return a.name < b.name; });
-    return all;
 }
 
 // Hands each body of the examples, with the messages that read something of it, to the function.
@@ -403,10 +403,10 @@ void Author::change_once(TiXmlElement &body, const Message &message)
     TiXmlElement &around = chosen.Parent() != nullptr && &chosen != &body ? *chosen.Parent()->ToElement() : body;
     const Table *table = table_of(chosen, body, message);
     const Table *outer = table_of(around, body, message);
-    const auto any_row = [this](const Table &of) {
-        for (int attempt = 0; attempt < 16; ++attempt) {
-            const unsigned row = pick(of.rows);
-            if (has_key(of.row(row)))
+    const auto any_row = [this](const Table *of) {
+        for (int attempt = 0; of != nullptr && attempt < 16; ++attempt) {
+            const unsigned row = pick(of->rows);
+            if (has_key(of->row(row)))
                 return row;
         }
         return UINT_MAX;
@@ -414,17 +414,14 @@ void Author::change_once(TiXmlElement &body, const Message &message)
     switch (pick(12)) {
     case 0:
     case 1: // a further child
-        if (table != nullptr)
-            if (const unsigned row = any_row(*table); row != UINT_MAX)
-                chosen.LinkEndChild(make(*table, row, Plan::some, 0));
+        if (const unsigned row = any_row(table); row != UINT_MAX)
+            chosen.LinkEndChild(make(*table, row, Plan::some, 0));
         break;
     case 2: // a child in front
-        if (table != nullptr && chosen.FirstChild() != nullptr)
-            if (const unsigned row = any_row(*table); row != UINT_MAX) {
-                TiXmlElement *made = make(*table, row, Plan::some, 0);
-                chosen.InsertBeforeChild(chosen.FirstChild(), *made);
-                delete made;
-            }
+        if (const unsigned row = any_row(chosen.FirstChild() != nullptr ? table : nullptr); row != UINT_MAX) {
+            const std::unique_ptr<TiXmlElement> made(make(*table, row, Plan::some, 0));
+            chosen.InsertBeforeChild(chosen.FirstChild(), *made);
+        }
         break;
     case 3: // one less
         if (&chosen != &body)
@@ -444,7 +441,7 @@ void Author::change_once(TiXmlElement &body, const Message &message)
         break;
     case 7: // another name
         if (&chosen != &body) {
-            const unsigned row = outer != nullptr ? any_row(*outer) : UINT_MAX;
+            const unsigned row = any_row(outer);
             chosen.SetValue(name(row != UINT_MAX && pick(2) == 0 ? outer->key(outer->row(row)) : chosen.ValueStr()));
             if (chosen.ValueStr().empty() && !anything_)
                 chosen.SetValue("a");

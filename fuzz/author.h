@@ -47,6 +47,13 @@ private:
     bool anything_;
 };
 
+// Of examples/, by name.
+struct Example {
+    std::string name;
+    std::string text;
+};
+const std::vector<Example> &examples();
+
 // All that the tables spell, for a dictionary.
 std::vector<std::string> all_names();
 

@@ -3,6 +3,7 @@
 #include "host.h"
 #include "promises.h"
 #include "targets.h"
+#include "typed.h"
 #include "values/grid.h"
 #include "values/tables.h"
 
@@ -129,6 +130,7 @@ void check_byte_decoder(const std::string &text, unsigned size)
     if (text.size() >= 2)
         padding = std::size_t{text[text.size() - 1] == '='} + std::size_t{text[text.size() - 2] == '='};
     int expected = 0;
+    bool ends_early = false; // then the text may decode to more or less than its length says
     std::string bytes;
     if (text.size() % 4 != 0) {
         expected = -2;
@@ -140,35 +142,31 @@ void check_byte_decoder(const std::string &text, unsigned size)
         for (std::size_t at = 0; at < text.size(); at += 4) {
             const Decoded group = plain_bits(text.substr(at, 4), 24);
             bytes += pack_bits(group.bits);
-            if (group.bits.size() < 24 && at + 4 < text.size())
-                return; // padding in the middle: see below
+            ends_early |= group.bits.size() < 24 && at + 4 < text.size();
         }
         expected = static_cast<int>(bytes.size());
     }
     Guarded in(text.data(), text.size());
     Guarded out(size);
     const int count = base64_decode(out.as<>(), size, in.as<>(), static_cast<unsigned>(text.size()));
+    require(count <= static_cast<int>(size), "P2", "more bytes than there is room for");
+    if (ends_early)
+        return;
     require(count == expected, "P9", "the result of decoding bytes");
     if (expected > 0)
         require(std::memcmp(out.as<>(), bytes.data(), bytes.size()) == 0, "P9", "decoded bytes");
-}
-
-// A text whose padding stands in the middle may decode to more or less than its length says.
-void run_byte_decoder(const std::string &text, unsigned size)
-{
-    Guarded in(text.data(), text.size());
-    Guarded out(size);
-    const int count = base64_decode(out.as<>(), size, in.as<>(), static_cast<unsigned>(text.size()));
-    require(count <= static_cast<int>(size), "P2", "more bytes than there is room for");
 }
 
 void check_rectangle(const std::string &text, int columns, int rows, bool by_columns)
 {
     const int stride = by_columns ? netpublic::grid_rows : netpublic::grid_columns;
     const int count = columns * rows;
-    if (netpublic::count_cells(text.data(), static_cast<int>(text.size()), 15500) < count)
+    const Decoded decoded = plain_bits(text, 15500);
+    const std::string &cells = decoded.bits;
+    const int held = netpublic::count_cells(text.data(), static_cast<int>(text.size()), 15500);
+    require(held == (decoded.valid ? static_cast<int>(cells.size()) : -1), "P9", "how many cells a text holds");
+    if (held < count)
         return;
-    const std::string cells = plain_bits(text, 15500).bits;
     constexpr std::size_t whole = netpublic::grid_columns * netpublic::grid_rows;
     const std::string before(whole, '\x5A');
     Guarded in(text.data(), text.size());
@@ -189,11 +187,13 @@ void check_rectangle(const std::string &text, int columns, int rows, bool by_col
     std::string encoded(static_cast<std::size_t>(count) / 6 + 8, '~');
     const int length = EncodeBinaryArrayToBase64(bits.as<>(), encoded.data(), count, INT_MAX);
     const netpublic::Grid rectangle = {grid.as<>(), columns, rows, by_columns};
-    Guarded made(netpublic::encoded_length(rectangle));
-    netpublic::encode_grid(rectangle, made.as<char>(), netpublic::encoded_length(rectangle));
-    require(std::string(made.as<char>(), netpublic::encoded_length(rectangle)) ==
-                encoded.substr(0, static_cast<std::size_t>(length)),
-            "P9", "the text of a grid");
+    encoded.resize(static_cast<std::size_t>(length));
+    require(netpublic::encoded_length(rectangle) == encoded.size(), "P9", "the length of a grid's text");
+    for (const std::size_t part : {encoded.size(), encoded.size() - 1, encoded.size() / 2, std::size_t{1}}) {
+        Guarded made(part);
+        netpublic::encode_grid(rectangle, made.as<char>(), part);
+        require(std::string(made.as<char>(), part) == encoded.substr(0, part), "P9", "the text of a grid");
+    }
 }
 
 // Word tables
@@ -211,34 +211,31 @@ using netpublic::WordTable;
 
 constexpr int untouched = 0x5A5A5A;
 
-// `lookup` stores a code, or leaves it alone.
-template <class Lookup>
-void check_index(Lookup lookup, const WordTable::Entry *expected, bool lenient, const char *what)
+// The lookup stores a code, or leaves it alone.
+template <class Word>
+void check_index(int (*lookup)(int *, Word *), const WordTable &words, const std::string &text, bool lenient)
 {
+    Guarded word(text.c_str(), text.size() + 1);
     int code = untouched;
-    const int result = lookup(&code);
-    require(result == (expected != nullptr || lenient ? 0 : -1), "P9", what);
-    require(code == (expected != nullptr ? expected->code : untouched), "P9", what);
+    const WordTable::Entry *expected = plain_prefix(words, text);
+    const int result = lookup(&code, word.as<Word>());
+    require(result == (expected != nullptr || lenient ? 0 : -1), "P9", "whether a word has a code");
+    require(code == (expected != nullptr ? expected->code : untouched), "P9", "the code of a word");
 }
 
 void check_word_lookups(const std::string &text, int length)
 {
+    check_index(get_weekday_index, netpublic::weekdays, text, false);
+    check_index(get_osd_format_index, netpublic::date_formats, text, false);
+    check_index(get_language_index, netpublic::languages, text, true);
+    check_index(get_databit_index, netpublic::data_bits, text, false);
     Guarded copy(text.c_str(), text.size() + 1);
-    char *word = copy.as<char>();
-    check_index([&](int *code) { return get_weekday_index(code, word); }, plain_prefix(netpublic::weekdays, text),
-                false, "a weekday");
-    check_index([&](int *code) { return get_osd_format_index(code, word); },
-                plain_prefix(netpublic::date_formats, text), false, "a date format");
-    check_index([&](int *code) { return get_language_index(code, word); }, plain_prefix(netpublic::languages, text),
-                true, "a language");
-    check_index([&](int *code) { return get_databit_index(code, word); }, plain_prefix(netpublic::data_bits, text),
-                false, "data bits");
     int code = untouched, expected = untouched;
     if (length > 0)
         for (const auto &stream : netpublic::stream_type_list)
             if (expected == untouched && strncasecmp(text.c_str(), stream.text, static_cast<std::size_t>(length)) == 0)
                 expected = stream.code;
-    const int result = get_streamtype_from_str(&code, word, length);
+    const int result = get_streamtype_from_str(&code, copy.as<char>(), length);
     require(result == (expected != untouched ? 0 : -1) && code == expected, "P9", "a stream type");
 }
 
@@ -281,11 +278,11 @@ template <class Write> void check_buffer(const std::string &expected, Write writ
     require(std::memcmp(out.as<>(), expected.data(), expected.size()) == 0, "P9", what);
 }
 
-template <class Get> void check_word_of(int code, int size, const char *expected, Get get)
+void check_word_of(int code, int size, const char *expected, int (*get)(int code, char *out, int size))
 {
     const std::string before(static_cast<std::size_t>(size), filling);
     const auto write = [&](char *out) {
-        require(get(code, out, size) == (expected != nullptr), "P9", "whether a code has a word");
+        require((get(code, out, size) == 0) == (expected != nullptr), "P9", "whether a code has a word");
     };
     check_buffer(expected != nullptr ? copied(before, expected) : before, write, "the word of a code");
 }
@@ -294,17 +291,13 @@ void check_words_of(int code, int size)
 {
     const auto word = [code](const WordTable &words) { return netpublic::word_of(words, code); };
     const bool language_beyond = code > netpublic::language_last;
-    check_word_of(code, size, word(netpublic::weekdays),
-                  [](int c, char *dst, int s) { return get_weekday_string(c, dst, s) == 0; });
-    check_word_of(code, size, word(netpublic::date_formats),
-                  [](int c, char *dst, int s) { return get_osd_format_string(c, dst, s) == 0; });
-    check_word_of(code, size, language_beyond ? "English" : word(netpublic::languages),
-                  [](int c, char *dst, int s) { return get_language_string(c, dst, s) == 0; });
-    check_word_of(code, size, word(netpublic::data_bits),
-                  [](int c, char *dst, int s) { return get_databit_string(c, dst, s) == 0; });
+    check_word_of(code, size, word(netpublic::weekdays), get_weekday_string);
+    check_word_of(code, size, word(netpublic::date_formats), get_osd_format_string);
+    check_word_of(code, size, language_beyond ? "English" : word(netpublic::languages), get_language_string);
+    check_word_of(code, size, word(netpublic::data_bits), get_databit_string);
     if (code >= 0 && code <= 7) // what the enumeration can hold
         check_word_of(code, size, word(netpublic::stream_types), [](int c, char *dst, int s) {
-            return get_streamtype_str(static_cast<STREAM_TYPE_E>(c), dst, s) == dst;
+            return get_streamtype_str(static_cast<STREAM_TYPE_E>(c), dst, s) == dst ? 0 : -1;
         });
 }
 
@@ -412,7 +405,6 @@ void run_base64(const std::uint8_t *data, std::size_t size)
     check_bit_decoder(text, 15500);
     check_byte_encoder(text, room);
     check_byte_decoder(text, room);
-    run_byte_decoder(text, room);
     check_byte_decoder(plain_encode(text, 1LL << 60), static_cast<unsigned>(text.size()));
 }
 
@@ -485,9 +477,12 @@ void random_seeds(const Sink &sink, const char *name, const std::string &charact
 void base64_seeds(const Sink &sink)
 {
     sink("alphabet", std::string("\x40\x00\x10", 3) + alphabet);
-    for (const char *tail :
-         {"QQ==", "QUI=", "QUJD", "Q===", "====", "QQ=A", "QQ==QUJD", "Q!==", "QUJ", "//8=", "AAAA\r\nAAAA"})
-        sink("tail", std::string("\xFF\x00\x08", 3) + tail);
+    typed_seeds("base64.txt", sink, std::string("\xFF\x00\x08", 3));
+    // Of grids, the first bytes are the columns and rows less one.
+    for (const auto &[columns, rows] : {std::pair{1, 1}, {155, 100}, {96, 64}, {155, 1}, {1, 100}, {7, 9}, {8, 8}})
+        for (const char by_columns : {'\0', '\1'})
+            sink("shape",
+                 std::string{static_cast<char>(columns - 1), static_cast<char>(rows - 1), by_columns} + alphabet);
     std::string all(alphabet);
     random_seeds(sink, "good", all, 300);
     random_seeds(sink, "padded", all + "==", 300);
@@ -496,9 +491,7 @@ void base64_seeds(const Sink &sink)
 
 void list_seeds(const Sink &sink)
 {
-    for (const char *list : {"5,,7", "1,2,3,0,0", "-1,-", "2147483647,-2147483648,99999999999", ",", ",,,,",
-                             "1234567890123456789012345678901", "123456789012345678901234567890,1", " 7, 8"})
-        sink("list", std::string("\x20\x00\x04\x00", 4) + list);
+    typed_seeds("lists.txt", sink, std::string("\x20\x00\x04\x00", 4));
     random_seeds(sink, "short", "0123456789999,,,,", 300);
     random_seeds(sink, "long", "0123456789, -+x\n", 300);
 }
@@ -509,10 +502,7 @@ void word_seeds(const Sink &sink)
     const std::string head("\x1D\x03\x02\x10\x20\x02", 6);
     for (const auto &word : netpublic::alarm_type_list)
         sink("type", head + word.text);
-    for (const char *word :
-         {"", "T", "tu", "Sundays", " MDY_CN", "MDY_CN", "eng", "CS8", "mainStream", "externStreams", "io,snap",
-          "iosnap", "none,io", "IO,MD", "videoloss", "crossline", "loitering,cry", "RFSPEAKER", "dog_cat"})
-        sink("word", head + word);
+    typed_seeds("words.txt", sink, head);
     for (int code = -2; code < 50; ++code)
         for (const char room : {'\0', '\1', '\3', '\5', '\11', '\100'})
             sink("code", {static_cast<char>(code), static_cast<char>(code * 37), static_cast<char>(code % 4), room});

@@ -310,6 +310,23 @@ void mix(std::uint64_t &hash, const std::string &text)
     mix(hash, word);
 }
 
+// Without recursion: a tree may be deep.
+template <class Visit> void walk(const TiXmlNode &tree, Visit visit)
+{
+    unsigned level = 0;
+    for (const TiXmlNode *node = &tree; node != nullptr;) {
+        visit(*node, level);
+        if (const TiXmlNode *child = node->FirstChild()) {
+            node = child;
+            ++level;
+            continue;
+        }
+        for (; node != &tree && node->NextSibling() == nullptr; --level)
+            node = node->Parent();
+        node = node == &tree ? nullptr : node->NextSibling();
+    }
+}
+
 } // namespace
 
 Broken on_broken(Broken new_handler)
@@ -435,51 +452,33 @@ void check_header(const std::string &text, const char *refusal)
                 "a header within the limits was refused");
 }
 
-// Without recursion: a tree may be deep.
 Extent extent_of(const TiXmlNode &tree)
 {
     Extent extent;
-    unsigned level = 0;
-    for (const TiXmlNode *node = &tree; node != nullptr;) {
-        if (const TiXmlElement *element = node->ToElement()) {
+    walk(tree, [&](const TiXmlNode &node, unsigned level) {
+        if (const TiXmlElement *element = node.ToElement()) {
             extent.levels = std::max(extent.levels, level);
             unsigned own = 0;
             for (const TiXmlAttribute *at = element->FirstAttribute(); at != nullptr; at = at->Next())
                 ++own;
             extent.attributes = std::max(extent.attributes, own);
         }
-        if (const TiXmlNode *child = node->FirstChild()) {
-            node = child;
-            ++level;
-            continue;
-        }
-        for (; node != &tree && node->NextSibling() == nullptr; --level)
-            node = node->Parent();
-        node = node == &tree ? nullptr : node->NextSibling();
-    }
+    });
     return extent;
 }
 
 std::uint64_t fingerprint(const TiXmlNode &tree)
 {
     std::uint64_t hash = 0;
-    // Without recursion: a tree may be deep.
-    for (const TiXmlNode *node = &tree; node != nullptr;) {
-        mix(hash, reinterpret_cast<std::uintptr_t>(node));
-        mix(hash, node->ValueStr());
-        if (const TiXmlElement *element = node->ToElement())
+    walk(tree, [&](const TiXmlNode &node, unsigned) {
+        mix(hash, reinterpret_cast<std::uintptr_t>(&node));
+        mix(hash, node.ValueStr());
+        if (const TiXmlElement *element = node.ToElement())
             for (const TiXmlAttribute *at = element->FirstAttribute(); at != nullptr; at = at->Next()) {
                 mix(hash, at->NameTStr());
                 mix(hash, at->ValueStr());
             }
-        if (const TiXmlNode *child = node->FirstChild()) {
-            node = child;
-            continue;
-        }
-        while (node != &tree && node->NextSibling() == nullptr)
-            node = node->Parent();
-        node = node == &tree ? nullptr : node->NextSibling();
-    }
+    });
     return hash;
 }
 

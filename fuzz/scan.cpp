@@ -1,5 +1,6 @@
 #include "scan.h"
 
+#include "author.h"
 #include "promises.h"
 #include "targets.h"
 #include "text/scanner.h"
@@ -7,10 +8,7 @@
 #include <tinyxml.h>
 
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <memory>
-#include <sstream>
 #include <vector>
 
 namespace fuzz {
@@ -125,12 +123,8 @@ void run_scan(const std::uint8_t *data, std::size_t size)
 
 void scan_seeds(const Sink &sink)
 {
-    for (const auto &entry : std::filesystem::directory_iterator(NETPUBLIC_EXAMPLES_DIR)) {
-        std::ifstream file(entry.path(), std::ios::binary);
-        std::stringstream content;
-        content << file.rdbuf();
-        sink("example", content.str().substr(0, 1024));
-    }
+    for (const Example &example : examples())
+        sink("example", example.text.substr(0, 1024));
 }
 
 } // namespace fuzz

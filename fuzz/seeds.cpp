@@ -2,6 +2,7 @@
 // examples. fuzz_seeds alone lists the targets with the longest input each takes.
 #include "author.h"
 #include "targets.h"
+#include "typed.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -38,12 +39,7 @@ std::string dictionary()
     for (const std::string &name : fuzz::all_names())
         if (!name.empty() && name.size() <= 64)
             all += quoted(name);
-    for (const char *mark :
-         {"<!--", "-->",       "<![CDATA[",    "]]>",          "<?xml",      "?>",          "<!",         "&amp;",
-          "&lt;", "&#0;",      "&#x41;",       "&#x",          "x41;",       "&#0",         "#65;",       "&bogus;",
-          "</",   "/>",        "<a>",          "</a>",         "2147483647", "-2147483648", "4294967295", "==",
-          "none", "password>", "\xE2\x82\xAC", "\xEF\xBB\xBF", "\xE2"})
-        all += quoted(mark);
+    fuzz::typed_seeds("marks.txt", [&](const std::string &, const std::string &mark) { all += quoted(mark); });
     return all;
 }
 

@@ -7,6 +7,7 @@
 #include "session.h"
 #include "targets.h"
 #include "tree_code.h"
+#include "typed.h"
 #include "values/tables.h"
 
 #include <net_host_standin.h>
@@ -19,21 +20,27 @@
 namespace fuzz {
 namespace {
 
+// What stands between the tags; an open tag without a close tag is left alone.
+std::string masked(std::string text, const std::string &open, const std::string &close)
+{
+    for (std::size_t at = text.find(open); at != std::string::npos; at = text.find(open, at + 1)) {
+        const std::size_t end = text.find(close, at);
+        if (end == std::string::npos)
+            break;
+        at += open.size();
+        if (end > at)
+            text.replace(at, end - at, end - at, '*');
+    }
+    return text;
+}
+
 // One kind after the other, as the filter is described.
 std::string plain_filter(std::string text)
 {
-    for (const char *name :
+    for (const std::string name :
          {"password", "key", "authToken", "authSignature", "refreshToken", "accessToken", "clientSecret", "mac", "ip",
-          "accessKey", "secretKey", "ipAddress", "macAddress", "gateway", "mask", "dns1", "dns2"}) {
-        const std::string open = std::string("<") + name + ">", close = std::string("</") + name + ">";
-        for (std::size_t at = text.find(open); at != std::string::npos; at = text.find(open, at + 1)) {
-            const std::size_t end = text.find(close, at);
-            if (end == std::string::npos)
-                continue; // an open tag without a close tag is left alone
-            at += open.size();
-            text.replace(at, end - at, end - at, '*');
-        }
-    }
+          "accessKey", "secretKey", "ipAddress", "macAddress", "gateway", "mask", "dns1", "dns2"})
+        text = masked(text, "<" + name + ">", "</" + name + ">");
     return text;
 }
 
@@ -98,31 +105,15 @@ void run_filter(const std::uint8_t *data, std::size_t size)
     const std::size_t half = text.size() < 8 ? 0 : 2u + data[0] % 3u;
     if (half != 0 && text.find('*') == std::string::npos) {
         const std::string open = text.substr(0, half), close = text.substr(half, half);
-        std::string expected = text, got = text;
-        for (std::size_t at = expected.find(open); at != std::string::npos; at = expected.find(open, at + 1)) {
-            const std::size_t end = expected.find(close, at);
-            if (end == std::string::npos)
-                break;
-            at += open.size();
-            if (end > at)
-                expected.replace(at, end - at, end - at, '*');
-        }
+        std::string got = text;
         net_xml_filter(got, open, close);
-        require(got == expected, "P12", "the text with one kind masked");
+        require(got == masked(text, open, close), "P12", "the text with one kind masked");
     }
 }
 
 void filter_seeds(const Sink &sink)
 {
-    for (const char *text :
-         {"<password>abc</password>", "<password></password>", "<Password>a</Password>",
-          "<password>a</password><password>bc</password>", "<ip>1.2.3.4</ip><ipAddress>5</ipAddress>",
-          "<key><password>a</password></key>", "<password><key>a</password></key>", "<mac>1<mac>2</mac>3</mac>",
-          "<dns1>8.8.8.8</dns1><dns2>x", "</mask><mask></gateway>",
-          "<authToken>t</authToken><authSignature>s</authSignature><refreshToken>r</refreshToken>",
-          "<accessToken>t</accessToken><clientSecret>s</clientSecret><secretKey>k</secretKey>",
-          "<accessKey>k</accessKey><macAddress>m</macAddress><gateway>g</gateway><mask>n</mask>"})
-        sink("tags", text);
+    typed_seeds("filter.txt", sink);
     // Few kinds in one text, so that they close and cross each other.
     const char *const pieces[] = {"<key>", "</key>", "<ip>", "</ip>", "<mac>",  "</mac>", "<password>", "</password>",
                                   "abc",   "<",      "/>",   "</",    "<keyx>", "<Key>",  "\n",         "<ipAddress>"};
@@ -136,32 +127,12 @@ void filter_seeds(const Sink &sink)
     }
 }
 
+// With the library's own limits, and with lower ones.
 void header_seeds(const Sink &sink)
 {
     const std::string head("\x10\x01\x10\x04\x00\x01\x01\x01\x01\x00", Host::answers_size);
-    for (const char *text :
-         {"<ExtenSion version=\"1.1\"><channelId>3</channelId><inputId>3</inputId><outputId>1</outputId></ExtenSion>",
-          "<?xml version=\"1.0\" encoding=\"UTF-8\" ?><ext><patrolId>5</patrolId><binaryData>1</binaryData>"
-          "<encryptLen>16</encryptLen><encryptPos>0</encryptPos><rfID>31</rfID><chnType>1</chnType></ext>",
-          "<Extension><userName>admin</userName><token>s3cr3t0123456789</token><streamType>subStream</streamType></"
-          "Extension>",
-          "<ExtenSion><patrolId>6</patrolId></ExtenSion>", "<ExtenSion><rfID>32</rfID></ExtenSion>",
-          "<ExtenSion><!-- c --><![CDATA[x]]>&#x41;&amp;<c a='1' b=\"2\">1</c></ExtenSion>",
-          "\xEF\xBB\xBF<ExtenSion><userName>\xE2\x82\xAC</userName></ExtenSion>", "<ExtenSion>\xE2",
-          "<!DOCTYPE x [<!ENTITY e 'y'>]><ExtenSion/>"})
-        for (const char limits : {'\0', '\1'})
-            sink("header", head.substr(0, Host::answers_size - 1) + limits + text);
-    std::string deep = head, many = head + "<ExtenSion";
-    for (int i = 0; i < 65; ++i) {
-        deep += "<a>";
-        many += " a" + std::to_string(i) + "='1'";
-    }
-    for (const char *hidden : {"&#x<!--x41;", "&#0<!--#65;", "&#x<![CDATA[x41;", "&#x<b c='x41;", "&#xx<?xml x41;"})
-        sink("reference", head + "<ExtenSion>" + hidden + deep.substr(head.size()));
-    sink("deep", deep);
-    sink("many", many + "/>");
-    sink("long", head + "<ExtenSion><token>" + std::string(255, 't') + "</token></ExtenSion>");
-    sink("longer", head + "<ExtenSion><token>s3cr3t" + std::string(250, 't') + "</token></ExtenSion>");
+    for (const char limits : {'\0', '\1'})
+        typed_seeds("header.txt", sink, head.substr(0, Host::answers_size - 1) + limits);
 }
 
 namespace {
@@ -297,25 +268,12 @@ void run_schedule(const std::uint8_t *data, std::size_t size)
 
 void schedule_seeds(const Sink &sink)
 {
-    const auto put = [&sink](char form, const char *text) {
+    char form = 0;
+    typed_seeds("schedule.txt", [&](const std::string &name, const std::string &text) {
         TiXmlDocument document;
-        document.Parse((std::string(text) + std::string(xml_padding, '\0')).c_str());
-        sink("tree", form + encode_tree(*document.RootElement()));
-    };
-    const std::string hours(168, '1');
-    put(0, ("<l><item><type>MD</type><index>0</index><valueTable>" + hours +
-            "</valueTable></item><item><type>crossline</type>"
-            "<index>2</index><valueTable>0101</valueTable></item><item><type>cry</type><valueTable>1</valueTable></"
-            "item></l>")
-               .c_str());
-    put(1,
-        "<l><Schedule><alarmType>MD</alarmType><timeBlockList><timeBlock><enable>1</enable><weekDay>Mon</weekDay>"
-        "<beginHour>8</beginHour><endHour>10</endHour></timeBlock></timeBlockList></Schedule><Schedule><alarmType>IO,MD"
-        "</alarmType><timeBlockList/></Schedule></l>");
-    put(2, "<l><timeBlock><enable>1</enable><weekDay>Sunday</weekDay><beginHour>0</beginHour><endHour>23</endHour></"
-           "timeBlock>"
-           "<timeBlock><enable>0</enable><weekDay>t</weekDay><beginHour>5</beginHour><endHour>5</endHour></timeBlock></"
-           "l>");
+        document.Parse((text + std::string(xml_padding, '\0')).c_str());
+        sink(name, form++ + encode_tree(*document.RootElement()));
+    });
     std::string bits(1, '\x83');
     for (int i = 0; i < 176; ++i)
         bits += static_cast<char>(i * 37 >> 2);

@@ -1,6 +1,5 @@
-// Allocations fail, one after the other, in every initialiser, parser and writer: the host's and operator new.
+// Allocations fail, one after the other, in every parser and writer: the host's and operator new.
 // P1, P6, P7, P8, P13.
-#include "catalogue.h"
 #include "memory.h"
 #include "messages.h"
 
@@ -119,21 +118,6 @@ long expect_failures(const Call &call, const std::string &name, Source source)
     }
     EXPECT_EQ(call_failing(call, source, 0, false).result, unbroken.result) << name << " afterwards";
     return failures;
-}
-
-TEST_F(FaultTest, Initialisers)
-{
-    for (const auto &initialiser : netpublic::initialisers) {
-        net_host_fail_allocation(1);
-        net_param_t param = {};
-        net_ext_t ext = {};
-        const int result = initialiser.function(&param, &ext);
-        net_host_fail_allocation(0);
-        EXPECT_EQ(result, initialiser.size != 0 ? -1 : 0) << initialiser.name;
-        EXPECT_EQ(param.data, nullptr) << initialiser.name;
-        failures_ += initialiser.size != 0;
-    }
-    EXPECT_GT(failures_, 130);
 }
 
 // There is nothing that can fail: parsers take memory neither from operator new nor from the host.

@@ -4,10 +4,10 @@
 
 #include <net_public.h>
 
-#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <map>
+#include <set>
 
 namespace test {
 
@@ -27,11 +27,10 @@ std::vector<Message> all_messages()
 const std::vector<std::string> &example_bodies()
 {
     static const std::vector<std::string> texts = [] {
-        std::vector<std::string> names;
+        std::set<std::string> names;
         for (const auto &file : std::filesystem::directory_iterator(NETPUBLIC_EXAMPLES_DIR))
             if (file.path().extension() == ".xml")
-                names.push_back(file.path().stem());
-        std::sort(names.begin(), names.end());
+                names.insert(file.path().stem());
         std::vector<std::string> bodies;
         for (const std::string &name : names) {
             Xml document(example(name));

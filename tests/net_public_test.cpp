@@ -1,4 +1,4 @@
-#include "support.h"
+#include "cases.h"
 
 #include <net_public.h>
 
@@ -6,10 +6,9 @@
 #include <ifaddrs.h>
 #include <netinet/in.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <chrono>
 #include <climits>
 #include <csignal>
@@ -18,15 +17,23 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <iterator>
+#include <regex>
 #include <thread>
 #include <utility>
 #include <vector>
 
 namespace {
 
+using test::Arguments;
 using test::log_of;
+using test::number;
+using test::outcome;
 using test::output_of;
+using test::pointer;
+
+constexpr int unset = 77;
 
 // A buffer of garbage, to see which bytes a function writes.
 template <std::size_t Size> struct Buffer {
@@ -40,17 +47,11 @@ template <std::size_t Size> struct Buffer {
     }
     bool zero_from(std::size_t at) const
     {
-        for (; at < Size; ++at)
-            if (bytes[at] != '\0')
-                return false;
-        return true;
+        return std::all_of(bytes + at, bytes + Size, [](char byte) { return byte == '\0'; });
     }
     bool untouched_from(std::size_t at) const
     {
-        for (; at < Size; ++at)
-            if (bytes[at] != 0x5A)
-                return false;
-        return true;
+        return std::all_of(bytes + at, bytes + Size, [](char byte) { return byte == 0x5A; });
     }
     char bytes[Size];
 };
@@ -80,6 +81,10 @@ TEST_F(EnvelopeTest, InitialiserStampsAndZeroes)
     const std::string payload(static_cast<char *>(message.param.data), 100);
     EXPECT_EQ(payload, std::string(100, '\0'));
     EXPECT_EQ(net_host_memory().last_size, 100u);
+
+    test::AnyEnvelope empty; // what no bytes are is the allocator's affair
+    EXPECT_EQ(net_param_init_size_id(&empty.param, nullptr, 0, 1), 0);
+    EXPECT_EQ(net_host_memory().total, 2u);
 }
 
 TEST_F(EnvelopeTest, NullEnvelopeLogsAtItsFixedLine)
@@ -102,13 +107,6 @@ TEST_F(EnvelopeTest, FailedAllocationLeavesTheStamp)
     EXPECT_EQ(message.param.paramId, 9);
     EXPECT_EQ(message.param.dataSize, 1234u);
     EXPECT_EQ(message.param.data, nullptr);
-}
-
-TEST_F(EnvelopeTest, ZeroSizeIsTheAllocatorsAffair)
-{
-    test::AnyEnvelope message;
-    EXPECT_EQ(net_param_init_size_id(&message.param, nullptr, 0, 1), 0);
-    EXPECT_EQ(net_host_memory().total, 1u);
 }
 
 TEST_F(EnvelopeTest, SecondReleaseIsLoggedAndHarmless)
@@ -144,118 +142,268 @@ TEST_F(EnvelopeTest, Banner)
     EXPECT_EQ(banner.substr(banner.size() - 53), "|______|   |_|  \\_\\  |_|  \\_\\    \\____/   |_|  \\_\\ \n\n");
 }
 
-// Identity of the device
+// Cases -------------------------------------------------------------------------------------------
 
-class IdentityTest : public test::HostTest {};
-
-TEST_F(IdentityTest, Uid)
+std::vector<unsigned int> words_of(const std::string &text)
 {
-    net_host().uid = "ABCDEF";
-    Buffer<40> uid;
-    EXPECT_EQ(net_uid_get(uid), 0);
-    EXPECT_STREQ(uid, "ABCDEF");
-    EXPECT_EQ(std::string(uid + 6, 26), std::string(26, '\0'));
-    EXPECT_TRUE(uid.untouched_from(32));
-
-    net_host().uid = "0123456789012345678901234567890";
-    EXPECT_EQ(net_uid_get(uid), 0);
-    EXPECT_STREQ(uid, "0123456789012345678901234567890");
+    std::istringstream in(text);
+    std::vector<unsigned int> words;
+    for (std::string word; in >> word;)
+        words.push_back(static_cast<unsigned int>(std::stoll(word, nullptr, 0)));
+    return words;
 }
 
-TEST_F(IdentityTest, FailedUidIsTakenWhenOneIsConfigured)
+// The result and a buffer of so many bytes.
+template <class Get> std::string got(std::size_t size, Get get)
 {
-    net_host().uid = "LEFTOVER";
-    net_host().uid_result = -1;
-    net_host().support_uid = 1;
-    Buffer<32> uid;
-    EXPECT_EQ(net_uid_get(uid), 0);
-    EXPECT_STREQ(uid, "LEFTOVER");
-
-    Buffer<32> untouched;
-    net_host().support_uid = 2; // only 1 counts
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_uid_get(untouched), -1); }),
-              "<red net_public.cpp>get uid failed, support:2\n");
-    EXPECT_TRUE(untouched.untouched_from(0));
+    int result = 0;
+    const std::string buffer = test::left_in(size, [&](char *out) { result = get(out); });
+    return outcome(result, buffer);
 }
 
-TEST_F(IdentityTest, Key)
+std::string product_and_device(Arguments &arguments)
 {
-    net_host().key = "abcdefghi"; // one character too many, and no terminator
-    Buffer<12> key;
-    EXPECT_EQ(net_key_get(key), 0);
-    EXPECT_STREQ(key, "abcdefgh");
-    EXPECT_TRUE(key.untouched_from(9));
-
-    net_host().key_result = -1;
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_key_get(key), -1); }), "<red net_public.cpp>get key failed \n");
-    EXPECT_STREQ(key, "abcdefgh");
-    EXPECT_EQ(net_key_get(nullptr), -1);
+    net_host().type = arguments.at(0).c_str();
+    net_host().nvr_wifi_type = number(arguments.at(1));
+    net_host().support_wifi = number(arguments.at(2));
+    net_host().solo_ipc = number(arguments.at(3));
+    return outcome(net_product_type_get(), net_dev_type_get());
 }
 
-TEST_F(IdentityTest, MacFallsBackToTheTemporaryOne)
+std::string local_time(Arguments &arguments)
 {
-    const unsigned char mac[] = {0xEC, 0x71, 0x00, 0x0A, 0xFF, 0x3B};
-    std::memcpy(net_host().mac, mac, sizeof(mac));
-    Buffer<20> text;
-    EXPECT_EQ(net_mac_get(text), 0);
-    EXPECT_STREQ(text, "EC:71:00:0A:FF:3B");
-
-    net_host().mac_result = -1;
-    net_host().temporary_mac[5] = 0x7D;
-    EXPECT_EQ(net_mac_get(text), 0);
-    EXPECT_STREQ(text, "02:00:00:00:00:7D");
-
-    net_host().temporary_mac_result = 1;
-    Buffer<20> untouched;
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_mac_get(untouched), -1); }), "<red net_public.cpp>get key failed \n");
-    EXPECT_TRUE(untouched.untouched_from(0));
+    const auto words = words_of(arguments.at(0));
+    struct tm src {
+    }, dst{};
+    int *const fields[] = {&src.tm_year, &src.tm_mon, &src.tm_mday, &src.tm_hour, &src.tm_min, &src.tm_sec};
+    for (std::size_t i = 0; i < std::size(fields); ++i)
+        *fields[i] = static_cast<int>(words.at(i));
+    const int result = net_local_time_get(&src, &dst);
+    return outcome(result, dst.tm_year, dst.tm_mon, dst.tm_mday, dst.tm_hour, dst.tm_min, dst.tm_sec, dst.tm_wday,
+                   dst.tm_yday);
 }
 
-TEST_F(IdentityTest, Model)
+template <class Point> std::string shown_points(int count, const Point (&points)[8])
 {
-    Buffer<70> model;
-    net_host().display_type = "RC-410W";
-    EXPECT_EQ(_nets_get_model_info(model), 1);
-    EXPECT_STREQ(model, "RC-410W");
-    const std::string longer(80, 'm');
-    net_host().display_type = longer.c_str();
-    EXPECT_EQ(_nets_get_model_info(model), 1);
-    EXPECT_EQ(std::string(model), std::string(63, 'm'));
-    EXPECT_TRUE(model.untouched_from(64));
-    EXPECT_EQ(_nets_get_model_info(nullptr), 1);
+    std::string text = outcome(count);
+    for (const Point &point : points)
+        text += outcome("", point.x, point.y);
+    return text;
 }
 
-TEST_F(IdentityTest, ProductAndDeviceType)
+std::string points_to_protocol(Arguments &arguments)
 {
+    point_t local[10];
+    for (int i = 0; i < 10; ++i)
+        local[i] = {static_cast<float>(i + 1), 0.5f};
+    net_smart_ai_points_t net;
+    std::memset(&net, 0x5A, sizeof(net));
+    net_points_local_to_net(&net, local, number(arguments.at(0)));
+    return shown_points(net.pointNum, net.points);
+}
+
+std::string points_from_protocol(Arguments &arguments)
+{
+    net_smart_ai_points_t net{};
+    for (int i = 0; i < 8; ++i)
+        net.points[i] = {static_cast<float>(i + 1), 0.5f};
+    net.pointNum = number(arguments.at(0));
     struct {
-        const char *type;
-        int nvr_wifi, support_wifi, solo;
-        int product, device;
-    } const cases[] = {
-        {"NVR-16", 0, 1, 1, 3, 3},   {"NVR-16", 2, 0, 0, 5, 3},       {"HVR", 1, 0, 0, 3, 3},
-        {"X-IPC", 0, 0, 1, 2, 2},    {"X-IPC", 0, 1, 0, 4, 2},        {"X-IPC", 0, 1, 1, 7, 2},
-        {"DVR", 1, 1, 1, 1, 1},      {"BASE", 1, 1, 1, 8, 4},         {"HOMEHUB", 1, 1, 1, 14, 7},
-        {"", 1, 1, 1, 127, 127},     {"nvr", 0, 0, 0, 127, 127}, // case matters
-        {"BASE IPC", 0, 0, 0, 2, 2}, {"IPC NVR", 0, 1, 0, 3, 3}, // the order of the words decides
-        {"DVR BASE", 0, 0, 0, 1, 1}, {"HOMEHUB BASE", 0, 0, 0, 8, 4},
-    };
-    for (const auto &c : cases) {
-        net_host().type = c.type;
-        net_host().nvr_wifi_type = c.nvr_wifi;
-        net_host().support_wifi = c.support_wifi;
-        net_host().solo_ipc = c.solo;
-        EXPECT_EQ(net_product_type_get(), c.product) << c.type;
-        EXPECT_EQ(net_dev_type_get(), c.device) << c.type;
-    }
+        point_t points[8], beyond;
+    } local;
+    std::memset(&local, 0x5A, sizeof(local));
+    const point_t beyond = local.beyond;
+    int count = unset;
+    net_points_net_to_local(&net, local.points, count);
+    EXPECT_EQ(std::memcmp(&beyond, &local.beyond, sizeof(beyond)), 0);
+    return shown_points(count, local.points);
 }
 
-TEST_F(IdentityTest, CountryCode)
+std::string points_change(Arguments &arguments)
 {
-    EXPECT_STREQ(get_country_code(), "US");
-    net_host().country_code = nullptr;
-    EXPECT_STREQ(get_country_code(), "US");
-    net_host().country_code = "DE";
-    EXPECT_EQ(get_country_code(), net_host().country_code);
+    point_t a[9] = {}, b[9] = {};
+    std::istringstream change(arguments.at(2));
+    std::size_t index = 0;
+    change >> index >> b[index].x >> b[index].y;
+    return outcome(net_check_points_change(a, number(arguments.at(0)), b, number(arguments.at(1))));
+}
+
+std::string alarm_summary(Arguments &arguments)
+{
+    const int size = number(arguments.at(1));
+    const auto ai = words_of(arguments.at(3)), smart = words_of(arguments.at(4));
+    std::string text = std::string(256, '~');
+    text.replace(0, arguments.at(0).size() + 1, arguments[0].c_str(), arguments[0].size() + 1);
+    const std::string beyond = text.substr(static_cast<std::size_t>(std::max(size, 8)));
+    const int result = get_alarm_str(text.data(), static_cast<unsigned int>(size), number(arguments.at(2)),
+                                     {{ai.at(0), ai.at(1)}}, {{smart.at(0), smart.at(1)}});
+    EXPECT_EQ(text.substr(static_cast<std::size_t>(std::max(size, 8))), beyond);
+    return outcome(result, text.c_str());
+}
+
+class PublicTest : public test::HostTest {
+protected:
+    void SetUp() override
+    {
+        HostTest::SetUp();
+        const char *zone = std::getenv("TZ");
+        zone_ = zone != nullptr ? zone : "";
+        set_zone("CET-1CEST,M3.5.0,M10.5.0/3");
+    }
+    void TearDown() override
+    {
+        set_zone(zone_);
+        HostTest::TearDown();
+    }
+
+private:
+    static void set_zone(const std::string &zone)
+    {
+        if (zone.empty())
+            unsetenv("TZ");
+        else
+            setenv("TZ", zone.c_str(), 1);
+        tzset();
+    }
+
+    std::string zone_;
+};
+
+TEST_F(PublicTest, Cases)
+{
+    test::run_cases(
+        "public.txt",
+        {{"net_uid_get",
+          [](Arguments &arguments) {
+              net_host().uid = arguments.at(0).c_str();
+              net_host().uid_result = number(arguments.at(1));
+              net_host().support_uid = number(arguments.at(2));
+              return got(34, net_uid_get);
+          }},
+         {"net_key_get",
+          [](Arguments &arguments) {
+              net_host().key = arguments.at(0).c_str();
+              net_host().key_result = number(arguments.at(1));
+              return got(12, net_key_get);
+          }},
+         {"net_mac_get",
+          [](Arguments &arguments) {
+              const unsigned char mac[] = {0xEC, 0x71, 0x00, 0x0A, 0xFF, 0x3B};
+              std::memcpy(net_host().mac, mac, sizeof(mac));
+              net_host().mac_result = number(arguments.at(0));
+              net_host().temporary_mac[5] = 0x7D;
+              net_host().temporary_mac_result = number(arguments.at(1));
+              return got(20, net_mac_get);
+          }},
+         {"_nets_get_model_info",
+          [](Arguments &arguments) {
+              net_host().display_type = arguments.at(0).c_str();
+              return got(66, _nets_get_model_info);
+          }},
+         {"get_country_code",
+          [](Arguments &arguments) {
+              net_host().country_code = pointer(arguments.at(0));
+              return std::string(get_country_code());
+          }},
+         {"net_product_type_get, net_dev_type_get", product_and_device},
+         {"get_raw_mac",
+          [](Arguments &arguments) {
+              get_raw_mac(arguments.at(0).data(), static_cast<unsigned int>(number(arguments.at(1))));
+              return std::string(arguments[0].c_str());
+          }},
+         {"net_local_time_get", local_time},
+         {"string_join",
+          [](Arguments &arguments) {
+              const char *items[] = {"one", "", "three"};
+              const int count = number(arguments.at(0)), size = number(arguments.at(1));
+              return got(16, [&](char *out) { return string_join(out, size, items, count, '/'); });
+          }},
+         {"net_ai_type_local_to_net",
+          [](Arguments &arguments) {
+              const auto size = static_cast<unsigned int>(number(arguments.at(1)));
+              return std::string(test::left_in(size, [&](char *out) {
+                                     net_ai_type_local_to_net(out, size, number(arguments.at(0)));
+                                 }).c_str());
+          }},
+         {"net_ai_type_net_to_local",
+          [](Arguments &arguments) {
+              int types = unset;
+              const auto size = static_cast<unsigned int>(number(arguments.at(1)));
+              net_ai_type_net_to_local(pointer(arguments.at(0)), size, types);
+              return outcome(types);
+          }},
+         {"net_points_local_to_net", points_to_protocol},
+         {"net_points_net_to_local", points_from_protocol},
+         {"net_check_points_change", points_change},
+         {"directions",
+          [](Arguments &arguments) {
+              const int code = number(arguments.at(0));
+              return outcome(net_direction_local_to_net(static_cast<AI_TRIP_WIRE_DIRECTION>(code)),
+                             net_direction_net_to_local(static_cast<NET_CROSSLINE_DETECT_DIRECTION_E>(code)));
+          }},
+         {"get_alarm_str", alarm_summary},
+         {"net_get_streanm_type_string",
+          [](Arguments &arguments) {
+              modulemask = 0;
+              const char *word = net_get_streanm_type_string(static_cast<STREAM_TYPE_E>(number(arguments.at(0))));
+              const std::string text = word != nullptr ? word : "null";
+              EXPECT_TRUE(word == nullptr || word == net_get_streanm_type_string(STREAM_TYPE_SUB)) << "one buffer";
+              return text;
+          }},
+         {"net_xml_printf_filter",
+          [](Arguments &arguments) { return std::string(net_xml_printf_filter(pointer(arguments.at(0)))); }},
+         {"net_xml_filter", [](Arguments &arguments) {
+              net_xml_filter(arguments.at(0), arguments.at(1), arguments.at(2));
+              return arguments[0];
+          }}});
+}
+
+TEST_F(PublicTest, NullPointers)
+{
+    struct tm any {};
+    EXPECT_EQ(net_key_get(nullptr), -1);
+    EXPECT_EQ(_nets_get_model_info(nullptr), 1);
+    get_raw_mac(nullptr, 20);
+    EXPECT_EQ(net_local_time_get(nullptr, &any), 0);
+    EXPECT_EQ(net_local_time_get(&any, nullptr), 0);
+    EXPECT_EQ(string_join(nullptr, 9, nullptr, -1, ','), -1);
+    Buffer<4> text;
+    net_ai_type_local_to_net(text, 0, 1);
+    EXPECT_TRUE(text.untouched_from(0));
+    net_ai_type_local_to_net(nullptr, 4, 1);
+    net_smart_ai_points_t net = {5, {}};
+    point_t points[8] = {};
+    int count = unset;
+    net_points_local_to_net(&net, nullptr, 1);
+    net_points_local_to_net(nullptr, points, 1);
+    net_points_net_to_local(&net, nullptr, count);
+    net_points_net_to_local(nullptr, points, count);
+    EXPECT_EQ(net.pointNum, 5);
+    EXPECT_EQ(count, unset);
+    EXPECT_EQ(net_check_points_change(nullptr, 1, points, 1), 1);
+    EXPECT_EQ(net_check_points_change(points, 1, nullptr, 1), 1);
+    EXPECT_EQ(net_check_points_change(nullptr, 1, nullptr, 1), 0);
+}
+
+TEST_F(PublicTest, RangedValues)
+{
+    const net_int_value_t net = {-1, 100, 50, 25};
+    net_int_value_t copy = net, back{};
+    intvalue_t local{};
+    EXPECT_EQ(net_int_value_to_local(&copy, &local), 0);
+    EXPECT_EQ(outcome(local.cur, local.min, local.max, local.def), "50 -1 100 25");
+    EXPECT_EQ(local_int_value_to_net(&back, &local), 0);
+    EXPECT_EQ(std::memcmp(&back, &net, sizeof(net)), 0);
+
+    net_float_value_t ratio = {0.5f, 2.5f, 1.25f, -0.0f}, ratio_back{};
+    const unsigned int signalling = 0x7FA00001; // a conversion would quieten it
+    std::memcpy(&ratio.max, &signalling, sizeof(signalling));
+    floatvalue_t local_ratio{};
+    EXPECT_EQ(net_float_value_to_local(&ratio, &local_ratio), 0);
+    EXPECT_EQ(outcome(local_ratio.cur, local_ratio.min), "1.25 0.5");
+    EXPECT_EQ(std::memcmp(&local_ratio.max, &signalling, sizeof(signalling)), 0);
+    EXPECT_EQ(local_float_value_to_net(&ratio_back, &local_ratio), 0);
+    EXPECT_EQ(std::memcmp(&ratio_back, &ratio, sizeof(ratio)), 0);
 }
 
 // Network interfaces
@@ -369,29 +517,6 @@ TEST_F(InterfaceTest, LinkStatusWithoutDescriptorsLeft)
     EXPECT_EQ(output.text(), "create socket failed.\n");
 }
 
-TEST_F(InterfaceTest, RawMac)
-{
-    struct {
-        const char *mac;
-        unsigned int size;
-        const char *raw;
-    } const cases[] = {{"ec:71:00:0a:ff:3b", 20, "ec71000aff3b"},
-                       {"ec:71:00:0a:ff:3b", 13, "ec71000aff3b"},
-                       {"ec:71:00:0a:ff:3b", 6, "ec710"},
-                       {"::a::", 20, "a"},
-                       {"abc", 20, "abc"},
-                       {"", 20, ""},
-                       {"abc", 1, ""},
-                       {"a:c", 0, "a:c"}};
-    for (const auto &c : cases) {
-        Buffer<24> mac;
-        std::strcpy(mac, c.mac);
-        get_raw_mac(mac, c.size);
-        EXPECT_STREQ(mac, c.raw) << c.mac << " " << c.size;
-    }
-    get_raw_mac(nullptr, 20);
-}
-
 // Files
 
 class FileTest : public test::HostTest {
@@ -401,24 +526,42 @@ protected:
         HostTest::SetUp();
         modulemask = 0; // file lines know no switches
         loglevel = 0;
-        std::string name = testing::TempDir() + "net_public_XXXXXX";
-        ASSERT_NE(mkdtemp(&name[0]), nullptr);
-        directory = name;
+        directory = testing::TempDir() + "net_public_XXXXXX";
+        ASSERT_NE(mkdtemp(directory.data()), nullptr);
         path = directory + "/file";
         free_descriptor_ = lowest_free_descriptor();
     }
     void TearDown() override
     {
         EXPECT_EQ(lowest_free_descriptor(), free_descriptor_) << "descriptor left open";
-        unlink(path.c_str());
-        rmdir(directory.c_str());
+        std::filesystem::remove_all(directory);
         HostTest::TearDown();
     }
 
-    std::string content() const
+    static std::string content(const std::string &of)
     {
-        std::ifstream file(path, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
+        std::ifstream file(of, std::ios::binary);
+        return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "none";
+    }
+
+    // A call with paths that begin with DIR, on the files that the cases tell of, and what it logs.
+    template <class Function> test::Call on_files(Function call)
+    {
+        return [this, call](Arguments &arguments) {
+            modulemask = loglevel = 0;
+            unlink(path.c_str());
+            for (const auto &[name, size] : std::initializer_list<std::pair<const char *, std::uintmax_t>>{
+                     {"/one", 1}, {"/empty", 0}, {"/hole", INT_MAX}, {"/beyond", INT_MAX + std::uintmax_t{1}}}) {
+                std::ofstream(directory + name).flush();
+                std::filesystem::resize_file(directory + name, size); // what is not written takes no room
+            }
+            for (std::string &argument : arguments)
+                if (argument.rfind("DIR", 0) == 0)
+                    argument.replace(0, 3, directory);
+            std::string text;
+            const std::string log = log_of([&] { text = call(arguments); });
+            return text + " " + std::regex_replace(log, std::regex(directory), "DIR");
+        };
     }
 
     std::string directory;
@@ -428,36 +571,40 @@ private:
     int free_descriptor_ = 0;
 };
 
-TEST_F(FileTest, WriteReplacesTheContent)
+// A function that writes data to a file of a name.
+template <class Write> auto writing(Write write)
 {
-    char text[] = "one\0two";
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_file_write(path.c_str(), text, 7), 0); }),
-              "<green net_public.cpp>write file(" + path + ")\n");
-    EXPECT_EQ(content(), std::string("one\0two", 7));
-    EXPECT_EQ(net_file_exist(path.c_str()), 1);
-    int size = -5;
-    EXPECT_EQ(nets_get_file_size(&path[0], &size), 0);
-    EXPECT_EQ(size, 7);
-
-    output_of([&] { EXPECT_EQ(net_file_write(path.c_str(), text, 2), 0); });
-    EXPECT_EQ(content(), "on");
+    return [write](Arguments &arguments) {
+        std::string &data = arguments.at(1);
+        return write(pointer(arguments.at(0)), pointer(data), static_cast<unsigned int>(data.size()));
+    };
 }
 
-TEST_F(FileTest, WriteRefusesWhatItCannotWrite)
+TEST_F(FileTest, Cases)
 {
-    char text[] = "text";
-    EXPECT_EQ(output_of([&] {
-                  EXPECT_EQ(net_file_write(nullptr, text, 4), -1);
-                  EXPECT_EQ(net_file_write(path.c_str(), nullptr, 4), -1);
-                  EXPECT_EQ(net_file_write(path.c_str(), text, 0), -1);
-              }),
-              "");
-    EXPECT_EQ(net_file_exist(path.c_str()), 0);
-
-    const std::string nowhere = directory + "/missing/file";
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_file_write(nowhere.c_str(), text, 4), -1); }),
-              "<green net_public.cpp>write file(" + nowhere + ")\n<red net_public.cpp>open file(" + nowhere +
-                  ") failed\n");
+    const auto write = writing(net_file_write);
+    const auto write_cert = writing(net_cert_write);
+    test::run_cases("files.txt",
+                    {{"net_file_write", on_files([=](Arguments &arguments) {
+                          const int result = write(arguments);
+                          return outcome(result, content(arguments[0]));
+                      })},
+                     {"net_file_remove", on_files([](Arguments &arguments) {
+                          const int result = net_file_remove(pointer(arguments.at(0)));
+                          return outcome(result, net_file_exist(pointer(arguments[0])));
+                      })},
+                     {"nets_get_file_size", on_files([](Arguments &arguments) {
+                          int size = -5;
+                          EXPECT_EQ(nets_get_file_size(arguments.at(0).data(), nullptr), -1);
+                          const int result = nets_get_file_size(arguments[0].data(), &size);
+                          return outcome(result, size);
+                      })},
+                     {"net_file_exist",
+                      on_files([](Arguments &arguments) { return outcome(net_file_exist(pointer(arguments.at(0)))); })},
+                     {"net_cert_write", on_files([=](Arguments &arguments) { return outcome(write_cert(arguments)); })},
+                     {"net_cert_remove", on_files([](Arguments &arguments) {
+                          return outcome(net_cert_remove(pointer(arguments.at(0))));
+                      })}});
 }
 
 TEST_F(FileTest, WriteReportsAFullDisk)
@@ -488,82 +635,7 @@ TEST_F(FileTest, WriteReportsAPartialWrite)
     EXPECT_EQ(result, -1);
     EXPECT_EQ(log, "<green net_public.cpp>write file(" + path +
                        ")\n<red net_public.cpp>write file error(65536), ferror(1)\n");
-    EXPECT_EQ(content(), std::string(limit, 'd'));
-}
-
-TEST_F(FileTest, Remove)
-{
-    EXPECT_EQ(output_of([&] {
-                  EXPECT_EQ(net_file_remove(""), 0);
-                  EXPECT_EQ(net_file_remove(path.c_str()), 0);
-                  EXPECT_EQ(net_file_remove(nullptr), -1);
-              }),
-              "");
-    std::ofstream(path) << "x";
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_file_remove(path.c_str()), 0); }),
-              "<green net_public.cpp>delete file:" + path + " success\n");
-    EXPECT_EQ(net_file_exist(path.c_str()), 0);
-
-    std::ofstream(path) << "x"; // a directory that is not empty stays
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_file_remove(directory.c_str()), -1); }),
-              "<red net_public.cpp>delete file:" + directory + " failed\n");
-    EXPECT_EQ(net_file_exist(path.c_str()), 1);
-}
-
-TEST_F(FileTest, SizeAndExistence)
-{
-    int size = -5;
-    EXPECT_EQ(nets_get_file_size(&path[0], &size), -1);
-    std::ofstream(path).flush();
-    EXPECT_EQ(nets_get_file_size(&path[0], nullptr), -1);
-    EXPECT_EQ(size, -5);
-    EXPECT_EQ(nets_get_file_size(&path[0], &size), 0);
-    EXPECT_EQ(size, 0);
-    // A file with a hole takes no room.
-    std::filesystem::resize_file(path, INT_MAX);
-    EXPECT_EQ(nets_get_file_size(&path[0], &size), 0);
-    EXPECT_EQ(size, INT_MAX);
-    std::filesystem::resize_file(path, INT_MAX + std::uintmax_t{1});
-    EXPECT_EQ(nets_get_file_size(&path[0], &size), -1);
-    EXPECT_EQ(net_file_exist(nullptr), 0);
-    EXPECT_EQ(net_file_exist(""), 0);
-    EXPECT_EQ(net_file_exist(directory.c_str()), 1);
-}
-
-TEST_F(FileTest, Certificates)
-{
-    char data[] = "pem";
-    char empty[] = "";
-    char name[] = "no-such-directory/client.pem";
-    EXPECT_EQ(output_of([&] {
-                  EXPECT_EQ(net_cert_write(nullptr, data, 3), -1);
-                  EXPECT_EQ(net_cert_write(name, nullptr, 3), -1);
-                  EXPECT_EQ(net_cert_write(name, data, 0), -1);
-                  EXPECT_EQ(net_cert_write(empty, data, 0), -1);
-                  EXPECT_EQ(net_cert_remove(nullptr), -1);
-              }),
-              "");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_cert_write(empty, data, 3), -1); }),
-              "<green net_public.cpp>need input cert filename\n");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_cert_write(name, data, 3), -1); }),
-              "<green net_public.cpp>write file(/mnt/para/no-such-directory/client.pem)\n"
-              "<red net_public.cpp>open file(/mnt/para/no-such-directory/client.pem) failed\n");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_cert_remove(empty), -1); }), "<green net_public.cpp>remove file()\n");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_cert_remove(name), 0); }),
-              "<green net_public.cpp>remove file(no-such-directory/client.pem)\n");
-}
-
-TEST_F(FileTest, CertificateNameThatDoesNotFitIsRefused)
-{
-    char data[] = "pem";
-    std::string fits(511 - std::strlen("/mnt/para/"), 'n');
-    std::string too_long = fits + 'n';
-    EXPECT_EQ(output_of([&] { EXPECT_EQ(net_cert_write(&too_long[0], data, 3), -1); }), "");
-    EXPECT_EQ(log_of([&] { EXPECT_EQ(net_cert_remove(&too_long[0]), -1); }),
-              "<green net_public.cpp>remove file(" + too_long + ")\n");
-    // The longest name that fits is tried; no file system takes so long a name.
-    EXPECT_NE(log_of([&] { EXPECT_EQ(net_cert_write(&fits[0], data, 3), -1); }).find("open file(/mnt/para/" + fits),
-              std::string::npos);
+    EXPECT_EQ(content(path), std::string(limit, 'd'));
 }
 
 // Random values and time
@@ -645,99 +717,7 @@ TEST_F(RandomAndTimeTest, TickIsSixtyFourBitsWide)
     EXPECT_EQ(net_tick_sec_get(), 4294969u);
 }
 
-TEST_F(RandomAndTimeTest, LocalTime)
-{
-    const char *zone = std::getenv("TZ");
-    const std::string before = zone != nullptr ? zone : "";
-    setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1);
-    tzset();
-    struct Case {
-        std::array<int, 6> in, out;
-        int weekday, yearday;
-    } const cases[] = {
-        {{2024, 7, 1, 12, 30, 45}, {2024, 7, 1, 12, 30, 45}, 1, 182}, // summer time
-        {{2024, 2, 30, 23, 59, 59}, {2024, 3, 1, 23, 59, 59}, 5, 60}, // a day too many
-        {{2023, 12, 31, 24, 0, 0}, {2024, 1, 1, 0, 0, 0}, 1, 0},
-    };
-    for (const Case &c : cases) {
-        struct tm src {};
-        src.tm_year = c.in[0];
-        src.tm_mon = c.in[1];
-        src.tm_mday = c.in[2];
-        src.tm_hour = c.in[3];
-        src.tm_min = c.in[4];
-        src.tm_sec = c.in[5];
-        struct tm dst {};
-        EXPECT_EQ(net_local_time_get(&src, &dst), 1);
-        EXPECT_EQ((std::array<int, 6>{dst.tm_year, dst.tm_mon, dst.tm_mday, dst.tm_hour, dst.tm_min, dst.tm_sec}),
-                  c.out);
-        EXPECT_EQ(dst.tm_wday, c.weekday);
-        EXPECT_EQ(dst.tm_yday, c.yearday);
-    }
-    struct tm any {};
-    EXPECT_EQ(net_local_time_get(nullptr, &any), 0);
-    EXPECT_EQ(net_local_time_get(&any, nullptr), 0);
-    if (zone != nullptr)
-        setenv("TZ", before.c_str(), 1);
-    else
-        unsetenv("TZ");
-    tzset();
-}
-
 // Log filter
-
-TEST(LogFilter, MasksEverySecret)
-{
-    for (const std::string name :
-         {"password", "key", "authToken", "authSignature", "refreshToken", "accessToken", "clientSecret", "mac", "ip",
-          "accessKey", "secretKey", "ipAddress", "macAddress", "gateway", "mask", "dns1", "dns2"}) {
-        const std::string text = "<a>1</a><" + name + ">s3cret</" + name + "><b>2</b>";
-        const std::string expected = "<a>1</a><" + name + ">******</" + name + "><b>2</b>";
-        EXPECT_EQ(net_xml_printf_filter(text.c_str()), expected);
-    }
-}
-
-TEST(LogFilter, HandWrittenCases)
-{
-    const char *const cases[][2] = {
-        {"", ""},
-        {"no tags at all", "no tags at all"},
-        {"<password></password>", "<password></password>"},
-        {"<password>a</password><password>bc</password>", "<password>*</password><password>**</password>"},
-        {"<Password>abc</Password>", "<Password>abc</Password>"},
-        {"<password >abc</password>", "<password >abc</password>"},
-        {"<password a=\"1\">abc</password>", "<password a=\"1\">abc</password>"},
-        {"<password>abc</password >", "<password>abc</password >"},
-        {"<password>abc", "<password>abc"},
-        {"abc</password>", "abc</password>"},
-        {"</password>abc<password>", "</password>abc<password>"},
-        // names that begin alike are separate
-        {"<ip>1</ip><ipAddress>22</ipAddress>", "<ip>*</ip><ipAddress>**</ipAddress>"},
-        {"<ip>1</ipAddress>2</ip>", "<ip>**************</ip>"},
-        {"<mac>1</macAddress>", "<mac>1</macAddress>"},
-        // markup and line breaks are content too
-        {"<key>\n<x>1</x></key>", "<key>*********</key>"},
-        // a nested open tag of the same kind is content; the outer one ends at the first close tag
-        {"<key>1<key>2</key>3</key>", "<key>*******</key>3</key>"},
-        // the first kind of the list wins, whichever stands outside
-        {"<password>1<key>2</key>3</password>", "<password>**************</password>"},
-        {"<key>1<password>2</password>3</key>", "<key>************************</key>"},
-        // overlapping: the open tag of the later kind is gone when its turn comes
-        {"<password>1<key>2</password>3</key>", "<password>*******</password>3</key>"},
-        // overlapping: the close tag of the later kind is gone, a further one takes its place
-        {"<key>1<password>2</key>3</password>4", "<key>1<password>********</password>4"},
-        {"<key>1<password>2</key>3</password>4</key>5", "<key>*******************************</key>5"},
-        // the content that a later kind masks does not hide an earlier kind's tags
-        {"<key>1<password>2</key>3</password></key><password>4</password>",
-         "<key>******************************</key><password>*</password>"},
-        {"<key>1<key>2<password>3</password>4", "<key>1<key>2<password>*</password>4"},
-        {"<<key>>1</key>", "<<key>**</key>"},
-        {"<key></key</key>", "<key>*****</key>"},
-    };
-    for (const auto &c : cases)
-        EXPECT_STREQ(net_xml_printf_filter(c[0]), c[1]) << c[0];
-    EXPECT_STREQ(net_xml_printf_filter(nullptr), "");
-}
 
 TEST(LogFilter, ResultLastsUntilTheNextCall)
 {
@@ -746,251 +726,9 @@ TEST(LogFilter, ResultLastsUntilTheNextCall)
     EXPECT_STREQ(first, "<key>*</key>");
 }
 
-TEST(LogFilter, SingleKind)
-{
-    struct {
-        const char *text, *open, *close, *expected;
-    } const cases[] = {
-        {"<key>ab</key><ip>1</ip>", "<key>", "</key>", "<key>**</key><ip>1</ip>"},
-        {"<pin>12</pin><pin></pin><pin>3</pin>", "<pin>", "</pin>", "<pin>**</pin><pin></pin><pin>*</pin>"},
-        {"<pin>12<pin>34</pin>5</pin>", "<pin>", "</pin>", "<pin>*********</pin>5</pin>"},
-        {"<pin>12", "<pin>", "</pin>", "<pin>12"},
-        {"x=1;y=2;x=3;", "x=", ";", "x=*;y=2;x=*;"},
-        {"abcab", "ab", "b", "abcab"}, // a close tag inside the open tag leaves nothing to mask
-        {"", "<pin>", "</pin>", ""},
-    };
-    for (const auto &c : cases) {
-        std::string text = c.text;
-        net_xml_filter(text, c.open, c.close);
-        EXPECT_EQ(text, c.expected) << c.text;
-    }
-}
-
 // Conversions
 
 class ConversionTest : public test::HostTest {};
-
-TEST_F(ConversionTest, StringJoin)
-{
-    EXPECT_EQ(string_join(nullptr, 9, nullptr, -1, ','), -1);
-    const char *items[] = {"one", "", "three"};
-    Buffer<16> out;
-    EXPECT_EQ(string_join(out, 10, items, 3, '|'), -1); // 8 characters, 2 separators, the terminator
-    EXPECT_TRUE(out.untouched_from(0));
-    EXPECT_EQ(string_join(out, 11, items, 3, '|'), 0);
-    EXPECT_STREQ(out, "one||three");
-    EXPECT_TRUE(out.untouched_from(11));
-    EXPECT_EQ(string_join(out, 16, items, 1, ','), 0);
-    EXPECT_STREQ(out, "one");
-    EXPECT_TRUE(out.zero_from(3));
-    EXPECT_EQ(string_join(out, 16, items, 0, ','), 0);
-    EXPECT_TRUE(out.zero_from(0));
-}
-
-TEST_F(ConversionTest, AiTypesToWords)
-{
-    struct {
-        int types;
-        unsigned int size;
-        const char *words;
-    } const cases[] = {
-        {0, 32, "none"},
-        {1, 32, "people"},
-        {2, 32, "vehicle"},
-        {4, 32, "dog_cat"},
-        {5, 32, "people,dog_cat"},
-        {8, 32, "none"},
-        {7, 24, "people,vehicle,dog_cat"},
-        {7, 23, "people,vehicle,dog_cat"},
-        {7, 22, "people,vehicle,dog_ca"},
-        {3, 8, "people"},
-        {3, 10, "people,ve"},
-        {3, 4, "peo"},
-        {0, 3, "no"},
-        {7, 1, ""},
-    };
-    for (const auto &c : cases) {
-        Buffer<32> out;
-        net_ai_type_local_to_net(out, c.size, c.types);
-        EXPECT_STREQ(out, c.words) << c.types << " " << c.size;
-        EXPECT_TRUE(out.untouched_from(c.size));
-    }
-    Buffer<4> untouched;
-    net_ai_type_local_to_net(untouched, 0, 1);
-    EXPECT_TRUE(untouched.untouched_from(0));
-    net_ai_type_local_to_net(nullptr, 4, 1);
-}
-
-TEST_F(ConversionTest, AiTypesFromWords)
-{
-    struct {
-        const char *text;
-        int types;
-    } const cases[] = {{"", 0},           {"none", 0}, {"people", 1},       {"PEOPLE,Dog_Cat", 5},
-                       {"xvehiclesx", 2}, {"dog", 0},  {"face,vehicle", 2}, {"dog_cat vehicle people", 7}};
-    for (const auto &c : cases) {
-        std::string text = c.text;
-        int types = 99;
-        net_ai_type_net_to_local(&text[0], 32, types);
-        EXPECT_EQ(types, c.types) << c.text;
-    }
-    char text[] = "people";
-    int types = 99;
-    net_ai_type_net_to_local(text, 0, types);
-    net_ai_type_net_to_local(nullptr, 8, types);
-    EXPECT_EQ(types, 99);
-}
-
-TEST_F(ConversionTest, PointsToTheProtocol)
-{
-    point_t local[10];
-    for (int i = 0; i < 10; ++i)
-        local[i] = {static_cast<float>(i), static_cast<float>(-i)};
-    for (const auto &[count, expected] : {std::pair(10, 8), {8, 8}, {3, 3}, {0, 0}, {-1, 0}}) {
-        net_smart_ai_points_t net;
-        std::memset(&net, 0x5A, sizeof(net));
-        net_points_local_to_net(&net, local, count);
-        EXPECT_EQ(net.pointNum, expected);
-        for (int i = 0; i < 8; ++i) {
-            EXPECT_EQ(net.points[i].x, i < expected ? static_cast<float>(i) : 0.0f) << count;
-            EXPECT_EQ(net.points[i].y, i < expected ? static_cast<float>(-i) : 0.0f) << count;
-        }
-    }
-    net_smart_ai_points_t net = {5, {}};
-    net_points_local_to_net(&net, nullptr, 1);
-    EXPECT_EQ(net.pointNum, 5);
-    net_points_local_to_net(nullptr, local, 1);
-}
-
-TEST_F(ConversionTest, PointsFromTheProtocol)
-{
-    net_smart_ai_points_t net{};
-    for (int i = 0; i < 8; ++i)
-        net.points[i] = {static_cast<float>(i + 1), 0.5f};
-    for (const auto &[held, expected] : {std::pair(9, 8), {8, 8}, {2, 2}, {0, 0}, {-4, 0}}) {
-        net.pointNum = held;
-        point_t local[9];
-        std::memset(local, 0x5A, sizeof(local));
-        const point_t beyond = local[8];
-        int count = 99;
-        net_points_net_to_local(&net, local, count);
-        EXPECT_EQ(count, expected);
-        for (int i = 0; i < 8; ++i) {
-            EXPECT_EQ(local[i].x, i < expected ? static_cast<float>(i + 1) : 0.0f) << held;
-            EXPECT_EQ(local[i].y, i < expected ? 0.5f : 0.0f) << held;
-        }
-        EXPECT_EQ(std::memcmp(&beyond, &local[8], sizeof(beyond)), 0);
-    }
-    int count = 99;
-    net_points_net_to_local(&net, nullptr, count);
-    net_points_net_to_local(nullptr, net.points, count);
-    EXPECT_EQ(count, 99);
-}
-
-TEST_F(ConversionTest, PointsChange)
-{
-    point_t a[9] = {};
-    point_t b[9] = {};
-    EXPECT_EQ(net_check_points_change(a, 3, b, 3), 0);
-    EXPECT_EQ(net_check_points_change(a, 3, b, 4), 1);
-    b[8].x = 1; // beyond the capacity
-    EXPECT_EQ(net_check_points_change(a, 9, b, 9), 0);
-    b[7].y = 0.5e-6f; // within the tolerance
-    EXPECT_EQ(net_check_points_change(a, 9, b, 9), 0);
-    b[7].y = -2e-6f;
-    EXPECT_EQ(net_check_points_change(a, 9, b, 9), 1);
-    EXPECT_EQ(net_check_points_change(a, 7, b, 7), 0);
-    b[0].x = 1;
-    EXPECT_EQ(net_check_points_change(a, 1, b, 1), 1);
-    EXPECT_EQ(net_check_points_change(a, 0, b, 0), 0);
-    EXPECT_EQ(net_check_points_change(a, -1, b, -1), 0);
-    EXPECT_EQ(net_check_points_change(a, -1, b, 0), 1);
-    EXPECT_EQ(net_check_points_change(nullptr, 1, b, 1), 1);
-    EXPECT_EQ(net_check_points_change(a, 1, nullptr, 1), 1);
-    EXPECT_EQ(net_check_points_change(nullptr, 1, nullptr, 1), 0);
-}
-
-TEST_F(ConversionTest, Directions)
-{
-    for (const int value : {-1, 0, 1, 2, 3, 4, 100}) {
-        const int expected = value >= 1 && value <= 3 ? value : 0;
-        EXPECT_EQ(net_direction_local_to_net(static_cast<AI_TRIP_WIRE_DIRECTION>(value)), expected);
-        EXPECT_EQ(net_direction_net_to_local(static_cast<NET_CROSSLINE_DETECT_DIRECTION_E>(value)), expected);
-    }
-}
-
-TEST_F(ConversionTest, AlarmSummary)
-{
-    struct {
-        int alarms;
-        time_section_t ai, smart_ai;
-        const char *text;
-    } const cases[] = {
-        {0, {}, {}, "alarm 0 ai (0x0, 0x0) smart ai (0x0, 0x0)"},
-        {0x1, {}, {}, "MD"},
-        {0x80000F, {}, {}, "MD,videoLoss,blind,IOAlarm,visitor"},
-        {0, {{0x087C0000, 0}}, {}, "people,vehicle,face,dog_cat,other,package"},
-        {0, {}, {{0xE0000000, 0}}, "crossline_0,crossline_1,crossline_2"},
-        {0,
-         {},
-         {{0, 0xFFF}},
-         "intrude_0,intrude_1,intrude_2,loitering_0,loitering_1,loitering_2,legacy_0,legacy_1,legacy_2,loss_0,loss_1,"
-         "loss_2"},
-        {0x4, {{0x200000, 0}}, {{0x40000000, 0x200}}, "IOAlarm,other,crossline_1,loss_0"},
-        // nothing that has a word
-        {static_cast<int>(0x8F2BC000),
-         {{0x1FFFF, 0xFFF}},
-         {{0x1FFFFFFF, 0xF000}},
-         "alarm 8F2BC000 ai (0x1ffff, 0xfff) smart ai (0x1fffffff, 0xf000)"},
-    };
-    for (const auto &c : cases) {
-        char text[256] = "";
-        EXPECT_EQ(get_alarm_str(text, sizeof(text), c.alarms, c.ai, c.smart_ai), 0);
-        EXPECT_STREQ(text, c.text);
-    }
-}
-
-TEST_F(ConversionTest, AlarmSummaryIsAppendedAndCut)
-{
-    char text[256] = "at 12:00 ";
-    EXPECT_EQ(get_alarm_str(text, sizeof(text), 0x2, {}, {}), 0);
-    EXPECT_STREQ(text, "at 12:00 videoLoss");
-    EXPECT_EQ(get_alarm_str(text, sizeof(text), 0, {}, {}), 0); // the last character goes, comma or not
-    EXPECT_STREQ(text, "at 12:00 videoLos");
-
-    struct {
-        unsigned int size;
-        const char *text;
-    } const cases[] = {{14, "MD,videoLoss"}, {13, "MD,videoLos"}, {6, "MD,v"}, {4, "MD"}, {2, ""}, {1, ""}};
-    for (const auto &c : cases) {
-        Buffer<16> buffer;
-        buffer[0] = '\0';
-        EXPECT_EQ(get_alarm_str(buffer, c.size, 0x3, {}, {}), 0);
-        EXPECT_STREQ(buffer, c.text) << c.size;
-        EXPECT_TRUE(buffer.untouched_from(c.size));
-    }
-    char small[8] = "";
-    EXPECT_EQ(get_alarm_str(small, sizeof(small), 0, {}, {}), 0);
-    EXPECT_STREQ(small, "alarm 0");
-    EXPECT_EQ(get_alarm_str(small, 0, 1, {}, {}), -1);
-    EXPECT_STREQ(small, "alarm 0");
-}
-
-TEST_F(ConversionTest, StreamTypeWords)
-{
-    EXPECT_STREQ(net_get_streanm_type_string(STREAM_TYPE_MAIN), "mainStream");
-    EXPECT_STREQ(net_get_streanm_type_string(STREAM_TYPE_MOBILE), "mobileStream");
-    EXPECT_STREQ(net_get_streanm_type_string(STREAM_TYPE_EXTERN), "externStream");
-    const char *sub = net_get_streanm_type_string(STREAM_TYPE_SUB);
-    EXPECT_STREQ(sub, "subStream");
-    modulemask = 0; // the line knows no switches
-    for (const int type : {3, 5, -1}) {
-        EXPECT_EQ(log_of([&] { EXPECT_EQ(net_get_streanm_type_string(static_cast<STREAM_TYPE_E>(type)), nullptr); }),
-                  "<green net_public.cpp>unknow stream type:" + std::to_string(type) + ".\n");
-    }
-    EXPECT_STREQ(sub, "subStream");
-    EXPECT_EQ(net_get_streanm_type_string(STREAM_TYPE_MAIN), sub);
-}
 
 TEST_F(ConversionTest, StreamCommands)
 {
@@ -1033,32 +771,6 @@ TEST_F(ConversionTest, CertificateNames)
     char empty[] = "";
     EXPECT_EQ(net_check_cert_name(empty), 0);
     EXPECT_EQ(output_of([] { EXPECT_EQ(net_check_cert_name(nullptr), -1); }), "err str, null pointer\n");
-}
-
-TEST_F(ConversionTest, RangedValues)
-{
-    net_int_value_t net = {-1, 100, 50, 25};
-    intvalue_t local{};
-    EXPECT_EQ(net_int_value_to_local(&net, &local), 0);
-    EXPECT_EQ(local.cur, 50);
-    EXPECT_EQ(local.min, -1);
-    EXPECT_EQ(local.max, 100);
-    EXPECT_EQ(local.def, 25);
-    net_int_value_t back{};
-    EXPECT_EQ(local_int_value_to_net(&back, &local), 0);
-    EXPECT_EQ(std::memcmp(&back, &net, sizeof(net)), 0);
-
-    net_float_value_t ratio = {0.5f, 2.5f, 1.25f, -0.0f};
-    const unsigned int signalling = 0x7FA00001; // a conversion would quieten it
-    std::memcpy(&ratio.max, &signalling, sizeof(signalling));
-    floatvalue_t local_ratio{};
-    EXPECT_EQ(net_float_value_to_local(&ratio, &local_ratio), 0);
-    EXPECT_EQ(local_ratio.cur, 1.25f);
-    EXPECT_EQ(local_ratio.min, 0.5f);
-    EXPECT_EQ(std::memcmp(&local_ratio.max, &signalling, sizeof(signalling)), 0);
-    net_float_value_t ratio_back{};
-    EXPECT_EQ(local_float_value_to_net(&ratio_back, &local_ratio), 0);
-    EXPECT_EQ(std::memcmp(&ratio_back, &ratio, sizeof(ratio)), 0);
 }
 
 // The stand-in host itself

@@ -1,15 +1,13 @@
-#include "support.h"
+#include "cases.h"
 #include "text/scanner.h"
 
+#include <author.h>
 #include <net_public.h>
 #include <scan.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -31,17 +29,12 @@ using netpublic::pointer_in;
 namespace {
 
 using netpublic::Fault;
+using netpublic::fault_text;
 using netpublic::Node;
 using netpublic::ScanLimits;
 using netpublic::ScannedText;
-
-std::string repeat(const std::string &text, int times)
-{
-    std::string result;
-    while (times-- > 0)
-        result += text;
-    return result;
-}
+using test::Arguments;
+using test::repeated;
 
 // A text in a block of its own size, and its tokens.
 class Scanned : public ScannedText {
@@ -62,27 +55,6 @@ private:
     std::unique_ptr<char[]> copy_;
 };
 
-struct Example {
-    std::string name;
-    std::string text;
-};
-
-const std::vector<Example> &examples()
-{
-    static const std::vector<Example> all = [] {
-        std::vector<Example> read;
-        for (const auto &entry : std::filesystem::directory_iterator(NETPUBLIC_EXAMPLES_DIR)) {
-            std::ifstream file(entry.path(), std::ios::binary);
-            std::stringstream content;
-            content << file.rdbuf();
-            if (entry.path().extension() == ".xml")
-                read.push_back({entry.path().filename().string(), content.str()});
-        }
-        return read;
-    }();
-    return all;
-}
-
 class TextScanner : public test::HostTest {};
 
 // Every text of up to so many symbols, on its own, inside an element of a UTF-8 text and of another, and inside a
@@ -100,26 +72,17 @@ TEST_F(TextScanner, ReadsShortTextsAsTheLibraryDoes)
     const long part = shard != nullptr ? std::atol(shard) : 0;
     const long parts = shard != nullptr ? std::atol(std::strchr(shard, '/') + 1) : 1;
     long compared = 0;
-    for (int length = 0; length <= longest; ++length) {
-        std::vector<std::size_t> digits(static_cast<std::size_t>(length), 0);
-        bool more = true;
-        for (long index = 0; more; ++index) {
-            if (index % parts == part) {
-                std::string text;
-                for (const std::size_t digit : digits)
-                    text += symbols[digit];
-                for (const auto &[before, behind] : contexts) {
-                    ++compared;
-                    const std::string whole = before + text + behind;
-                    ASSERT_EQ(fuzz::scan_difference(whole), "") << whole;
-                }
-            }
-            more = false;
-            for (std::size_t &digit : digits) {
-                more = ++digit < symbols.size();
-                if (more)
-                    break;
-                digit = 0;
+    long count = 1; // of a length
+    for (int length = 0; length <= longest; ++length, count *= static_cast<long>(symbols.size())) {
+        for (long index = part; index < count; index += parts) {
+            std::string text;
+            auto digits = static_cast<std::size_t>(index);
+            for (int i = 0; i < length; ++i, digits /= symbols.size())
+                text += symbols[digits % symbols.size()];
+            for (const auto &[before, behind] : contexts) {
+                ++compared;
+                const std::string whole = before + text + behind;
+                ASSERT_EQ(fuzz::scan_difference(whole), "") << whole;
             }
         }
     }
@@ -129,115 +92,9 @@ TEST_F(TextScanner, ReadsShortTextsAsTheLibraryDoes)
 // What is longer: pieces of everything in a row, and examples that were damaged.
 TEST_F(TextScanner, ReadsDamagedTextsAsTheLibraryDoes)
 {
-    const std::vector<std::string> pieces = {
-        "<b>",
-        "</b>",
-        "<b",
-        "<b/>",
-        ">",
-        "/>",
-        "/",
-        "<",
-        "'",
-        "\"",
-        " x=\"",
-        " x='",
-        " x=",
-        "=",
-        " ",
-        "b",
-        "<!",
-        "<!--",
-        "-->",
-        "--",
-        "<![CDATA[",
-        "]]>",
-        "<?",
-        "<?xml",
-        "<?xml ",
-        "?>",
-        "?",
-        "\xE2",
-        "\xC3",
-        "\xF0",
-        "\xF5",
-        "\xA9",
-        "\xEF\xBB\xBF",
-        "\xEF\xBF\xBF",
-        "\xEF\xBF\xBE",
-        "\xEF\xBF\xC8",
-        "\xEF\xBF\xBD",
-        "\xEF",
-        "&#65;",
-        "&lt;",
-        "&#",
-        "&",
-        "&#x1F600;",
-        "&#32;",
-        "&#0;",
-        "&#xFFFFFFFFF1;",
-        "&#99999999999;",
-        "&#x1FFFFF;",
-        "&#x200000;",
-        "&amp;",
-        "&apos;",
-        "&quot;",
-        "&gt;",
-        "&#127;",
-        "&#128;",
-        "&#2048;",
-        "&#65535;",
-        "&#65536;",
-        " version=\"",
-        " encoding='",
-        "standalone=",
-        "<?xml encoding='x'?>",
-        "<?xml encoding='UTF8'?>",
-        "<?xml encoding=''?>",
-        "<?xml encoding='&#85;TF-8'?>",
-        "<?xml encoding=' UTF-8'?>",
-        "<?xml version='1.0'?>",
-        "\n",
-        "\r\n",
-        "\t",
-        "</b >",
-        "</",
-        ";",
-        "<a>",
-        "</a>",
-        "text",
-        "a b",
-        " c ",
-        "<_",
-        "1",
-        ".",
-        "-",
-        ":",
-        "<r>",
-        "</r>",
-        "<r a='1'>",
-        "<\xEF\xBB\xBF"
-        "b>",
-        "<c>x</c>",
-        "\x7F",
-        "\xC1",
-        "\xC2",
-        "\xF4",
-        "<\x7F",
-        "&#x100000041;",
-        "&#x4200000042;",
-        "<?XML ",
-        "<?XmL encoding='x'?>",
-        " ab='1'",
-        " abc='1'",
-        " abc = 1",
-        "&#X41;",
-        "&#xZZx34;",
-        "&#12#34;",
-        "&#;",
-        "&#x;",
-        std::string(1, '\0'),
-    };
+    std::vector<std::string> pieces = {std::string(1, '\0')};
+    for (const test::Case &line : test::cases("pieces.txt"))
+        pieces.insert(pieces.end(), line.arguments.begin(), line.arguments.end());
     std::mt19937 random(20240511);
     const auto below = [&](std::size_t bound) { return random() % static_cast<unsigned int>(bound); };
     const auto piece = [&] { return pieces[below(pieces.size())]; };
@@ -257,7 +114,7 @@ TEST_F(TextScanner, ReadsDamagedTextsAsTheLibraryDoes)
             }
             text += "</r>";
         } else {
-            text = examples()[below(examples().size())].text.substr(0, 600 + below(600));
+            text = fuzz::examples()[below(fuzz::examples().size())].text.substr(0, 600 + below(600));
             for (std::size_t left = 1 + below(3); left > 0; --left) {
                 const std::size_t at = below(text.size() + 1);
                 if (round % 2 == 0)
@@ -276,7 +133,7 @@ TEST_F(TextScanner, ReadsDamagedTextsAsTheLibraryDoes)
 TEST_F(TextScanner, ReadsCutTexts)
 {
     const bool all = std::getenv("NETPUBLIC_SCAN_ALL_CUTS") != nullptr;
-    for (const Example &example : examples()) {
+    for (const fuzz::Example &example : fuzz::examples()) {
         ASSERT_EQ(fuzz::scan_difference(example.text), "") << example.name;
         const std::size_t size = example.text.size();
         const std::size_t step = all || size < 2000 ? 1 : size / 200;
@@ -292,38 +149,22 @@ TEST_F(TextScanner, ReadsCutTexts)
 
 TEST_F(TextScanner, TellsWhereATextIsWrong)
 {
-    struct Case {
-        Fault fault;
-        const char *before; // up to where it is wrong
-        const char *rest;
-    };
-    const Case cases[] = {
-        {Fault::document_empty, " \n ", "text"},
-        {Fault::document_empty, "", ""},
-        {Fault::no_root, "<!-- a\nb -->\n", ""},
-        {Fault::element_name, "<a>\n<", "b"},
-        {Fault::attributes, "<a\n  b", ">"},
-        {Fault::attributes, "<a b='\n'\n  ", "'c'/>"},
-        {Fault::attributes, "<a b=\"c\" d=e", "\"/>"},
-        {Fault::element, "<a x='1' y='2'\n", "x='3'/>"},
-        {Fault::element, "<a x='\n' ", "x='\n\n'/>"},
-        {Fault::element, "<a\n", "x='\n\n"},
-        {Fault::element_value, "<a>\n  ", "<?xml version='\n\n"},
-        {Fault::element_name, "<a>&#\n\n#65;\n<", "b"},
-        {Fault::element_value, "<a>x\ny&#10;z\n ", "&#zz;</a>"},
-        {Fault::element_value, "<a>\n<![CDATA[\n]]><!--\n-->\n<b>text", ""},
-        {Fault::empty_tag, "<?xml version='1.0'\n?>\n<a ", "/b>"},
-        {Fault::end_tag, "<a>\r\n<b>1</b>\r\n<c> 2 \n</c>", "</b>"},
-        {Fault::end_tag, "<a>\n\n", ""},
-        {Fault::end_tag, "<a>\n</a ", "b>"},
-    };
-    for (const Case &each : cases) {
-        const std::string before = each.before;
-        const Scanned scanned(before + each.rest);
-        EXPECT_EQ(scanned.fault(), each.fault) << before;
-        EXPECT_EQ(scanned.error().line, 1 + std::count(before.begin(), before.end(), '\n')) << before;
-        EXPECT_EQ(scanned.error().column, before.size() - (before.rfind('\n') + 1) + 1) << before;
-    }
+    test::run_cases("malformed.txt", {{"malformed",
+                                       [](Arguments &arguments) {
+                                           const std::string &before = arguments.at(0);
+                                           const Scanned scanned(before + arguments.at(1));
+                                           const auto lines = std::count(before.begin(), before.end(), '\n');
+                                           EXPECT_EQ(scanned.error().line, 1 + lines);
+                                           EXPECT_EQ(scanned.error().column, before.size() - before.rfind('\n'));
+                                           return fault_text(scanned.fault());
+                                       }},
+                                      {"strictly", [](Arguments &arguments) {
+                                           ScanLimits strict;
+                                           strict.strict = true;
+                                           EXPECT_EQ(Scanned(arguments.at(0)).result,
+                                                     arguments.at(1) == "read" ? 0 : -1);
+                                           return fault_text(Scanned(arguments[0], strict).fault());
+                                       }}});
 }
 
 std::string attributes(int count)
@@ -352,42 +193,17 @@ TEST_F(TextScanner, LimitsAreExact)
     EXPECT_EQ(fault("<a></a> ", limits), Fault::too_long);
 }
 
-TEST_F(TextScanner, StrictlyReadsWhatItShows)
-{
-    ScanLimits strict;
-    strict.strict = true;
-    const char *const read_otherwise[] = {"<r>&#x<a>x41;</r>",
-                                          "<r>&#12#34;</r>",
-                                          "<r>&#;</r>",
-                                          "<r>&#x;</r>",
-                                          "<r a='&#x'x41;'/>",
-                                          "<r>&#x<!--x41;--></r>",
-                                          "<?xml?><r>\xE2</r></r>",
-                                          "<?xml?><r>\xF0\x9F<a/></r>",
-                                          "<?xml?><r a=\"\xC3\"\"/>"};
-    for (const char *text : read_otherwise) {
-        EXPECT_EQ(Scanned(text).fault(), Fault::none) << text;
-        const Fault fault = Scanned(text, strict).fault();
-        EXPECT_EQ(fault, std::strchr(text, '&') != nullptr ? Fault::reference : Fault::sequence) << text;
-    }
-    for (const char *text :
-         {"<?xml?><r a='\xC3\xA9&#xe9;'>\xE2\x82\xAC&#8364;&bogus;</r>", "<r>\xE2</r>", "<r>&#x0A;</r>"})
-        EXPECT_EQ(Scanned(text, strict).fault(), Fault::none) << text;
-    EXPECT_EQ(Scanned("<r>&#1a;</r>", strict).fault(), Fault::element_value);
-    EXPECT_EQ(Scanned("<r>&#1", strict).fault(), Fault::element_value);
-}
-
 // One block for whatever is a message, no larger than its text where a pointer has four bytes.
 TEST_F(TextScanner, TakesOneBlock)
 {
-    for (const Example &example : examples()) {
+    for (const fuzz::Example &example : fuzz::examples()) {
         const unsigned long before = net_host_memory().total;
         const Scanned scanned(example.text);
         EXPECT_EQ(net_host_memory().total - before, 1u) << example.name;
         EXPECT_LE(net_host_memory().last_size / sizeof(netpublic::Token), example.text.size() / 8) << example.name;
     }
     for (const char *dense : {"<a/>", "<>", "x<>", "x<a/>", "<a>></a>", "<a>\xC3</a>", "</>"}) {
-        const std::string text = "<?xml?><r>" + repeat(dense, 20000) + "</r>";
+        const std::string text = "<?xml?><r>" + repeated(20000, dense) + "</r>";
         const unsigned long before = net_host_memory().total;
         const Scanned scanned(text);
         EXPECT_LE(net_host_memory().total - before, 9u) << dense;
@@ -397,7 +213,7 @@ TEST_F(TextScanner, TakesOneBlock)
 
 TEST_F(TextScanner, FailsWithoutMemory)
 {
-    const std::string text = "<r>" + repeat("<a/>", 100) + "</r>";
+    const std::string text = "<r>" + repeated(100, "<a/>") + "</r>";
     for (unsigned long which = 1; which <= 2; ++which) {
         net_host_fail_allocation(which);
         const Scanned scanned(text);
@@ -408,44 +224,19 @@ TEST_F(TextScanner, FailsWithoutMemory)
     EXPECT_EQ(Scanned(text).result, 0);
 }
 
-// Texts that make others slow, in looks at bytes: 64 attributes look at each other's names, nothing else is worse
-// than a few looks for a byte.
+// In looks at bytes: 64 attributes look at each other's names, nothing else is worse than a few looks for a byte.
 TEST_F(TextScanner, IsLinear)
 {
-    struct Case {
-        const char *what;
-        std::string text;
-        unsigned long most; // looks for a byte
-    };
-    const int times = 20000;
-    const Case cases[] = {
-        {"levels", repeat("<a>", times) + repeat("</a>", times), 6},
-        {"open levels", repeat("<a>", times), 6},
-        {"levels with texts", repeat("<a>x", times) + repeat("</a>", times), 6},
-        {"empty elements", "<r>" + repeat("<a/>", times) + "</r>", 6},
-        {"empty names", "<r>" + repeat("<>", times) + "</r>", 6},
-        {"attributes", "<r>" + repeat("<a" + attributes(64) + "/>", times / 64) + "</r>", 40},
-        {"entities", "<r>" + repeat("&amp;", times) + "</r>", 6},
-        {"references", "<r>" + repeat("&#x41;", times) + "</r>", 6},
-        {"references to the end", "<r>" + repeat("&#", times) + ";</r>", 6},
-        {"references to one end", "<r>" + repeat("&", times) + "#1;</r>", 6},
-        {"blanks", "<r>" + repeat(" ", times) + "</r>", 6},
-        {"blanks in a text", "<r>" + repeat("a  b\n ", times) + "</r>", 6},
-        {"comments", "<r>" + repeat("<!---->", times) + "</r>", 6},
-        {"open comment", "<r>" + repeat("<!--", times), 6},
-        {"nearly closed comment", "<r><!--" + repeat("--", times) + "></r>", 6},
-        {"open CDATA", "<r>" + repeat("<![CDATA[", times), 6},
-        {"declarations", repeat("<?xml a=b?>", times), 6},
-        {"words of a declaration", "<?xml " + repeat("version=1 ", times) + "?><a/>", 6},
-        {"equal beginnings", "<r>" + repeat("<" + std::string(200, 'a') + ">", times / 200), 6},
-    };
-    for (const Case &each : cases) {
-        std::string text = each.text;
+    std::vector<test::Case> all = test::cases("slow.txt");
+    all.push_back({"linear", {"<r>" + repeated(300, "<a" + attributes(64) + "/>") + "</r>"}, "40", "attributes"});
+    all.push_back({"linear", {"<r>" + repeated(100, "<" + std::string(200, 'a') + ">")}, "6", "equal beginnings"});
+    for (test::Case &each : all) {
+        std::string &text = each.arguments.at(0);
         netpublic_counted::ScannedText scanned;
         counted_scanner::steps = 0;
         static_cast<void>(scanned.scan(text.data(), static_cast<unsigned int>(text.size())));
-        EXPECT_LE(counted_scanner::steps, each.most * text.size()) << each.what;
-        EXPECT_GT(counted_scanner::steps, 0u) << each.what;
+        EXPECT_LE(counted_scanner::steps, std::stoul(each.expected) * text.size()) << each.place;
+        EXPECT_GT(counted_scanner::steps, 0u) << each.place;
     }
 }
 

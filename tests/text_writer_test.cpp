@@ -1,14 +1,10 @@
 #include "ground/element.h"
-#include "memory.h"
 #include "support.h"
 #include "toolkit/printed_size.h"
 #include "values/values.h"
 
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -32,14 +28,7 @@ std::string printed(const Build &build)
 {
     TiXmlElement parent("parent");
     build(Element(&parent));
-    std::string text;
-    for (const TiXmlNode *child = parent.FirstChild(); child != nullptr; child = child->NextSibling()) {
-        TiXmlPrinter printer;
-        printer.SetStreamPrinting();
-        child->Accept(&printer);
-        text += printer.Str();
-    }
-    return text;
+    return test::print_children(parent);
 }
 
 // The same, written into a buffer of this size between other bytes.
@@ -67,39 +56,6 @@ void expect_same(const Build &build, bool all_sizes)
     for (std::size_t size = 0; all_sizes && size <= expected.size() + 1; ++size) {
         ASSERT_EQ(written(build, size, &length), expected.substr(0, size == 0 ? 0 : size - 1));
         ASSERT_EQ(length, expected.size());
-    }
-}
-
-void rebuild(const TiXmlElement &element, Element parent)
-{
-    const char *version = element.FirstAttribute() != nullptr ? element.FirstAttribute()->Name() : nullptr;
-    const TiXmlNode *first = element.FirstChild();
-    if (version == nullptr && first != nullptr && first->ToText() != nullptr) {
-        EXPECT_EQ(append_text(parent, element.Value(), element.GetText()), 0);
-        return;
-    }
-    const Element made =
-        version != nullptr ? append_root(parent, element.Value(), version) : append_element(parent, element.Value());
-    EXPECT_TRUE(made);
-    for (const TiXmlElement *child = element.FirstChildElement(); child != nullptr; child = child->NextSiblingElement())
-        rebuild(*child, made);
-}
-
-TEST(TextWriter, PrintsTheExamples)
-{
-    for (const auto &entry : std::filesystem::directory_iterator(NETPUBLIC_EXAMPLES_DIR)) {
-        if (entry.path().extension() != ".xml")
-            continue;
-        std::ifstream file(entry.path(), std::ios::binary);
-        std::stringstream content;
-        content << file.rdbuf();
-        test::Xml xml(content.str());
-        const TiXmlElement &root = *xml.root();
-        const Build build = [&](Element parent) { rebuild(root, parent); };
-        expect_same(build, content.str().size() < 600);
-        char text[1000];
-        TextWriter writer(text, sizeof text);
-        EXPECT_EQ(test::allocations_of([&] { rebuild(root, writer.top()); }), 0);
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -27,11 +28,6 @@ struct Exchange {
     std::string request;
     std::string reply; // "-1" when the writer fails
 };
-
-std::string parsed_text(const std::string &text)
-{
-    return text + std::string(8, '\0');
-}
 
 // A whole exchange as a host does it, without anything that the test's thread alone may use.
 std::string text_of(const Message &message, net_param_t &param)
@@ -116,41 +112,46 @@ std::string toolkit_texts(int number)
     return all + test::print_children(parent);
 }
 
-TEST_F(ThreadTest, TheStandInCountsExactly)
+// Each thread's function gets a number, and reports faults as a text.
+void on_all_threads(const std::function<std::string(std::size_t)> &work)
 {
-    constexpr int blocks = 20000;
-    const auto work = [] {
-        for (int i = 0; i < blocks; ++i) {
-            void *block = bc_malloc(8);
-            bc_free(block);
-        }
-    };
-    const long live = net_host_memory().live;
-    std::thread one(work), two(work);
-    one.join();
-    two.join();
-    EXPECT_EQ(net_host_memory().live, live);
-    EXPECT_EQ(net_host_memory().total, 2ul * blocks);
-}
-
-TEST_F(ThreadTest, TheToolkitOnAllThreads)
-{
-    std::vector<std::string> expected, faults(threads);
-    for (int number = 0; number < 50; ++number)
-        expected.push_back(toolkit_texts(number));
+    std::vector<std::string> faults(threads);
     std::vector<std::thread> running;
     for (std::size_t which = 0; which < threads; ++which)
-        running.emplace_back([&expected, &fault = faults[which], which] {
-            for (std::size_t i = 0; i < 20 * expected.size(); ++i) {
-                const std::size_t number = (i * (which + 1)) % expected.size();
-                if (toolkit_texts(static_cast<int>(number)) != expected[number])
-                    fault += std::to_string(number) + " ";
-            }
-        });
+        running.emplace_back([&work, &fault = faults[which], which] { fault = work(which); });
     for (std::thread &thread : running)
         thread.join();
     for (const std::string &fault : faults)
         EXPECT_EQ(fault, "");
+}
+
+TEST_F(ThreadTest, TheStandInCountsExactly)
+{
+    constexpr int blocks = 20000;
+    const long live = net_host_memory().live;
+    on_all_threads([](std::size_t) {
+        for (int i = 0; i < blocks; ++i)
+            bc_free(bc_malloc(8));
+        return "";
+    });
+    EXPECT_EQ(net_host_memory().live, live);
+    EXPECT_EQ(net_host_memory().total, threads * blocks);
+}
+
+TEST_F(ThreadTest, TheToolkitOnAllThreads)
+{
+    std::vector<std::string> expected;
+    for (int number = 0; number < 50; ++number)
+        expected.push_back(toolkit_texts(number));
+    on_all_threads([&](std::size_t which) {
+        std::string faults;
+        for (std::size_t i = 0; i < 20 * expected.size(); ++i) {
+            const std::size_t number = (i * (which + 1)) % expected.size();
+            if (toolkit_texts(static_cast<int>(number)) != expected[number])
+                faults += std::to_string(number) + " ";
+        }
+        return faults;
+    });
 }
 
 TEST_F(ThreadTest, EveryMessageOnAllThreads)
@@ -159,26 +160,20 @@ TEST_F(ThreadTest, EveryMessageOnAllThreads)
     net_host().block_fill = 0; // some writers show what their initialiser has left as it was allocated
     std::vector<Exchange> exchanges;
     for (const Message &message : test::all_messages()) {
-        const std::string request = parsed_text(test::best_example(message));
+        const std::string request = test::best_example(message) + std::string(8, '\0');
         for (const Route route : {Route::tree, Route::text})
             exchanges.push_back({message, route, request, reply_to(message, route, request)});
     }
-    std::vector<std::string> faults(threads);
-    const auto work = [&](std::size_t which) {
+    on_all_threads([&](std::size_t which) {
+        std::string faults;
         for (std::size_t i = 0; i < rounds * exchanges.size(); ++i) {
             // Two threads at a time start at the same place.
             const Exchange &exchange = exchanges[(i + which / 2 * exchanges.size() / threads) % exchanges.size()];
             if (reply_to(exchange.message, exchange.route, exchange.request) != exchange.reply)
-                faults[which] += exchange.message.name + std::string(" ");
+                faults += exchange.message.name + std::string(" ");
         }
-    };
-    std::vector<std::thread> running;
-    for (std::size_t which = 0; which < threads; ++which)
-        running.emplace_back(work, which);
-    for (std::thread &thread : running)
-        thread.join();
-    for (const std::string &fault : faults)
-        EXPECT_EQ(fault, "");
+        return faults;
+    });
 }
 
 } // namespace

@@ -1,6 +1,6 @@
-// Words of codes and codes of words, lists of numbers. Exact copies, cuts and texts at random: the fuzz targets
-// "words" and "lists".
-#include "support.h"
+// Words of codes and codes of words, lists of numbers, base64. Exact copies, cuts and texts at random: the
+// fuzz targets "words", "lists", "base64" and "grid".
+#include "cases.h"
 #include "values/tables.h"
 
 #include <net_public.h>
@@ -8,285 +8,242 @@
 #include <climits>
 #include <cstring>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {
 
+using test::Arguments;
+using test::Call;
+using test::left_in;
 using test::log_of;
+using test::number;
+using test::outcome;
+using test::pointer;
 
 class WordsTest : public test::HostTest {};
 
-// A function that writes the word of a code and one that reads it, without their differences in type.
-using ToWord = int (*)(int, char *, int);
-using ToCode = int (*)(int *, char *);
+constexpr int untouched = 77;
 
-int osd_format_index(int *code, char *word)
+// The result and the word in a buffer that begins with '~'.
+template <class Get> Call word_of_code(Get get)
 {
-    return get_osd_format_index(code, word);
-}
-
-int language_index(int *code, char *word)
-{
-    return get_language_index(code, word);
-}
-
-int databit_index(int *code, char *word)
-{
-    return get_databit_index(code, word);
-}
-
-int stream_type_word(int code, char *dst, int size)
-{
-    return get_streamtype_str(static_cast<STREAM_TYPE_E>(code), dst, size) == dst && dst != nullptr ? 0 : -1;
-}
-
-int stream_type_index(int *code, char *word)
-{
-    return get_streamtype_from_str(code, word, word != nullptr ? static_cast<int>(std::strlen(word)) : 4);
-}
-
-int rule_less_type(int code, char *dst, int size)
-{
-    return get_alarm_in_type_string(code, dst, size, nullptr);
-}
-
-std::string word_of(ToWord to_word, int code)
-{
-    char word[64] = "~";
-    return to_word(code, word, sizeof word) == 0 ? word : "refused";
-}
-
-constexpr int refused = -8;
-constexpr int kept = -7; // accepted, and the code left alone
-
-int code_of(ToCode to_code, std::string word)
-{
-    int code = kept;
-    const int result = to_code(&code, word.data());
-    EXPECT_TRUE(result == 0 || code == kept) << word;
-    return result == 0 ? code : refused;
-}
-
-TEST_F(WordsTest, EnumerationsBothWays)
-{
-    const struct {
-        ToWord to_word;
-        ToCode to_code;
-        std::vector<const char *> words;
-        const char *beyond;
-    } enumerations[] = {
-        {get_weekday_string,
-         get_weekday_index,
-         {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"},
-         "refused"},
-        {get_osd_format_string, osd_format_index, {"MDY", "YMD", "DMY"}, "MDY_CN"},
-        {get_language_string,
-         language_index,
-         {"Chinese", "English", "Japanese", "Russian", "Italian", "Czech", "Romania", "Hungary", "France", "Spanish",
-          "Portugal", "Korean", "BigCHN", "Polish", "Bulgarian", "German", "Persian", "Thai", "Hebrew"},
-         "English"},
-        {get_databit_string, databit_index, {"CS8", "CS7", "CS6", "CS5"}, "refused"},
-        {stream_type_word,
-         stream_type_index,
-         {"mainStream", "subStream", "mobileStream", "snapStream", "externStream"},
-         "refused"},
+    return [get](Arguments &arguments) {
+        char word[64] = "~";
+        const bool nowhere = pointer(arguments.at(1)) == nullptr;
+        const int size = nowhere ? 16 : number(arguments[1]);
+        const int result = get(number(arguments.at(0)), nowhere ? nullptr : word, size);
+        return outcome(result, word);
     };
-    for (const auto &e : enumerations) {
-        const int count = static_cast<int>(e.words.size());
-        for (int code = 0; code < count; ++code) {
-            EXPECT_EQ(word_of(e.to_word, code), e.words[static_cast<std::size_t>(code)]);
-            EXPECT_EQ(code_of(e.to_code, e.words[static_cast<std::size_t>(code)]), code);
-        }
-        EXPECT_EQ(word_of(e.to_word, count), e.beyond);
-        EXPECT_EQ(word_of(e.to_word, -1), "refused");
-        char word[] = "x";
-        int code = kept;
-        EXPECT_EQ(e.to_code(nullptr, word), -1);
-        EXPECT_EQ(e.to_code(&code, nullptr), -1);
-        EXPECT_EQ(e.to_word(0, word, 0), -1);
-        EXPECT_EQ(e.to_word(0, nullptr, 16), -1);
-    }
-    EXPECT_EQ(word_of(get_osd_format_string, 6), "refused");
-    EXPECT_EQ(word_of(get_language_string, INT_MAX), "English");
 }
 
-TEST_F(WordsTest, AbbreviatedAndForeignWords)
+template <class Text> Call code_of_word(int (*get)(int *, Text *))
 {
-    const struct {
-        ToCode to_code;
-        const char *word;
-        int code;
-    } cases[] = {
-        {get_weekday_index, "t", 2},
-        {get_weekday_index, "Th", 4},
-        {get_weekday_index, "sA", 6},
-        {get_weekday_index, "", 0},
-        {get_weekday_index, "Sundays", refused},
-        {databit_index, "CS9", refused},
-        {databit_index, "c", 0},
-        {language_index, "Klingon", kept},
-        {language_index, "P", 10}, // Portugal stands before Polish and Persian
-        {osd_format_index, "MDY_CN", refused},
-        {osd_format_index, " MDY_CN", 3}, // is written without the blank
-        {osd_format_index, " ", 3},
-        {osd_format_index, "ymd_cn", 4},
-        {osd_format_index, "DMY_C", 5},
-        {stream_type_index, "MOBILE", 2},
-        {stream_type_index, "snapshot", refused},
+    return [get](Arguments &arguments) {
+        int code = untouched;
+        char any[] = "x";
+        EXPECT_EQ(get(nullptr, any), -1);
+        const int result = get(&code, pointer(arguments.at(0)));
+        return outcome(result, code);
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(code_of(c.to_code, c.word), c.code) << c.word;
-    int code = kept;
-    EXPECT_EQ(get_streamtype_from_str(&code, "subStream", 31), 0) << "the text may end earlier";
-    EXPECT_EQ(get_streamtype_from_str(&code, "sub", 31), -1) << "... but then it is compared whole";
-    EXPECT_EQ(get_streamtype_from_str(&code, "mainStream", 0), -1);
-    EXPECT_EQ(code, 1);
 }
 
-TEST_F(WordsTest, AlarmActions)
+std::vector<int> numbers_of(const std::string &text)
 {
-    EXPECT_EQ(word_of(get_handleType_string, 0x3), "iosnap");
-    EXPECT_EQ(word_of(get_handleType_string, 0x400), "none");
-    EXPECT_EQ(word_of(get_handleType_string, -1), "iosnaprecledbuzzptzftpscreenrfspeakerpush");
-    for (const auto &[text, mask] : {std::pair{"io,snap", 0x3},
-                                     {"iosnap", 0x3},
-                                     {"none,io", 0},
-                                     {"IO xNONEx", 0},
-                                     {"PUSH;Screen", 0x280},
-                                     {"radio", 0x1}, // inside a longer word
-                                     {"rec led buzz ptz ftp rfspeaker", 0x17C},
-                                     {"sna", 0}})
-        EXPECT_EQ(code_of(get_handleType_intValue, text), mask) << text;
-    char text[] = "io";
-    EXPECT_EQ(get_handleType_string(1, text, 0), -1);
+    std::istringstream in(text);
+    std::vector<int> numbers;
+    for (int next; in >> next;)
+        numbers.push_back(next);
+    return numbers;
 }
 
-TEST_F(WordsTest, AlarmTypes)
-{
-    const std::pair<int, const char *> words[] = {
-        {-1, "none"},      {0, "MD"},      {1, "videoloss"}, {2, "IO"},         {3, "none"},       {8, "RF"},
-        {16, "Normal"},    {18, "people"}, {19, "vehicle"},  {20, "face"},      {21, "other"},     {22, "dog_cat"},
-        {23, "visitor"},   {24, "none"},   {27, "package"},  {29, "crossline"}, {31, "crossline"}, {32, "intrude"},
-        {36, "loitering"}, {38, "legacy"}, {41, "loss"},     {43, "loss"},      {44, "cry"},       {45, "none"},
-    };
-    for (const auto &[code, word] : words)
-        EXPECT_EQ(word_of(rule_less_type, code), word) << code;
-    int index = kept;
-    char word[12];
-    EXPECT_EQ(get_alarm_in_type_string(34, word, 12, &index), 0);
-    EXPECT_EQ(index, 2);
-    EXPECT_EQ(get_alarm_in_type_string(34, word, 0, &index), -1);
-
-    const struct {
-        const char *text;
-        int index, code;
-    } cases[] = {
-        {"videoloss", 0, 41}, {"videoloss", 2, 43},  {"IO,MD", 0, 0},    {"MD,IO", 0, 0}, // the last of the table
-        {"rf,md", 0, 8},      {"cry,people", 0, 44}, {"visitor", 0, 23}, {"legacy crossline", 1, 39},
-        {"crossline", 2, 31}, {"none", 0, kept},     {"", 0, kept}};
-    for (const auto &c : cases) {
-        int code = kept;
-        std::string text = c.text;
-        EXPECT_EQ(get_alarm_in_type_intValue(&code, text.data(), c.index), 0);
-        EXPECT_EQ(code, c.code) << c.text;
-    }
-    char text[] = "crossline";
-    int code = kept;
-    EXPECT_EQ(get_alarm_in_type_intValue(&code, text, 3), -1);
-    EXPECT_EQ(get_alarm_in_type_intValue(&code, text, -1), -1);
-    EXPECT_EQ(code, kept);
-}
-
-TEST_F(WordsTest, AlarmTypeSets)
+time_section_t events_of(const std::string &codes)
 {
     time_section_t set = {};
-    for (int code : {-1, 45, 63, 64, INT_MAX, INT_MIN})
+    for (const int code : numbers_of(codes))
         alarm_in_add_event(&set, code);
-    EXPECT_EQ(set.bits[0] | set.bits[1], 0u);
-    for (int code : {0, 31, 32, 44})
-        alarm_in_add_event(&set, code);
-    EXPECT_EQ(set.bits[0], 0x80000001u);
-    EXPECT_EQ(set.bits[1], 0x1001u);
-    alarm_in_add_event(nullptr, 3);
+    return set;
+}
 
+std::string rules_of(Arguments &arguments, bool known)
+{
+    int mask = 0x40; // is not cleared
+    const int result = get_type_and_index_from_smart_ai(events_of("29 31 33 37 42 44"), arguments.at(0).data(), mask);
+    EXPECT_TRUE(known || result != 0);
+    return (known ? outcome(result) + " " : "") + outcome(mask);
+}
+
+std::string list_of_numbers(Arguments &arguments)
+{
+    std::vector<int> numbers = numbers_of(arguments.at(0));
+    const int size = number(arguments.at(2)), count = static_cast<int>(numbers.size());
+    numbers.reserve(1); // no numbers are no null pointer
+    int result = 0;
+    const std::string text = left_in(static_cast<std::size_t>(size), [&](char *out) {
+        result = changeIntTableToString(out, size, numbers.data(), count, number(arguments.at(1)));
+    });
+    return outcome(result, text);
+}
+
+std::string numbers_of_list(Arguments &arguments)
+{
+    std::vector<int> numbers(static_cast<std::size_t>(number(arguments.at(1))) + 1, 99);
+    const int room = static_cast<int>(numbers.size()) - 1;
+    const int result = changeStringToIntTable(arguments.at(0).data(), numbers.data(), room, -1);
+    EXPECT_EQ(numbers.back(), 99);
+    numbers.pop_back();
+    return outcome(result, test::all_of(numbers));
+}
+
+std::string encode_cells(Arguments &arguments)
+{
+    char out[64];
+    std::string cells = arguments.at(0);
+    auto *bits = reinterpret_cast<unsigned char *>(cells.data());
+    const int result = EncodeBinaryArrayToBase64(bits, out, static_cast<int>(cells.size()), number(arguments.at(1)));
+    EXPECT_EQ(result, static_cast<int>(std::strlen(out)));
+    return outcome(result, out);
+}
+
+// A converter to a buffer, of which so many bytes are shown, or as many as it may fill.
+template <class Char, class Size, class Text, class Length>
+Call converter(int (*convert)(Char *, Size, Text *, Length), int shown = -1)
+{
+    return [=](Arguments &arguments) {
+        int result = 0;
+        std::string &in = arguments.at(0);
+        const int size = number(arguments.at(1));
+        const std::string out = left_in(static_cast<std::size_t>(shown < 0 ? size : shown), [&](char *to) {
+            result = convert(reinterpret_cast<Char *>(to), static_cast<Size>(size), reinterpret_cast<Text *>(in.data()),
+                             static_cast<Length>(in.size()));
+        });
+        return outcome(result, out);
+    };
+}
+
+// The packed tables themselves, with what the shared ones do not have.
+constexpr netpublic::Word fruit_list[] = {
+    {1, "apple"}, {2, "Apple pie"}, {2, "pie", netpublic::Use::read}, {4, "plum", netpublic::Use::write}, {8, "pea"}};
+constexpr auto fruits = netpublic::words<fruit_list>();
+
+std::string code_in(const netpublic::WordTable::Entry *entry)
+{
+    return entry != nullptr ? std::to_string(entry->code) : "none";
+}
+
+TEST_F(WordsTest, Cases)
+{
+    test::run_cases(
+        "words.txt",
+        {{"get_weekday_string", word_of_code(get_weekday_string)},
+         {"get_osd_format_string", word_of_code(get_osd_format_string)},
+         {"get_language_string", word_of_code(get_language_string)},
+         {"get_databit_string", word_of_code(get_databit_string)},
+         {"get_streamtype_str", word_of_code([](int code, char *dst, int size) {
+              const char *word = get_streamtype_str(static_cast<STREAM_TYPE_E>(code), dst, size);
+              return word == dst && dst != nullptr ? 0 : -1;
+          })},
+         {"get_handleType_string", word_of_code(get_handleType_string)},
+         {"get_alarm_in_type_string",
+          [](Arguments &arguments) {
+              int index = untouched;
+              const auto get = [&](int code, char *dst, int size) {
+                  return get_alarm_in_type_string(code, dst, size, &index);
+              };
+              const std::string word = word_of_code(get)(arguments);
+              EXPECT_EQ(word_of_code([](int code, char *dst, int size) {
+                            return get_alarm_in_type_string(code, dst, size, nullptr);
+                        })(arguments),
+                        word);
+              return outcome(word, index);
+          }},
+         {"get_weekday_index", code_of_word(get_weekday_index)},
+         {"get_osd_format_index", code_of_word(get_osd_format_index)},
+         {"get_language_index", code_of_word(get_language_index)},
+         {"get_databit_index", code_of_word(get_databit_index)},
+         {"get_streamtype_from_str",
+          [](Arguments &arguments) {
+              int code = untouched;
+              const int size = number(arguments.at(1));
+              EXPECT_EQ(get_streamtype_from_str(nullptr, arguments.at(0).data(), size), -1);
+              const int result = get_streamtype_from_str(&code, pointer(arguments[0]), size);
+              return outcome(result, code);
+          }},
+         {"get_handleType_intValue", code_of_word(get_handleType_intValue)},
+         {"get_alarm_in_type_intValue",
+          [](Arguments &arguments) {
+              int code = untouched;
+              const int result = get_alarm_in_type_intValue(&code, arguments.at(0).data(), number(arguments.at(1)));
+              return outcome(result, code);
+          }},
+         {"alarm_in_add_event",
+          [](Arguments &arguments) {
+              const time_section_t set = events_of(arguments.at(0));
+              return outcome(set.bits[0], set.bits[1]);
+          }},
+         {"get_type_and_index_from_smart_ai", [](Arguments &arguments) { return rules_of(arguments, true); }},
+         {"get_type_and_index_from_smart_ai, unknown", [](Arguments &arguments) { return rules_of(arguments, false); }},
+         {"changeIntTableToString", list_of_numbers},
+         {"changeStringToIntTable", numbers_of_list},
+         {"EncodeBinaryArrayToBase64", encode_cells},
+         {"Base64DecodeToBinaryArray", converter(Base64DecodeToBinaryArray)},
+         {"base64_encode", converter(base64_encode)},
+         {"base64_decode", converter(base64_decode, 6)},
+         {"find_whole",
+          [](Arguments &arguments) {
+              return code_in(netpublic::find_whole(fruits, arguments.at(0).c_str(), arguments.at(1) == "exact"));
+          }},
+         {"find_prefix",
+          [](Arguments &arguments) {
+              return code_in(netpublic::find_prefix(fruits, arguments.at(0).c_str(),
+                                                    static_cast<std::size_t>(number(arguments.at(1)))));
+          }},
+         {"word_of",
+          [](Arguments &arguments) {
+              const char *word = netpublic::word_of(fruits, number(arguments.at(0)));
+              return std::string(word != nullptr ? word : "none");
+          }},
+         {"mask_in", [](Arguments &arguments) { return outcome(netpublic::mask_in(fruits, arguments.at(0).c_str())); }},
+         {"write_mask", [](Arguments &arguments) {
+              const auto size = static_cast<std::size_t>(number(arguments.at(1)));
+              return std::string(left_in(size, [&](char *out) {
+                                     netpublic::write_mask(fruits, number(arguments.at(0)), out, size);
+                                 }).c_str());
+          }}});
+}
+
+TEST_F(WordsTest, EventsOfASet)
+{
+    alarm_in_add_event(nullptr, 3);
     const unsigned int all[2] = {0xffffffff, 0xffffffff};
     EXPECT_EQ(alarm_in_check_event(all, 44), 1);
     EXPECT_EQ(alarm_in_check_event(all, 45), 0) << "no such type";
     EXPECT_EQ(alarm_in_check_event(all, static_cast<unsigned int>(-1)), 0);
     EXPECT_EQ(alarm_in_check_event(nullptr, 0), 0);
+    const time_section_t set = events_of("0 31 32 44");
     for (unsigned int code = 0; code <= 44; ++code)
         EXPECT_EQ(alarm_in_check_event(&set, code), code == 0 || code == 31 || code == 32 || code == 44) << code;
 }
 
-TEST_F(WordsTest, RulesOfADetection)
-{
-    time_section_t set = {};
-    for (int code : {29, 31, 33, 37, 42, 44})
-        alarm_in_add_event(&set, code);
-    const struct {
-        const char *name;
-        int added, result; // whether the last rule of the detection is set
-    } cases[] = {
-        {"crossline", 0x5, 1}, {"intrusion", 0x2, 0}, {"loitering", 0x4, 1}, {"legacy", 0, 0}, {"loss", 0x2, 0}};
-    int mask = 0x40; // is not cleared
-    for (const auto &c : cases) {
-        std::string name = c.name;
-        mask = 0x40;
-        EXPECT_EQ(get_type_and_index_from_smart_ai(set, name.data(), mask), c.result) << name;
-        EXPECT_EQ(mask, 0x40 | c.added) << name;
-    }
-    for (std::string unknown : {"intrude", "Crossline", "los", "crossline ", ""})
-        EXPECT_NE(get_type_and_index_from_smart_ai(set, unknown.data(), mask), 0) << unknown;
-    EXPECT_EQ(mask, 0x42);
-}
-
-TEST_F(WordsTest, ListsOfNumbers)
-{
-    const auto list = [](std::vector<int> numbers, int trailing, int size) {
-        std::string buffer(static_cast<std::size_t>(size), '~');
-        EXPECT_EQ(
-            changeIntTableToString(buffer.data(), size, numbers.data(), static_cast<int>(numbers.size()), trailing), 0);
-        return buffer;
-    };
-    EXPECT_EQ(list({1, 0, 2, 0, 0}, 0, 9), std::string("1,0,2\0\0\0\0", 9)) << "all of the buffer is written";
-    EXPECT_EQ(list({-1, -1}, -1, 2), std::string(2, '\0'));
-    EXPECT_EQ(list({INT_MIN, INT_MAX}, 0, 23).c_str(), std::string("-2147483648,2147483647"));
-    EXPECT_EQ(list({12, 34}, 0, 5), std::string("12,3\0", 5)) << "cut within a number";
-
-    const std::string longest(29, '0');
-    using Numbers = std::vector<int>;
-    const struct {
-        std::string text;
-        int result;
-        Numbers numbers;
-    } cases[] = {{"5,,7", 3, {5, 0, 7, -1}},
-                 {"", 0, {-1, -1}},
-                 {"8,", 1, {8, -1}}, // a comma at the end begins no item
-                 {",", 1, {0, -1}},
-                 {"1,2,3", 2, {1, 2}},
-                 {" -4x9, +6", 2, {-4, 6}},
-                 {longest + "7,2", 2, {7, 2}},
-                 {"5," + longest + "07", -1, {5, -1, -1}},
-                 {"5," + longest + "07", 1, {5}}}; // what is behind the last element is not looked at
-    for (const auto &c : cases) {
-        std::string text = c.text;
-        Numbers numbers(c.numbers.size(), 99);
-        EXPECT_EQ(changeStringToIntTable(text.data(), numbers.data(), static_cast<int>(numbers.size()), -1), c.result);
-        EXPECT_EQ(numbers, c.numbers) << text;
-    }
-}
-
-TEST_F(WordsTest, ListsOfNumbersRefused)
+TEST_F(WordsTest, NullPointersAndMemory)
 {
     int numbers[] = {1, 2};
-    char text[8] = "~";
-    EXPECT_EQ(changeIntTableToString(text, 0, numbers, 2, 0), -1);
+    char text[16] = "~";
     EXPECT_EQ(changeIntTableToString(text, 8, nullptr, 2, 0), -1);
-    EXPECT_EQ(changeIntTableToString(text, 8, numbers, 0, 0), -1);
-    EXPECT_EQ(changeStringToIntTable(text, numbers, 0, 0), -1);
+    EXPECT_EQ(Base64DecodeToBinaryArray(text, 8, nullptr, 4), -1);
+    EXPECT_EQ(Base64DecodeToBinaryArray(text, -1, text, 4), -1);
+    unsigned char byte = 0, bits[16] = {};
+    EXPECT_EQ(base64_encode(&byte, 8, nullptr, 1), -1);
+    EXPECT_EQ(base64_encode(&byte, 1, &byte, UINT_MAX), -3) << "sizes do not wrap around";
+    EXPECT_EQ(base64_decode(&byte, 8, nullptr, 4), -1);
+    EXPECT_EQ(EncodeBinaryArrayToBase64(bits, text, -1, 20000), -1);
+    net_host_fail_allocation(1);
+    EXPECT_EQ(EncodeBinaryArrayToBase64(bits, text, 8, 20000), -1);
     EXPECT_STREQ(text, "~");
-    EXPECT_EQ(numbers[0], 1);
+    EXPECT_EQ(EncodeBinaryArrayToBase64(bits, text, 16, 20000), 4);
+    EXPECT_EQ(net_host_memory().last_size, 3u);
+    char cells[1] = {9}, some[] = "QQ==";
+    EXPECT_EQ(Base64DecodeToBinaryArray(cells, 1, some, -4), -1);
+    EXPECT_EQ(cells[0], 0);
 
     modulemask = 0; // the line is printed all the same
     net_host_fail_allocation(1);
@@ -296,48 +253,14 @@ TEST_F(WordsTest, ListsOfNumbersRefused)
     EXPECT_EQ(net_host_memory().last_size, 8u);
 }
 
-// The packed tables themselves, with what the shared ones do not have.
-constexpr netpublic::Word fruit_list[] = {
-    {1, "apple"}, {2, "Apple pie"}, {2, "pie", netpublic::Use::read}, {4, "plum", netpublic::Use::write}, {8, "pea"}};
-constexpr auto fruits = netpublic::words<fruit_list>();
-
-TEST(WordTables, LookupsRespectDirectionCaseAndLength)
+TEST_F(WordsTest, CharactersOfBase64)
 {
-    const struct {
-        const char *text;
-        bool exact;
-        int code;
-    } cases[] = {{"APPLE", false, 1}, {"APPLE", true, -1},   {"Apple pie", true, 2},
-                 {"Pie", false, 2},   {"plum", false, -1}, // written only
-                 {"appl", false, -1}, {"apples", false, -1}, {"", false, -1}};
-    for (const auto &c : cases) {
-        const auto *entry = netpublic::find_whole(fruits, c.text, c.exact);
-        EXPECT_EQ(entry != nullptr ? entry->code : -1, c.code) << c.text;
-    }
-    EXPECT_EQ(netpublic::find_prefix(fruits, "applepie", 5)->code, 1);
-    EXPECT_EQ(netpublic::find_prefix(fruits, "apple p", 7)->code, 2);
-    EXPECT_EQ(netpublic::find_prefix(fruits, "plum", 1)->code, 2) << "pie";
-    EXPECT_EQ(netpublic::find_prefix(fruits, "plum", 4), nullptr);
-
-    EXPECT_STREQ(netpublic::word_of(fruits, 2), "Apple pie");
-    EXPECT_STREQ(netpublic::word_of(fruits, 4), "plum");
-    EXPECT_EQ(netpublic::word_of(fruits, 3), nullptr);
-}
-
-TEST(WordTables, Masks)
-{
-    EXPECT_EQ(netpublic::mask_in(fruits, "xAPPLE-PLUM"), 1);
-    EXPECT_EQ(netpublic::mask_in(fruits, "a pie and a pear"), 2 | 8);
-    const struct {
-        int mask;
-        std::size_t size;
-        const char *text;
-    } cases[] = {
-        {1 | 2 | 4 | 8, 64, "apple,Apple pie,plum,pea"}, {16, 64, "none"}, {1 | 8, 8, "apple,p"}, {1 | 8, 1, ""}};
-    for (const auto &c : cases) {
-        std::string text(c.size, '~');
-        netpublic::write_mask(fruits, c.mask, text.data(), c.size);
-        EXPECT_STREQ(text.c_str(), c.text);
+    const std::string alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    for (int c = 0; c < 256; ++c) {
+        const std::size_t value = alphabet.find(static_cast<char>(c));
+        const bool known = value != std::string::npos;
+        EXPECT_EQ(GetBase64Value(static_cast<char>(c)), known ? static_cast<int>(value) : 0) << c;
+        EXPECT_EQ(is_base64_char(static_cast<char>(c)), known || c == '=') << c;
     }
 }
 

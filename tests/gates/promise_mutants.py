@@ -3,8 +3,8 @@
 
     promise_mutants.py --work DIR [--only TEXT...] [--list]
 
-Works on a copy of the tree in DIR. A mutant is a pattern that stands once in the library's sources, and what takes its
-place. Exit status 1 when one is not noticed, does not compile or finds its pattern no more, or when a promise has none.
+Works on a copy of the tree in DIR. The mutants are listed in promise_mutants.txt. Exit status 1 when one is not
+noticed, does not compile or finds its pattern no more, or when a promise has none.
 """
 import argparse
 import re
@@ -14,49 +14,9 @@ from pathlib import Path
 
 import mutation
 
-Mutant = namedtuple("Mutant", "promise what pattern replacement check", defaults=["tests"])
-
-MUTANTS = [
-    Mutant("P1", "a null argument is not looked at", r"set == nullptr \|\| (code > alarm_type_last)", r"\1"),
-    Mutant("P2", "an item behind a full list", r"index >= capacity\b", "index > capacity"),
-    Mutant("P3", "a count that passes its capacity", r"if \(count < capacity\)\n\s*\+\+count;", "++count;"),
-    Mutant("P4", "a text that fills its field", r"(int read_text\(.*?)length >= size", r"\1length > size"),
-    Mutant("P5", "an index that was never set", r"unsigned expected = 0;\n    int result", "unsigned expected;\n    int result",
-           "memcheck"),
-    Mutant("P6", "a block that is kept", r"net_free\(&copy\);\n", "\n"),
-    Mutant("P7", "a writer that changes its payload", r"(int write_message\(.*?\n\{\n)",
-           r"\1    if (param != nullptr && param->data != nullptr)\n        *static_cast<char *>(param->data) ^= 1;\n"),
-    Mutant("P8", "a failed element that is linked", r"(root\(\), version\)\) != 0 \? )remove_since\(parent, mark\)",
-           r"\1-1"),
-    Mutant("P9", "a text without a terminator is read on", r"std::memchr\(text, '\\0', longest\) != nullptr \?",
-           "longest != 0 ?"),
-    Mutant("P10", "2 KiB on the stack", r"(int read_text\(.*?)\n\{\n",
-           r"\1\n{\n    volatile char many[2048];\n    many[size % 2048] = 0;\n", "stack"),
-    Mutant("P11", "the elder siblings of each child", r"(int read_record\(.*?child = child\.next_sibling\(\)\) \{\n)",
-           r"\1        for (const TiXmlNode *elder = child.tree(); elder != nullptr; elder = elder->PreviousSibling())\n"
-           r"            asm volatile(\"\" : : \"r\"(elder));\n".replace('\\"', '"'), "growth"),
-    Mutant("P11", "the header's length for each character", r"while \(at != nullptr\) \{",
-           "while (at != nullptr && std::strlen(at) < 1000000) {", "growth"),
-    Mutant("P11", "a search for each tag of the header", r"(char \*Scanner::read_element\(char \*at\)\n\{\n)",
-           r'\1    if (std::strstr(at, "\\1\\2") != nullptr)' "\n        return nullptr;\n", "growth"),
-    Mutant("P12", "the first character of a secret", r"memset\(text \+ content, '\*', at - content\)",
-           "memset(text + content + 1, '*', at - content > 0 ? at - content - 1 : 0)"),
-    Mutant("P12", "the first characters of a password in a line",
-           r"return parse_message\(param, node, login_message\);",
-           'const int result = parse_message(param, node, login_message);\n    if (result == 0)\n'
-           '        log_error(NET_HERE, "login %.4s\\\\n", static_cast<net_login_info_v20_t *>(param->data)->password);\n'
-           '    return result;'),
-    Mutant("P13", "memory that is not there", r"if \(copy == nullptr\)\n\s*return -1;\n", ""),
-    Mutant("P14", "a buffer for all threads", r"char text\[32\]", "static char text[32]", "writable"),
-    Mutant("P15", "comments end early", r'"-->"', '"->"'),
-    Mutant("P15", "sections end early", r'"\]\]>"', '">"'),
-    Mutant("P15", "sections are not seen", r'begins\(at, "!\[CDATA\["\)', "false"),
-    Mutant("P15", "standalone is not known", r' \|\| begins_folded\(at, "standalone"\)', ""),
-    Mutant("P15", "a declaration's first character is skipped", r"read_declaration\(at \+ 5\)", "read_declaration(at + 6)"),
-    Mutant("P15", "a reference over markup", r"\(digit != mark \|\| mark \+ 1 == end\)", "mark + 1 == end"),
-    Mutant("P16", "a terminator behind the buffer", r"length_ < size_ \? length_ : size_ - 1", "length_ <= size_ ? length_ : size_ - 1"),
-    Mutant("P15", "more levels", r"64 \* 1024, 64, 64", "64 * 1024, 65, 64"),
-]
+Mutant = namedtuple("Mutant", "promise check what pattern replacement")
+MUTANTS = [Mutant(*found) for found in re.findall(r"^(P\d+) (\w+): (.*)\n- (.*)\n\+ (.*)$",
+                                                  Path(__file__).with_suffix(".txt").read_text(), re.M)]
 
 STACK_LIMIT = "1024"  # bytes, as test.sh has it
 

@@ -5,8 +5,8 @@
 
 Code is what a hand wrote in C++, C, Python and shell and what git tracks: lines that are not blank, comments and data
 files that are included (.inc) among them. Golden files and what the inspector generates (completions, manual) are not
-code; neither are CMake files, packaging data, pages, example messages and typed data: tables (tests/limits.txt) and
-transcripts of commands and what they print (tests/transcripts).
+code; neither are CMake files, packaging data, pages, example messages and typed data: tables (tests/limits.txt), cases
+(tests/cases), seeds (fuzz/seeds) and transcripts of commands and what they print (tests/transcripts).
 Tests are tests/ with its gates, tables and consumer projects, fuzz/, and the scripts test.sh, packaging/test_*.sh.
 Everything else counts as what is tested: the library, the host's stand-in, the inspector, benchmarks, the examples
 of how to call it, and packaging.

@@ -3,6 +3,7 @@
 #include "messages.h"
 
 #include <net_public.h>
+#include <typed.h>
 #include <valgrind/callgrind.h>
 
 #include <functional>
@@ -179,24 +180,8 @@ int main()
     for (const netpublic::Message &message : test::all_messages())
         if (message.parse != nullptr)
             count_parser(message);
-    const std::string open = "<ExtenSion>", close = "</ExtenSion>";
-    count_header("elements", open, "<a/>", close);
-    count_header("texts", open, "<a>x</a>", close);
-    count_header("characters", open + "<a>", "x", "</a>" + close);
-    count_header("blanks", open, " \n", close);
-    count_header("references", open, "&#x41;&lt;", close);
-    count_header("sequences", "<?xml?>" + open, "\xE2\x82\xAC", close);
-    count_header("marks", "<?xml?>" + open, "\xEF\xBB\xBF", close);
-    count_header("comments", open, "<!-- c -->", close);
-    count_header("sections", open, "<![CDATA[ c ]]>", close);
-    count_header("open comments", open, "<!--", "");
-    count_header("open sections", open, "<![CDATA[", "");
-    count_header("declarations", "", "<?xml version='1'?>", open + close);
-    count_header("attributes", open, "<a b='c' d=\"e\"/>", close);
-    count_header("value", "<ExtenSion a='", "x", "'/>");
-    count_header("unfinished references", open, "&#1", ";" + close);
-    count_header("bare ampersands", open, "&", close);
-    count_header("name", "<ExtenSion a", "x", "='1'/>");
+    for (const fuzz::Case &header : fuzz::read_cases(NETPUBLIC_GROWTH_DIR "/headers.txt"))
+        count_header(header.function, header.arguments.at(0), header.arguments.at(1), header.arguments.at(2));
     count_texts();
     count_writers();
     count_all();

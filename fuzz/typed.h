@@ -1,0 +1,32 @@
+// Files of typed cases, of what is to come of them or of seeds alone:
+//     # a remark
+//     function
+//       argument | argument => what comes of it   # a remark
+// The arrow may lack. Blanks around a part do not belong to it; "quoted" parts keep theirs. \n \r \t \0 \\ and \xNN
+// stand for bytes, {31*ab} for 31 times "ab".
+#ifndef NETPUBLIC_FUZZ_TYPED_H
+#define NETPUBLIC_FUZZ_TYPED_H
+
+#include "targets.h"
+
+#include <string>
+#include <vector>
+
+namespace fuzz {
+
+struct Case {
+    std::string function;
+    std::vector<std::string> arguments;
+    std::string expected;
+    std::string place; // file:line
+};
+
+// None when there is no such file.
+std::vector<Case> read_cases(const std::string &path);
+
+// Each argument of a file in fuzz/seeds, behind a head, named by its function.
+void typed_seeds(const char *file, const Sink &sink, const std::string &head = "");
+
+} // namespace fuzz
+
+#endif
