@@ -229,7 +229,7 @@ std::uint64_t pack_block(const unsigned char *cells, int count)
     for (int i = 0; i < count; ++i) {
         const std::uint64_t column = load_cells(cells + i * grid_rows);
         all |= column;
-        bits = bits << 1 | column;
+        bits = bits * 2 + column; // one instruction; a shift and an or are two
     }
     if ((all & ~each_cell) != 0) {
         bits = 0;
