@@ -772,6 +772,15 @@ int check_parser(const Table &message, const net_param_t *param, Node body, std:
     return good ? 0 : refuse_call(message);
 }
 
+static inline int read_body(const Table &message, net_param_t *param, Node body)
+{
+    // An empty body leaves most payloads as they are.
+    constexpr unsigned without_children = table_clears | table_before | table_presets | table_finish | table_after;
+    if ((message.flags & without_children) == 0 && !body.first_child())
+        return 0;
+    return read_record(message, param->data, body);
+}
+
 // A message with a walk of its own, or one that tells its envelope what has been read.
 NETPUBLIC_LEAF static int parse_further(net_param_t *param, Node body, const Table &message)
 {
@@ -783,7 +792,7 @@ NETPUBLIC_LEAF static int parse_further(net_param_t *param, Node body, const Tab
             return -1;
         if ((message.traits & trait_empty_done) != 0 && !body.first_child())
             return 0;
-        if (read_record(message, param->data, body) != 0)
+        if (read_body(message, param, body) != 0)
             return -1;
     }
     if ((message.flags & table_sets_inited) != 0)
@@ -797,6 +806,10 @@ int parse_message(net_param_t *param, Node body, const Table &message)
         return parse_further(param, body, message);
     if (check_parser(message, param, body, message.record_size) != 0)
         return -1;
+    // An empty body leaves most payloads as they are.
+    constexpr unsigned without_children = table_clears | table_before | table_presets | table_finish | table_after;
+    if ((message.flags & without_children) == 0 && !body.first_child())
+        return 0;
     return read_record(message, param->data, body);
 }
 
