@@ -184,3 +184,18 @@ A finished log:
   empty.log: there is no message in this text
   1 file: 1 unknown
   [5]
+
+Lines are the log's for machines, too:
+
+  $ netparam check --json device.log | jq -c '.files[] | [.file, .refused.line, .notes[0].line]'
+  ["device.log:1",null,null]
+  ["device.log:2",3,null]
+  ["device.log:5",null,null]
+  ["device.log:5",null,5]
+  ["device.log:6",null,null]
+  ["device.log:7",null,null]
+  ["device.log:8",null,null]
+  $ netparam check --format=github-actions device.log | grep -o '^::[a-z]* file=[^,]*,line=[0-9]*'
+  ::error file=device.log,line=3
+  ::warning file=device.log,line=5
+  ::error file=device.log,line=8

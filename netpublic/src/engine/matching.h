@@ -78,7 +78,8 @@ struct Order {
     }
 };
 
-// The same for the children of an element, one after another. What is inlined is what nearly all of them need.
+// What find_key(table, name, 0) says of the children of an element, one after another. What is inlined is what nearly
+// all of them need.
 class Expectation {
 public:
     [[gnu::always_inline]] explicit Expectation(const Table &table) : order_(table) {}

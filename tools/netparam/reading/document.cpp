@@ -99,13 +99,13 @@ void Document::malformed(Spot spot, const std::string &what) const
 {
     std::string text = at(spot) + ": not well-formed XML: " + printable(what) + "\n" + excerpt(spot, {}, false);
     text.pop_back(); // the last line break
-    throw Malformed(name_, spot, "not well-formed XML: " + printable(what), text);
+    throw Malformed(name_, in_file(spot), "not well-formed XML: " + printable(what), text);
 }
 
 void Document::unfit(Spot spot, const std::string &why) const
 {
     const std::string reason = why + "; nothing was parsed";
-    throw Malformed(name_, spot, reason, at(spot) + ": " + reason);
+    throw Malformed(name_, in_file(spot), reason, at(spot) + ": " + reason);
 }
 
 void Document::parse()
@@ -162,11 +162,16 @@ std::vector<const TiXmlElement *> Document::beside() const
     return others;
 }
 
+Spot Document::in_file(Spot spot) const
+{
+    return spot.row > 0 ? Spot{spot.row + static_cast<int>(first_line_) - 1, spot.column} : spot;
+}
+
 std::string Document::at(Spot spot) const
 {
     std::string place = printable(name_);
     if (spot.row > 0)
-        place += ":" + std::to_string(static_cast<std::size_t>(spot.row) + first_line_ - 1);
+        place += ":" + std::to_string(in_file(spot).row);
     if (spot.row > 0 && spot.column > 0)
         place += ":" + std::to_string(spot.column);
     return place;

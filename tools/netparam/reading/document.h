@@ -76,6 +76,8 @@ public:
         return first_line_;
     }
 
+    // The place in the file of one in the text.
+    Spot in_file(Spot spot) const;
     // "file:line:column".
     std::string at(Spot spot) const;
     // See below.

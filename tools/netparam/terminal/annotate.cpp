@@ -44,15 +44,16 @@ void annotate_refusal(std::ostream &out, const Session &session, const Document 
         text += "\nread " + read_text(refusal);
     if (!refusal.accepted.empty())
         text += "\naccepted " + refusal.accepted;
-    annotate(out, "error", document.name(), refusal.spot, "refused", text);
+    annotate(out, "error", document.name(), document.in_file(refusal.spot), "refused", text);
 }
 
-void annotate_notes(std::ostream &out, const Trace &trace, const std::string &path)
+void annotate_notes(std::ostream &out, const Trace &trace, const Document &document)
 {
     for (const Note &note : trace.notes())
-        annotate(out, "warning", path, note.spot, name_of(note.kind), note.path + ' ' + note.text);
+        annotate(out, "warning", document.name(), document.in_file(note.spot), name_of(note.kind),
+                 note.path + ' ' + note.text);
     if (trace.losses() > trace.notes().size())
-        annotate(out, "warning", path, {}, "ignored", std::to_string(trace.losses()) + " notes in all");
+        annotate(out, "warning", document.name(), {}, "ignored", std::to_string(trace.losses()) + " notes in all");
 }
 
 void annotate_failure(std::ostream &out, const Failure &failure)

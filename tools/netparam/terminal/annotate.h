@@ -19,7 +19,7 @@ void annotate(std::ostream &out, const char *kind, const std::string &path, Spot
               const std::string &text);
 
 void annotate_refusal(std::ostream &out, const Session &session, const Document &document);
-void annotate_notes(std::ostream &out, const Trace &trace, const std::string &path);
+void annotate_notes(std::ostream &out, const Trace &trace, const Document &document);
 void annotate_failure(std::ostream &out, const Failure &failure);
 
 // Does the work; a failure becomes a command if the options ask for commands.

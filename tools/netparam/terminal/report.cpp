@@ -244,7 +244,9 @@ void print_refused(std::ostream &out, const Session &session, const Document &do
 
 Json refusal_json(const Session &session, const Document &document)
 {
-    return refusal_json(refusal_of(session, document), document.name());
+    Refusal refusal = refusal_of(session, document);
+    refusal.spot = document.in_file(refusal.spot);
+    return refusal_json(refusal, document.name());
 }
 
 Json refusal_json(const Refusal &refusal, const std::string &file)
@@ -272,19 +274,20 @@ Json reading_json(const Session &session, const Document *document, bool accepte
     json["dataSize"] = param.dataSize;
     json["inited"] = param.inited;
     json["refused"] = accepted ? Json() : refusal_json(session, *document);
-    json["notes"] = session.trace() != nullptr ? notes_json(*session.trace()) : Json::array();
+    json["notes"] =
+        session.trace() != nullptr && document != nullptr ? notes_json(*session.trace(), *document) : Json::array();
     json["log"] = log_lines(session);
     json["payload"] = to_json(items);
     json["rows"] = rows_json(items);
     return json;
 }
 
-Json notes_json(const Trace &trace)
+Json notes_json(const Trace &trace, const Document &document)
 {
     Json list = Json::array();
     for (const Note &note : trace.notes())
         list.push_back({{"kind", name_of(note.kind)},
-                        {"line", note.spot.row},
+                        {"line", document.in_file(note.spot).row},
                         {"column", note.spot.column},
                         {"element", note.path},
                         {"key", note.key.empty() ? Json() : Json(note.key)},

@@ -39,7 +39,7 @@ Json refusal_json(const Session &session, const Document &document);
 Json refusal_json(const Refusal &refusal, const std::string &file);
 // What was read, as "parse --json" prints it.
 Json reading_json(const Session &session, const Document *document, bool accepted, const std::vector<Item> &items);
-Json notes_json(const Trace &trace);
+Json notes_json(const Trace &trace, const Document &document);
 Json rows_json(const std::vector<Item> &items);
 // The library's lines without their colours.
 std::vector<std::string> log_lines(const Session &session);

@@ -244,9 +244,9 @@ private:
         if (!good || !trace.notes().empty())
             progress_.clear();
         json_["refused"] = good ? Json() : refusal_json(session, document);
-        json_["notes"] = notes_json(trace);
+        json_["notes"] = notes_json(trace, document);
         if (options_.format == format_github) {
-            annotate_notes(out_, trace, path);
+            annotate_notes(out_, trace, document);
             if (!good)
                 annotate_refusal(out_, session, document);
         } else if (options_.format == format_text) {

@@ -64,7 +64,7 @@ void print_extension(std::ostream &out, const net_ext_t &extension, const Option
 void tell_notes(std::ostream &errors, const Session &session, const Document &document, const Options &options)
 {
     if (options.format == format_github)
-        annotate_notes(errors, *session.trace(), document.name());
+        annotate_notes(errors, *session.trace(), document);
     else
         print_notes(errors, *session.trace(), document, options);
 }

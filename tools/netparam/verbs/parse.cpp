@@ -46,7 +46,7 @@ ExitCode parse_body(std::ostream &out, std::ostream &errors, ParseOptions option
         save_svg(items, title(session), options.picture);
 
     if (options.format == format_github) {
-        annotate_notes(out, *session.trace(), document->name());
+        annotate_notes(out, *session.trace(), *document);
         if (!accepted)
             annotate_refusal(out, session, *document);
         return accepted ? exit_ok : exit_refused;
