@@ -29,7 +29,9 @@ grep -F DEBEMAIL "$tmp/refused"
 ! command -v ccache >/dev/null || CCACHE_DIR=$(ccache --get-config cache_dir)
 export CCACHE_DIR=${CCACHE_DIR:-}
 DEBFULLNAME="Test of the packages" DEBEMAIL=test@example.org "$here/build_debs.sh" "$packages" "$architecture"
-lintian -EvIL +pedantic --fail-on error,warning,info,pedantic --allow-root "$packages"/*.changes
+# Whether it sees the misspelt words that overrides are for depends on the bytes that stand in front of them.
+lintian -EvIL +pedantic --fail-on none --allow-root "$packages"/*.changes | tee "$tmp/lintian"
+! grep '^[EWIP]: ' "$tmp/lintian" | grep -v ' mismatched-override spelling-error-in-binary '
 blhc --all "$packages/build.log"
 
 for package in libnetpublic1 libnetpublic-dev netparam; do
