@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <map>

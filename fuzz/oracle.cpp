@@ -4,7 +4,6 @@
 #include "promises.h"
 
 #include <net_types.h>
-#include <tinyxml.h>
 
 #include <cstdlib>
 #include <cstring>

@@ -1,5 +1,5 @@
-// fuzz_seeds DIRECTORY writes a seed corpus for each target and the dictionary, out of the tables and the
-// examples. fuzz_seeds alone lists the targets with the longest input each takes.
+// fuzz_seeds DIRECTORY writes a seed corpus for each target and the dictionary, out of the tables, the examples and
+// fuzz/seeds. fuzz_seeds alone lists the targets with the longest input each takes.
 #include "author.h"
 #include "targets.h"
 #include "typed.h"

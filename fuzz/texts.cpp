@@ -4,7 +4,6 @@
 #include "host.h"
 #include "oracle.h"
 #include "promises.h"
-#include "session.h"
 #include "targets.h"
 #include "tree_code.h"
 #include "typed.h"

@@ -1,6 +1,7 @@
 #include "typed.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -9,46 +10,57 @@
 namespace fuzz {
 namespace {
 
-std::string trimmed(const std::string &text)
-{
-    return std::regex_replace(text, std::regex("^ +| +$"), "");
-}
+constexpr int none = -1;
 
-std::string repeated(int times, const std::string &text)
+// From `at` up to the end, or to the brace that closes a repetition: the `place`-th one, none outside.
+std::string bytes_from(const std::string &typed, std::size_t &at, int place)
 {
-    std::string all;
-    while (times-- > 0)
-        all += text;
-    return all;
-}
-
-std::string bytes_of(const std::string &typed)
-{
-    static const std::regex special(R"(\\x([0-9A-F]{2})|\\(.)|\{([0-9]+)\*([^}]*)\})");
-    const std::string letters = "nrt0", meant("\n\r\t\0", letters.size());
-    std::string bytes;
-    auto at = typed.begin();
-    for (std::smatch found; std::regex_search(at, typed.end(), found, special); at = found[0].second) {
-        bytes.append(at, found[0].first);
-        const std::size_t letter = found[2].matched ? letters.find(found[2]) : std::string::npos;
-        if (found[1].matched)
-            bytes += static_cast<char>(std::stoi(found[1], nullptr, 16));
-        else if (found[3].matched)
-            bytes += repeated(std::stoi(found[3]), bytes_of(found[4]));
-        else
-            bytes += letter != std::string::npos ? meant[letter] : *found[2].first;
+    static const std::string letters = "nrt0s", meant("\n\r\t\0 ", letters.size());
+    std::string text;
+    while (at < typed.size() && (typed[at] != '}' || place == none)) {
+        const char first = typed[at++], second = typed[at];
+        if (first == '{' && std::isdigit(second) != 0) {
+            const std::size_t one = typed.find('*', at) + 1;
+            const int times = std::stoi(typed.substr(at, one - at));
+            for (int i = 0; i < times; ++i)
+                text += bytes_from(typed, at = one, i);
+            ++at;
+        } else if (first == '@' && place != none) {
+            text += std::to_string(place);
+        } else if (first == '\\' && second == 'x') {
+            text += static_cast<char>(std::stoi(typed.substr(at + 1, 2), nullptr, 16));
+            at += 3;
+        } else if (first == '\\') {
+            const std::size_t letter = letters.find(second);
+            text += letter != std::string::npos ? meant[letter] : second;
+            ++at;
+        } else {
+            text += first;
+        }
     }
-    return bytes.append(at, typed.end());
+    return text;
 }
 
 std::string part(const std::string &line)
 {
     const std::string text = trimmed(line);
     const bool quoted = text.size() >= 2 && text.front() == '"' && text.back() == '"';
-    return bytes_of(quoted ? text.substr(1, text.size() - 2) : text);
+    return expanded(quoted ? text.substr(1, text.size() - 2) : text);
 }
 
 } // namespace
+
+std::string trimmed(const std::string &text)
+{
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') + 1 - first);
+}
+
+std::string expanded(const std::string &typed)
+{
+    std::size_t at = 0;
+    return bytes_from(typed, at, none);
+}
 
 std::vector<Case> read_cases(const std::string &path)
 {

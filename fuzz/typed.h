@@ -2,8 +2,8 @@
 //     # a remark
 //     function
 //       argument | argument => what comes of it   # a remark
-// The arrow may lack. Blanks around a part do not belong to it; "quoted" parts keep theirs. \n \r \t \0 \\ and \xNN
-// stand for bytes, {31*ab} for 31 times "ab".
+// The arrow may lack. Blanks around a part do not belong to it; "quoted" parts keep theirs. What a part stands for is
+// its expanded() text.
 #ifndef NETPUBLIC_FUZZ_TYPED_H
 #define NETPUBLIC_FUZZ_TYPED_H
 
@@ -13,6 +13,13 @@
 #include <vector>
 
 namespace fuzz {
+
+// The text without the blanks around it.
+std::string trimmed(const std::string &text);
+
+// What is typed in files of cases: \n \r \t \0 \\ and \xNN stand for bytes, \s for a blank, {3*ab} for the text
+// three times, with its place for each "@" in it, from 0 on.
+std::string expanded(const std::string &typed);
 
 struct Case {
     std::string function;

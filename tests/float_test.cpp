@@ -1,5 +1,5 @@
 // Floats on the wire: short ones are converted by the library itself, and must come out as the C library's. Typed ones:
-// tests/cases.
+// tests/cases/xml_public.txt.
 #include "support.h"
 
 #include <net_xml_public.h>

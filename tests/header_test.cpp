@@ -1,5 +1,5 @@
 // P15: the limits of an extension header, against the XML library itself, and on a small stack. What exactly they are
-// is in cases/messages/header.txt.
+// is in tests/cases/messages/header.txt.
 #include "support.h"
 
 #include <host.h>

@@ -5,7 +5,6 @@
 #include <net_public.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <random>

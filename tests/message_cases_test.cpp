@@ -5,8 +5,8 @@
 
 #include <cxxabi.h>
 #include <net_public.h>
+#include <typed.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -16,6 +16,8 @@
 
 namespace {
 
+using fuzz::expanded;
+using fuzz::trimmed;
 using netpublic::Message;
 using test::Member;
 
@@ -88,33 +90,12 @@ void PrintTo(const Case &one, std::ostream *out)
     *out << one.title;
 }
 
-std::string trimmed(const std::string &text)
+// The body in each place that the frame has for it.
+std::string framed(std::string frame, const std::string &body)
 {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') + 1 - first);
-}
-
-std::string replaced(std::string text, const std::string &what, const std::string &with)
-{
-    for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += with.size())
-        text.replace(at, what.size(), with);
-    return text;
-}
-
-// "{3*text@}": the text as often, with its place for each "@"; "\s" is a blank, "\xE2" a byte.
-std::string expanded(std::string text)
-{
-    for (std::size_t open; (open = text.rfind('{')) != std::string::npos;) {
-        const std::size_t star = text.find('*', open), close = text.find('}', open);
-        const std::string one = text.substr(star + 1, close - star - 1);
-        std::string all;
-        for (int i = 0; i < std::stoi(text.substr(open + 1)); ++i)
-            all += replaced(one, "@", std::to_string(i));
-        text.replace(open, close + 1 - open, all);
-    }
-    for (std::size_t at = 0; (at = text.find("\\x", at)) != std::string::npos; ++at)
-        text.replace(at, 4, 1, static_cast<char>(std::stoi(text.substr(at + 2, 2), nullptr, 16)));
-    return replaced(text, "\\s", " ");
+    for (std::size_t at = 0; (at = frame.find('~', at)) != std::string::npos; at += body.size())
+        frame.replace(at, 1, body);
+    return frame;
 }
 
 std::vector<Case> cases_of(const std::filesystem::path &path)
@@ -254,7 +235,7 @@ protected:
         });
         Subject subject(one.subject, request);
         const auto read = [&](const std::string &text) {
-            const std::string body = expanded(text[0] == '(' ? text : replaced(one.frame, "~", text));
+            const std::string body = expanded(text[0] == '(' ? text : framed(one.frame, text));
             return subject.read(body, one.fields["key"].empty() ? nullptr : one.fields["key"][0].text.c_str());
         };
         for (const Field &field : one.fields["given"])

@@ -1,4 +1,4 @@
-// Every initialiser against a table of its own: id, size, what it copies, what it logs.
+// Every initialiser against its line in tests/cases/initialisers.txt: id, size, what it copies, what it logs.
 #include "cases.h"
 
 #include <catalogue.h>
@@ -18,7 +18,7 @@ namespace {
 
 using test::log_of;
 
-// A line of tests/cases/initialisers.txt.
+// Such a line.
 struct Row {
     std::string name;
     const netpublic::Initialiser *entry; // of the tools' list

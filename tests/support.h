@@ -130,10 +130,6 @@ public:
     {
         return payload();
     }
-    Payload &operator*()
-    {
-        return *payload();
-    }
 };
 
 // The text of examples/<name>.xml; a missing one fails the test.

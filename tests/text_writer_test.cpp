@@ -6,7 +6,6 @@
 #include <functional>
 #include <random>
 #include <string>
-#include <vector>
 
 namespace {
 

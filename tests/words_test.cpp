@@ -1,7 +1,7 @@
 // Words of codes and codes of words, lists of numbers, base64. Exact copies, cuts and texts at random: the
 // fuzz targets "words", "lists", "base64" and "grid".
 #include "cases.h"
-#include "values/tables.h"
+#include "ground/words.h"
 
 #include <net_public.h>
 

@@ -38,8 +38,8 @@ inline unsigned place_behind(const Row &row, unsigned place)
     return is_list(row.kind) ? place : place + 1;
 }
 
-// What find_key(table, name, 0) says, which tries the row at an expected place and those behind it first. The name of
-// a row that is only written answers to none.
+// What find_key(table, name, 0) says; the rows behind the one at the expected place are tried first. The name of a row
+// that is only written answers to none.
 struct Found {
     std::uint16_t row;      // or none
     std::uint16_t expected; // the place that is expected next

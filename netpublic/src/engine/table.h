@@ -1,6 +1,7 @@
 // A message's description as the engine reads it: one block per record, without pointers except the
 // references that need them, so that a thousand rows cost a shared library few load-time relocations.
-// This unit and describe.h, which builds the block, are the only ones that know the packed form:
+// This unit, describe.h, which builds the block, and matching.h, which searches it, are the only ones that know the
+// packed form:
 //
 //     Source | Table | rows | limits | references | order | texts
 //
