@@ -31,7 +31,9 @@ export CCACHE_DIR=${CCACHE_DIR:-}
 DEBFULLNAME="Test of the packages" DEBEMAIL=test@example.org "$here/build_debs.sh" "$packages" "$architecture"
 # Whether it sees the misspelt words that overrides are for depends on the bytes that stand in front of them.
 lintian -EvIL +pedantic --fail-on none --allow-root "$packages"/*.changes | tee "$tmp/lintian"
-! grep '^[EWIP]: ' "$tmp/lintian" | grep -v ' mismatched-override spelling-error-in-binary '
+if grep '^[EWIP]: ' "$tmp/lintian" | grep -v ' mismatched-override spelling-error-in-binary '; then
+    exit 1
+fi
 blhc --all "$packages/build.log"
 
 for package in libnetpublic1 libnetpublic-dev netparam; do
