@@ -213,8 +213,10 @@ TEST_F(ContractTest, EveryToolkitFunctionSurvivesWhatItPromises)
                                        make_enum_to_string(text, 0, "a", op, &number) == -1 &&
                                        make_enum_to_string(text, 8, nullptr, op, &number) == -1 &&
                                        make_enum_to_string(text, 8, "a", op, nullptr) == -1),
-        HOLDS(make_string_to_enum,
-              make_string_to_enum(nullptr, "a", op) == -1 && make_string_to_enum(text, nullptr, op) == -1),
+        HOLDS(make_string_to_enum, make_string_to_enum(nullptr, "a", op) == -1 &&
+                                       make_string_to_enum(text, nullptr, op) == -1 &&
+                                       test::log_of([&] { make_string_to_enum(nullptr, "a", op); }) ==
+                                           "<red net_xml_system.cpp>param is invalid\n"),
         HOLDS(get_hms_from_pts, get_hms_from_pts(1, nullptr, bytes, bytes) == -1 &&
                                     get_hms_from_pts(1, bytes, nullptr, bytes) == -1 &&
                                     get_hms_from_pts(INT_MIN, bytes, bytes, nullptr) == -1),
