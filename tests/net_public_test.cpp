@@ -498,6 +498,23 @@ TEST_F(InterfaceTest, LinkStatus)
     EXPECT_EQ(lowest_free_descriptor(), free_descriptor);
 }
 
+// A daemon's first descriptor may be 0.
+TEST_F(InterfaceTest, WithoutStandardInput)
+{
+    Buffer<32> ip;
+    Buffer<20> mac;
+    const test::Output output;
+    const int usual = net_link_status_get("lo");
+    const int kept = dup(STDIN_FILENO);
+    close(STDIN_FILENO);
+    const int status = net_link_status_get("lo");
+    const int addresses = net_ip_and_mac_get("lo", ip, mac);
+    dup2(kept, STDIN_FILENO);
+    close(kept);
+    EXPECT_EQ(status, usual);
+    EXPECT_EQ(addresses, 0);
+}
+
 TEST_F(InterfaceTest, LinkStatusWithoutDescriptorsLeft)
 {
     // Output first: capturing needs descriptors of its own.
