@@ -237,11 +237,6 @@ void check_value(const Table &table, const Row &row, const char *member, Node no
         broken("P9", place(table, &row, node) + ": another text");
 }
 
-unsigned index_of(const Table &table, const Row &row)
-{
-    return static_cast<unsigned>(&row - &table.row(0));
-}
-
 void count(const Table &table, unsigned row, Event event)
 {
     if (row_counters.size == 0)
@@ -296,7 +291,7 @@ void Oracle::happened(void *self, Event event, const Table &table, const Row *ro
     Oracle &oracle = *static_cast<Oracle *>(self);
     // Where names do not decide alone, the children's order or their number does.
     const bool by_name = table.names != Names::any && table.names != Names::in_order && table.names != Names::looked_up;
-    const unsigned index = row != nullptr ? index_of(table, *row) : 0;
+    const unsigned index = row != nullptr ? table.index_of(*row) : 0;
     count(table, index, event);
     if (oracle.payload_ != nullptr) {
         const Member member = {row, static_cast<const char *>(record) - oracle.payload_};

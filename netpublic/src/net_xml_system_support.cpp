@@ -780,7 +780,7 @@ int get_item_from_xmlnode(tag_net_support_v20_t *support, TiXmlNode *node, char 
         return -1;
     std::uint32_t seen;
     const int result = read_indexed(item_record, support->channel, NET_SUPPORT_CHANNELS, node, &seen);
-    if ((seen >> find_key(item_record, "ptzPreset", 0) & 1) != 0)
+    if ((seen >> item_record.table().index_of(*find_key(item_record, "ptzPreset")) & 1) != 0)
         *ptzPreset = 1;
     return result;
 }

@@ -8,19 +8,10 @@ Areas are closed, and lines are not.
   $ points=$(point 0 0; point 1 0; point 1 1; point 0 1)
   $ area() {
   >     echo "<IntrusionDetect><op>modify</op><intrusionDetectItem><index>0</index><pointList>$1</pointList></intrusionDetectItem></IntrusionDetect>" |
-  >         netparam parse intrusion-detect - --only intrusionDetectItem[0]/pointList
+  >         netparam parse intrusion-detect - --only intrusionDetectItem[0]/pointList |
+  >         sed -n '/pointList$/,$p'
   > }
   $ area "$points"
-  intrusion-detect: net_param_smart_ai_intrusion_detect_init, id 8003, 1000 bytes
-    intrusionDetectItem[0]/pointList/point[0]/x  0
-    intrusionDetectItem[0]/pointList/point[0]/y  0
-    intrusionDetectItem[0]/pointList/point[1]/x  1
-    intrusionDetectItem[0]/pointList/point[1]/y  0
-    intrusionDetectItem[0]/pointList/point[2]/x  1
-    intrusionDetectItem[0]/pointList/point[2]/y  1
-    intrusionDetectItem[0]/pointList/point[3]/x  0
-    intrusionDetectItem[0]/pointList/point[3]/y  1
-    intrusionDetectItem[0]/pointList/pointNum    4
     intrusionDetectItem[0]/pointList
         +------------------------------------------------+
         |1**********************************************2|
@@ -41,17 +32,7 @@ Areas are closed, and lines are not.
         |4**********************************************3|
         +------------------------------------------------+
   $ echo "<CrosslineDetect><op>modify</op><crosslineDetectItem><index>0</index><pointList>$points</pointList></crosslineDetectItem></CrosslineDetect>" |
-  >     netparam parse crossline-detect - --only crosslineDetectItem[0]/pointList
-  crossline-detect: net_param_smart_ai_crossline_detect_init, id 8002, 1000 bytes
-    crosslineDetectItem[0]/pointList/point[0]/x  0
-    crosslineDetectItem[0]/pointList/point[0]/y  0
-    crosslineDetectItem[0]/pointList/point[1]/x  1
-    crosslineDetectItem[0]/pointList/point[1]/y  0
-    crosslineDetectItem[0]/pointList/point[2]/x  1
-    crosslineDetectItem[0]/pointList/point[2]/y  1
-    crosslineDetectItem[0]/pointList/point[3]/x  0
-    crosslineDetectItem[0]/pointList/point[3]/y  1
-    crosslineDetectItem[0]/pointList/pointNum    4
+  >     netparam parse crossline-detect - --only crosslineDetectItem[0]/pointList | sed -n '/pointList$/,$p'
     crosslineDetectItem[0]/pointList
         +------------------------------------------------+
         |1**********************************************2|
@@ -75,14 +56,6 @@ Areas are closed, and lines are not.
 Points outside the picture are not drawn.
 
   $ area "$(point 0 0; point 2 0; point 1 1)"
-  intrusion-detect: net_param_smart_ai_intrusion_detect_init, id 8003, 1000 bytes
-    intrusionDetectItem[0]/pointList/point[0]/x  0
-    intrusionDetectItem[0]/pointList/point[0]/y  0
-    intrusionDetectItem[0]/pointList/point[1]/x  2
-    intrusionDetectItem[0]/pointList/point[1]/y  0
-    intrusionDetectItem[0]/pointList/point[2]/x  1
-    intrusionDetectItem[0]/pointList/point[2]/y  1
-    intrusionDetectItem[0]/pointList/pointNum    3
     intrusionDetectItem[0]/pointList
         not drawn: a point lies outside the picture, which reaches from 0 to 1
 

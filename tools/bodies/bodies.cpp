@@ -20,11 +20,12 @@ bool is_reachable(const Table &table, unsigned index)
 {
     if (table.names != Names::beginnings)
         return true;
-    const char *name = table.key(table.row(index));
-    unsigned row = find_key(table, name, 0);
-    while (row != no_row && row != index)
-        row = (table.flags & table_own_tests) != 0 ? find_key(table, name, next_chain(table, row)) : no_row;
-    return row == index;
+    const Row &wanted = table.row(index);
+    const char *name = table.key(wanted);
+    const Row *row = find_key(table, name);
+    while (row != nullptr && row != &wanted)
+        row = find_again(table, name, *row);
+    return row != nullptr;
 }
 
 void collect(const Table &table, const Path &around, std::vector<Path> &rows)

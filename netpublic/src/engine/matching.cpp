@@ -23,23 +23,33 @@ bool is_named(const char *name, const char *key)
     return same_folded(name, key, compared_characters);
 }
 
-unsigned find_key(const Table &table, const char *name, unsigned from)
+const Row *find_key(const Table &table, const char *name, unsigned from)
 {
     const Order order(table);
     const Names rule = table.names;
-    if (rule == Names::any)
-        return from < table.keys ? from : no_row;
-    for (unsigned index = from; index < table.keys; ++index) {
-        const char *key = order.key(table.row(index));
+    const Row *end = &table.row(table.keys);
+    for (const Row *row = &table.row(from); row < end; ++row) {
+        if (rule == Names::any)
+            return row;
+        const char *key = order.key(*row);
         // The first characters tell most names apart.
         if (!alike(*name, *key) && *name != '\0')
             continue;
         if (rule == Names::whole    ? is_named(name, key)
             : rule == Names::longer ? answers_to(key, name)
                                     : answers_to(name, key))
-            return index;
+            return row;
     }
-    return no_row;
+    return nullptr;
+}
+
+const Row *find_own_test(const Table &table, const char *name, const Row &row)
+{
+    unsigned index = table.index_of(row);
+    do
+        ++index;
+    while (index < table.keys && (table.row(index).flags & row_own_test) == 0);
+    return find_key(table, name, index);
 }
 
 namespace {
@@ -67,18 +77,17 @@ Found found(unsigned row, unsigned expected)
     return unlikely;
 }
 
-// What is expected once a row, or none, has been found among all.
-[[gnu::noinline]] Found expect_behind(const Table &table, unsigned row, unsigned expected)
+// What is expected behind a key that has been found among all of them: it has a place in the order of writing, if it
+// is written.
+[[gnu::noinline]] Found expect_behind(const Table &table, const Row &row)
 {
     const Order order(table);
-    if (row == no_row)
-        return found(Found::none, expected);
-    const char *written = order.texts - order.written;
-    const auto *at = order.written != 0
-                         ? static_cast<const char *>(std::memchr(written, static_cast<int>(row), order.written))
-                         : nullptr;
-    const unsigned place = at != nullptr ? static_cast<unsigned>(at - written) : order.written + row;
-    return found(row, place_behind(table.row(row), place));
+    const unsigned index = table.index_of(row);
+    const char *first = order.texts - order.written;
+    const void *at = order.written != 0 ? std::memchr(first, static_cast<int>(index), order.written) : nullptr;
+    const unsigned place =
+        at != nullptr ? static_cast<unsigned>(static_cast<const char *>(at) - first) : order.written + index;
+    return found(index, place_behind(row, place));
 }
 
 } // namespace
@@ -88,15 +97,8 @@ Found find_further(const Table &table, const char *name, unsigned expected)
     const Found near = find_near(table, name, expected);
     if (near.expected != unlikely.expected)
         return near;
-    return expect_behind(table, find_key(table, name, 0), expected);
-}
-
-unsigned next_chain(const Table &table, unsigned index)
-{
-    do
-        ++index;
-    while (index < table.keys && (table.row(index).flags & row_own_test) == 0);
-    return index;
+    const Row *row = find_key(table, name);
+    return row != nullptr ? expect_behind(table, *row) : found(Found::none, expected);
 }
 
 } // namespace netpublic

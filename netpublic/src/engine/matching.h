@@ -11,20 +11,23 @@
 
 #include "engine/table.h"
 
-#include <climits>
 #include <cstring>
 
 namespace netpublic {
-
-constexpr unsigned no_row = UINT_MAX;
 
 // Does an element of this name answer to the key?
 bool answers_to(const char *name, const char *key);
 // Is this the whole key, case aside? Only the first 31 characters count.
 bool is_named(const char *name, const char *key);
 
-// The first key from row `from` on that the name answers to, or no_row.
-unsigned find_key(const Table &table, const char *name, unsigned from);
+// The first row from this index on to whose key the name answers, or null.
+const Row *find_key(const Table &table, const char *name, unsigned from = 0);
+// The next one behind a row that has taken the child, among those with a test of their own: see Field::own_test().
+const Row *find_own_test(const Table &table, const char *name, const Row &row);
+inline const Row *find_again(const Table &table, const char *name, const Row &row)
+{
+    return (table.flags & table_own_tests) != 0 ? find_own_test(table, name, row) : nullptr;
+}
 
 // Is this the row's full name, and the row the first one that it answers to?
 inline bool bears_name(const Row &row, const char *key, const char *name)
@@ -37,16 +40,6 @@ inline unsigned place_behind(const Row &row, unsigned place)
 {
     return is_list(row.kind) ? place : place + 1;
 }
-
-// What find_key(table, name, 0) says; the rows behind the one at the expected place are tried first. The name of a row
-// that is only written answers to none.
-struct Found {
-    std::uint16_t row;      // or none
-    std::uint16_t expected; // the place that is expected next
-
-    static constexpr std::uint16_t none = UINT16_MAX;
-};
-Found find_further(const Table &table, const char *name, unsigned expected);
 
 // The rows of a table in the order in which children are expected: as they are written, where that is another order
 // than that of the keys; behind them the keys as they are tried.
@@ -78,8 +71,19 @@ struct Order {
     }
 };
 
-// What find_key(table, name, 0) says of the children of an element, one after another. What is inlined is what nearly
-// all of them need.
+// A row's index, and the place that is expected behind it: one register.
+struct Found {
+    std::uint16_t row; // or none
+    std::uint16_t expected;
+
+    static constexpr std::uint16_t none = UINT16_MAX;
+};
+// What find_key() says; the rows behind the one at the expected place are tried first. The name of a row that is only
+// written answers to none.
+Found find_further(const Table &table, const char *name, unsigned expected);
+
+// What find_key() says of the children of an element, one after another. What is inlined is what nearly all of them
+// need.
 class Expectation {
 public:
     [[gnu::always_inline]] explicit Expectation(const Table &table) : order_(table) {}
@@ -104,9 +108,6 @@ private:
     const Order order_;
     unsigned expected_ = 0;
 };
-
-// The first row behind `index` that starts a chain of its own: see Field::own_test().
-unsigned next_chain(const Table &table, unsigned index);
 
 } // namespace netpublic
 

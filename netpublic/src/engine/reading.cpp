@@ -445,10 +445,9 @@ int read_item(Walk &walk, const Row &row, Node child)
 NETPUBLIC_LEAF int follow(Walk &walk, const Row &row)
 {
     const Table &table = walk.table;
-    const Row *first = &table.row(0);
-    const auto index = static_cast<std::uint32_t>(&row - first);
+    const unsigned index = table.index_of(row);
     const Row *mark = nullptr;
-    for (const Row *at = first + table.rows - 1; at->kind >= Kind::hook; --at) {
+    for (const Row *at = &table.row(table.rows - 1u); at->kind >= Kind::hook; --at) {
         if (at->ref != index)
             continue;
         if (at->kind == Kind::mark)
@@ -481,7 +480,7 @@ NETPUBLIC_LEAF int follow(Walk &walk, const Row &row)
 
 void note_seen(Walk &walk, const Row &row)
 {
-    const auto index = static_cast<unsigned>(&row - &walk.table.row(0));
+    const unsigned index = walk.table.index_of(row);
     if (index < required_keys)
         walk.seen |= 1u << index;
 }
@@ -502,18 +501,6 @@ NETPUBLIC_LEAF void prepare(const Table &table, void *record)
             member<int>(record, *row) = table.limit(row->limits).low;
 }
 
-const Row *find_from(const Table &table, const char *name, unsigned from)
-{
-    const unsigned index = find_key(table, name, from);
-    return index != no_row ? &table.row(index) : nullptr;
-}
-
-// The next row with a test of its own that the name answers to as well; null for none.
-NETPUBLIC_LEAF const Row *find_further_row(const Table &table, const char *name, const Row &row)
-{
-    return find_from(table, name, next_chain(table, static_cast<unsigned>(&row - &table.row(0))));
-}
-
 // The row of a child whose table has a rule of its own for names; null for none.
 NETPUBLIC_LEAF const Row *find_by_rule(Walk &walk, Node child)
 {
@@ -523,7 +510,7 @@ NETPUBLIC_LEAF const Row *find_by_rule(Walk &walk, Node child)
     case Names::any:
         return child.is_element() ? row : nullptr;
     case Names::in_order: {
-        row += __builtin_ctz(~walk.seen);
+        row += __builtin_ctz(~walk.seen); // all in front of it have been seen
         const bool whole = row->kind == Kind::view && (row->flags & view_whole) != 0;
         if (!(whole ? is_named(child.name(), table.key(*row)) : answers_to(child.name(), table.key(*row))))
             return nullptr;
@@ -536,7 +523,7 @@ NETPUBLIC_LEAF const Row *find_by_rule(Walk &walk, Node child)
                 return row;
         return nullptr;
     default:
-        return find_from(table, child.name(), 0);
+        return find_key(table, child.name());
     }
 }
 
@@ -594,7 +581,7 @@ int check_required(const Walk &walk, Node element)
 {
     const Table &table = walk.table;
     const Row *row = &table.row(0);
-    // Usually nothing is missing. (A list of which all items are wanted has counted those that there are.)
+    // Usually nothing is missing. Where items have been counted, there may be too few of them.
     if (table.keys < required_keys && walk.seen == (1u << table.keys) - 1 && walk.items == 0)
         return 0;
     for (unsigned index = 0; index < table.keys && index < required_keys; ++index, ++row) {
@@ -621,8 +608,7 @@ NETPUBLIC_LEAF int read_late(Walk &walk, Node element)
         for (Node child = element.first_child(); child; child = child.next_sibling()) {
             const char *name = child.name();
             // The first characters tell most names apart.
-            if (bears_name(row, key, name) ||
-                ((*name == '\0' || alike(*name, *key)) && find_key(table, name, 0) == index))
+            if (bears_name(row, key, name) || ((*name == '\0' || alike(*name, *key)) && find_key(table, name) == &row))
                 last = child;
         }
         if (!last)
@@ -677,7 +663,7 @@ int read_record(const Table &table, void *record, Node element)
                 note_seen(walk, *row);
             if (read_row(walk, *row, child) != 0)
                 return refuse(walk, *row, child);
-            row = (flags & table_own_tests) != 0 ? find_further_row(table, child.name(), *row) : nullptr;
+            row = find_again(table, child.name(), *row);
         }
         if ((flags & table_first_only) != 0)
             break;
@@ -772,9 +758,9 @@ int check_parser(const Table &message, const net_param_t *param, Node body, std:
     return good ? 0 : refuse_call(message);
 }
 
+// An empty body leaves most payloads as they are.
 static inline int read_body(const Table &message, net_param_t *param, Node body)
 {
-    // An empty body leaves most payloads as they are.
     constexpr unsigned without_children = table_clears | table_before | table_presets | table_finish | table_after;
     if ((message.flags & without_children) == 0 && !body.first_child())
         return 0;
@@ -806,11 +792,7 @@ int parse_message(net_param_t *param, Node body, const Table &message)
         return parse_further(param, body, message);
     if (check_parser(message, param, body, message.record_size) != 0)
         return -1;
-    // An empty body leaves most payloads as they are.
-    constexpr unsigned without_children = table_clears | table_before | table_presets | table_finish | table_after;
-    if ((message.flags & without_children) == 0 && !body.first_child())
-        return 0;
-    return read_record(message, param->data, body);
+    return read_body(message, param, body);
 }
 
 } // namespace netpublic

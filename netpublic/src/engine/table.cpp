@@ -15,7 +15,7 @@ const char *behind(const char *text)
 const Row *Table::find_attachment(const Row &of, Kind kind, unsigned limits_column) const
 {
     const Row *first = &row(0);
-    const auto index = static_cast<std::uint32_t>(&of - first);
+    const unsigned index = index_of(of);
     // The attachments are the last rows, in the order of their kinds.
     for (const Row *row = first + rows - 1; row->kind >= kind; --row)
         if (row->kind == kind && row->ref == index && (limits_column == any_column || row->limits == limits_column))

@@ -319,6 +319,10 @@ struct Table {
     {
         return reinterpret_cast<const Row *>(bytes(sizeof(Table)))[index];
     }
+    unsigned index_of(const Row &row) const
+    {
+        return static_cast<unsigned>(&row - &this->row(0));
+    }
     const Ref &ref(unsigned index) const
     {
         return reinterpret_cast<const Ref *>(bytes(refs))[index];

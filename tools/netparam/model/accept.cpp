@@ -30,7 +30,7 @@ constexpr char ordinary_number[] = "a whole number of at most 12 characters";
 // What a function of the message accepts, in words; empty where the row says it all.
 std::string own_words(const Table &table, const Row &row)
 {
-    return table.detail(index_of(table, row)).accepts;
+    return table.detail(table.index_of(row)).accepts;
 }
 
 // Characters that the number readers take, a sign among them; 0 for what is no number.

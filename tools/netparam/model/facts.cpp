@@ -208,7 +208,7 @@ void add_attached(std::vector<std::string> &notes, const Table &table, const Row
 
 void add_hooks(std::vector<std::string> &notes, const Table &table, const Row &row)
 {
-    const bool told = *table.detail(index_of(table, row)).accepts != '\0';
+    const bool told = *table.detail(table.index_of(row)).accepts != '\0';
     if (table.hook(row, netpublic::Moment::ahead) != nullptr)
         notes.emplace_back("code of its own runs in front of reading it");
     if (table.hook(row, netpublic::Moment::then) != nullptr)

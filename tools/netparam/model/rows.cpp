@@ -131,15 +131,10 @@ std::string name_of(const Table &table, unsigned index)
     return row.kind == Kind::preset ? table.text(table.detail(index).member) : table.key(row);
 }
 
-unsigned index_of(const Table &table, const Row &row)
-{
-    return static_cast<unsigned>(&row - &table.row(0));
-}
-
 const netpublic::WordTable *row_words(const Table &table, const Row &row)
 {
     const bool own = row.kind == Kind::word || row.kind == Kind::mask || row.kind == Kind::events;
-    return own ? table.ref(row.ref).words : table.detail(index_of(table, row)).words;
+    return own ? table.ref(row.ref).words : table.detail(table.index_of(row)).words;
 }
 
 bool code_of(const netpublic::WordTable &words, const std::string &text, int &code)

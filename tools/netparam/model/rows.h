@@ -58,8 +58,6 @@ bool is_shown(const netpublic::Table &table, unsigned index);
 std::string name_of(const netpublic::Table &table, unsigned index);
 // The spellings of a word or mask; those of a conversion stand beside the row. Null without any.
 const netpublic::WordTable *row_words(const netpublic::Table &table, const netpublic::Row &row);
-// The row's place in its table.
-unsigned index_of(const netpublic::Table &table, const netpublic::Row &row);
 // The code of a spelling, case aside where no spelling is the same to the letter. False without one.
 bool code_of(const netpublic::WordTable &words, const std::string &text, int &code);
 // The row of the member that keeps a list's number of items; null when nothing does.

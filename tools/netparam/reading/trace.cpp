@@ -71,7 +71,7 @@ Refusal of_missing(const Table &table, const Row &row, const TiXmlNode &element)
     if (netpublic::is_list(row.kind) && (row.flags & netpublic::list_exact) != 0) {
         int items = 0;
         for (const TiXmlNode *child = element.FirstChild(); child != nullptr; child = child->NextSibling())
-            items += netpublic::find_key(table, child->Value(), 0) == index_of(table, row) ? 1 : 0;
+            items += netpublic::find_key(table, child->Value()) == &row ? 1 : 0;
         reason = "there are only " + std::to_string(items) + " of \"" + key + "\"";
     }
     return of_element(element, key, reason, key + ": " + accepted_by(table, row));
@@ -188,7 +188,7 @@ void Trace::check_words(const Table &table, const Row &row, const TiXmlNode &nod
     const netpublic::WordTable *words = row_words(table, row);
     const char *text = node.ToElement() != nullptr ? node.ToElement()->GetText() : nullptr;
     if (words == nullptr || text == nullptr ||
-        (row.kind != netpublic::Kind::events && !is_mask(table, index_of(table, row))))
+        (row.kind != netpublic::Kind::events && !is_mask(table, table.index_of(row))))
         return;
     const std::vector<std::string> known = spellings(*words, netpublic::Use::read);
     for (const std::string &part : split(text, ',')) {

@@ -47,7 +47,7 @@ const Item *item_at(const std::vector<Item> &items, std::size_t offset, const st
 // What the writer makes a text of.
 std::string writable(const netpublic::Table &table, const netpublic::Row &row)
 {
-    for (const std::string &note : row_notes(table, index_of(table, row), true))
+    for (const std::string &note : row_notes(table, table.index_of(row), true))
         if (note.find("writing fails unless") == 0)
             return "what its condition wants: " + note;
     const netpublic::WordTable *words = row_words(table, row);
