@@ -23,7 +23,7 @@ void run_cases(const std::string &file, const std::map<std::string, Call> &calls
         }
         SCOPED_TRACE(each.place);
         net_host_reset();
-        net_host().block_fill = 0xA5;
+        net_host().block_fill = garbage;
         std::string text;
         const std::string log = log_of([&] { text = call->second(each.arguments); });
         EXPECT_EQ(text + (log.empty() ? "" : " " + log), each.expected) << each.place << ", " << each.function;

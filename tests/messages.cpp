@@ -67,7 +67,7 @@ std::string best_example(const Message &message)
     if (!best.empty())
         return best;
     // Some writers show what their initialiser has left as it was allocated.
-    const int fill = std::exchange(net_host().block_fill, 0);
+    const int fill = std::exchange(net_host().block_fill, garbage);
     long most = -1;
     for (const std::string &text : example_bodies()) {
         const Output quiet; // not every example is this message's

@@ -11,7 +11,6 @@
 namespace test {
 namespace {
 
-constexpr int garbage = 0xA5;
 constexpr std::size_t padding = 8; // the XML library reads past the end of a cut UTF-8 sequence
 
 } // namespace

@@ -18,7 +18,10 @@ using Init = int (*)(net_param_t *, net_ext_t *);
 using Parser = int (*)(net_param_t *, TiXmlNode *);
 using Writer = int (*)(net_param_t *, TiXmlElement *);
 
-// Every test starts with the default host, whose blocks come filled with 0xA5 so that a missing
+// What memory holds that nobody has written to.
+constexpr int garbage = 0xA5;
+
+// Every test starts with the default host, whose blocks come filled with garbage so that a missing
 // zeroing shows, and fails when it leaves blocks of net_malloc() behind.
 class HostTest : public testing::Test {
 protected:
