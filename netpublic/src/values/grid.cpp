@@ -42,47 +42,7 @@ constexpr CellTable make_cell_table()
 
 constexpr CellTable cells_of = make_cell_table();
 
-// Four cells of one column by their bits, the first cell in bit 0.
-constexpr int half_band = 4;
-constexpr unsigned char column_cells[16][half_band] = {
-    {0, 0, 0, 0}, {1, 0, 0, 0}, {0, 1, 0, 0}, {1, 1, 0, 0}, {0, 0, 1, 0}, {1, 0, 1, 0}, {0, 1, 1, 0}, {1, 1, 1, 0},
-    {0, 0, 0, 1}, {1, 0, 0, 1}, {0, 1, 0, 1}, {1, 1, 0, 1}, {0, 0, 1, 1}, {1, 0, 1, 1}, {0, 1, 1, 1}, {1, 1, 1, 1},
-};
-
-// Rows that are turned into columns together: a bit each of a column's byte.
-constexpr int band = 8;
-constexpr int band_words = (grid_columns + 7) / 8;
-
-// Adds a row of cells to the columns' bytes, eight columns at a time. A cell is 0 or 1, so that no
-// column spills into the next.
-void add_row(std::uint64_t *columns, int words, const std::uint64_t *cells, int bit)
-{
-    for (; words > 0; --words)
-        *columns++ |= *cells++ << bit;
-}
-
-// The columns' bytes of a band of so many rows, as cells.
-void store_columns(unsigned char *out, int stride, const unsigned char *columns, int count, int height)
-{
-    const unsigned char *const end = columns + count;
-    if (height == band) {
-        for (; columns != end; ++columns, out += stride) {
-            std::memcpy(out, column_cells[*columns & 15], half_band);
-            std::memcpy(out + half_band, column_cells[*columns >> half_band], half_band);
-        }
-        return;
-    }
-    for (; columns != end; ++columns, out += stride) {
-        int row = 0;
-        if (height >= half_band) {
-            std::memcpy(out, column_cells[*columns & 15], half_band);
-            row = half_band;
-        }
-        // Each of the columns has been written, by words.
-        for (; row < height; ++row)
-            out[row] = *columns >> row & 1; // NOLINT(clang-analyzer-core.UndefinedBinaryOperatorResult)
-    }
-}
+constexpr int grid_words = (grid_columns + 7) / 8; // eight columns each
 
 // Hands out the cells of a valid text one run after another.
 class CellReader {
@@ -195,37 +155,130 @@ void read_rows(const char *text, unsigned char *cells, int columns, int rows, in
         reader.next(cells, columns);
 }
 
+namespace {
+
+// Rows that become columns together: a byte of a word each, which holds eight columns, the first one on top.
+using Rows = std::size_t;
+constexpr int together = sizeof(Rows);
+using RowBits = unsigned char[grid_words][together]; // row r is byte r % together
+
+// Hands out the rows of a valid text as bits.
+class BitReader {
+public:
+    explicit BitReader(const char *text) : text_(text) {}
+
+    // A byte for eight columns, `together` bytes apart.
+    void next(unsigned char *out, int columns)
+    {
+        const char *text = text_; // local ones: the stores below could change members
+        std::uint32_t bits = bits_;
+        int held = held_;
+        for (; columns >= cells_a_group; columns -= cells_a_group, text += 4) {
+            bits =
+                bits << 24 | bits_of(text[0]) << 18 | bits_of(text[1]) << 12 | bits_of(text[2]) << 6 | bits_of(text[3]);
+            for (int above = cells_a_group - 8; above >= 0; above -= 8, out += together)
+                *out = static_cast<unsigned char>(bits >> (held + above));
+        }
+        for (; held < columns; held += cells_per_character)
+            bits = bits << cells_per_character | bits_of(*text++);
+        held -= columns;
+        for (; columns >= 8; out += together)
+            *out = static_cast<unsigned char>(bits >> (held + (columns -= 8)));
+        if (columns > 0)
+            *out = static_cast<unsigned char>(bits >> held << (8 - columns));
+        text_ = text;
+        bits_ = bits;
+        held_ = held;
+    }
+
+private:
+    // Padding has no cells.
+    static std::uint32_t bits_of(char c)
+    {
+        return base64_classes[c] & 63U;
+    }
+
+    const char *text_;
+    std::uint32_t bits_ = 0; // of the characters that have been read
+    int held_ = 0;           // of which so many, at most five, have not been handed out
+};
+
+// The rows' cells of one of eight columns.
+Rows column_of(Rows packed, int column)
+{
+    return packed >> (7 - column) & static_cast<Rows>(each_cell);
+}
+
+void store_columns(unsigned char *out, int stride, Rows packed, int columns)
+{
+#ifndef __OPTIMIZE_SIZE__
+#pragma GCC unroll 8
+#endif
+    for (int column = 0; column < columns; ++column, out += stride) {
+        const Rows cells = column_of(packed, column);
+        std::memcpy(out, &cells, sizeof(cells));
+    }
+}
+
+// The first rows only; the cells behind them keep their values.
+void store_short_columns(unsigned char *out, int stride, Rows packed, int columns, int rows)
+{
+    const Rows kept = ~Rows{0} << 8 * rows;
+    for (int column = 0; column < columns; ++column, out += stride) {
+        Rows cells;
+        std::memcpy(&cells, out, sizeof(cells));
+        cells = (column_of(packed, column) & ~kept) | (cells & kept);
+        std::memcpy(out, &cells, sizeof(cells));
+    }
+}
+
+// The last ones of so many rows that have been read.
+void store_rows(unsigned char *cells, int stride, const RowBits &packed, int columns, int rows)
+{
+    const int turn = rows % together * 8; // at the end: rows in front are stored once more
+    for (int column = 0; column < columns; column += 8, cells += 8 * stride) {
+        const int count = std::min(columns - column, 8);
+        Rows block;
+        std::memcpy(&block, packed[column / 8], sizeof(block));
+        if (rows < together) {
+            store_short_columns(cells, stride, block, count, rows);
+            continue;
+        }
+        if (turn != 0)
+            block = block >> turn | block << (8 * together - turn);
+        store_columns(cells + rows - together, stride, block, count);
+    }
+}
+
+} // namespace
+
 void read_columns(const char *text, unsigned char *cells, int columns, int rows, int stride)
 {
-    CellReader reader(text);
-    // A row is added when the next one has been read: loading words from bytes that have just been stored would wait.
-    std::uint64_t lines[2][band_words];
-    const int words = (columns + 7) / 8;
-    lines[0][words - 1] = lines[1][words - 1] = 0; // what is behind the last column
-    for (int row = 0; row < rows; row += band) {
-        const int height = rows - row < band ? rows - row : band;
-        std::uint64_t turned[band_words];
-        std::fill_n(turned, words, 0);
-        for (int i = 0; i <= height; ++i) {
-            if (i < height)
-                reader.next(reinterpret_cast<unsigned char *>(lines[i % 2]), columns);
-            if (i > 0)
-                add_row(turned, words, lines[(i - 1) % 2], i - 1);
-        }
-        store_columns(cells + row, stride, reinterpret_cast<const unsigned char *>(turned), columns, height);
+    BitReader reader(text);
+    RowBits packed;
+    for (int row = 0; row < rows; ++row) {
+        reader.next(&packed[0][row % together], columns);
+        if ((row + 1) % together == 0 || row + 1 == rows)
+            store_rows(cells, stride, packed, columns, row + 1);
     }
 }
 
 namespace {
 
+// Columns that become rows together.
+constexpr int band = 8;
+
 // The bits of eight columns of each of a band's rows, the first cell on top. What is behind the last column may be any
 // bits; three bytes of a row are taken at a time.
-using PackedBand = unsigned char[band_words + 1][band];
+using PackedBand = unsigned char[grid_words + 1][band];
 
 // Of up to eight columns: a byte for each of eight rows. Nearly always the cells are 0 and 1 as they stand.
 std::uint64_t pack_block(const unsigned char *cells, int count)
 {
     std::uint64_t bits = 0, all = 0;
+#ifndef __OPTIMIZE_SIZE__
+#pragma GCC unroll 8
+#endif
     for (int i = 0; i < count; ++i) {
         const std::uint64_t column = load_cells(cells + i * grid_rows);
         all |= column;
