@@ -47,7 +47,7 @@ const char *Table::missing() const
 const Source &Table::source() const
 {
     static constexpr Source none = {0, 0, 0, 0, 0, Line::parser, Line::writer, Line::none};
-    return (flags & table_source) != 0 ? *reinterpret_cast<const Source *>(bytes(0) - source_room) : none;
+    return (flags & table_source) != 0 ? *reinterpret_cast<const Source *>(bytes(refs - source_room)) : none;
 }
 
 const char *Table::parser() const

@@ -3,9 +3,9 @@
 // This unit, describe.h, which builds the block, and matching.h, which searches it, are the only ones that know the
 // packed form:
 //
-//     Source | Table | rows | limits | references | order | texts
+//     Table | rows | limits | Source | references | order | texts
 //
-// The Source, the limits, the references and the order are there only where a table needs them.
+// The limits, the Source, the references and the order are there only where a table needs them.
 #ifndef NETPUBLIC_TABLE_H
 #define NETPUBLIC_TABLE_H
 
@@ -223,7 +223,7 @@ enum TableFlag : std::uint16_t {
     table_before = 0x400,     // the first reference is the hook before the walk
     table_after = 0x800,      // the next one is the hook after the walk
     table_ordered = 0x1000,   // is written in another order than that of the rows
-    table_source = 0x2000,    // a Source stands in front
+    table_source = 0x2000,    // there is a Source
     table_unknown = 0x4000,   // behind the parser's name stands the line for a child that answers to no key
     table_presets = 0x8000,   // some row is a preset
 };
@@ -276,7 +276,7 @@ struct Detail {
 };
 #endif
 
-// What messages and the records that log have in front of their table.
+// What messages and the records that log have besides.
 struct Source {
     std::uint16_t file; // these four are texts
     std::uint16_t parser;
@@ -402,8 +402,8 @@ struct Table {
 #endif
 };
 static_assert(sizeof(Table) % alignof(Row) == 0 && alignof(Row) == alignof(Limits), "the rows follow the table");
-// From a Source to the table behind it.
-constexpr std::size_t source_room = (sizeof(Source) + alignof(Table) - 1) / alignof(Table) * alignof(Table);
+// From a Source to the references behind it.
+constexpr std::size_t source_room = (sizeof(Source) + alignof(Ref) - 1) / alignof(Ref) * alignof(Ref);
 
 } // namespace netpublic
 
