@@ -38,8 +38,8 @@ class Common:
 def own_parts(contents, common):
     """The texts and limits that a table keeps by itself."""
     table = stack.Table(contents, {})
-    limits_start = table.start + stack.TABLE_HEAD + 8 * (len(table.rows) - common.limits)
-    texts_start = table.start + table.texts - common.texts
+    limits_start = stack.TABLE_HEAD + 8 * (len(table.rows) - common.limits)
+    texts_start = table.texts - common.texts
     texts, limits = set(), set()
     for row in table.rows:
         if not row.flags & stack.COMPLAINS:  # behind such a key stands the row's own line
@@ -48,8 +48,8 @@ def own_parts(contents, common):
             limits.add(row.limits)
         if row.kind in ("int_list", "grid"):  # the longest text
             limits.add(row.ref)
-    if table.flags & stack.HAS_SOURCE:
-        texts |= set(struct.unpack_from("<4H", contents))
+    if table.source is not None:
+        texts |= set(struct.unpack_from("<3H", contents, table.source + 4))
     return ({terminated(contents, texts_start + text) for text in texts if text >= common.texts},
             {struct.unpack_from("<ii", contents, limits_start + 8 * number)
              for number in limits if common.limits <= number < stack.NO_COLUMN})

@@ -169,14 +169,13 @@ class Table:
     """A packed message table; `references` are what its words refer to, by their place in the section."""
 
     def __init__(self, contents, references):
-        self.start = table_start(contents)
-        word, self.flags, count, self.written, self.refs, self.texts = struct.unpack_from("<IHBBHH", contents, self.start)
+        word, self.flags, count, self.written, self.refs, self.texts = struct.unpack_from("<IHBBHH", contents)
         self.keys = word >> 18 & 0x7F
-        first = self.start + TABLE_HEAD
-        self.rows = [Row(i, *struct.unpack_from("<II", contents, first + 8 * i)) for i in range(count)]
-        order = self.start + self.texts - self.written
-        self.order = contents[order:order + self.written] if self.flags & IS_ORDERED else range(self.written)
-        self.references = {(place - self.start - self.refs) // 4: target for place, target in references.items()}
+        self.rows = [Row(i, *struct.unpack_from("<II", contents, TABLE_HEAD + 8 * i)) for i in range(count)]
+        order = self.texts - self.written
+        self.order = contents[order:self.texts] if self.flags & IS_ORDERED else range(self.written)
+        self.source = self.refs - SOURCE if self.flags & HAS_SOURCE else None
+        self.references = {(place - self.refs) // 4: target for place, target in references.items()}
 
     def reads(self, row):
         return row.index < self.keys
@@ -220,28 +219,20 @@ class Table:
         return {row.kind for row in self.rows}
 
 
-def is_packed(contents, start):
-    """Could this be the head and the rows of a table?"""
-    word, flags, count, written, refs, texts = struct.unpack_from("<IHBBHH", contents, start)
-    keys, rows_end = word >> 18 & 0x7F, TABLE_HEAD + 8 * count
-    if not (keys <= count and written <= count > 0 and rows_end <= refs <= texts <= len(contents) - start):
-        return False
-    if (refs - TABLE_HEAD) % 8 != 0 or (flags & HAS_SOURCE != 0) != (start == SOURCE):
-        return False
-    kinds = [contents[start + TABLE_HEAD + 8 * row + 4] & 0x1F for row in range(count)]
-    return max(kinds) < len(KINDS) and all(kind < BEHIND_KEYS for kind in kinds[:keys])
-
-
-def table_start(contents):
-    """Where the head of a message table begins: in front of it there may be a Source. None: this is no table."""
-    for start in 0, SOURCE:
-        if len(contents) >= start + TABLE_HEAD and is_packed(contents, start):
-            return start
-    return None
-
-
 def is_message_table(contents):
-    return table_start(contents) is not None
+    """Could this be a packed message table?"""
+    if len(contents) < TABLE_HEAD:
+        return False
+    word, flags, count, written, refs, texts = struct.unpack_from("<IHBBHH", contents)
+    keys, rows_end = word >> 18 & 0x7F, TABLE_HEAD + 8 * count
+    if not (keys <= count and written <= count > 0 and refs <= texts <= len(contents)):
+        return False
+    rows_end += SOURCE if flags & HAS_SOURCE else 0
+    order = written if flags & IS_ORDERED else 0
+    if refs < rows_end or (refs - rows_end) % 8 != 0 or (texts - refs - order) % 4 != 0:
+        return False
+    kinds = [contents[TABLE_HEAD + 8 * row + 4] & 0x1F for row in range(count)]
+    return max(kinds) < len(KINDS) and all(kind < BEHIND_KEYS for kind in kinds[:keys])
 
 
 def tables_in(objects, data):

@@ -44,14 +44,7 @@ union Cell {
 };
 static_assert(sizeof(Cell) == sizeof(Row), "limits follow the rows");
 
-// The beginning and the end of a table, with and without what only some tables need.
-template <bool Sourced> struct Beginning {
-    Source source;
-    Table head;
-};
-template <> struct Beginning<false> {
-    Table head;
-};
+// The end of a table, with and without what only some tables need.
 template <std::size_t Refs, std::size_t Bytes> struct End {
     Ref refs[Refs];
     char bytes[Bytes]; // the order and the texts
@@ -66,26 +59,33 @@ template <std::size_t Bytes> struct End<0, Bytes> {
 
     constexpr void set(std::size_t, Ref) {}
 };
+template <bool Sourced, class End> struct Rest {
+    Source source;
+    alignas(Ref) End end;
+};
+template <class End> struct Rest<false, End> {
+    End end;
+};
 
 // A packed table and the record that it describes.
 template <class Record, bool Sourced, std::size_t Rows, std::size_t Cells, std::size_t Refs, std::size_t Bytes>
 struct Described {
     using T = Record;
 
-    Beginning<Sourced> beginning;
+    Table head;
     Cell cells[Cells];
 #ifdef NETPUBLIC_DESCRIBED
     Detail details[Rows];
 #endif
-    End<Refs, Bytes> end;
+    Rest<Sourced, End<Refs, Bytes>> rest;
 
     constexpr const Table &table() const
     {
-        return beginning.head;
+        return head;
     }
     constexpr operator const Table &() const
     {
-        return beginning.head;
+        return head;
     }
 };
 
@@ -201,8 +201,8 @@ template <class D> constexpr std::size_t characters_of()
 {
     const Traits &traits = D::traits;
     std::size_t characters = 1;
-    for (const char *text : {traits.root_name, traits.parser_name, traits.writer_name, traits.unknown_line,
-                             traits.missing_line, traits.file})
+    for (const char *text :
+         {traits.root_name, traits.parser_name, traits.writer_name, traits.unknown_line, traits.missing_line})
         characters += room_for(text);
     for (const Field &field : D::fields) {
         characters += room_for(field.key) + room_for(field.complaint);
@@ -381,8 +381,7 @@ template <class Draft> constexpr void add_traits(Draft &draft, const Traits &tra
         return; // what a table without a Source says
     draft.flags |= table_source;
     Source &source = draft.source;
-    source.file = narrowed<std::uint16_t>(add_text(draft, traits.file));
-    source.line = narrowed<std::uint16_t>(static_cast<std::size_t>(traits.line));
+    source.place.word = place_word(traits.file, traits.line);
     source.writer = narrowed<std::uint16_t>(add_text(draft, traits.writer_name));
     source.root = narrowed<std::uint16_t>(add_text(draft, traits.root_name));
     // Behind the parser's name: the line for other children, the line for a missing one.
@@ -432,20 +431,20 @@ template <class D> constexpr auto describe()
         out{};
     using Out = decltype(out);
     if constexpr (draft.has_source())
-        out.beginning.source = draft.source;
+        out.rest.source = draft.source;
     for (std::size_t i = 0; i < draft.row_count; ++i)
         out.cells[i] = draft.rows[i];
     for (std::size_t i = 0; i < draft.limit_count; ++i)
         out.cells[draft.row_count + i] = draft.limits[i];
     for (std::size_t i = 0; i < draft.ref_count; ++i)
-        out.end.set(i, draft.refs[i]);
+        out.rest.end.set(i, draft.refs[i]);
     for (std::size_t i = 0; i < order; ++i)
-        out.end.bytes[i] = static_cast<char>(draft.order[i]);
+        out.rest.end.bytes[i] = static_cast<char>(draft.order[i]);
     for (std::size_t i = 0; i < draft.texts.size; ++i)
-        out.end.bytes[order + i] = draft.texts.pool[i];
+        out.rest.end.bytes[order + i] = draft.texts.pool[i];
 
-    Table &head = out.beginning.head;
-    const std::size_t start = offsetof(decltype(out.beginning), head), end = offsetof(Out, end) - start;
+    Table &head = out.head;
+    constexpr std::size_t end = offsetof(Out, rest) + offsetof(decltype(out.rest), end);
     head.record_size = fitting<offset_bits>(sizeof(typename D::T)) & low_bits<offset_bits>;
     head.keys = fitting<7>(draft.key_count) & low_bits<7>;
     head.names = D::traits.names;
@@ -454,14 +453,14 @@ template <class D> constexpr auto describe()
     head.rows = narrowed<std::uint8_t>(draft.row_count);
     head.written = narrowed<std::uint8_t>(draft.written);
     head.refs = narrowed<std::uint16_t>(end);
-    head.texts = narrowed<std::uint16_t>(end + offsetof(decltype(out.end), bytes) + order);
+    head.texts = narrowed<std::uint16_t>(end + offsetof(decltype(out.rest.end), bytes) + order);
 #ifdef NETPUBLIC_DESCRIBED
     head.record = type_name<typename D::T>.data();
     head.title = D::traits.title_text;
     head.summary = D::traits.summary_text;
     head.layout = D::traits.layout_table;
     head.parsed = D::traits.parsed;
-    head.details = narrowed<std::uint16_t>(offsetof(Out, details) - start);
+    head.details = narrowed<std::uint16_t>(offsetof(Out, details));
     for (std::size_t i = 0; i < draft.row_count; ++i)
         out.details[i] = draft.details[i];
 #endif

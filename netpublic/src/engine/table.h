@@ -3,9 +3,9 @@
 // This unit, describe.h, which builds the block, and matching.h, which searches it, are the only ones that know the
 // packed form:
 //
-//     Source | Table | rows | limits | references | order | texts
+//     Table | rows | limits | Source | references | order | texts
 //
-// The Source, the limits, the references and the order are there only where a table needs them.
+// The limits, the Source, the references and the order are there only where a table needs them.
 #ifndef NETPUBLIC_TABLE_H
 #define NETPUBLIC_TABLE_H
 
@@ -223,7 +223,7 @@ enum TableFlag : std::uint16_t {
     table_before = 0x400,     // the first reference is the hook before the walk
     table_after = 0x800,      // the next one is the hook after the walk
     table_ordered = 0x1000,   // is written in another order than that of the rows
-    table_source = 0x2000,    // a Source stands in front
+    table_source = 0x2000,    // there is a Source
     table_unknown = 0x4000,   // behind the parser's name stands the line for a child that answers to no key
     table_presets = 0x8000,   // some row is a preset
 };
@@ -276,13 +276,12 @@ struct Detail {
 };
 #endif
 
-// What messages and the records that log have in front of their table.
+// What messages and the records that log have besides.
 struct Source {
-    std::uint16_t file; // these four are texts
-    std::uint16_t parser;
+    Place place;
+    std::uint16_t parser; // these three are texts
     std::uint16_t writer;
     std::uint16_t root;
-    std::uint16_t line;
     Line entry : 4;       // logged when a parser's arguments are no good
     Line write_entry : 4; // logged when a writer's arguments are no good
     Line failure : 4;     // logged when a child is refused
@@ -384,16 +383,19 @@ struct Table {
     const char *parser() const;
     const char *writer() const;
     const char *root() const;
-    Line failure() const
-    {
-        return source().failure;
-    }
+    // Log the lines that the Source names; the parser may be called otherwise.
+    void log_failure() const;
+    void log_entry(const char *function = nullptr) const;
+    void log_write_entry() const;
     // The first reference behind those of the hooks around the walk.
     const Ref &parse_function() const
     {
         return ref(((flags & table_before) != 0 ? 1u : 0u) + ((flags & table_after) != 0 ? 1u : 0u));
     }
-    Place place() const;
+    Place place() const
+    {
+        return source().place;
+    }
 #ifdef NETPUBLIC_DESCRIBED
     const Detail &detail(unsigned index) const
     {
@@ -402,8 +404,8 @@ struct Table {
 #endif
 };
 static_assert(sizeof(Table) % alignof(Row) == 0 && alignof(Row) == alignof(Limits), "the rows follow the table");
-// From a Source to the table behind it.
-constexpr std::size_t source_room = (sizeof(Source) + alignof(Table) - 1) / alignof(Table) * alignof(Table);
+// From a Source to the references behind it.
+constexpr std::size_t source_room = (sizeof(Source) + alignof(Ref) - 1) / alignof(Ref) * alignof(Ref);
 
 } // namespace netpublic
 
