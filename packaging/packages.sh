@@ -4,7 +4,7 @@
 build_packages=(g++ cmake ninja-build libtinyxml-dev nlohmann-json3-dev libcli11-dev)
 # shellcheck disable=SC2034 # used by test.sh
 test_packages=("${build_packages[@]}" googletest build-essential pkg-config debhelper devscripts lintian blhc doxygen python3-kconfiglib python3 binutils locales
-    clang-format-14 clang-tidy-14 clang-14 libclang-rt-14-dev cppcheck shellcheck gcovr python3-cram jq
+    clang-format-14 clang-tidy-14 clang-14 libclang-rt-14-dev cppcheck shellcheck gcovr python3-cram python3-jsonschema jq
     valgrind libxml2-utils
     g++-arm-linux-gnueabihf qemu-user libtinyxml-dev:armhf libbenchmark-dev)
 # shellcheck disable=SC2034 # used by test.sh, for the reference page

@@ -6,16 +6,12 @@ usage: netparam_messages_test.py PATH_OF_NETPARAM [unittest arguments]
 import json
 import os
 import re
-import shutil
 import subprocess
 import sys
 import unittest
 from xml.etree import ElementTree
 
-try:
-    import jsonschema
-except ImportError:
-    jsonschema = None
+import jsonschema
 
 sys.dont_write_bytecode = True
 import netparam_test as inspector  # pylint: disable=wrong-import-position
@@ -368,7 +364,6 @@ class Schemas(WithFolder):
         self.assertEqual((0, ""), (done.returncode, done.stderr))
         return done.stdout
 
-    @unittest.skipUnless(jsonschema, "no jsonschema")
     def test_payloads(self):
         refused = 0
         for name, message in MESSAGES.items():
@@ -387,7 +382,6 @@ class Schemas(WithFolder):
         return subprocess.run(["xmllint", "--noout", "--schema", self.path("schema"), "-"], input=text.encode(),
                               capture_output=True, check=False).returncode == 0
 
-    @unittest.skipUnless(shutil.which("xmllint"), "no xmllint")
     def test_bodies(self):
         for message in run("list", "--names").stdout.split():
             self.path("schema", self.schema(message, "xsd"))
