@@ -54,62 +54,83 @@ unsigned int find_kind(const char *tag, const char *end)
     return kinds;
 }
 
-// The next tag of a secret, from a position on, and its kind; null when there is none.
-const char *find_tag(const char *at, const char *end, unsigned int &kind)
-{
-    for (; (at = static_cast<const char *>(std::memchr(at, '<', static_cast<std::size_t>(end - at)))) != nullptr;
-         ++at) {
-        kind = find_kind(at[1] == '/' ? at + 2 : at + 1, end);
-        if (kind < kinds)
-            return at;
+// The tags of the secrets in a text, chained by kind in the order of the text. Tags cannot overlap and masking makes
+// no new ones, so that they are looked for once, and only what is masked depends on the order of the kinds.
+class SecretTags {
+public:
+    SecretTags() = default;
+    SecretTags(const SecretTags &) = delete;
+    SecretTags &operator=(const SecretTags &) = delete;
+    ~SecretTags()
+    {
+        ::operator delete(tags_, room_ * sizeof(Tag));
     }
-    return nullptr;
-}
 
-struct Tag {
-    unsigned int at; // position of its '<'
-    unsigned int kind;
-};
-
-// Masks the content of one kind: from an open tag to the next close tag, over open tags between
-// them; an open tag without a close tag is left alone.
-void mask(char *text, const Tag *tags, unsigned int count, unsigned int kind)
-{
-    char *content = nullptr;
-    for (const Tag *tag = tags; tag != tags + count; ++tag) {
-        char *at = text + tag->at;
-        if (tag->kind != kind || *at != '<')
-            continue; // of another kind, or in the masked content of an earlier one
-        const bool closes = at[1] == '/';
-        if (!closes && content == nullptr) {
-            content = at + secrets[kind].length + 2;
-        } else if (closes && content != nullptr) {
-            std::memset(content, '*', static_cast<std::size_t>(at - content));
-            content = nullptr;
+    // Throws when memory is short.
+    void find(const char *text, const char *end)
+    {
+        for (const char *at = text;; ++at) {
+            at = static_cast<const char *>(std::memchr(at, '<', static_cast<std::size_t>(end - at)));
+            if (at == nullptr)
+                return;
+            const unsigned int kind = find_kind(at[1] == '/' ? at + 2 : at + 1, end);
+            if (kind < kinds)
+                add(kind, static_cast<unsigned int>(at - text));
         }
     }
-}
 
-// Tags cannot overlap and masking makes no new ones, so that they are looked for once, and only what is masked
-// depends on the order of the kinds. Throws when memory is short.
-void mask_secrets(char *text, const char *end)
-{
-    unsigned int count = 0, kind = 0, present = 0; // present: a bit for each kind
-    for (const char *at = text; (at = find_tag(at, end, kind)) != nullptr; ++at) {
-        present |= 1u << kind;
-        ++count;
+    // Masks the content of one kind: from an open tag to the next close tag, over open tags between
+    // them; an open tag without a close tag is left alone.
+    void mask(char *text, unsigned int kind) const
+    {
+        char *content = nullptr;
+        for (unsigned int i = first_[kind]; i != 0; i = tags_[i - 1].next) {
+            char *at = text + tags_[i - 1].at;
+            if (*at != '<')
+                continue; // lies in the masked content of an earlier kind
+            const bool closes = at[1] == '/';
+            if (!closes && content == nullptr) {
+                content = at + secrets[kind].length + 2;
+            } else if (closes && content != nullptr) {
+                std::memset(content, '*', static_cast<std::size_t>(at - content));
+                content = nullptr;
+            }
+        }
     }
-    if (count == 0)
-        return;
-    const std::size_t size = count * sizeof(Tag);
-    auto *tags = static_cast<Tag *>(::operator new(size));
-    Tag *last = tags;
-    for (const char *at = text; (at = find_tag(at, end, kind)) != nullptr; ++at)
-        *last++ = {static_cast<unsigned int>(at - text), kind};
-    for (; present != 0; present &= present - 1)
-        mask(text, tags, count, static_cast<unsigned int>(__builtin_ctz(present)));
-    ::operator delete(tags, size);
-}
+
+private:
+    struct Tag {
+        unsigned int at;   // position of its '<'
+        unsigned int next; // the next tag of the same kind
+    };
+
+    void add(unsigned int kind, unsigned int at)
+    {
+        if (count_ == room_)
+            grow();
+        tags_[count_++] = {at, 0};
+        (first_[kind] == 0 ? first_[kind] : tags_[last_[kind] - 1].next) = count_;
+        last_[kind] = count_;
+    }
+
+    void grow()
+    {
+        const unsigned int room = 2 * room_ + 16;
+        auto *tags = static_cast<Tag *>(::operator new(room * sizeof(Tag)));
+        if (count_ != 0)
+            std::memcpy(tags, tags_, count_ * sizeof(Tag));
+        ::operator delete(tags_, room_ * sizeof(Tag));
+        tags_ = tags;
+        room_ = room;
+    }
+
+    // Tags are counted from 1; 0 is none.
+    unsigned int first_[kinds] = {};
+    unsigned int last_[kinds] = {};
+    Tag *tags_ = nullptr;
+    unsigned int count_ = 0;
+    unsigned int room_ = 0;
+};
 
 // The result of net_xml_printf_filter(). It grows as it must, and lasts as long as the library.
 char *printf_result = nullptr;
@@ -141,7 +162,10 @@ const char *net_xml_printf_filter(const char *xml)
         if (length >= printf_result_room)
             make_room(length + 1);
         std::memmove(printf_result, xml, length + 1); // it may be an earlier result
-        mask_secrets(printf_result, printf_result + length);
+        SecretTags tags;
+        tags.find(printf_result, printf_result + length);
+        for (unsigned int kind = 0; kind < kinds; ++kind)
+            tags.mask(printf_result, kind);
         return printf_result;
     } catch (...) {
         return ""; // rather nothing than something unmasked
