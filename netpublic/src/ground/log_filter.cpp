@@ -63,7 +63,7 @@ public:
     SecretTags &operator=(const SecretTags &) = delete;
     ~SecretTags()
     {
-        ::operator delete(tags_, room_ * sizeof(Tag));
+        ::operator delete(tags_);
     }
 
     // Throws when memory is short.
@@ -119,7 +119,7 @@ private:
         auto *tags = static_cast<Tag *>(::operator new(room * sizeof(Tag)));
         if (count_ != 0)
             std::memcpy(tags, tags_, count_ * sizeof(Tag));
-        ::operator delete(tags_, room_ * sizeof(Tag));
+        ::operator delete(tags_);
         tags_ = tags;
         room_ = room;
     }
@@ -140,7 +140,7 @@ std::size_t printf_result_room = 0;
 void make_room(std::size_t size)
 {
     auto *room = static_cast<char *>(size != 0 ? ::operator new(size) : nullptr);
-    ::operator delete(printf_result, printf_result_room);
+    ::operator delete(printf_result);
     printf_result = room;
     printf_result_room = size;
 }

@@ -21,7 +21,7 @@ int link_new_text(TiXmlNode *parent, const char *name, char *text, std::size_t l
 {
     text[length] = '\0';
     const int result = link_text(parent, name, text);
-    ::operator delete(text, length + 1);
+    ::operator delete(text);
     return result;
 }
 
