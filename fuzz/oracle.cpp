@@ -19,7 +19,7 @@ using namespace netpublic;
 
 std::string place(const Table &table, const Row *row, Node node)
 {
-    return std::string(table.place().file) + ":" + std::to_string(table.place().line) + ", key \"" +
+    return std::string(table.place().file()) + ":" + std::to_string(table.place().line()) + ", key \"" +
            (row != nullptr ? table.key(*row) : "") + "\", child \"" + node.name() + "\"";
 }
 

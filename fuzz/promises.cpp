@@ -150,8 +150,8 @@ const Row *count_of(const Table &table, const Row &row)
 
 std::string named(const Table &table, const Row &row, const char *what)
 {
-    return std::string(what) + " of \"" + table.key(row) + "\" in " + table.place().file + ":" +
-           std::to_string(table.place().line);
+    return std::string(what) + " of \"" + table.key(row) + "\" in " + table.place().file() + ":" +
+           std::to_string(table.place().line());
 }
 
 // The record's rows see it from `base` bytes in front of `record` on; `size` bytes of it are there.

@@ -1,3 +1,6 @@
+// Log lines carry the name of a source of the library.
+#define NETPUBLIC_LOGGED_AS "net_xml_alarm.cpp"
+
 #include "cases.h"
 #include "engine/engine.h"
 #include "engine/matching.h"
@@ -254,7 +257,7 @@ TEST_F(EngineTest, WordsWritten)
     EXPECT_EQ(write<WordOf<0>>(payload), "-1 ");
     EXPECT_EQ(write<WordOf<5>>(payload), "0 <word>blue</word>");
     EXPECT_EQ(log_of([&] { EXPECT_EQ(write<WordWrittenFields>(payload), "-1 "); }),
-              "<red engine_test.cpp>no word for 3\n");
+              "<red net_xml_alarm.cpp>no word for 3\n");
     EXPECT_EQ(log_of([&] { EXPECT_EQ(write<WordOf<6>>(payload), "-1 "); }), "") << "the line wants a text";
 }
 
@@ -365,7 +368,7 @@ TEST_F(EngineTest, Walks)
 {
     Payload p;
     std::memset(&p, 0x55, sizeof p);
-    EXPECT_EQ(read<HookFields>(p, "<x/>"), "0 <red engine_test.cpp>unknown x\n");
+    EXPECT_EQ(read<HookFields>(p, "<x/>"), "0 <red net_xml_alarm.cpp>unknown x\n");
     EXPECT_EQ(p.number, 100) << "the hook runs behind the clearing";
     EXPECT_EQ(p.seen, 100);
     EXPECT_EQ(p.preset, 3);
@@ -436,7 +439,7 @@ TEST_F(EngineTest, Messages)
                   EXPECT_EQ(parse_message(&param, good, table), -1);
                   EXPECT_EQ(write_message(&param, &parent, table), -1);
               }),
-              "<red engine_test.cpp>Func(hook_x2s) Line(#) \n<red engine_test.cpp>func:hook_s2x line:#\n");
+              "<red net_xml_alarm.cpp>Func(hook_x2s) Line(#) \n<red net_xml_alarm.cpp>func:hook_s2x line:#\n");
     Inner record = {};
     Xml inside("<inn><a>4</a></inn>");
     EXPECT_EQ(read_component(&record, inside, "inner", inner), 0);

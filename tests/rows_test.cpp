@@ -1,5 +1,8 @@
 // Rows that the ordinary tables of numbers and texts do not have: wires, conversions, grids, hooks, and the
 // lists and names that follow rules of their own. What they read, store, write and log is spelled out.
+// Log lines carry the name of a source of the library.
+#define NETPUBLIC_LOGGED_AS "net_xml_stream.cpp"
+
 #include "engine/engine.h"
 #include "support.h"
 
@@ -99,12 +102,12 @@ TEST_F(RowsTest, WiresAreStoredByTheirFunction)
     store.entries[1].value = -1;
     EXPECT_EQ(write<WiresFields>(store), "-1");
     store = {};
-    EXPECT_EQ(read<WiresFields>(store, "<e/><e><twice>200</twice></e>"), "-1 <red rows_test.cpp>no rows\n");
+    EXPECT_EQ(read<WiresFields>(store, "<e/><e><twice>200</twice></e>"), "-1 <red net_xml_stream.cpp>no rows\n");
     EXPECT_EQ(store.flag, -1) << "a function that wants the item is told of a refusal";
     EXPECT_EQ(store.entries[1].value, 100);
     EXPECT_EQ(read<WiresFields>(store, "<e/><e/>"), "-1") << "too few";
     EXPECT_EQ(read<WiresFields>(store, "<e/><other/><e/>"), "-1");
-    EXPECT_EQ(read<WiresFields>(store, "<e/><!--e--><e/>"), "-1 <red rows_test.cpp>no rows\n");
+    EXPECT_EQ(read<WiresFields>(store, "<e/><!--e--><e/>"), "-1 <red net_xml_stream.cpp>no rows\n");
 }
 
 // Lists and names -----------------------------------------------------------------------------------
@@ -189,7 +192,7 @@ TEST_F(RowsTest, NamesByOtherRules)
     EXPECT_EQ(store.flag, 7) << "what is no number is let pass";
     EXPECT_EQ(read<LookedUpFields>(store, "<Value>1</Value><value>3</value><value>x</value>"), "0");
     EXPECT_EQ(store.flag, 3);
-    EXPECT_EQ(read<LookedUpFields>(store, "<val>1</val>"), "-1 <red rows_test.cpp>none in rows\n");
+    EXPECT_EQ(read<LookedUpFields>(store, "<val>1</val>"), "-1 <red net_xml_stream.cpp>none in rows\n");
 }
 
 // Conversions, hooks, grids -------------------------------------------------------------------------
@@ -230,7 +233,7 @@ TEST_F(RowsTest, FunctionsOfTheMessage)
     EXPECT_EQ(read<ConvertedFields>(store, "<roman>IV</roman>"), "-1");
     EXPECT_EQ(read<ConvertedFields>(store, "<roman>IIII</roman>"), "-1");
     EXPECT_EQ(store.flag, 2) << "a text that is too long is not converted";
-    EXPECT_EQ(read<ConvertedFields>(store, "<count>13</count>"), "-1 <red rows_test.cpp>unlucky 13\n");
+    EXPECT_EQ(read<ConvertedFields>(store, "<count>13</count>"), "-1 <red net_xml_stream.cpp>unlucky 13\n");
     EXPECT_EQ(read<ConvertedFields>(store, "<byte>-1</byte>"), "-1");
 }
 
@@ -256,15 +259,15 @@ TEST_F(RowsTest, GridsWaitForTheirSides)
     EXPECT_EQ(store.cells[3][1], 1);
     EXPECT_EQ(write<GridFields>(store), "<cells>gUL/</cells><width>4</width><height>6</height>");
     EXPECT_EQ(read<GridFields>(store, "<cells>gUL/</cells><width>5</width>"), "-1 Line(#) 24 cells for 5 x 6\n");
-    EXPECT_EQ(read<GridFields>(store, "<cells/>"), "-1 <red rows_test.cpp>no size\n");
+    EXPECT_EQ(read<GridFields>(store, "<cells/>"), "-1 <red net_xml_stream.cpp>no size\n");
     EXPECT_EQ(read<GridFields>(store, "<cells>123456789</cells>"), "-1");
     store.width = 156;
-    EXPECT_EQ(read<GridFields>(store, "<cells>gUL/</cells>"), "-1 <red rows_test.cpp>no size\n");
+    EXPECT_EQ(read<GridFields>(store, "<cells>gUL/</cells>"), "-1 <red net_xml_stream.cpp>no size\n");
     EXPECT_EQ(test::log_of([&] { EXPECT_EQ(write<GridFields>(store), "<width>156</width><height>6</height>"); }), "")
         << "sides that no grid has leave it out";
     store.width = 6000;
     EXPECT_EQ(test::log_of([&] { EXPECT_EQ(write<GridFields>(store), "<width>6000</width><height>6</height>"); }),
-              "<red rows_test.cpp>Line(#) 6002 is too large\n");
+              "<red net_xml_stream.cpp>Line(#) 6002 is too large\n");
 }
 
 struct WordFields : Description {
@@ -282,12 +285,12 @@ TEST_F(RowsTest, WordsWithTwoLines)
 {
     Store store = {};
     EXPECT_EQ(read<WordFields>(store, "<add>one</add><add>x</add><add>TWO</add><code>x</code>"),
-              "0 <red rows_test.cpp>unknown x\n");
+              "0 <red net_xml_stream.cpp>unknown x\n");
     EXPECT_EQ(store.flag, 3);
     EXPECT_EQ(store.count, 2);
     store.flag = 1;
     store.count = 9;
-    EXPECT_EQ(test::log_of([&] { EXPECT_EQ(write<WordFields>(store), "-1"); }), "<red rows_test.cpp>code 9\n");
+    EXPECT_EQ(test::log_of([&] { EXPECT_EQ(write<WordFields>(store), "-1"); }), "<red net_xml_stream.cpp>code 9\n");
 }
 
 } // namespace

@@ -340,7 +340,7 @@ int net_param_fish_eye_cfg_init(net_param_t *param, net_ext_t *ext)
 {
     if (param == nullptr) {
         const Place here = NET_HERE;
-        log_error(here, "Func: %s, Line:%d\n", "net_param_fish_eye_cfg_init", here.line);
+        log_error(here, "Func: %s, Line:%d\n", "net_param_fish_eye_cfg_init", here.line());
         return -1;
     }
     return initialise(param, ext, ROW(net_param_fish_eye_cfg_init));
@@ -351,7 +351,7 @@ int net_param_cert_info_init(net_param_t *param, net_ext_t *ext)
     if (param == nullptr) {
         const Place here = NET_HERE;
         // A full-width colon and a blank: meant.
-        log_error(here, "Func: %s, Line\uFF1A %d\n", "net_param_cert_info_init", here.line);
+        log_error(here, "Func: %s, Line\uFF1A %d\n", "net_param_cert_info_init", here.line());
         return -1;
     }
     return initialise(param, ext, ROW(net_param_cert_info_init));

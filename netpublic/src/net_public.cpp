@@ -56,7 +56,7 @@ int net_param_init_size_id(net_param_t *param, net_ext_t *, unsigned int size, i
 {
     if (param == nullptr) {
         // The line number is fixed, wherever this stands.
-        log_error(Place{NET_FILE, 6}, "param is null, param id: %d\n", id);
+        log_error(NET_PLACE(6), "param is null, param id: %d\n", id);
         return -1;
     }
     param->inited = 1;

@@ -84,7 +84,7 @@ Give give_day_type(const WrittenDayRecord &record, DayType &day, Item &item)
     if (word_of(day_types, day.type) != nullptr)
         return Give::written;
     const Place here = NET_HERE;
-    log_error(here, "Func(%s) Line(%d) [%d]cRecType[%d]=%d\n", "net_day_rec_s2x", here.line, record.index, day.index,
+    log_error(here, "Func(%s) Line(%d) [%d]cRecType[%d]=%d\n", "net_day_rec_s2x", here.line(), record.index, day.index,
               day.type);
     return Give::failed;
 }

@@ -260,7 +260,7 @@ int read_shared_state(const char *text, net_shared_user_info_t &user)
     const auto *state = find_whole(shared_states, text);
     if (state == nullptr) {
         const Place here = NET_HERE;
-        log_error(here, "%s, %d, wrong state:%s\n", "get_shared_user_from_xmlnode", here.line, text);
+        log_error(here, "%s, %d, wrong state:%s\n", "get_shared_user_from_xmlnode", here.line(), text);
         return -1;
     }
     user.userSetState = state->code;

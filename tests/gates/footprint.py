@@ -49,7 +49,7 @@ def own_parts(contents, common):
         if row.kind in ("int_list", "grid"):  # the longest text
             limits.add(row.ref)
     if table.source is not None:
-        texts |= set(struct.unpack_from("<4H", contents, table.source))
+        texts |= set(struct.unpack_from("<3H", contents, table.source + 4))
     return ({terminated(contents, texts_start + text) for text in texts if text >= common.texts},
             {struct.unpack_from("<ii", contents, limits_start + 8 * number)
              for number in limits if common.limits <= number < stack.NO_COLUMN})

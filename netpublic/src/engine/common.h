@@ -64,10 +64,6 @@ inline constexpr const char *common_text_list[] = {
     "topLeftX", "topLeftY", "type", "typeExtension", "typeScheduleList", "uid", "updateParameter", "usedForFactory",
     "user", "userId", "userLevel", "userName", "userSetState", "userVer", "utcTime", "validHours", "valueTable", "ver",
     "version", "video", "videoEncType", "weekDay", "width", "wifi", "wifiTest", "wifiVersion", "year",
-    // Sources
-    "net_xml_alarm.cpp", "net_xml_network.cpp", "net_xml_osd.cpp", "net_xml_ptz.cpp", "net_xml_public.cpp",
-    "net_xml_recode.cpp", "net_xml_replay.cpp", "net_xml_stream.cpp", "net_xml_system.cpp",
-    "net_xml_timelapse.cpp", "net_xml_user.cpp",
     // Functions
     "get_day_record_list_from_xmlnode", "get_resolution_from_xmlnode", "get_streamInfo_from_xmlnode", "net_md_s2x",
     "net_rec_del_x2s", "net_record_schedule_x2s", "net_timelapse_cfg_x2s",

@@ -201,8 +201,8 @@ template <class D> constexpr std::size_t characters_of()
 {
     const Traits &traits = D::traits;
     std::size_t characters = 1;
-    for (const char *text : {traits.root_name, traits.parser_name, traits.writer_name, traits.unknown_line,
-                             traits.missing_line, traits.file})
+    for (const char *text :
+         {traits.root_name, traits.parser_name, traits.writer_name, traits.unknown_line, traits.missing_line})
         characters += room_for(text);
     for (const Field &field : D::fields) {
         characters += room_for(field.key) + room_for(field.complaint);
@@ -381,8 +381,7 @@ template <class Draft> constexpr void add_traits(Draft &draft, const Traits &tra
         return; // what a table without a Source says
     draft.flags |= table_source;
     Source &source = draft.source;
-    source.file = narrowed<std::uint16_t>(add_text(draft, traits.file));
-    source.line = narrowed<std::uint16_t>(static_cast<std::size_t>(traits.line));
+    source.place.word = place_word(traits.file, traits.line);
     source.writer = narrowed<std::uint16_t>(add_text(draft, traits.writer_name));
     source.root = narrowed<std::uint16_t>(add_text(draft, traits.root_name));
     // Behind the parser's name: the line for other children, the line for a missing one.

@@ -69,13 +69,13 @@ void log_missing(const Walk &walk)
     if ((walk.table.traits & trait_missing) != 0)
         log_error(walk.place(), walk.table.missing(), walk.function());
     else
-        log_line(walk.table.failure(), walk.place(), walk.function());
+        walk.table.log_failure();
 }
 
 void log_item(const Walk &walk, const Row &row)
 {
     if (const char *line = is_list(row.kind) ? walk.table.second_line(row) : nullptr)
-        log_error(walk.place(), line, walk.function(), walk.place().line);
+        log_error(walk.place(), line, walk.function(), walk.place().line());
 }
 
 #pragma GCC diagnostic pop
@@ -88,20 +88,20 @@ void log_own_line(const Walk &walk, const Row &row, Node child)
     switch (row.kind) {
     case Kind::integer:
     case Kind::flag:
-        complain(walk, row, member<int>(walk.record, shown != nullptr ? *shown : row), walk.place().line);
+        complain(walk, row, member<int>(walk.record, shown != nullptr ? *shown : row), walk.place().line());
         break;
     case Kind::text:
         // Nothing has been stored of a comment, and what the host has there may have no end.
         if (child.is_element())
             text = &member<const char>(walk.record, row);
-        complain(walk, row, text, walk.place().line);
+        complain(walk, row, text, walk.place().line());
         break;
     case Kind::view:
     case Kind::word:
         if (row.kind == Kind::word && (row.flags & (word_keep | word_otherwise)) != 0)
             break; // an unknown spelling is no refusal there; this text is something else
         view_text(&text, static_cast<std::size_t>(walk.table.limit(row.limits).low), child);
-        complain(walk, row, text, walk.place().line);
+        complain(walk, row, text, walk.place().line());
         break;
     default: // lists and grids log by themselves what does not fit
         break;
@@ -116,7 +116,7 @@ NETPUBLIC_LEAF int refuse(const Walk &walk, const Row &row, Node child)
         log_own_line(walk, row, child);
     log_item(walk, row);
     if ((row.flags & row_quiet) == 0)
-        log_line(walk.table.failure(), walk.place(), walk.function());
+        walk.table.log_failure();
     return -1;
 }
 
@@ -168,9 +168,9 @@ NETPUBLIC_LEAF int read_word(Walk &walk, const Row &row, Node child)
     if (unknown == 0)
         return -1;
     if ((row.flags & row_complains) != 0)
-        complain(walk, row, text, walk.place().line);
+        complain(walk, row, text, walk.place().line());
     if ((row.flags & word_reported) != 0)
-        log_line(walk.table.failure(), walk.place(), walk.function());
+        walk.table.log_failure();
     if (unknown == word_otherwise)
         code = limits.high;
     return 0;
@@ -261,7 +261,7 @@ bool fills_grid(int count, int columns, int rows)
 
 NETPUBLIC_LEAF int refuse_grid(const Walk &walk, const Row &row, int count, int columns, int rows)
 {
-    complain(walk, row, walk.place().line, count, columns, rows);
+    complain(walk, row, walk.place().line(), count, columns, rows);
     return -1;
 }
 
@@ -337,7 +337,7 @@ NETPUBLIC_LEAF int refuse_item(Walk &walk, const Row &row)
         return 0;
     }
     if ((row.flags & row_complains) != 0)
-        complain(walk, row, walk.function(), walk.place().line);
+        complain(walk, row, walk.function(), walk.place().line());
     return (row.flags & list_stop) == list_refuse ? -1 : 0;
 }
 
@@ -558,7 +558,7 @@ NETPUBLIC_LEAF int pass_over(Walk &walk, Node child)
         pass_place(walk, table.row(0));
     if ((table.flags & table_others_fail) == 0)
         return 0;
-    log_line(table.failure(), walk.place(), walk.function());
+    table.log_failure();
     return -1;
 }
 
@@ -690,7 +690,7 @@ int read_indexed(const Table &table, void *first, int capacity, Node element, st
                               : nullptr;
         if (walk.record == nullptr) {
             tell(row->kind == Kind::place ? Event::refused : Event::placeless, table, row, first, child);
-            log_line(table.failure(), table.place(), table.parser());
+            table.log_failure();
             result = -1;
         } else if (read_row(walk, *row, child) != 0) {
             result = refuse(walk, *row, child);
@@ -706,7 +706,7 @@ int read_indexed(const Table &table, void *first, int capacity, Node element, st
 // The line for a parser's bad arguments. -1.
 NETPUBLIC_LEAF static int refuse_call(const Table &table)
 {
-    log_line(table.source().entry, table.place(), table.parser());
+    table.log_entry();
     return -1;
 }
 
@@ -739,7 +739,7 @@ int read_component_noting_null(void *record, Node node, const char *key, const T
 {
     if (record != nullptr && node)
         return read_component(record, node, key, table);
-    log_line(table.source().entry, table.place(), function != nullptr ? function : table.parser());
+    table.log_entry(function);
     return -1;
 }
 

@@ -46,7 +46,7 @@ const char *Table::missing() const
 
 const Source &Table::source() const
 {
-    static constexpr Source none = {0, 0, 0, 0, 0, Line::parser, Line::writer, Line::none};
+    static constexpr Source none = {{0}, 0, 0, 0, Line::parser, Line::writer, Line::none};
     return (flags & table_source) != 0 ? *reinterpret_cast<const Source *>(bytes(refs - source_room)) : none;
 }
 
@@ -65,9 +65,19 @@ const char *Table::root() const
     return text(source().root);
 }
 
-Place Table::place() const
+void Table::log_failure() const
 {
-    return {text(source().file), source().line};
+    log_line(source().failure, place(), parser());
+}
+
+void Table::log_entry(const char *function) const
+{
+    log_line(source().entry, place(), function != nullptr ? function : parser());
+}
+
+void Table::log_write_entry() const
+{
+    log_line(source().write_entry, place(), writer());
 }
 
 } // namespace netpublic

@@ -278,11 +278,10 @@ struct Detail {
 
 // What messages and the records that log have besides.
 struct Source {
-    std::uint16_t file; // these four are texts
-    std::uint16_t parser;
+    Place place;
+    std::uint16_t parser; // these three are texts
     std::uint16_t writer;
     std::uint16_t root;
-    std::uint16_t line;
     Line entry : 4;       // logged when a parser's arguments are no good
     Line write_entry : 4; // logged when a writer's arguments are no good
     Line failure : 4;     // logged when a child is refused
@@ -384,16 +383,19 @@ struct Table {
     const char *parser() const;
     const char *writer() const;
     const char *root() const;
-    Line failure() const
-    {
-        return source().failure;
-    }
+    // Log the lines that the Source names; the parser may be called otherwise.
+    void log_failure() const;
+    void log_entry(const char *function = nullptr) const;
+    void log_write_entry() const;
     // The first reference behind those of the hooks around the walk.
     const Ref &parse_function() const
     {
         return ref(((flags & table_before) != 0 ? 1u : 0u) + ((flags & table_after) != 0 ? 1u : 0u));
     }
-    Place place() const;
+    Place place() const
+    {
+        return source().place;
+    }
 #ifdef NETPUBLIC_DESCRIBED
     const Detail &detail(unsigned index) const
     {

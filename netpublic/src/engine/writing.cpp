@@ -28,7 +28,7 @@ void log_unspelled(const Table &table, const Row &row, int code)
 void log_too_large(const Table &table, const Row &row, int characters)
 {
     if (const char *line = table.second_line(row))
-        log_error(table.place(), line, table.place().line, characters);
+        log_error(table.place(), line, table.place().line(), characters);
 }
 
 #pragma GCC diagnostic pop
@@ -284,7 +284,7 @@ int check_writer(const Table &message, const net_param_t *param, const TiXmlElem
     if (param != nullptr && parent != nullptr && param->data != nullptr &&
         ((message.flags & table_write_any) != 0 || param->dataSize == message.record_size))
         return 0;
-    log_line(message.source().write_entry, message.place(), message.writer());
+    message.log_write_entry();
     return -1;
 }
 
@@ -295,7 +295,7 @@ int write_message(net_param_t *param, TiXmlElement *parent, const Table &message
     if (append_root(message, param->data, parent) == 0)
         return 0;
     if ((message.traits & trait_write_line) != 0)
-        log_line(message.source().write_entry, message.place(), message.writer());
+        message.log_write_entry();
     return -1;
 }
 

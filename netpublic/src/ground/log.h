@@ -4,6 +4,7 @@
 #define NETPUBLIC_LOG_H
 
 #include <cstdint>
+#include <type_traits>
 
 namespace netpublic {
 
@@ -11,11 +12,59 @@ constexpr unsigned int log_module = 0x400; // this library's bit of the host's m
 constexpr unsigned int log_errors = 0x1;   // the level bit of errors in the host's loglevel
 constexpr unsigned int log_traces = 0x8;   // the level bit of the traces
 
-// Where a line comes from: base name and line of the source.
+// The base names of all sources that log, one behind the other.
+inline constexpr char logged_sources[] = "\0" // of what has no place
+                                         "net_param_init.cpp\0"
+                                         "net_public.cpp\0"
+                                         "net_text.cpp\0"
+                                         "net_xml_alarm.cpp\0"
+                                         "net_xml_network.cpp\0"
+                                         "net_xml_osd.cpp\0"
+                                         "net_xml_ptz.cpp\0"
+                                         "net_xml_public.cpp\0"
+                                         "net_xml_recode.cpp\0"
+                                         "net_xml_replay.cpp\0"
+                                         "net_xml_snap.cpp\0"
+                                         "net_xml_stream.cpp\0"
+                                         "net_xml_system.cpp\0"
+                                         "net_xml_timelapse.cpp\0"
+                                         "net_xml_user.cpp";
+
+// The text of this number among texts that stand one behind the other, each with its terminator.
+const char *text_at(const char *texts, unsigned int index);
+
+// Where a line comes from: base name and line of the source, in one word.
 struct Place {
-    const char *file;
-    int line;
+    std::uint32_t word;
+
+    static constexpr int source_bits = 5; // the number of the source; the line stands above it
+
+    const char *file() const;
+    int line() const
+    {
+        return static_cast<int>(word >> source_bits);
+    }
 };
+
+void not_a_logged_source(); // no constant: what meets it does not compile
+
+// The word of a place; compile time only.
+constexpr std::uint32_t place_word(const char *file, int line)
+{
+    std::uint32_t source = 0;
+    for (const char *name = logged_sources;; ++source) {
+        const char *at = file;
+        for (; *name == *at && *at != '\0'; ++name)
+            ++at;
+        if (*name == *at)
+            break;
+        while (*name != '\0')
+            ++name;
+        if (++name == logged_sources + sizeof logged_sources)
+            not_a_logged_source();
+    }
+    return static_cast<std::uint32_t>(line) << Place::source_bits | source;
+}
 
 constexpr const char *base_name(const char *path)
 {
@@ -72,6 +121,8 @@ void log_line(Line line, Place place, const char *function);
 #endif
 
 // The place of the code that logs.
-#define NET_HERE (::netpublic::Place{NET_FILE, __LINE__})
+#define NET_HERE NET_PLACE(__LINE__)
+#define NET_PLACE(line)                                                                                                \
+    (::netpublic::Place{std::integral_constant<std::uint32_t, ::netpublic::place_word(NET_FILE, line)>::value})
 
 #endif

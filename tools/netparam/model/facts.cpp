@@ -547,8 +547,8 @@ std::vector<std::string> table_notes(const Table &table)
     if (table.parsed == netpublic::ParsedAs::walk)
         notes.emplace_back(
             "what the message says as a whole is stored by code of its own when all of it has been read");
-    if (table.failure() != netpublic::Line::none)
-        notes.push_back("a refused child logs " + fixed_line(table.failure()));
+    if (table.source().failure != netpublic::Line::none)
+        notes.push_back("a refused child logs " + fixed_line(table.source().failure));
     return notes;
 }
 
