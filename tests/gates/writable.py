@@ -10,8 +10,7 @@ import sys
 
 ALLOWED = [
     # The two results that callers get a pointer to.
-    r"net_xml_printf_filter\(.*\)::printf_result_string",
-    r"guard variable for net_xml_printf_filter\(.*\)::printf_result_string",
+    r"\(anonymous namespace\)::printf_result(_room)?",
     r"net_get_streanm_type_string\(.*\)::streamType",
     # The compiler's start files.
     r"__dso_handle|__TMC_END__|completed\.\d+",

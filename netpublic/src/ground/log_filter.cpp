@@ -1,10 +1,10 @@
 // The log filter. Compiled with exceptions, like tree.cpp: it takes memory by itself.
 #include <net_public.h>
 
-#include <climits>
 #include <cstring>
+#include <new>
 #include <string>
-#include <vector>
+#include <string_view>
 
 namespace {
 
@@ -54,79 +54,95 @@ unsigned int find_kind(const char *tag, const char *end)
     return kinds;
 }
 
-// The tags of the secrets in a text, chained by kind in the order of the text.
-class SecretTags {
-public:
-    explicit SecretTags(const std::string &text)
-    {
-        for (unsigned int kind = 0; kind < kinds; ++kind)
-            first_[kind] = last_[kind] = none;
-        const char *end = text.c_str() + text.size();
-        for (std::size_t at = 0; (at = text.find('<', at)) != std::string::npos; ++at) {
-            const char *tag = &text[at + 1];
-            const unsigned int kind = find_kind(*tag == '/' ? tag + 1 : tag, end);
-            if (kind < kinds)
-                add(kind, static_cast<unsigned int>(at));
-        }
+// The next tag of a secret, from a position on, and its kind; null when there is none.
+const char *find_tag(const char *at, const char *end, unsigned int &kind)
+{
+    for (; (at = static_cast<const char *>(std::memchr(at, '<', static_cast<std::size_t>(end - at)))) != nullptr;
+         ++at) {
+        kind = find_kind(at[1] == '/' ? at + 2 : at + 1, end);
+        if (kind < kinds)
+            return at;
     }
+    return nullptr;
+}
 
-    // Masks the content of one kind: from an open tag to the next close tag, over open tags between
-    // them; an open tag without a close tag is left alone.
-    void mask(char *text, unsigned int kind) const
-    {
-        const unsigned int tag_length = secrets[kind].length + 2u;
-        unsigned int content = none;
-        for (unsigned int i = first_[kind]; i != none; i = tags_[i].next) {
-            const unsigned int at = tags_[i].at;
-            if (text[at] != '<')
-                continue; // lies in the masked content of an earlier kind
-            const bool closes = text[at + 1] == '/';
-            if (!closes && content == none) {
-                content = at + tag_length;
-            } else if (closes && content != none) {
-                std::memset(text + content, '*', at - content);
-                content = none;
-            }
-        }
-    }
-
-private:
-    static constexpr unsigned int none = UINT_MAX;
-
-    struct Tag {
-        unsigned int at;   // position of its '<'
-        unsigned int next; // the next tag of the same kind
-    };
-
-    void add(unsigned int kind, unsigned int at)
-    {
-        const unsigned int index = static_cast<unsigned int>(tags_.size());
-        tags_.push_back({at, none});
-        if (last_[kind] == none)
-            first_[kind] = index;
-        else
-            tags_[last_[kind]].next = index;
-        last_[kind] = index;
-    }
-
-    unsigned int first_[kinds];
-    unsigned int last_[kinds];
-    std::vector<Tag> tags_;
+struct Tag {
+    unsigned int at; // position of its '<'
+    unsigned int kind;
 };
+
+// Masks the content of one kind: from an open tag to the next close tag, over open tags between
+// them; an open tag without a close tag is left alone.
+void mask(char *text, const Tag *tags, unsigned int count, unsigned int kind)
+{
+    char *content = nullptr;
+    for (const Tag *tag = tags; tag != tags + count; ++tag) {
+        char *at = text + tag->at;
+        if (tag->kind != kind || *at != '<')
+            continue; // of another kind, or in the masked content of an earlier one
+        const bool closes = at[1] == '/';
+        if (!closes && content == nullptr) {
+            content = at + secrets[kind].length + 2;
+        } else if (closes && content != nullptr) {
+            std::memset(content, '*', static_cast<std::size_t>(at - content));
+            content = nullptr;
+        }
+    }
+}
+
+// Tags cannot overlap and masking makes no new ones, so that they are looked for once, and only what is masked
+// depends on the order of the kinds. Throws when memory is short.
+void mask_secrets(char *text, const char *end)
+{
+    unsigned int count = 0, kind = 0, present = 0; // present: a bit for each kind
+    for (const char *at = text; (at = find_tag(at, end, kind)) != nullptr; ++at) {
+        present |= 1u << kind;
+        ++count;
+    }
+    if (count == 0)
+        return;
+    const std::size_t size = count * sizeof(Tag);
+    auto *tags = static_cast<Tag *>(::operator new(size));
+    Tag *last = tags;
+    for (const char *at = text; (at = find_tag(at, end, kind)) != nullptr; ++at)
+        *last++ = {static_cast<unsigned int>(at - text), kind};
+    for (; present != 0; present &= present - 1)
+        mask(text, tags, count, static_cast<unsigned int>(__builtin_ctz(present)));
+    ::operator delete(tags, size);
+}
+
+// The result of net_xml_printf_filter(). It grows as it must, and lasts as long as the library.
+char *printf_result = nullptr;
+std::size_t printf_result_room = 0;
+
+// Throws when memory is short, and then changes nothing.
+void make_room(std::size_t size)
+{
+    auto *room = static_cast<char *>(size != 0 ? ::operator new(size) : nullptr);
+    ::operator delete(printf_result, printf_result_room);
+    printf_result = room;
+    printf_result_room = size;
+}
+
+[[gnu::destructor]] void give_back()
+{
+    make_room(0);
+}
 
 } // namespace
 
-// Equals net_xml_filter() for one kind after the other. Tags cannot overlap and masking makes no new
-// ones, so that they are looked for once, and only what is masked depends on the order of the kinds.
+// Equals net_xml_filter() for one kind after the other.
 const char *net_xml_printf_filter(const char *xml)
 {
-    static std::string printf_result_string;
+    if (xml == nullptr)
+        return "";
+    const std::size_t length = std::strlen(xml);
     try {
-        printf_result_string = xml != nullptr ? xml : "";
-        const SecretTags tags(printf_result_string);
-        for (unsigned int kind = 0; kind < kinds; ++kind)
-            tags.mask(&printf_result_string[0], kind);
-        return printf_result_string.c_str();
+        if (length >= printf_result_room)
+            make_room(length + 1);
+        std::memmove(printf_result, xml, length + 1); // it may be an earlier result
+        mask_secrets(printf_result, printf_result + length);
+        return printf_result;
     } catch (...) {
         return ""; // rather nothing than something unmasked
     }
@@ -134,12 +150,14 @@ const char *net_xml_printf_filter(const char *xml)
 
 void net_xml_filter(std::string &text, std::string openTag, std::string closeTag)
 {
-    for (std::size_t at = text.find(openTag); at != std::string::npos; at = text.find(openTag, at + 1)) {
-        const std::size_t close = text.find(closeTag, at);
-        if (close == std::string::npos)
+    // As views they bring nothing of the library's strings along.
+    const std::string_view whole(text), open(openTag), close(closeTag);
+    for (std::size_t at = whole.find(open); at != whole.npos; at = whole.find(open, at + 1)) {
+        const std::size_t end = whole.find(close, at);
+        if (end == whole.npos)
             return; // nor has any later open tag a close tag
-        at += openTag.size();
-        if (close > at)
-            text.replace(at, close - at, close - at, '*');
+        at += open.size();
+        if (end > at)
+            std::memset(&text[at], '*', end - at);
     }
 }

@@ -1,6 +1,31 @@
 #include "ground/tree.h"
 
+#include <cstring>
+#include <new>
+
 namespace netpublic {
+namespace {
+
+// Room for a text and its terminator, or null.
+char *new_text(std::size_t length) noexcept
+{
+    try {
+        return static_cast<char *>(::operator new(length + 1));
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+// Links such a text, and gives its room back.
+int link_new_text(TiXmlNode *parent, const char *name, char *text, std::size_t length) noexcept
+{
+    text[length] = '\0';
+    const int result = link_text(parent, name, text);
+    ::operator delete(text, length + 1);
+    return result;
+}
+
+} // namespace
 
 TiXmlElement *new_element(const char *name, const char *version) noexcept
 {
@@ -42,22 +67,20 @@ int link_text(TiXmlNode *parent, const char *name, const char *text) noexcept
 
 int link_text(TiXmlNode *parent, const char *name, const char *text, std::size_t length) noexcept
 {
-    try {
-        return link_text(parent, name, std::string(text, length).c_str());
-    } catch (...) {
+    char *const copy = new_text(length);
+    if (copy == nullptr)
         return -1;
-    }
+    std::memcpy(copy, text, length);
+    return link_new_text(parent, name, copy, length);
 }
 
 int link_made(TiXmlNode *parent, const char *name, std::size_t length, MakeText make, const void *context) noexcept
 {
-    try {
-        std::string text(length, '\0');
-        make(context, text.data(), length);
-        return link_text(parent, name, text.c_str());
-    } catch (...) {
+    char *const text = new_text(length);
+    if (text == nullptr)
         return -1;
-    }
+    make(context, text, length);
+    return link_new_text(parent, name, text, length);
 }
 
 int remove_children(TiXmlNode *parent, const TiXmlNode *last) noexcept

@@ -1,6 +1,5 @@
 #include "values/values.h"
 
-#include <charconv>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
@@ -313,11 +312,13 @@ std::size_t join_ints(char *text, std::size_t longest, const int *values, int co
         --count;
     std::size_t at = 0;
     for (int i = 0; i < count && at < longest; ++i) {
-        char item[12] = {','};
-        const char *begin = i == 0 ? item + 1 : item;
-        const char *end = std::to_chars(item + 1, item + sizeof(item), values[i]).ptr;
-        for (; begin != end && at < longest; ++begin)
-            text[at++] = *begin;
+        char room[decimal_room];
+        const auto bits = static_cast<unsigned int>(values[i]);
+        char *item = write_decimal(room, values[i] < 0, values[i] < 0 ? 0 - bits : bits);
+        if (i != 0)
+            *--item = ',';
+        for (; *item != '\0' && at < longest; ++item)
+            text[at++] = *item;
     }
     return at;
 }
