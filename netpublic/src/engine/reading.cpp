@@ -162,7 +162,7 @@ NETPUBLIC_LEAF int read_word(Walk &walk, const Row &row, Node child)
                                                        : find_whole(words, text, (row.flags & word_exact) != 0);
     const unsigned unknown = row.flags & word_adds;
     if (entry != nullptr) {
-        code = unknown == word_adds ? code | entry->code : entry->code;
+        code = unknown == word_adds ? code | entry->code() : entry->code();
         return 0;
     }
     if (unknown == 0)
@@ -194,7 +194,7 @@ NETPUBLIC_LEAF int read_mask(Walk &walk, const Row &row, Node child)
     if ((row.flags & mask_last) == 0)
         found = codes_of(words, bits);
     else if (bits != 0)
-        found = words.begin()[31 - __builtin_clz(bits)].code;
+        found = words.begin()[31 - __builtin_clz(bits)].code();
     if ((row.flags & mask_last) == 0)
         mask = found | ((row.flags & mask_accumulates) != 0 ? mask : limits.high);
     else if (found != 0)
@@ -211,7 +211,7 @@ NETPUBLIC_LEAF int read_events(Walk &walk, const Row &row, Node child)
     if (contains_folded(text, "none"))
         return 0;
     for (std::uint32_t found = words_in(words, text); found != 0; found &= found - 1)
-        alarm_in_add_event(&member<time_section_t>(walk.record, row), words.begin()[__builtin_ctz(found)].code);
+        alarm_in_add_event(&member<time_section_t>(walk.record, row), words.begin()[__builtin_ctz(found)].code());
     return 0;
 }
 

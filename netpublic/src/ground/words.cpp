@@ -51,8 +51,11 @@ const WordTable::Entry *find_whole(const WordTable &table, const char *text, boo
 
 const char *word_of(const WordTable &table, int code)
 {
+    const PackedCode packed = pack(code);
+    if (unpack(packed) != code)
+        return nullptr; // no table has it
     for (const auto &entry : table)
-        if (entry.use != Use::read && entry.code == code)
+        if (entry.packed == packed && entry.use != Use::read)
             return table.text(entry);
     return nullptr;
 }
@@ -88,7 +91,7 @@ int codes_of(const WordTable &table, std::uint32_t found)
 {
     int codes = 0;
     for (; found != 0; found &= found - 1)
-        codes |= table.begin()[__builtin_ctz(found)].code;
+        codes |= table.begin()[__builtin_ctz(found)].code();
     return codes;
 }
 
@@ -107,7 +110,7 @@ void write_mask(const WordTable &table, int mask, char *text, std::size_t size)
             text[at++] = *from;
     };
     for (const auto &entry : table) {
-        if (entry.use == Use::read || (mask & entry.code) == 0)
+        if (entry.use == Use::read || (mask & entry.code()) == 0)
             continue;
         if (at != 0)
             put(",");
