@@ -1,5 +1,7 @@
 #include "ground/words.h"
 
+#include "ground/for_size.h"
+
 #include <cstring>
 
 namespace netpublic {
@@ -60,8 +62,23 @@ const char *word_of(const WordTable &table, int code)
     return nullptr;
 }
 
+// One word after the other.
+static std::uint32_t words_one_by_one(const WordTable &table, const char *text)
+{
+    std::uint32_t found = 0;
+    std::uint32_t bit = 1;
+    for (const auto &entry : table) {
+        if (entry.use != Use::write && contains_folded(text, table.text(entry)))
+            found |= bit;
+        bit <<= 1;
+    }
+    return found;
+}
+
 std::uint32_t words_in(const WordTable &table, const char *text)
 {
+    if constexpr (for_size)
+        return words_one_by_one(table, text);
     constexpr unsigned letters = 32; // by the low bits of a character, the same for both cases of a letter
     std::uint32_t beginning[letters] = {};
     std::uint32_t found = 0;
