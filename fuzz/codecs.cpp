@@ -219,7 +219,7 @@ void check_index(int (*lookup)(int *, Word *), const WordTable &words, const std
     const WordTable::Entry *expected = plain_prefix(words, text);
     const int result = lookup(&code, word.as<Word>());
     require(result == (expected != nullptr || lenient ? 0 : -1), "P9", "whether a word has a code");
-    require(code == (expected != nullptr ? expected->code : untouched), "P9", "the code of a word");
+    require(code == (expected != nullptr ? expected->code() : untouched), "P9", "the code of a word");
 }
 
 void check_word_lookups(const std::string &text, int length)

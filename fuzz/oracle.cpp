@@ -117,7 +117,7 @@ void expect_word(Expected &expected, const Table &table, const Row &row, const c
     if ((row.flags & word_adds) == word_adds)
         expected.known = false; // depends on what the member held
     else if (entry != nullptr)
-        expected.store(static_cast<int>(entry->code));
+        expected.store(static_cast<int>(entry->code()));
     else if ((row.flags & word_otherwise) != 0)
         expected.store(static_cast<int>(table.limit(row.limits).high));
 }
@@ -136,7 +136,7 @@ void expect_mask(Expected &expected, const Table &table, const Row &row, const c
     int found = 0;
     for (const auto &entry : words)
         if (entry.use != Use::write && strcasestr(text, words.text(entry)) != nullptr)
-            found |= entry.code;
+            found |= entry.code();
     expected.store(found | table.limit(row.limits).high);
     expected.accepted = !(none && found != 0 && (row.flags & mask_none_conflicts) != 0);
 }

@@ -127,7 +127,7 @@ constexpr auto fruits = netpublic::words<fruit_list>();
 
 std::string code_in(const netpublic::WordTable::Entry *entry)
 {
-    return entry != nullptr ? std::to_string(entry->code) : "none";
+    return entry != nullptr ? std::to_string(entry->code()) : "none";
 }
 
 TEST_F(WordsTest, Cases)

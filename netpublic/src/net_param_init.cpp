@@ -62,6 +62,11 @@ const Source &row_at(RowKey row)
     return row;
 }
 
+int id_at(RowKey row)
+{
+    return row.id;
+}
+
 const char *failure_of(const Source &row)
 {
     return row.failure;
@@ -71,12 +76,11 @@ const char *failure_of(const Source &row)
 
 // A row as it is kept: packed, and without pointers that a shared library would have to relocate.
 struct Row {
-    std::uint32_t size : 24;
-    std::uint32_t extra : 8;
-    std::int16_t id;
-    std::uint16_t failure; // where its text starts; 0 for no line
+    std::uint32_t size : 18;
+    std::uint32_t extra : 5;
+    std::uint32_t failure : 9; // where its text starts; 0 for no line
 };
-static_assert(sizeof(Row) == 8, "packed");
+static_assert(sizeof(Row) == 4, "packed");
 
 // The first row that has this row's failure text.
 constexpr unsigned int first_with_text_of(unsigned int row)
@@ -98,6 +102,7 @@ constexpr std::size_t text_characters()
 
 struct Catalogue {
     Row rows[row_count];
+    std::int16_t ids[row_count];
     char texts[text_characters()];
 };
 
@@ -108,9 +113,9 @@ constexpr Catalogue pack()
     for (unsigned int i = 0; i < row_count; ++i) {
         const Source &source = sources[i];
         Row &row = packed.rows[i];
-        row.size = source.size & 0xFFFFFF;
-        row.extra = source.extra & 0xFF;
-        row.id = static_cast<std::int16_t>(source.id);
+        row.size = source.size & 0x3FFFF;
+        row.extra = source.extra & 0x1F;
+        packed.ids[i] = static_cast<std::int16_t>(source.id);
         if (source.failure == nullptr)
             continue;
         const unsigned int first = first_with_text_of(i);
@@ -118,7 +123,7 @@ constexpr Catalogue pack()
             row.failure = packed.rows[first].failure;
             continue;
         }
-        row.failure = static_cast<std::uint16_t>(at);
+        row.failure = at & 0x1FF;
         for (const char *from = source.failure; *from != '\0'; ++from)
             packed.texts[at++] = *from;
         packed.texts[at++] = '\0';
@@ -131,9 +136,9 @@ constexpr Catalogue catalogue = pack();
 constexpr bool fits()
 {
     for (const Source &source : sources)
-        if (source.size > 0xFFFFFF || source.id > INT16_MAX)
+        if (source.size > 0x3FFFF || source.extra > 0x1F || source.id > INT16_MAX)
             return false;
-    return text_characters() <= UINT16_MAX;
+    return text_characters() <= 0x200;
 }
 static_assert(fits(), "the packed columns hold every row");
 
@@ -144,6 +149,11 @@ using RowKey = RowIndex;
 const Row &row_at(RowKey index)
 {
     return catalogue.rows[index];
+}
+
+int id_at(RowKey index)
+{
+    return catalogue.ids[index];
 }
 
 // Null for no line.
@@ -161,7 +171,7 @@ int initialise(net_param_t *param, const net_ext_t *ext, RowKey key)
     const auto &row = row_at(key);
     param->inited = 1;
     param->status = 0;
-    param->paramId = row.id;
+    param->paramId = id_at(key);
     param->dataSize = row.size;
     if ((row.extra & clears_reserved1) != 0)
         param->reserved1 = 0;

@@ -435,8 +435,8 @@ int take_smart_type(net_smart_ai_stat_t &smart, const SmartType &entry)
     }
     for (int rule = 0; rule < smart_ai_rules; ++rule)
         if ((entry.index >> rule & 1) != 0)
-            alarm_in_add_event(&smart.events, detection->code + rule);
-    const auto place = static_cast<unsigned>(detection->code - smart_ai_first) / smart_ai_rules;
+            alarm_in_add_event(&smart.events, detection->code() + rule);
+    const auto place = static_cast<unsigned>(detection->code() - smart_ai_first) / smart_ai_rules;
     if (place < std::size(detection_masks))
         std::memcpy(smart.*detection_masks[place], entry.masks, sizeof entry.masks);
     return 0;
@@ -459,7 +459,7 @@ Give give_smart_type(const net_smart_ai_stat_t &smart, SmartType &entry, const I
         return Give::ended;
     const auto &detection = words.begin()[item.index];
     entry.type = words.text(detection);
-    entry.index = fired_rules(smart, detection.code);
+    entry.index = fired_rules(smart, detection.code());
     return entry.index != 0 ? Give::written : Give::left_out;
 }
 
@@ -485,7 +485,7 @@ bool has_fired(const net_state_v20_t &state)
 {
     const WordTable &words = detections;
     for (const auto &detection : words)
-        if (fired_rules(state.smartAi, detection.code) != 0)
+        if (fired_rules(state.smartAi, detection.code()) != 0)
             return true;
     return false;
 }
@@ -1331,7 +1331,7 @@ int evt_log_alarm_type_to_string(char *out, unsigned int size, int mask)
     const char *names[std::size(search_type_list)];
     int count = 0;
     for (const auto &entry : words)
-        if (entry.use != Use::read && (mask & entry.code) != 0)
+        if (entry.use != Use::read && (mask & entry.code()) != 0)
             names[count++] = words.text(entry);
     if (count == 0)
         names[count++] = "none";

@@ -253,7 +253,7 @@ int get_ddns_type_index(int *index, const char *text)
     const auto *entry = find_prefix(ddns_types, text, std::strlen(text));
     if (entry == nullptr)
         return -1;
-    *index = entry->code;
+    *index = entry->code();
     return 0;
 }
 

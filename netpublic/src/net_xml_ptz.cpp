@@ -591,7 +591,7 @@ using namespace netpublic;
 int _get_ptz_cmd(const char *text)
 {
     const auto *entry = text != nullptr ? find_whole(commands, text) : nullptr;
-    return entry != nullptr ? entry->code : -1;
+    return entry != nullptr ? entry->code() : -1;
 }
 
 int net_ptz_info_x2s(net_param_t *param, TiXmlNode *node)

@@ -263,7 +263,7 @@ int read_shared_state(const char *text, net_shared_user_info_t &user)
         log_error(here, "%s, %d, wrong state:%s\n", "get_shared_user_from_xmlnode", here.line(), text);
         return -1;
     }
-    user.userSetState = state->code;
+    user.userSetState = state->code();
     return 0;
 }
 

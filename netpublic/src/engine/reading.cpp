@@ -2,6 +2,7 @@
 
 #include "engine/matching.h"
 #include "engine/member.h"
+#include "ground/for_size.h"
 #include "values/grid.h"
 #include "values/values.h"
 
@@ -162,7 +163,7 @@ NETPUBLIC_LEAF int read_word(Walk &walk, const Row &row, Node child)
                                                        : find_whole(words, text, (row.flags & word_exact) != 0);
     const unsigned unknown = row.flags & word_adds;
     if (entry != nullptr) {
-        code = unknown == word_adds ? code | entry->code : entry->code;
+        code = unknown == word_adds ? code | entry->code() : entry->code();
         return 0;
     }
     if (unknown == 0)
@@ -194,7 +195,7 @@ NETPUBLIC_LEAF int read_mask(Walk &walk, const Row &row, Node child)
     if ((row.flags & mask_last) == 0)
         found = codes_of(words, bits);
     else if (bits != 0)
-        found = words.begin()[31 - __builtin_clz(bits)].code;
+        found = words.begin()[31 - __builtin_clz(bits)].code();
     if ((row.flags & mask_last) == 0)
         mask = found | ((row.flags & mask_accumulates) != 0 ? mask : limits.high);
     else if (found != 0)
@@ -211,7 +212,7 @@ NETPUBLIC_LEAF int read_events(Walk &walk, const Row &row, Node child)
     if (contains_folded(text, "none"))
         return 0;
     for (std::uint32_t found = words_in(words, text); found != 0; found &= found - 1)
-        alarm_in_add_event(&member<time_section_t>(walk.record, row), words.begin()[__builtin_ctz(found)].code);
+        alarm_in_add_event(&member<time_section_t>(walk.record, row), words.begin()[__builtin_ctz(found)].code());
     return 0;
 }
 
@@ -478,6 +479,12 @@ NETPUBLIC_LEAF int follow(Walk &walk, const Row &row)
     return 0;
 }
 
+// The same outside of the walk that is taken most, and what there is to say when it fails.
+NETPUBLIC_INLINE_FOR_SPEED int read_or_refuse(Walk &walk, const Row &row, Node child)
+{
+    return read_row(walk, row, child) != 0 ? refuse(walk, row, child) : 0;
+}
+
 void note_seen(Walk &walk, const Row &row)
 {
     const unsigned index = walk.table.index_of(row);
@@ -677,7 +684,7 @@ int read_indexed(const Table &table, void *first, int capacity, Node element, st
     Expectation expectation(table);
     int result = 0;
     for (Node child = element.first_child(); child && result == 0; child = child.next_sibling()) {
-        const Row *row = expectation.find(child.name());
+        const Row *row = for_size ? find_key(table, child.name()) : expectation.find(child.name());
         if (row == nullptr) {
             tell(Event::ignored, table, nullptr, first, child);
             continue;
@@ -692,8 +699,8 @@ int read_indexed(const Table &table, void *first, int capacity, Node element, st
             tell(row->kind == Kind::place ? Event::refused : Event::placeless, table, row, first, child);
             table.log_failure();
             result = -1;
-        } else if (read_row(walk, *row, child) != 0) {
-            result = refuse(walk, *row, child);
+        } else if (read_or_refuse(walk, *row, child) != 0) {
+            result = -1;
         }
     }
     if (seen != nullptr)
@@ -714,7 +721,7 @@ NETPUBLIC_LEAF static int refuse_call(const Table &table)
 int read_child(const Table &table, void *record, unsigned row, Node child)
 {
     Walk walk = {table, record, 0, false, 0};
-    return read_row(walk, table.row(row), child) != 0 ? refuse(walk, table.row(row), child) : 0;
+    return read_or_refuse(walk, table.row(row), child);
 }
 #endif
 
@@ -748,7 +755,7 @@ int read_component_value(void *record, Node node, const char *key, const Table &
     if (!is_component(record, node, key))
         return -1;
     Walk walk = {table, record, 0, false, 0};
-    return read_row(walk, table.row(0), node) != 0 ? refuse(walk, table.row(0), node) : 0;
+    return read_or_refuse(walk, table.row(0), node);
 }
 
 int check_parser(const Table &message, const net_param_t *param, Node body, std::size_t size)

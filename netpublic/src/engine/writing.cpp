@@ -81,7 +81,7 @@ NETPUBLIC_LEAF int write_events(const Table &table, const Row &row, const time_s
     const char *found[most_searched_words];
     int count = 0;
     for (const auto &entry : words)
-        if (entry.use != Use::read && alarm_in_check_event(&set, static_cast<unsigned int>(entry.code)) != 0)
+        if (entry.use != Use::read && alarm_in_check_event(&set, static_cast<unsigned int>(entry.code())) != 0)
             found[count++] = words.text(entry);
     if (count == 0)
         found[count++] = "none";

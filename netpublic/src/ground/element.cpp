@@ -1,6 +1,7 @@
 #include "ground/element.h"
 
 #include "ground/chunk.h"
+#include "ground/for_size.h"
 
 #include <cstring>
 
@@ -10,6 +11,10 @@ namespace {
 // To be used where a call would take longer than the copying.
 inline char *copy(char *to, const char *from, std::size_t length)
 {
+    if constexpr (for_size) {
+        std::memcpy(to, from, length);
+        return to + length;
+    }
     if (length < sizeof(Chunk)) {
         for (std::size_t i = 0; i < length; ++i)
             to[i] = from[i];
@@ -49,7 +54,7 @@ inline bool is_plain_chunk(Chunk chunk)
 inline std::size_t plain_length(const char *text, std::size_t longest)
 {
     std::size_t length = 0;
-    while (length + sizeof(Chunk) <= longest && is_plain_chunk(load_chunk(text + length)))
+    while (!for_size && length + sizeof(Chunk) <= longest && is_plain_chunk(load_chunk(text + length)))
         length += sizeof(Chunk);
     while (length < longest && is_plain(text[length]))
         ++length;
@@ -99,7 +104,7 @@ void TextWriter::put(const char *text)
 void TextWriter::put_name(const char *front, std::size_t front_length, const char *name, const char *back)
 {
     const std::size_t length = std::strlen(name), whole = front_length + length + 1;
-    if (length_ < size_ && whole < size_ - length_) {
+    if (!for_size && length_ < size_ && whole < size_ - length_) {
         char *to = copy(text_ + length_, front, front_length);
         *copy(to, name, length) = *back;
         length_ += static_cast<unsigned int>(whole - (*back == '\0' ? 1 : 0));
@@ -159,7 +164,7 @@ void TextWriter::add_plain(unsigned int level, const char *name, const char *tex
     end_start_tag();
     const std::size_t name_length = std::strlen(name);
     const std::size_t whole = 2 * name_length + length + std::strlen("<></>");
-    if (length_ < size_ && whole < size_ - length_) {
+    if (!for_size && length_ < size_ && whole < size_ - length_) {
         char *to = text_ + length_;
         *to++ = '<';
         to = copy(to, name, name_length);

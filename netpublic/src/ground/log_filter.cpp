@@ -10,11 +10,11 @@ namespace {
 
 struct Secret {
     unsigned char length;
-    char name[15];
+    char name[13]; // without a terminator
 
     template <std::size_t Size> constexpr Secret(const char (&text)[Size]) : length(Size - 1), name{}
     {
-        for (std::size_t i = 0; i < Size; ++i)
+        for (std::size_t i = 0; i + 1 < Size; ++i)
             name[i] = text[i];
     }
 };

@@ -1,5 +1,7 @@
 #include "ground/words.h"
 
+#include "ground/for_size.h"
+
 #include <cstring>
 
 namespace netpublic {
@@ -51,14 +53,32 @@ const WordTable::Entry *find_whole(const WordTable &table, const char *text, boo
 
 const char *word_of(const WordTable &table, int code)
 {
+    const PackedCode packed = pack(code);
+    if (unpack(packed) != code)
+        return nullptr; // no table has it
     for (const auto &entry : table)
-        if (entry.use != Use::read && entry.code == code)
+        if (entry.packed == packed && entry.use != Use::read)
             return table.text(entry);
     return nullptr;
 }
 
+// One word after the other.
+static std::uint32_t words_one_by_one(const WordTable &table, const char *text)
+{
+    std::uint32_t found = 0;
+    std::uint32_t bit = 1;
+    for (const auto &entry : table) {
+        if (entry.use != Use::write && contains_folded(text, table.text(entry)))
+            found |= bit;
+        bit <<= 1;
+    }
+    return found;
+}
+
 std::uint32_t words_in(const WordTable &table, const char *text)
 {
+    if constexpr (for_size)
+        return words_one_by_one(table, text);
     constexpr unsigned letters = 32; // by the low bits of a character, the same for both cases of a letter
     std::uint32_t beginning[letters] = {};
     std::uint32_t found = 0;
@@ -88,7 +108,7 @@ int codes_of(const WordTable &table, std::uint32_t found)
 {
     int codes = 0;
     for (; found != 0; found &= found - 1)
-        codes |= table.begin()[__builtin_ctz(found)].code;
+        codes |= table.begin()[__builtin_ctz(found)].code();
     return codes;
 }
 
@@ -107,7 +127,7 @@ void write_mask(const WordTable &table, int mask, char *text, std::size_t size)
             text[at++] = *from;
     };
     for (const auto &entry : table) {
-        if (entry.use == Use::read || (mask & entry.code) == 0)
+        if (entry.use == Use::read || (mask & entry.code()) == 0)
             continue;
         if (at != 0)
             put(",");

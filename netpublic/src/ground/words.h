@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 namespace netpublic {
 
@@ -18,16 +19,56 @@ struct Word {
     Use use = Use::both;
 };
 
+// An entry takes four bytes where these count, else eight that are quicker to read.
+#ifdef __OPTIMIZE_SIZE__
+using PackedCode = std::uint16_t;
+constexpr unsigned text_bits = 9, length_bits = 5;
+struct PackedWord {
+    PackedCode packed;
+    std::uint16_t text : text_bits; // offset behind the entries
+    std::uint16_t length : length_bits;
+    Use use : 2;
+};
+#else
+using PackedCode = std::int32_t;
+constexpr unsigned text_bits = 16, length_bits = 8;
+struct PackedWord {
+    PackedCode packed;
+    std::uint16_t text; // offset behind the entries
+    std::uint8_t length;
+    Use use;
+};
+#endif
+
+// Codes are small numbers or bits: where there is no room for all of a code, its low bits say how far the number
+// above them is shifted.
+constexpr unsigned shift_bits = 5, shift_mask = (1u << shift_bits) - 1;
+
+constexpr PackedCode pack(int code)
+{
+    if constexpr (sizeof(PackedCode) == sizeof(int))
+        return static_cast<PackedCode>(code);
+    const auto bits = static_cast<unsigned int>(code);
+    const unsigned shift = bits >> (16 - shift_bits) != 0 ? static_cast<unsigned int>(__builtin_ctz(bits)) : 0;
+    return static_cast<PackedCode>((bits >> shift) << shift_bits | shift);
+}
+constexpr int unpack(PackedCode packed)
+{
+    if constexpr (sizeof(PackedCode) == sizeof(int))
+        return packed;
+    return static_cast<int>(static_cast<unsigned int>(packed) >> shift_bits << (packed & shift_mask));
+}
+
 // A packed table; the entries and then the spellings follow it in memory.
 struct WordTable {
-    struct Entry {
-        std::int32_t code;
-        std::uint16_t text; // offset behind the entries
-        std::uint8_t length;
-        Use use;
+    struct Entry : PackedWord {
+        constexpr int code() const
+        {
+            return unpack(packed);
+        }
     };
 
-    std::uint32_t count;
+    std::make_unsigned_t<PackedCode> count;
 
     const Entry *begin() const
     {
@@ -70,19 +111,24 @@ template <std::size_t Count> constexpr std::size_t characters_of(const Word (&li
     return characters;
 }
 
+void words_do_not_fit(); // no constant: what meets it does not compile
+
 // Packs a list of spellings: constexpr Word list[] = {{0, "PAL"}, {1, "NTSC"}};
 //                            constexpr auto norms = words<list>();
 template <const auto &list> constexpr auto words()
 {
     constexpr std::size_t count = sizeof(list) / sizeof(list[0]);
-    static_assert(characters_of(list) <= 0x10000, "offsets are 16 bits wide");
+    static_assert(characters_of(list) <= 1u << text_bits, "the offsets do not fit");
     PackedWords<count, characters_of(list)> packed{};
     packed.head.count = count;
     std::size_t at = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        packed.entries[i].code = list[i].code;
-        packed.entries[i].text = static_cast<std::uint16_t>(at);
-        packed.entries[i].length = static_cast<std::uint8_t>(length_of(list[i].text));
+        const std::size_t length = length_of(list[i].text);
+        packed.entries[i].packed = pack(list[i].code);
+        packed.entries[i].text = at & ((1u << text_bits) - 1);
+        packed.entries[i].length = length & ((1u << length_bits) - 1);
+        if (packed.entries[i].code() != list[i].code || packed.entries[i].length != length)
+            words_do_not_fit();
         packed.entries[i].use = list[i].use;
         for (const char *from = list[i].text; *from != '\0'; ++from)
             packed.pool[at++] = *from;

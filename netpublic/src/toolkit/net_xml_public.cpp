@@ -15,12 +15,30 @@
 namespace netpublic {
 namespace {
 
+enum class Number { int32, flag, uint32, int64, longlong, uint64, real };
+
 // A reader of one value is refused a node whose name does not answer to the key.
-template <class Value> int read_value(int (*read)(Value *, Node), Value *value, Node node, const char *key)
+int read_number(void *value, Node node, const char *key, Number number)
 {
     if (!is_component(value, node, key))
         return -1;
-    return read(value, node);
+    switch (number) {
+    case Number::int32:
+        return read_int(static_cast<int *>(value), node);
+    case Number::flag:
+        return read_flag(static_cast<int *>(value), node);
+    case Number::uint32:
+        return read_unsigned(static_cast<unsigned int *>(value), node);
+    case Number::int64:
+        return read_int64(static_cast<long long *>(value), node);
+    case Number::longlong:
+        return read_longlong(static_cast<long long *>(value), node);
+    case Number::uint64:
+        return read_unsignedlonglong(static_cast<unsigned long long *>(value), node);
+    case Number::real:
+        return read_float(static_cast<float *>(value), node);
+    }
+    return -1;
 }
 
 template <class Value>
@@ -30,6 +48,14 @@ int append_value(int (*append)(Element, const char *, Value), TiXmlElement *pare
     if (parent == nullptr || name == nullptr)
         return -1;
     return omit1 != 1 || omit2 != 1 ? append(parent, name, value) : 0;
+}
+
+int write_value(const Table &table, const void *value, TiXmlElement *element, const char *function, Place place)
+{
+    if (value != nullptr && element != nullptr)
+        return write_component(table, value, element);
+    log_line(Line::writer, place, function);
+    return -1;
 }
 
 struct InspectionFields : Description {
@@ -125,37 +151,37 @@ using namespace netpublic;
 
 int get_int_from_xmlnode(int *value, TiXmlNode *node, const char *key)
 {
-    return read_value(read_int, value, node, key);
+    return read_number(value, node, key, Number::int32);
 }
 
 int get_bool_from_xmlnode(int *value, TiXmlNode *node, const char *key)
 {
-    return read_value(read_flag, value, node, key);
+    return read_number(value, node, key, Number::flag);
 }
 
 int get_unsignedint_from_xmlnode(unsigned int *value, TiXmlNode *node, const char *key)
 {
-    return read_value(read_unsigned, value, node, key);
+    return read_number(value, node, key, Number::uint32);
 }
 
 int get_int64_from_xmlnode(long long *value, TiXmlNode *node, const char *key)
 {
-    return read_value(read_int64, value, node, key);
+    return read_number(value, node, key, Number::int64);
 }
 
 int get_longlong_from_xmlnode(long long *value, TiXmlNode *node, const char *key)
 {
-    return read_value(read_longlong, value, node, key);
+    return read_number(value, node, key, Number::longlong);
 }
 
 int get_unsignedlonglong_from_xmlnode(unsigned long long *value, TiXmlNode *node, const char *key)
 {
-    return read_value(read_unsignedlonglong, value, node, key);
+    return read_number(value, node, key, Number::uint64);
 }
 
 int get_float_from_xmlnode(float *value, TiXmlNode *node, const char *key)
 {
-    return read_value(read_float, value, node, key);
+    return read_number(value, node, key, Number::real);
 }
 
 int get_str_from_xmlnode(char *dst, int size, TiXmlNode *node, const char *key)
@@ -253,20 +279,12 @@ int InsertChildToXmlElement_time(TiXmlElement *parent, tag_net_time_v20_t *time)
 
 int net_int_value_s2x(net_int_value_t *value, TiXmlElement *element)
 {
-    if (value == nullptr || element == nullptr) {
-        log_line(Line::writer, NET_HERE, "net_int_value_s2x");
-        return -1;
-    }
-    return write_component(int_value_record, value, element);
+    return write_value(int_value_record, value, element, "net_int_value_s2x", NET_HERE);
 }
 
 int net_float_value_s2x(net_float_value_t *value, TiXmlElement *element)
 {
-    if (value == nullptr || element == nullptr) {
-        log_line(Line::writer, NET_HERE, "net_float_value_s2x");
-        return -1;
-    }
-    return write_component(float_value_record, value, element);
+    return write_value(float_value_record, value, element, "net_float_value_s2x", NET_HERE);
 }
 
 int net_get_exten_xml(TiXmlPrinter &printer, int channelId)

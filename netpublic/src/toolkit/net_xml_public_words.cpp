@@ -42,7 +42,7 @@ int prefix_to_code(const WordTable &table, int *code, const char *text, std::siz
     const WordTable::Entry *found = find_prefix(table, text, length);
     if (found == nullptr)
         return -1;
-    *code = found->code;
+    *code = found->code();
     return 0;
 }
 
@@ -127,7 +127,7 @@ int get_handleType_string(int mask, char *dst, int size)
     std::size_t at = 0;
     bool any = false;
     for (const auto &entry : alarm_actions.head) {
-        if ((mask & entry.code) == 0)
+        if ((mask & entry.code()) == 0)
             continue;
         any = true;
         for (const char *word = alarm_actions.head.text(entry); *word != '\0' && at + 1 < end; ++word)
@@ -171,7 +171,7 @@ int get_alarm_in_type_intValue(int *code, char *text, int index)
     const std::uint32_t found = words_in(alarm_types, text);
     if (found == 0)
         return 0;
-    const int last = alarm_types.entries[31 - __builtin_clz(found)].code;
+    const int last = alarm_types.entries[31 - __builtin_clz(found)].code();
     *code = is_smart_ai(last) ? last + index : last;
     return 0;
 }
@@ -185,7 +185,7 @@ int get_type_and_index_from_smart_ai(time_section_t set, char *name, int &mask)
     const auto *detection = find_whole(detections, name, true);
     if (detection == nullptr)
         return std::strcmp(name, "loss"); // what the comparison with the last one has given
-    const auto first = static_cast<unsigned int>(detection->code);
+    const auto first = static_cast<unsigned int>(detection->code());
     int result = 0;
     for (unsigned int rule = 0; rule < smart_ai_rules; ++rule) {
         result = alarm_in_check_event(&set, first + rule);

@@ -1,5 +1,7 @@
 #include "values/values.h"
 
+#include "ground/for_size.h"
+
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
@@ -99,7 +101,7 @@ bool read_short_decimal(double &value, const char *text)
 double to_double(const char *text)
 {
     double value;
-    if (read_short_decimal(value, text))
+    if (!for_size && read_short_decimal(value, text))
         return value;
     if (decimal_point() == '.')
         return std::atof(text);
@@ -220,7 +222,7 @@ int read_int(int *value, Node node)
 int read_flag(int *value, Node node)
 {
     const char *text = node.text();
-    if (text != nullptr && (*text == '0' || *text == '1') && text[1] == '\0') {
+    if (!for_size && text != nullptr && (*text == '0' || *text == '1') && text[1] == '\0') {
         *value = *text - '0';
         return 0;
     }
@@ -350,7 +352,7 @@ int append_float(Element parent, const char *name, float value)
     char text[32];
     char *end = text + sizeof text - 1;
     *end = '\0';
-    if (const char *first = write_short_float(end, value))
+    if (const char *first = for_size ? nullptr : write_short_float(end, value))
         return append_plain(parent, name, first, static_cast<std::size_t>(end - first));
     char *const printed = gcvt(static_cast<double>(value), 8, text);
     const char point = decimal_point();

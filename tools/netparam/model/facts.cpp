@@ -385,7 +385,7 @@ std::string words_text(const WordTable &words, bool bits)
     std::vector<std::string> texts;
     for (const auto &entry : words) {
         char code[16];
-        std::snprintf(code, sizeof code, bits ? "0x%x" : "%d", static_cast<unsigned int>(entry.code));
+        std::snprintf(code, sizeof code, bits ? "0x%x" : "%d", static_cast<unsigned int>(entry.code()));
         texts.push_back(std::string(code) + " " + (*words.text(entry) != '\0' ? words.text(entry) : "\"\"") +
                         (entry.use == Use::read    ? " (only read)"
                          : entry.use == Use::write ? " (only written)"

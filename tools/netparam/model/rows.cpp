@@ -142,7 +142,7 @@ bool code_of(const netpublic::WordTable &words, const std::string &text, int &co
     for (const bool exact : {true, false})
         for (const auto &entry : words)
             if (exact ? text == words.text(entry) : lower(text) == lower(words.text(entry))) {
-                code = entry.code;
+                code = entry.code();
                 return true;
             }
     return false;

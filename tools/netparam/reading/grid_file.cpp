@@ -61,7 +61,7 @@ bool is_day(const Line &line, std::size_t &day, std::size_t &marks)
     const auto *word = netpublic::find_whole(netpublic::weekdays, line.text.substr(0, end).c_str());
     if (word == nullptr)
         return false;
-    day = static_cast<std::size_t>(word->code);
+    day = static_cast<std::size_t>(word->code());
     marks = std::min(line.text.find_first_not_of(" \t", end), line.text.size());
     return true;
 }

@@ -237,7 +237,7 @@ void set_mask(Item &item, const netpublic::WordTable &words, unsigned int mask)
     std::vector<std::string> names;
     unsigned int unnamed = mask;
     for (const auto &word : words) {
-        const auto bits = static_cast<unsigned int>(word.code);
+        const auto bits = static_cast<unsigned int>(word.code());
         if (bits == 0 || (mask & bits) != bits || (unnamed & bits) == 0)
             continue; // a second spelling says nothing new
         names.emplace_back(words.text(word));
@@ -266,7 +266,7 @@ void set_month(Item &item, const netpublic::WordTable &words, const char *at, in
         for (const auto &other : letters)
             if (other.second == letter)
                 letter = static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
-        letters[entry.code] = letter;
+        letters[entry.code()] = letter;
         legend.emplace_back(letter, word);
     }
     const auto code = [at](int day) { return load<std::int32_t>(at + static_cast<std::size_t>(day) * 4); };

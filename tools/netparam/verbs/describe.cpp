@@ -140,7 +140,7 @@ Json words_json(const WordTable &words)
 {
     Json list = Json::array();
     for (const auto &entry : words)
-        list.push_back({{"code", entry.code},
+        list.push_back({{"code", entry.code()},
                         {"word", words.text(entry)},
                         {"use", entry.use == Use::both    ? "both"
                                 : entry.use == Use::read  ? "read"
