@@ -1,4 +1,6 @@
 // The log filter. Compiled with exceptions, like tree.cpp: it takes memory by itself.
+#include "ground/for_size.h"
+
 #include <net_public.h>
 
 #include <cstring>
@@ -45,7 +47,10 @@ unsigned int find_kind(const char *tag, const char *end)
 {
     if (*tag < 'a' || *tag > 'z')
         return kinds;
-    for (unsigned int left = by_letter.kinds_of[*tag - 'a']; left != 0; left &= left - 1) {
+    unsigned int left = (1u << kinds) - 1;
+    if constexpr (!netpublic::for_size)
+        left = by_letter.kinds_of[*tag - 'a'];
+    for (; left != 0; left &= left - 1) {
         const unsigned int kind = static_cast<unsigned int>(__builtin_ctz(left));
         const Secret &secret = secrets[kind];
         if (end - tag > secret.length && tag[secret.length] == '>' && std::memcmp(tag, secret.name, secret.length) == 0)

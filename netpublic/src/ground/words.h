@@ -19,8 +19,6 @@ struct Word {
     Use use = Use::both;
 };
 
-// An entry takes four bytes where these count, else eight that are quicker to read.
-#ifdef __OPTIMIZE_SIZE__
 using PackedCode = std::uint16_t;
 constexpr unsigned text_bits = 9, length_bits = 5;
 struct PackedWord {
@@ -29,16 +27,6 @@ struct PackedWord {
     std::uint16_t length : length_bits;
     Use use : 2;
 };
-#else
-using PackedCode = std::int32_t;
-constexpr unsigned text_bits = 16, length_bits = 8;
-struct PackedWord {
-    PackedCode packed;
-    std::uint16_t text; // offset behind the entries
-    std::uint8_t length;
-    Use use;
-};
-#endif
 
 // Codes are small numbers or bits: where there is no room for all of a code, its low bits say how far the number
 // above them is shifted.
@@ -46,16 +34,12 @@ constexpr unsigned shift_bits = 5, shift_mask = (1u << shift_bits) - 1;
 
 constexpr PackedCode pack(int code)
 {
-    if constexpr (sizeof(PackedCode) == sizeof(int))
-        return static_cast<PackedCode>(code);
     const auto bits = static_cast<unsigned int>(code);
     const unsigned shift = bits >> (16 - shift_bits) != 0 ? static_cast<unsigned int>(__builtin_ctz(bits)) : 0;
     return static_cast<PackedCode>((bits >> shift) << shift_bits | shift);
 }
 constexpr int unpack(PackedCode packed)
 {
-    if constexpr (sizeof(PackedCode) == sizeof(int))
-        return packed;
     return static_cast<int>(static_cast<unsigned int>(packed) >> shift_bits << (packed & shift_mask));
 }
 
