@@ -38,7 +38,7 @@ constexpr unsigned int plain_lines =
 constexpr unsigned int ungated_lines = plain_lines | bit(Line::green_empty);
 
 // The prefix and the message are two printf calls, so that the host can tell them apart.
-void print(bool error, Place place, const char *format, std::va_list arguments)
+[[gnu::format(printf, 3, 0)]] void print(bool error, Place place, const char *format, std::va_list arguments)
 {
     std::printf(error ? red : green, place.file(), place.line());
     std::vprintf(format, arguments);
