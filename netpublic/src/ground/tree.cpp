@@ -67,11 +67,11 @@ int link_text(TiXmlNode *parent, const char *name, const char *text) noexcept
 
 int link_text(TiXmlNode *parent, const char *name, const char *text, std::size_t length) noexcept
 {
-    char *const copy = new_text(length);
-    if (copy == nullptr)
+    char *const ended = new_text(length);
+    if (ended == nullptr)
         return -1;
-    std::memcpy(copy, text, length);
-    return link_new_text(parent, name, copy, length);
+    std::memcpy(ended, text, length);
+    return link_new_text(parent, name, ended, length);
 }
 
 int link_made(TiXmlNode *parent, const char *name, std::size_t length, MakeText make, const void *context) noexcept

@@ -63,7 +63,7 @@ const char *word_of(const WordTable &table, int code)
 }
 
 // One word after the other.
-static std::uint32_t words_one_by_one(const WordTable &table, const char *text)
+[[maybe_unused]] static std::uint32_t words_one_by_one(const WordTable &table, const char *text)
 {
     std::uint32_t found = 0;
     std::uint32_t bit = 1;

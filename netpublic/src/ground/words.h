@@ -40,7 +40,8 @@ constexpr PackedCode pack(int code)
 }
 constexpr int unpack(PackedCode packed)
 {
-    return static_cast<int>(static_cast<unsigned int>(packed) >> shift_bits << (packed & shift_mask));
+    const auto bits = static_cast<unsigned int>(packed);
+    return static_cast<int>(bits >> shift_bits << (bits & shift_mask));
 }
 
 // A packed table; the entries and then the spellings follow it in memory.
