@@ -224,10 +224,11 @@ void store_columns(unsigned char *out, int stride, Rows packed, int columns)
 void store_short_columns(unsigned char *out, int stride, Rows packed, int columns, int rows)
 {
     const Rows kept = ~Rows{0} << 8 * rows;
+    packed &= ~kept; // the bytes of rows that there are
     for (int column = 0; column < columns; ++column, out += stride) {
         Rows cells;
         std::memcpy(&cells, out, sizeof(cells));
-        cells = (column_of(packed, column) & ~kept) | (cells & kept);
+        cells = column_of(packed, column) | (cells & kept);
         std::memcpy(out, &cells, sizeof(cells));
     }
 }
