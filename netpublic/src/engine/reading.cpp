@@ -479,7 +479,7 @@ NETPUBLIC_LEAF int follow(Walk &walk, const Row &row)
     return 0;
 }
 
-// The same outside of the walk that is taken most, and what there is to say when it fails.
+// read_row() and what there is to say when it fails, for all but the walk that is taken most.
 NETPUBLIC_INLINE_FOR_SPEED int read_or_refuse(Walk &walk, const Row &row, Node child)
 {
     return read_row(walk, row, child) != 0 ? refuse(walk, row, child) : 0;

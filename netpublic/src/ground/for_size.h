@@ -4,8 +4,10 @@
 
 #ifdef __OPTIMIZE_SIZE__
 #define NETPUBLIC_INLINE_FOR_SPEED [[gnu::noinline]]
+#define NETPUBLIC_UNROLL_FOR_SPEED
 #else
 #define NETPUBLIC_INLINE_FOR_SPEED [[gnu::always_inline]] inline
+#define NETPUBLIC_UNROLL_FOR_SPEED _Pragma("GCC unroll 8")
 #endif
 
 namespace netpublic {

@@ -2,6 +2,7 @@
 
 #include "ground/base64.h"
 #include "ground/cells.h"
+#include "ground/for_size.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -203,7 +204,7 @@ private:
     int held_ = 0;           // of which so many, at most five, have not been handed out
 };
 
-// The rows' cells of one of eight columns.
+// One of eight columns: its cells in all of the rows.
 Rows column_of(Rows packed, int column)
 {
     return packed >> (7 - column) & static_cast<Rows>(each_cell);
@@ -211,9 +212,7 @@ Rows column_of(Rows packed, int column)
 
 void store_columns(unsigned char *out, int stride, Rows packed, int columns)
 {
-#ifndef __OPTIMIZE_SIZE__
-#pragma GCC unroll 8
-#endif
+    NETPUBLIC_UNROLL_FOR_SPEED
     for (int column = 0; column < columns; ++column, out += stride) {
         const Rows cells = column_of(packed, column);
         std::memcpy(out, &cells, sizeof(cells));
@@ -277,9 +276,7 @@ using PackedBand = unsigned char[grid_words + 1][band];
 std::uint64_t pack_block(const unsigned char *cells, int count)
 {
     std::uint64_t bits = 0, all = 0;
-#ifndef __OPTIMIZE_SIZE__
-#pragma GCC unroll 8
-#endif
+    NETPUBLIC_UNROLL_FOR_SPEED
     for (int i = 0; i < count; ++i) {
         const std::uint64_t column = load_cells(cells + i * grid_rows);
         all |= column;
