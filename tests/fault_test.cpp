@@ -246,6 +246,14 @@ TEST_F(FaultTest, LogFilter)
     net_xml_printf_filter(text.c_str());   // has made room for the result
     EXPECT_STREQ(failing_at(text, 1), ""); // the list of tags
     EXPECT_STREQ(failing_at(text, 2), "<password>******</password><key>******</key><ip>******</ip>");
+    std::string many, masked;
+    for (int i = 0; i < 10; ++i) {
+        many += "<ip>1</ip>";
+        masked += "<ip>*</ip>";
+    }
+    net_xml_printf_filter(many.c_str());
+    EXPECT_STREQ(failing_at(many, 2), ""); // the list grows
+    EXPECT_EQ(failing_at(many, 3), masked);
 }
 
 } // namespace
