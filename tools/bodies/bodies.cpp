@@ -24,7 +24,7 @@ bool is_reachable(const Table &table, unsigned index)
     const char *name = table.key(wanted);
     const Row *row = find_key(table, name);
     while (row != nullptr && row != &wanted)
-        row = find_again(table, name, *row);
+        row = (table.flags & table_own_tests) != 0 ? find_own_test(table, name, *row) : nullptr;
     return row != nullptr;
 }
 

@@ -417,6 +417,9 @@ template <class D> constexpr auto draft_of()
     }
     if ((draft.rare & trait_empty_done) != 0 && (draft.flags & table_sets_inited) == 0)
         wrong_description("a body that is over at once must be one that else sets `inited`");
+    const bool noting = (draft.flags & (table_finish | table_after)) != 0 || D::traits.names > Names::whole;
+    if (noting && draft.key_count > required_keys)
+        wrong_description("what has been seen of so many keys cannot be kept");
     sort_attachments(draft, first_attachment);
     add_order<D>(draft);
     return draft;

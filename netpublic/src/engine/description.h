@@ -877,8 +877,21 @@ Give write_wire_thunk(const void *target_record, const Table &table, Item &item,
     else
         return write_given(give(target, wire), table, &wire, item, parent);
 }
-template <class Target, auto take, auto give, class Described>
-constexpr Field wire_of(Kind kind, const char *key, const Described &described)
+// The same of a list, which goes on from what is left out to what is not without a call for each.
+template <class Target, auto give>
+Give write_wires_thunk(const void *target_record, const Table &table, Item &item, Element parent)
+{
+    using Wire = typename Parameters<decltype(give)>::Second;
+    const auto &target = *static_cast<const Target *>(target_record);
+    for (;; ++item.index) {
+        Wire wire = {};
+        const Give decision = give(target, wire, item);
+        if (decision != Give::left_out)
+            return write_given(decision, table, &wire, item, parent);
+    }
+}
+template <Kind kind, class Target, auto take, auto give, class Described>
+constexpr Field wire_of(const char *key, const Described &described)
 {
     Field field;
     field.key = key;
@@ -897,7 +910,10 @@ constexpr Field wire_of(Kind kind, const char *key, const Described &described)
     } else {
         using Wire = typename Parameters<decltype(give)>::Second;
         static_assert(std::is_base_of_v<typename Described::T, Wire>, "the rows describe another wire");
-        field.refs[2] = Ref(write_wire_thunk<Target, give>);
+        if constexpr (kind == Kind::wires && !for_size)
+            field.refs[2] = Ref(write_wires_thunk<Target, give>);
+        else
+            field.refs[2] = Ref(write_wire_thunk<Target, give>);
     }
     return field;
 }
@@ -927,26 +943,26 @@ template <class Type, class Described> constexpr Field naming(Field field, const
 template <auto take, auto give = nullptr, class Record, class Type, class Described>
 constexpr Field wire(const char *key, Member<Record, Type> member, const Described &described)
 {
-    return naming<Type>(about(wire_of<Type, take, give>(Kind::wire, key, described), member), described);
+    return naming<Type>(about(wire_of<Kind::wire, Type, take, give>(key, described), member), described);
 }
 // One element; its target is the record.
 template <class Record, auto take, auto give = nullptr, class Described>
 constexpr Field wire_part(const char *key, const Described &described)
 {
-    return wire_of<Record, take, give>(Kind::wire, key, described);
+    return wire_of<Kind::wire, Record, take, give>(key, described);
 }
 // The elements of one name, up to a capacity; their target is the member, a list's the whole array.
 template <auto take, auto give = nullptr, class Record, class Type, class Described>
 constexpr Field wires(const char *key, Member<Record, Type> member, const Described &described, int capacity = INT_MAX)
 {
-    return naming<Type>(about(wire_of<Type, take, give>(Kind::wires, key, described), member), described)
+    return naming<Type>(about(wire_of<Kind::wires, Type, take, give>(key, described), member), described)
         .limited_to(capacity, 0);
 }
 // The same; their target is the record.
 template <class Record, auto take, auto give = nullptr, class Described>
 constexpr Field wires_part(const char *key, const Described &described, int capacity = INT_MAX)
 {
-    return wire_of<Record, take, give>(Kind::wires, key, described).limited_to(capacity, 0);
+    return wire_of<Kind::wires, Record, take, give>(key, described).limited_to(capacity, 0);
 }
 
 // The bodies of exported readers of such an element: see read_component() and read_component_logged().

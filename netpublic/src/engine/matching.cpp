@@ -1,5 +1,7 @@
 #include "engine/matching.h"
 
+#include "ground/for_size.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -64,7 +66,7 @@ Found found(unsigned row, unsigned expected)
 }
 
 // Among the rows behind the expected one; or unlikely.
-[[gnu::noinline]] Found find_near(const Table &table, const char *name, unsigned expected)
+NETPUBLIC_INLINE_FOR_SPEED Found find_near(const Table &table, const char *name, unsigned expected)
 {
     const Order order(table);
     const unsigned end = std::min(order.places, expected + near_rows);

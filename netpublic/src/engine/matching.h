@@ -22,12 +22,9 @@ bool is_named(const char *name, const char *key);
 
 // The first row from this index on to whose key the name answers, or null.
 const Row *find_key(const Table &table, const char *name, unsigned from = 0);
-// The next one behind a row that has taken the child, among those with a test of their own: see Field::own_test().
+// The next one behind a row that has taken the child, among those with a test of their own: see Field::own_test(). Only
+// of a table with table_own_tests.
 const Row *find_own_test(const Table &table, const char *name, const Row &row);
-inline const Row *find_again(const Table &table, const char *name, const Row &row)
-{
-    return (table.flags & table_own_tests) != 0 ? find_own_test(table, name, row) : nullptr;
-}
 
 // Is this the row's full name, and the row the first one that it answers to?
 inline bool bears_name(const Row &row, const char *key, const char *name)
@@ -57,10 +54,6 @@ struct Order {
             places += written;
         }
     }
-    unsigned keys() const
-    {
-        return places - written;
-    }
     unsigned row_at(unsigned place) const
     {
         return place < written ? static_cast<unsigned char>(*(texts - written + place)) : place - written;
@@ -86,17 +79,16 @@ Found find_further(const Table &table, const char *name, unsigned expected);
 // need.
 class Expectation {
 public:
-    [[gnu::always_inline]] explicit Expectation(const Table &table) : order_(table) {}
+    [[gnu::always_inline]] explicit Expectation(const Table &table) : order_(table), end_(&table.row(table.keys)) {}
 
     // The row that a child of this name answers to, or null.
     [[gnu::always_inline]] const Row *find(const char *name)
     {
         if (expected_ < order_.places) {
-            const unsigned index = order_.row_at(expected_);
-            const Row &row = order_.table.row(index);
+            const Row &row = order_.table.row(order_.row_at(expected_));
             if (bears_name(row, order_.key(row), name)) {
                 expected_ = place_behind(row, expected_);
-                return index < order_.keys() ? &row : nullptr;
+                return &row < end_ ? &row : nullptr;
             }
         }
         const Found found = find_further(order_.table, name, expected_);
@@ -106,6 +98,7 @@ public:
 
 private:
     const Order order_;
+    const Row *const end_; // of the keys
     unsigned expected_ = 0;
 };
 

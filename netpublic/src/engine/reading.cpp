@@ -123,7 +123,7 @@ NETPUBLIC_LEAF int refuse(const Walk &walk, const Row &row, Node child)
 
 // One child to one member -------------------------------------------------------------------------
 
-bool in_limits(const Walk &walk, const Row &row, int value)
+NETPUBLIC_INLINE_FOR_SPEED bool in_limits(const Walk &walk, const Row &row, int value)
 {
     if ((row.flags & row_checked) == 0)
         return true;
@@ -131,11 +131,20 @@ bool in_limits(const Walk &walk, const Row &row, int value)
     return value >= range.low && value <= range.high;
 }
 
-NETPUBLIC_LEAF int read_integer(Walk &walk, const Row &row, Node child)
+NETPUBLIC_LEAF int read_any_integer(Walk &walk, const Row &row, const char *text)
 {
     int &value = member<int>(walk.record, row);
-    if (to_int(&value, child.text()) != 0)
+    if (to_int(&value, text) != 0)
         return row.kind == Kind::integer && (row.flags & number_tolerant) != 0 ? 0 : -1;
+    return in_limits(walk, row, value) ? 0 : -1;
+}
+
+NETPUBLIC_LEAF int read_integer(Walk &walk, const Row &row, Node child)
+{
+    const char *text = child.text();
+    int &value = member<int>(walk.record, row);
+    if (for_size || text == nullptr || !read_short_int(value, text))
+        return read_any_integer(walk, row, text);
     return in_limits(walk, row, value) ? 0 : -1;
 }
 
@@ -305,9 +314,9 @@ NETPUBLIC_LEAF int read_attached_group(Walk &walk, const Row &row, Node child)
     return again != nullptr ? read_record(*table.ref(again->offset).table, record, child) : 0;
 }
 
-unsigned &count_of(Walk &walk, const Row &row)
+NETPUBLIC_INLINE_FOR_SPEED unsigned &count_of(Walk &walk, const Row &row)
 {
-    const Row *kept = walk.table.attachment(row, Kind::count);
+    const Row *kept = walk.table.last_attachment(row, Kind::count);
     return kept != nullptr ? member<unsigned>(walk.record, *kept) : walk.items;
 }
 
@@ -485,11 +494,10 @@ NETPUBLIC_INLINE_FOR_SPEED int read_or_refuse(Walk &walk, const Row &row, Node c
     return read_row(walk, row, child) != 0 ? refuse(walk, row, child) : 0;
 }
 
-void note_seen(Walk &walk, const Row &row)
+// Only of a row that has a bit. In a table whose own reading asks for them, all have: see draft_of().
+void note_seen(Walk &walk, const Table &table, const Row &row)
 {
-    const unsigned index = walk.table.index_of(row);
-    if (index < required_keys)
-        walk.seen |= 1u << index;
+    walk.seen |= 1u << table.index_of(row);
 }
 
 // Walks -------------------------------------------------------------------------------------------
@@ -518,8 +526,9 @@ NETPUBLIC_LEAF const Row *find_by_rule(Walk &walk, Node child)
         return child.is_element() ? row : nullptr;
     case Names::in_order: {
         row += __builtin_ctz(~walk.seen); // all in front of it have been seen
+        const char *key = table.key(*row), *name = child.name();
         const bool whole = row->kind == Kind::view && (row->flags & view_whole) != 0;
-        if (!(whole ? is_named(child.name(), table.key(*row)) : answers_to(child.name(), table.key(*row))))
+        if (!bears_name(*row, key, name) && !(whole ? is_named(name, key) : answers_to(name, key)))
             return nullptr;
         walk.full = row == &table.row(table.keys - 1u);
         return row;
@@ -573,8 +582,9 @@ NETPUBLIC_LEAF int pass_over(Walk &walk, Node child)
 NETPUBLIC_LEAF bool is_full(Walk &walk)
 {
     const Row &row = walk.table.row(0);
-    return (row.flags & list_stop) == list_stop &&
-           count_of(walk, row) >= static_cast<unsigned>(walk.table.capacity(row));
+    const Row *kept = walk.table.last_attachment(row, Kind::count);
+    return kept != nullptr && (row.flags & list_stop) == list_stop &&
+           member<unsigned>(walk.record, *kept) >= static_cast<unsigned>(walk.table.capacity(row));
 }
 
 NETPUBLIC_LEAF int miss(const Walk &walk, [[maybe_unused]] const Row &row, Node element)
@@ -644,37 +654,48 @@ int finish(Walk &walk, Node element)
 
 } // namespace
 
-int read_record(const Table &table, void *record, Node element)
+// All children but those behind a list that ends the walk; there is one.
+[[gnu::always_inline]] static inline int read_children(Walk &walk, Node child)
 {
-    Walk walk = {table, record, 0, false, 0};
+    const Table &table = walk.table;
     // Two more flags above the table's: one word to keep through the walk.
     constexpr unsigned by_rule = 0x10000, noting = 0x20000;
     unsigned flags = table.flags;
-    if ((flags & (table_clears | table_before | table_presets)) != 0)
-        prepare(table, record);
-    if ((flags & (table_finish | table_after | table_others_fail)) != 0) {
+    if ((flags & (table_finish | table_after)) != 0)
         flags |= noting;
-        if ((flags & table_others_fail) != 0 && is_list(table.row(0).kind))
-            walk.full = is_full(walk);
-    }
+    if ((flags & table_others_fail) != 0 && is_list(table.row(0).kind))
+        walk.full = is_full(walk);
     // A full name answers to its row under the first two rules.
     if (table.names > Names::whole)
         flags |= by_rule | noting;
     Expectation expectation(table);
-    for (Node child = element.first_child(); child && !walk.full; child = child.next_sibling()) {
+    for (; child && !walk.full; child = child.next_sibling()) {
         const Row *row = (flags & by_rule) == 0 ? expectation.find(child.name()) : find_by_rule(walk, child);
         if (row == nullptr && pass_over(walk, child) != 0)
             return -1;
         while (row != nullptr) {
             if ((flags & noting) != 0)
-                note_seen(walk, *row);
+                note_seen(walk, table, *row);
             if (read_row(walk, *row, child) != 0)
                 return refuse(walk, *row, child);
-            row = find_again(table, child.name(), *row);
+            if ((flags & table_own_tests) == 0)
+                break;
+            row = find_own_test(table, child.name(), *row);
         }
         if ((flags & table_first_only) != 0)
             break;
     }
+    return 0;
+}
+
+int read_record(const Table &table, void *record, Node element)
+{
+    Walk walk = {table, record, 0, false, 0};
+    if ((table.flags & (table_clears | table_before | table_presets)) != 0)
+        prepare(table, record);
+    const Node child = element.first_child();
+    if (child && read_children(walk, child) != 0)
+        return -1;
     return finish(walk, element);
 }
 
@@ -690,7 +711,8 @@ int read_indexed(const Table &table, void *first, int capacity, Node element, st
             continue;
         }
         int number;
-        note_seen(walk, *row);
+        if (table.index_of(*row) < required_keys)
+            note_seen(walk, table, *row);
         if (row->kind == Kind::place)
             walk.record = read_int(&number, child) == 0 && number >= 0 && number < capacity
                               ? static_cast<char *>(first) + static_cast<std::size_t>(number) * table.record_size
@@ -768,26 +790,20 @@ int check_parser(const Table &message, const net_param_t *param, Node body, std:
 // An empty body leaves most payloads as they are.
 static inline int read_body(const Table &message, net_param_t *param, Node body)
 {
-    constexpr unsigned without_children = table_clears | table_before | table_presets | table_finish | table_after;
-    if ((message.flags & without_children) == 0 && !body.first_child())
+    if ((message.flags & (table_finish | table_after)) == 0 && !body.first_child()) {
+        if ((message.flags & (table_clears | table_before | table_presets)) != 0)
+            prepare(message, param->data);
         return 0;
+    }
     return read_record(message, param->data, body);
 }
 
-// A message with a walk of its own, or one that tells its envelope what has been read.
-NETPUBLIC_LEAF static int parse_further(net_param_t *param, Node body, const Table &message)
+// A message that tells its envelope what has been read, or one with a walk of its own, which may tell it, too.
+NETPUBLIC_LEAF static int parse_and_tell(net_param_t *param, Node body, const Table &message)
 {
-    if ((message.flags & table_walked) != 0) {
-        if (message.parse_function().parse(message, param, body) != 0)
-            return -1;
-    } else {
-        if (check_parser(message, param, body, message.record_size) != 0)
-            return -1;
-        if ((message.traits & trait_empty_done) != 0 && !body.first_child())
-            return 0;
-        if (read_body(message, param, body) != 0)
-            return -1;
-    }
+    if ((message.flags & table_walked) != 0 ? message.parse_function().parse(message, param, body) != 0
+                                            : read_body(message, param, body) != 0)
+        return -1;
     if ((message.flags & table_sets_inited) != 0)
         param->inited = 2;
     return 0;
@@ -795,11 +811,15 @@ NETPUBLIC_LEAF static int parse_further(net_param_t *param, Node body, const Tab
 
 int parse_message(net_param_t *param, Node body, const Table &message)
 {
-    if ((message.flags & (table_walked | table_sets_inited)) != 0)
-        return parse_further(param, body, message);
-    if (check_parser(message, param, body, message.record_size) != 0)
-        return -1;
-    return read_body(message, param, body);
+    if ((message.flags & table_walked) == 0) {
+        if (check_parser(message, param, body, message.record_size) != 0)
+            return -1;
+        if ((message.flags & table_sets_inited) == 0)
+            return read_body(message, param, body);
+        if ((message.traits & trait_empty_done) != 0 && !body.first_child())
+            return 0;
+    }
+    return parse_and_tell(param, body, message);
 }
 
 } // namespace netpublic

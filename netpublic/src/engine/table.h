@@ -11,6 +11,7 @@
 
 #include "engine/common.h"
 #include "ground/element.h"
+#include "ground/for_size.h"
 #include "ground/log.h"
 #include "ground/node.h"
 #include "ground/words.h"
@@ -351,6 +352,11 @@ struct Table {
         return find_attachment(of, Kind::hook, static_cast<unsigned>(moment));
     }
     static constexpr unsigned any_column = 1u << index_bits;
+    // Those of the last kinds are soon known not to be there.
+    const Row *last_attachment(const Row &of, Kind kind) const
+    {
+        return for_size || row(rows - 1u).kind >= kind ? attachment(of, kind) : nullptr;
+    }
     const Row *find_attachment(const Row &of, Kind kind, unsigned limits_column) const;
     // The row at a place of the written order; that of a record which is only read is the order of its keys.
     unsigned ordered(unsigned place) const

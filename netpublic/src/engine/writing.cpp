@@ -166,10 +166,11 @@ NETPUBLIC_LEAF int write_wires(const Table &table, const Row &row, const void *r
 {
     const Table &wire = *table.ref(row.ref).table;
     const WriteWire write = table.ref(row.ref + (is_only_written(table, row) ? 1u : 2u)).write_wire;
+    const char *target = &member<char>(record, row);
     const int most = row.kind == Kind::wire ? 1 : table.capacity(row);
     Item item = {table.key(row), 0, 0, 0};
     for (int count = 0; count < most; ++item.index) {
-        const Give given = write(&member<char>(record, row), wire, item, parent);
+        const Give given = write(target, wire, item, parent);
         if (given == Give::failed)
             return -1;
         if (given == Give::ended || row.kind == Kind::wire)

@@ -26,11 +26,21 @@ bool contains_folded(const char *text, const char *word)
     return length == 0;
 }
 
+// same_folded() of an entry's word. Most texts are spelled as the words are.
+static bool is_alike(const char *text, std::size_t length, const WordTable::Entry &entry, const char *word)
+{
+    if (!for_size && length <= entry.length && std::memcmp(text, word, length) == 0)
+        return true;
+    return same_folded(text, word, length);
+}
+
 const WordTable::Entry *find_prefix(const WordTable &table, const char *text, std::size_t length)
 {
     for (const auto &entry : table) {
         const char *word = table.text(entry);
-        if (entry.use == Use::write || (length != 0 && !(alike(*text, *word) && same_folded(text, word, length))))
+        if ((length != 0 && !alike(*text, *word)) || entry.use == Use::write)
+            continue;
+        if (length != 0 && !is_alike(text, length, entry, word))
             continue;
         if (entry.use != Use::whole || entry.length == length)
             return &entry;
@@ -45,7 +55,7 @@ const WordTable::Entry *find_whole(const WordTable &table, const char *text, boo
         if (entry.length != length || entry.use == Use::write)
             continue;
         const char *word = table.text(entry);
-        if (exact ? std::memcmp(text, word, length) == 0 : same_folded(text, word, length))
+        if (exact ? std::memcmp(text, word, length) == 0 : is_alike(text, length, entry, word))
             return &entry;
     }
     return nullptr;

@@ -34,11 +34,6 @@ unsigned int classic_types_of(const time_section_t &hour)
 
 } // namespace
 
-int check_block(TimeBlock &block)
-{
-    return block.beginHour > block.endHour ? -1 : 0;
-}
-
 static bool is_empty(const char *text)
 {
     return text == nullptr || *text == '\0';
@@ -95,13 +90,6 @@ Give give_type_item(const net_schedule_t &schedule, WrittenTypeItem &written, It
     written.text[week_hours] = '\0';
     written.hours = written.text;
     return Give::written;
-}
-
-int take_block(Combination &combination, const TimeBlock &block)
-{
-    for (int hour = block.beginHour; block.enable == 1 && hour <= block.endHour; ++hour)
-        combination.schedule->section[block.weekDay][hour] = combination.types;
-    return 0;
 }
 
 Give give_block(const Combination &combination, TimeBlock &block, Item &item)

@@ -14,7 +14,6 @@ using namespace netpublic;
 namespace {
 
 constexpr int longest_item = 30; // characters of one number in a list
-constexpr int safe_digits = 9;   // as many always fit an int
 
 // The last byte of the buffer is never written: callers hand over a cleared one.
 void copy_word(char *dst, int size, const char *word)

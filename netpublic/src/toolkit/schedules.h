@@ -21,7 +21,10 @@ struct TimeBlock {
     int endHour;   // the last hour of the run, not before the first
 };
 
-int check_block(TimeBlock &block);
+inline int check_block(TimeBlock &block)
+{
+    return block.beginHour > block.endHour ? -1 : 0;
+}
 
 struct TimeBlockFields : Description {
     using T = TimeBlock;
@@ -115,7 +118,12 @@ struct Combination {
     explicit Combination(net_schedule_t &target) : schedule(&target) {}
 };
 
-int take_block(Combination &combination, const TimeBlock &block);
+inline int take_block(Combination &combination, const TimeBlock &block)
+{
+    for (int hour = block.beginHour; block.enable == 1 && hour <= block.endHour; ++hour)
+        combination.schedule->section[block.weekDay][hour] = combination.types;
+    return 0;
+}
 Give give_block(const Combination &combination, TimeBlock &block, Item &item);
 int find_types(Combination &combination);
 int take_combination(net_schedule_t &schedule, const Combination &combination);

@@ -17,9 +17,8 @@ constexpr int int64_characters = 20;
 constexpr int longlong_characters = 21;
 constexpr int unsignedlonglong_characters = 20;
 
-// As many digits always fit 32 and 64 bits; longer numbers are left to the C library, whose result
-// for what does not fit depends on the platform.
-constexpr int safe_digits = 9;
+// As many digits always fit 64 bits; longer numbers are left to the C library, whose result for what does not fit
+// depends on the platform.
 constexpr int safe_digits64 = 18;
 
 struct Decimal {
@@ -33,21 +32,6 @@ struct Decimal {
         return negative ? 0 - magnitude : magnitude;
     }
 };
-
-// A number of up to nine digits, as nearly all are. False for any other text.
-inline bool read_short_int(int &value, const char *text)
-{
-    const bool negative = *text == '-';
-    const char *first = text + negative;
-    const char *at = first;
-    std::uint32_t magnitude = 0;
-    for (; static_cast<unsigned char>(*at - '0') <= 9; ++at)
-        magnitude = magnitude * 10 + static_cast<unsigned char>(*at - '0');
-    if (*at != '\0' || at == first || at - first > safe_digits)
-        return false;
-    value = static_cast<int>(negative ? 0 - magnitude : magnitude);
-    return true;
-}
 
 // Is there a text, and is it a decimal number of 1 to `longest` characters?
 bool read_decimal(Decimal &number, int longest, const char *text)

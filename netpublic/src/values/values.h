@@ -29,6 +29,25 @@ int view_text(const char **text, std::size_t longest, Node node);
 
 // The number that a text is, as read_int(); a null text is none.
 int to_int(int *value, const char *text);
+
+// Its first step, which takes nearly all numbers: those of so many digits that they fit. False, and nothing done, for
+// any other text.
+constexpr int safe_digits = 9; // and one more behind a 0 or a 1
+inline bool read_short_int(int &value, const char *text)
+{
+    const bool negative = *text == '-';
+    const char *first = text + negative;
+    const char *at = first;
+    std::uint32_t magnitude = 0;
+    for (; static_cast<unsigned char>(*at - '0') <= 9; ++at)
+        magnitude = magnitude * 10 + static_cast<unsigned char>(*at - '0');
+    if (*at != '\0' || at == first)
+        return false;
+    if (at - first > safe_digits && (*first > '1' || at - first > safe_digits + 1))
+        return false;
+    value = static_cast<int>(negative ? 0 - magnitude : magnitude);
+    return true;
+}
 // The number as a text, of at most 21 bytes with its terminator.
 void from_int(char *text, long long value);
 // The numbers joined by commas, but for those at the end that equal `trailing`; cut after so many characters. Their
