@@ -180,14 +180,18 @@ constexpr bool alike_as_a_whole(const char *a, const char *b)
 }
 
 // An earlier key that begins with this key takes this key's full name, and so does one that is no other as a whole
-// name; any key that does, the name of one that is only written.
+// name, and where names may be longer, one that this key begins with; any key that does, the name of one that is only
+// written.
 template <class D> constexpr bool is_shadowed(std::size_t index)
 {
     const Field &field = D::fields[index];
-    for (std::size_t other = 0; other < (is_key(field) ? index : std::size(D::fields)); ++other)
-        if (is_key(D::fields[other]) && (field.key == nullptr || begins(D::fields[other].key, field.key) ||
-                                         alike_as_a_whole(D::fields[other].key, field.key)))
+    for (std::size_t other = 0; other < (is_key(field) ? index : std::size(D::fields)); ++other) {
+        const char *key = D::fields[other].key;
+        if (is_key(D::fields[other]) &&
+            (field.key == nullptr || begins(key, field.key) || alike_as_a_whole(key, field.key) ||
+             (D::traits.names == Names::longer && begins(field.key, key))))
             return true;
+    }
     return false;
 }
 
@@ -417,7 +421,7 @@ template <class D> constexpr auto draft_of()
     }
     if ((draft.rare & trait_empty_done) != 0 && (draft.flags & table_sets_inited) == 0)
         wrong_description("a body that is over at once must be one that else sets `inited`");
-    const bool noting = (draft.flags & (table_finish | table_after)) != 0 || D::traits.names > Names::whole;
+    const bool noting = (draft.flags & (table_finish | table_after)) != 0 || D::traits.names > Names::longer;
     if (noting && draft.key_count > required_keys)
         wrong_description("what has been seen of so many keys cannot be kept");
     sort_attachments(draft, first_attachment);

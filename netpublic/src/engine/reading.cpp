@@ -533,13 +533,11 @@ NETPUBLIC_LEAF const Row *find_by_rule(Walk &walk, Node child)
         walk.full = row == &table.row(table.keys - 1u);
         return row;
     }
-    case Names::looked_up:
+    default: // looked up
         for (unsigned index = 0; index < table.keys; ++index, ++row)
             if ((walk.seen >> index & 1) == 0 && std::strcmp(child.name(), table.key(*row)) == 0)
                 return row;
         return nullptr;
-    default:
-        return find_key(table, child.name());
     }
 }
 
@@ -665,8 +663,8 @@ int finish(Walk &walk, Node element)
         flags |= noting;
     if ((flags & table_others_fail) != 0 && is_list(table.row(0).kind))
         walk.full = is_full(walk);
-    // A full name answers to its row under the first two rules.
-    if (table.names > Names::whole)
+    // A full name answers to its row under the first rules.
+    if (table.names > Names::longer)
         flags |= by_rule | noting;
     Expectation expectation(table);
     for (; child && !walk.full; child = child.next_sibling()) {
@@ -798,28 +796,31 @@ static inline int read_body(const Table &message, net_param_t *param, Node body)
     return read_record(message, param->data, body);
 }
 
-// A message that tells its envelope what has been read, or one with a walk of its own, which may tell it, too.
-NETPUBLIC_LEAF static int parse_and_tell(net_param_t *param, Node body, const Table &message)
+// A message with a walk of its own, or one that tells its envelope what has been read.
+NETPUBLIC_LEAF static int parse_further(net_param_t *param, Node body, const Table &message)
 {
-    if ((message.flags & table_walked) != 0 ? message.parse_function().parse(message, param, body) != 0
-                                            : read_body(message, param, body) != 0)
-        return -1;
-    if ((message.flags & table_sets_inited) != 0)
+    int result;
+    if ((message.flags & table_walked) != 0) {
+        result = message.parse_function().parse(message, param, body);
+    } else {
+        if (check_parser(message, param, body, message.record_size) != 0)
+            return -1;
+        if ((message.traits & trait_empty_done) != 0 && !body.first_child())
+            return 0;
+        result = read_body(message, param, body);
+    }
+    if (result == 0 && (message.flags & table_sets_inited) != 0)
         param->inited = 2;
-    return 0;
+    return result;
 }
 
 int parse_message(net_param_t *param, Node body, const Table &message)
 {
-    if ((message.flags & table_walked) == 0) {
-        if (check_parser(message, param, body, message.record_size) != 0)
-            return -1;
-        if ((message.flags & table_sets_inited) == 0)
-            return read_body(message, param, body);
-        if ((message.traits & trait_empty_done) != 0 && !body.first_child())
-            return 0;
-    }
-    return parse_and_tell(param, body, message);
+    if ((message.flags & (table_walked | table_sets_inited)) != 0)
+        return parse_further(param, body, message);
+    if (check_parser(message, param, body, message.record_size) != 0)
+        return -1;
+    return read_body(message, param, body);
 }
 
 } // namespace netpublic
