@@ -52,8 +52,11 @@ struct Walk {
 
 template <class... Arguments> void complain(const Walk &walk, const Row &row, Arguments... arguments)
 {
+    const bool plain = (row.flags & row_plain) != 0;
+    if (!for_size && !plain && !log_gate(log_errors))
+        return; // nearly always: do not even look for the line
     const char *line = walk.table.complaint(row);
-    if ((row.flags & row_plain) != 0)
+    if (plain)
         log_plain(line, arguments...);
     else
         log_error(walk.place(), line, arguments...);
@@ -462,9 +465,11 @@ NETPUBLIC_LEAF int follow(Walk &walk, const Row &row)
             continue;
         if (at->kind == Kind::mark)
             mark = at;
-        else if (at->kind == Kind::hook && static_cast<Moment>(at->limits) == Moment::then &&
-                 table.ref(at->offset).then(walk.record, {table.key(row), walk.items, 0, 0}) != 0)
+        if (at->kind != Kind::hook || static_cast<Moment>(at->limits) != Moment::then)
+            continue;
+        if (table.ref(at->offset).then(walk.record, {table.key(row), walk.items, 0, 0}) != 0)
             return -1;
+        break; // a row has one of each
     }
     if (mark != nullptr)
         member<int>(walk.record, *mark) = table.limit(mark->limits).low;

@@ -65,19 +65,21 @@ bool log_gate(unsigned int level)
 
 void log_error(Place place, const char *format, ...)
 {
+    if (!log_gate(log_errors))
+        return;
     std::va_list arguments;
     va_start(arguments, format);
-    if (log_gate(log_errors))
-        print(true, place, format, arguments);
+    print(true, place, format, arguments);
     va_end(arguments);
 }
 
 void log_trace(Place place, const char *format, ...)
 {
+    if (!log_gate(log_traces))
+        return;
     std::va_list arguments;
     va_start(arguments, format);
-    if (log_gate(log_traces))
-        print(false, place, format, arguments);
+    print(false, place, format, arguments);
     va_end(arguments);
 }
 

@@ -2,6 +2,8 @@
 #define NETPUBLIC_LOGGED_AS "net_xml_public.cpp"
 #include "toolkit/schedules.h"
 
+#include "ground/for_size.h"
+
 #include <net_xml_public.h>
 
 #include <cstring>
@@ -85,6 +87,7 @@ Give give_type_item(const net_schedule_t &schedule, WrittenTypeItem &written, It
     written.type = written.word;
     written.indexed = code >= smart_ai_first && code <= smart_ai_last ? 1 : 0;
     const unsigned int *word = &schedule.section[0][0].bits[code / 32];
+    NETPUBLIC_UNROLL_FOR_SPEED
     for (int hour = 0; hour < week_hours; ++hour, word += words_a_cell)
         written.text[hour] = static_cast<char>('0' + (*word >> code % 32 & 1));
     written.text[week_hours] = '\0';
