@@ -112,8 +112,8 @@ void log_own_line(const Walk &walk, const Row &row, Node child)
     }
 }
 
-// What there is to say about a refused child. -1.
-NETPUBLIC_LEAF int refuse(const Walk &walk, const Row &row, Node child)
+// What there is to say about a refused child. -1. All that refuses is cold: it lies apart from what reads.
+[[gnu::cold]] NETPUBLIC_LEAF int refuse(const Walk &walk, const Row &row, Node child)
 {
     tell(Event::refused, walk.table, &row, walk.record, child);
     if ((row.flags & row_complains) != 0)
@@ -272,7 +272,7 @@ bool fills_grid(int count, int columns, int rows)
     return count == (wanted < most_cells ? wanted : most_cells);
 }
 
-NETPUBLIC_LEAF int refuse_grid(const Walk &walk, const Row &row, int count, int columns, int rows)
+[[gnu::cold]] NETPUBLIC_LEAF int refuse_grid(const Walk &walk, const Row &row, int count, int columns, int rows)
 {
     complain(walk, row, walk.place().line(), count, columns, rows);
     return -1;
@@ -343,7 +343,7 @@ NETPUBLIC_LEAF int read_wire(const Walk &walk, const Row &row, Node child)
 }
 
 // A list that has no room: 0 or -1.
-NETPUBLIC_LEAF int refuse_item(Walk &walk, const Row &row)
+[[gnu::cold]] NETPUBLIC_LEAF int refuse_item(Walk &walk, const Row &row)
 {
     if ((row.flags & list_stop) == list_stop) {
         walk.full = true;
@@ -590,7 +590,7 @@ NETPUBLIC_LEAF bool is_full(Walk &walk)
            member<unsigned>(walk.record, *kept) >= static_cast<unsigned>(walk.table.capacity(row));
 }
 
-NETPUBLIC_LEAF int miss(const Walk &walk, [[maybe_unused]] const Row &row, Node element)
+[[gnu::cold]] NETPUBLIC_LEAF int miss(const Walk &walk, [[maybe_unused]] const Row &row, Node element)
 {
     tell(Event::missing, walk.table, &row, walk.record, element);
     log_missing(walk);
@@ -736,7 +736,7 @@ int read_indexed(const Table &table, void *first, int capacity, Node element, st
 }
 
 // The line for a parser's bad arguments. -1.
-NETPUBLIC_LEAF static int refuse_call(const Table &table)
+[[gnu::cold]] NETPUBLIC_LEAF static int refuse_call(const Table &table)
 {
     table.log_entry();
     return -1;
