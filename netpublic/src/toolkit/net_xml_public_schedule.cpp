@@ -33,6 +33,12 @@ unsigned int classic_types_of(const time_section_t &hour)
 {
     return (hour.bits[0] & 7) | (hour.bits[0] >> 13 & 8);
 }
+// And back, to the bits of an hour.
+constexpr unsigned int bits_of(unsigned int classic_types)
+{
+    return (classic_types & 7) | (classic_types & 8) << 13;
+}
+constexpr unsigned int classic_bits = bits_of(15);
 
 } // namespace
 
@@ -130,10 +136,14 @@ Give give_combination(const net_schedule_t &schedule, Combination &combination, 
     if ((item.cursor >> (chosen.types + 1) & 1) == 0)
         return Give::left_out;
     combination.word = chosen.word;
-    for (int day = 0; day < week_days; ++day)
-        for (int hour = 0; hour < day_hours; ++hour)
-            if (classic_types_of(schedule.section[day][hour]) == chosen.types)
-                combination.hours[day] |= 1u << hour;
+    const unsigned int wanted = bits_of(chosen.types);
+    for (int day = 0; day < week_days; ++day) {
+        const time_section_t *hours = schedule.section[day];
+        NETPUBLIC_UNROLL_FOR_SPEED
+        for (int hour = day_hours - 1; hour >= 0; --hour)
+            combination.hours[day] =
+                combination.hours[day] << 1 | ((hours[hour].bits[0] & classic_bits) == wanted ? 1 : 0);
+    }
     return Give::written;
 }
 
