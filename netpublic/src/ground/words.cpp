@@ -26,12 +26,10 @@ bool contains_folded(const char *text, const char *word)
     return length == 0;
 }
 
-// same_folded() of an entry's word. Most texts are spelled as the words are.
-static bool is_alike(const char *text, std::size_t length, const WordTable::Entry &entry, const char *word)
+// same_folded(). Most texts are spelled as the words are.
+static bool is_alike(const char *text, const char *word, std::size_t length)
 {
-    if (!for_size && length <= entry.length && std::memcmp(text, word, length) == 0)
-        return true;
-    return same_folded(text, word, length);
+    return (!for_size && std::strncmp(text, word, length) == 0) || same_folded(text, word, length);
 }
 
 const WordTable::Entry *find_prefix(const WordTable &table, const char *text, std::size_t length)
@@ -40,7 +38,7 @@ const WordTable::Entry *find_prefix(const WordTable &table, const char *text, st
         const char *word = table.text(entry);
         if ((length != 0 && !alike(*text, *word)) || entry.use == Use::write)
             continue;
-        if (length != 0 && !is_alike(text, length, entry, word))
+        if (length != 0 && !is_alike(text, word, length))
             continue;
         if (entry.use != Use::whole || entry.length == length)
             return &entry;
@@ -55,7 +53,7 @@ const WordTable::Entry *find_whole(const WordTable &table, const char *text, boo
         if (entry.length != length || entry.use == Use::write)
             continue;
         const char *word = table.text(entry);
-        if (exact ? std::memcmp(text, word, length) == 0 : is_alike(text, length, entry, word))
+        if (exact ? std::memcmp(text, word, length) == 0 : is_alike(text, word, length))
             return &entry;
     }
     return nullptr;
