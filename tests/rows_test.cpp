@@ -136,7 +136,16 @@ struct IndexedFields : Description {
     static constexpr Field fields[] = {list("e", AT(entries), watched_entry).indexed().counted_by(AT(count))};
 };
 
+struct EmptiedEntryFields : EntryFields {
+    static constexpr Traits traits = EntryFields::traits.clears();
+};
+constexpr auto emptied_entry = describe<EmptiedEntryFields>();
+
 struct PositionFields : Description {
+    using T = Store;
+    static constexpr Field fields[] = {list("e", AT(entries), emptied_entry).by_position()};
+};
+struct KeptPositionFields : Description {
     using T = Store;
     static constexpr Field fields[] = {list("e", AT(entries), entry_record).by_position()};
 };
@@ -163,6 +172,10 @@ TEST_F(RowsTest, ItemsChooseTheirRecords)
     EXPECT_EQ(store.entries[0].value, 4);
     EXPECT_EQ(store.entries[1].value, 0) << "another child leaves its record empty";
     EXPECT_EQ(store.entries[2].value, 6) << "and nothing behind the last record is looked at";
+
+    EXPECT_EQ(read<KeptPositionFields>(store, "<other/><e><value>7</value></e>"), "0");
+    EXPECT_EQ(store.entries[0].value, 4) << "a record that does not begin anew is left as it is";
+    EXPECT_EQ(store.entries[1].value, 7);
 }
 
 struct OrderedFields : Description {

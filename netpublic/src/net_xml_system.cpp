@@ -242,24 +242,12 @@ struct DisksFields : Description {
 constexpr auto disks_message = describe<DisksFields>();
 
 // Which disk to initialise. One whose id cannot be read leaves its slot alone, and is counted all the same.
-struct DiskSlot {
-    int id;
-
-    DiskSlot(const int (&disks)[8], unsigned slot) : id(disks[slot]) {}
-};
-
 struct DiskSlotFields : Description {
-    using T = DiskSlot;
-    static constexpr Field fields[] = {integer("initId", AT(id)).tolerant()};
+    using T = int;
+    static constexpr Field fields[] = {integer("initId", itself<T>("disk")).tolerant()};
     static constexpr Traits traits = Traits{}.first_child_only();
 };
 constexpr auto disk_slot = describe<DiskSlotFields>();
-
-int take_disk_slot(int (&disks)[8], const DiskSlot &slot, const Item &item)
-{
-    disks[item.index] = slot.id;
-    return 0;
-}
 
 // Added to what the payload holds, which may be any number.
 int count_disk(net_hdd_init_v20_t &disks)
@@ -271,7 +259,7 @@ int count_disk(net_hdd_init_v20_t &disks)
 struct DiskSlotsFields : Description {
     using T = net_hdd_init_v20_t;
     static constexpr Field fields[] = {
-        wires<take_disk_slot>("HddInit", AT(disk), disk_slot, 8).by_position().stop_when_full().then<count_disk>(),
+        list("HddInit", AT(disk), disk_slot).by_position().stop_when_full().then<count_disk>(),
     };
     static constexpr Field also_shown[] = {shown("count", AT(count))};
     static constexpr Traits traits =

@@ -564,8 +564,9 @@ struct Field {
     {
         return of_list().with(list_stop | list_exact);
     }
-    // An item's index is its place among all children. A child of another name leaves its record empty, even where
-    // it fails; that of a wire is left to absent().
+    // An item's index is its place among all children. A child of another name empties its record, even where it
+    // fails, if the items' records begin anew (clears(), preset()); else it leaves it as it is. That of a wire is left
+    // to absent().
     constexpr Field by_position() const
     {
         return of_list().with(list_by_position);

@@ -560,8 +560,9 @@ NETPUBLIC_LEAF void run_absent(const Table &table, void *first, std::uint32_t se
 NETPUBLIC_LEAF void pass_place(Walk &walk, const Row &row)
 {
     if (row.kind == Kind::list) {
-        const std::size_t size = walk.table.ref(row.ref).table->record_size;
-        std::memset(first_item(walk, row) + walk.items * size, 0, size);
+        const Table &item = *walk.table.ref(row.ref).table;
+        if ((item.flags & (table_clears | table_presets)) != 0)
+            std::memset(first_item(walk, row) + walk.items * item.record_size, 0, item.record_size);
     }
     run_absent(walk.table, walk.record, ~1u, walk.items);
     walk.full = ++walk.items == static_cast<unsigned>(walk.table.capacity(row));
