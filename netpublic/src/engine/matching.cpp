@@ -65,12 +65,13 @@ Found found(unsigned row, unsigned expected)
     return {static_cast<std::uint16_t>(row), static_cast<std::uint16_t>(expected)};
 }
 
-// Among the rows behind the expected one; or unlikely.
+// Among the rows behind the expected one, or the first one where none is expected; or unlikely.
 NETPUBLIC_INLINE_FOR_SPEED Found find_near(const Table &table, const char *name, unsigned expected)
 {
     const Order order(table);
-    const unsigned end = std::min(order.places, expected + near_rows);
-    for (unsigned place = expected + 1; place < end; ++place) {
+    const bool behind_all = expected == order.places;
+    const unsigned end = std::min(order.places, behind_all ? 1 : expected + near_rows);
+    for (unsigned place = behind_all ? 0 : expected + 1; place < end; ++place) {
         const unsigned index = order.row_at(place);
         const Row &row = table.row(index);
         if (bears_name(row, order.key(row), name))

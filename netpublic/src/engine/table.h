@@ -352,10 +352,15 @@ struct Table {
         return find_attachment(of, Kind::hook, static_cast<unsigned>(moment));
     }
     static constexpr unsigned any_column = 1u << index_bits;
-    // Those of the last kinds are soon known not to be there.
+    // Those of the last kinds are soon known not to be there, and often the last row itself.
     const Row *last_attachment(const Row &of, Kind kind) const
     {
-        return for_size || row(rows - 1u).kind >= kind ? attachment(of, kind) : nullptr;
+        const Row &last = row(rows - 1u);
+        if (for_size || last.kind > kind)
+            return attachment(of, kind);
+        if (last.kind < kind)
+            return nullptr;
+        return last.ref == index_of(of) ? &last : attachment(of, kind);
     }
     const Row *find_attachment(const Row &of, Kind kind, unsigned limits_column) const;
     // The row at a place of the written order; that of a record which is only read is the order of its keys.
