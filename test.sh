@@ -184,6 +184,7 @@ section_format() {
 section_structure() {
     check "shell scripts" shellcheck -x demo.sh test.sh .ci/run packaging/*.sh $gates/*.sh
     check "promises are named by tests and fuzzers" python3 $gates/promises.py docs/security.md tests fuzz
+    check "what breaks a promise stands in the sources" python3 $gates/promise_mutants.py --list
     check "includes never point up" python3 $gates/floors.py docs/architecture.md
     check "no message walks the XML itself" python3 $gates/domains.py docs/architecture.md
     check "limits, words and capacities as they were typed apart from the code" python3 $gates/limits.py tests/limits.txt $golden/tables.txt

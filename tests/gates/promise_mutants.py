@@ -1,10 +1,12 @@
 #!/usr/bin/env python3
 """Breaks each promise of docs/security.md in turn and sees whether its check notices.
 
-    promise_mutants.py --work DIR [--only TEXT...] [--list]
+    promise_mutants.py --work DIR [--only TEXT...]
+    promise_mutants.py --list [--only TEXT...]
 
 Works on a copy of the tree in DIR. The mutants are listed in promise_mutants.txt. Exit status 1 when one is not
-noticed, does not compile or finds its pattern no more, or when a promise has none.
+noticed, does not compile or finds its pattern no more, or when a promise has none. With --list, the mutants are only
+listed, and looked for in the sources.
 """
 import argparse
 import re
@@ -19,6 +21,12 @@ MUTANTS = [Mutant(*found) for found in re.findall(r"^(P\d+) (\w+): (.*)\n- (.*)\
                                                   Path(__file__).with_suffix(".txt").read_text(), re.M)]
 
 STACK_LIMIT = "1024"  # bytes, as test.sh has it
+
+
+def places(mutant, top):
+    """(path, text) for each place of the sources where the mutant's pattern stands."""
+    texts = ((path, path.read_text()) for path in mutation.sources(top, "*.cpp", "*.h", "*.inc"))
+    return [place for place in texts for _ in re.finditer(mutant.pattern, place[1], re.S)]
 
 
 class Tree(mutation.Copy):
@@ -59,12 +67,10 @@ class Tree(mutation.Copy):
         return mutation.run(*commands[check], timeout=900)
 
     def judge(self, mutant):
-        places = [(path, path.read_text()) for path in self.sources("*.cpp", "*.h", "*.inc")]
-        found = [(path, text, len(re.findall(mutant.pattern, text, re.S))) for path, text in places]
-        found = [item for item in found if item[2]]
-        if len(found) != 1 or found[0][2] != 1:
-            return f"stands at {sum(item[2] for item in found)} places"
-        path, text, _ = found[0]
+        found = places(mutant, self.top)
+        if len(found) != 1:
+            return f"stands at {len(found)} places"
+        path, text = found[0]
         with mutation.replaced(path, re.sub(mutant.pattern, mutant.replacement, text, flags=re.S)):
             if not self.builds(mutant.check):
                 return "does not compile"
@@ -73,18 +79,24 @@ class Tree(mutation.Copy):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--work", type=Path, required=True, help="directory for the copy and its builds")
+    parser.add_argument("--work", type=Path, help="directory for the copy and its builds")
     parser.add_argument("--only", nargs="*", help="promises, or parts of what the mutants do")
     parser.add_argument("--jobs", type=int, default=2, help="compilers at a time")
-    parser.add_argument("--list", action="store_true", help="only list the mutants")
+    parser.add_argument("--list", action="store_true", help="only list the mutants and look for their patterns")
     options = parser.parse_args()
+    if options.work is None and not options.list:
+        parser.error("--work or --list is wanted")
 
     promised = set(re.findall(r"\*\*(P\d+) ", (mutation.TOP / "docs/security.md").read_text()))
     faults = [f"no mutant breaks {promise}" for promise in sorted(promised ^ {m.promise for m in MUTANTS})]
     chosen = [mutant for mutant in MUTANTS
               if not options.only or any(part == mutant.promise or part in mutant.what for part in options.only)]
     if options.list:
-        print("\n".join(f"{mutant.promise:4} {mutant.check:9} {mutant.what}" for mutant in chosen))
+        for mutant in chosen:
+            print(f"{mutant.promise:4} {mutant.check:9} {mutant.what}")
+            if (found := len(places(mutant, mutation.TOP))) != 1:
+                faults.append(f"{mutant.promise}, {mutant.what}: stands at {found} places")
+        print("\n".join(faults), end="\n" if faults else "")
         return bool(faults)
 
     checks = {mutant.check for mutant in chosen}
