@@ -424,6 +424,8 @@ template <class D> constexpr auto draft_of()
     const bool noting = (draft.flags & (table_finish | table_after)) != 0 || D::traits.names > Names::longer;
     if (noting && draft.key_count > required_keys)
         wrong_description("what has been seen of so many keys cannot be kept");
+    if (D::traits.names == Names::looked_up && (draft.flags & (table_others_fail | table_unknown)) != 0)
+        wrong_description("children beside those that are looked up are ignored");
     sort_attachments(draft, first_attachment);
     add_order<D>(draft);
     return draft;

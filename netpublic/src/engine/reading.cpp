@@ -540,8 +540,10 @@ NETPUBLIC_LEAF const Row *find_by_rule(Walk &walk, Node child)
     }
     default: // looked up
         for (unsigned index = 0; index < table.keys; ++index, ++row)
-            if ((walk.seen >> index & 1) == 0 && std::strcmp(child.name(), table.key(*row)) == 0)
+            if ((walk.seen >> index & 1) == 0 && std::strcmp(child.name(), table.key(*row)) == 0) {
+                walk.full = (walk.seen | 1u << index) == ~0u >> (required_keys - table.keys);
                 return row;
+            }
         return nullptr;
     }
 }

@@ -207,7 +207,7 @@ enum class Names : std::uint8_t {
     longer,     // ... begins with the key
     any,        // every element answers to the first key, and nothing else answers to any
     in_order,   // the first child must answer to the first key, the second one to the second; the rest is ignored
-    looked_up,  // each key takes the first child of exactly its name, case included
+    looked_up,  // each key takes the first child of exactly its name, case included; the rest is ignored
 };
 
 enum TableFlag : std::uint16_t {
