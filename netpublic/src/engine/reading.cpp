@@ -538,7 +538,7 @@ NETPUBLIC_LEAF const Row *find_by_rule(Walk &walk, Node child)
         walk.full = row == &table.row(table.keys - 1u);
         return row;
     }
-    default: // looked up
+    default: // looked up, until all have been found
         for (unsigned index = 0; index < table.keys; ++index, ++row)
             if ((walk.seen >> index & 1) == 0 && std::strcmp(child.name(), table.key(*row)) == 0) {
                 walk.full = (walk.seen | 1u << index) == ~0u >> (required_keys - table.keys);
