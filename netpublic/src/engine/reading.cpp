@@ -142,7 +142,7 @@ NETPUBLIC_LEAF int read_any_integer(Walk &walk, const Row &row, const char *text
     return in_limits(walk, row, value) ? 0 : -1;
 }
 
-NETPUBLIC_LEAF int read_integer(Walk &walk, const Row &row, Node child)
+NETPUBLIC_INLINE_FOR_SPEED int read_integer(Walk &walk, const Row &row, Node child)
 {
     const char *text = child.text();
     int &value = member<int>(walk.record, row);
@@ -481,7 +481,11 @@ NETPUBLIC_LEAF int follow(Walk &walk, const Row &row)
 [[gnu::always_inline]] inline int read_row(Walk &walk, const Row &row, Node child)
 {
     if ((row.flags & (row_skipped | row_attached)) == 0) {
-        if (!child.is_element() || read_kind(walk, row, child) != 0)
+        if (!child.is_element())
+            return -1;
+        // Most rows are integers: what reads them stands in the walk itself.
+        const bool here = !for_size && row.kind == Kind::integer;
+        if ((here ? read_integer(walk, row, child) : read_kind(walk, row, child)) != 0)
             return -1;
     } else {
         if ((row.flags & row_skipped) == 0 && (!child.is_element() || read_kind(walk, row, child) != 0))
