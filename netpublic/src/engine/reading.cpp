@@ -383,7 +383,7 @@ int read_item(Walk &walk, const Row &row, Node child)
     return 0;
 }
 
-// What the row's kind makes of the child. It has no frame: all it does is to jump on.
+// What the row's kind makes of the child. On builds for size it has no frame: all it does is to jump on.
 [[gnu::noinline]] int read_kind(Walk &walk, const Row &row, Node child)
 {
     void *record = walk.record;
@@ -567,7 +567,7 @@ NETPUBLIC_LEAF void pass_place(Walk &walk, const Row &row)
 {
     if (row.kind == Kind::list) {
         const Table &item = *walk.table.ref(row.ref).table;
-        if ((item.flags & (table_clears | table_presets)) != 0)
+        if (item.begins_anew())
             std::memset(first_item(walk, row) + walk.items * item.record_size, 0, item.record_size);
     }
     run_absent(walk.table, walk.record, ~1u, walk.items);

@@ -332,6 +332,11 @@ struct Table {
         return index < common_limit_count ? common_limits[index]
                                           : reinterpret_cast<const Limits *>(&row(rows))[index - common_limit_count];
     }
+    // Does a record of this table forget what it held when it is read?
+    bool begins_anew() const
+    {
+        return (flags & (table_clears | table_presets)) != 0;
+    }
     // How many items a list holds.
     int capacity(const Row &of) const
     {

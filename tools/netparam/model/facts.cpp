@@ -264,12 +264,10 @@ void add_list_notes(std::vector<std::string> &notes, const Table &table, const R
                            : policy == list_last ? "an item too many overwrites the last one"
                            : policy == list_stop ? "what stands behind the last item that fits is ignored"
                                                  : "items too many are skipped");
-    if ((row.flags & list_by_position) != 0) {
-        constexpr auto begins_anew = table_clears | table_presets;
-        notes.emplace_back(row.kind == Kind::list && (table.ref(row.ref).table->flags & begins_anew) != 0
+    if ((row.flags & list_by_position) != 0)
+        notes.emplace_back(row.kind == Kind::list && table.ref(row.ref).table->begins_anew()
                                ? "an item's record follows its place among all children; another child leaves it empty"
                                : "an item's record follows its place among all children");
-    }
     if (row.kind == Kind::list && (row.flags & list_indexed) != 0)
         notes.emplace_back("an item's index child chooses its record and comes first");
     if (row.kind != Kind::wires && count_of(table, row) == nullptr &&
