@@ -659,7 +659,7 @@ Give give_module(const Ability &ability, ModuleElement &element, const Item &ite
 {
     element.source = &ability;
     element.module = modules;
-    while (*element.module->name != *item.key || std::strcmp(element.module->name, item.key) != 0)
+    while (!same_text(element.module->name, item.key))
         ++element.module;
     element.channels = static_cast<unsigned>(std::clamp<int>(sc_get_channel_num(), 0, NET_SUPPORT_CHANNELS));
     return Give::written;
